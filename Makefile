@@ -1,0 +1,37 @@
+# Thin wrappers around CMake. `make run` and `make test` set up a fresh machine first.
+BUILD      ?= build
+JOBS       ?= $(shell nproc)
+CMAKE_ARGS ?=
+
+.PHONY: deps build run test sanitize tsan bench format format-check clean
+
+deps:
+	@bash scripts/install-deps.sh
+
+build: deps
+	@cmake -S . -B $(BUILD) $(CMAKE_ARGS) >/dev/null
+	@cmake --build $(BUILD) -j $(JOBS)
+
+run: build
+	$(BUILD)/bin/orvantis4-smoke examples/demo.ovp
+
+test: build format-check
+	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
+
+sanitize:
+	$(MAKE) test BUILD=build-asan CMAKE_ARGS="-DORV_SANITIZE=address,undefined -DORV_BUILD_BENCH=OFF"
+
+tsan:
+	$(MAKE) test BUILD=build-tsan CMAKE_ARGS="-DORV_SANITIZE=thread -DORV_BUILD_BENCH=OFF"
+
+bench: build
+	@for b in $(BUILD)/bench/bench_*; do [ -x "$$b" ] && "$$b"; done
+
+format:
+	@git ls-files '*.cpp' '*.h' | xargs -r clang-format -i
+
+format-check:
+	@git ls-files '*.cpp' '*.h' | xargs -r clang-format --dry-run --Werror
+
+clean:
+	rm -rf build build-asan build-tsan

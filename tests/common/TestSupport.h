@@ -1,0 +1,72 @@
+// Small helpers shared by the test executables.
+#pragma once
+
+#include <wx/filename.h>
+#include <wx/log.h>
+#include <wx/string.h>
+
+#include <string>
+#include <vector>
+
+// Collects every log line while it lives, so a test can assert on the texts the system logs.
+class LogCapture_cls : public wxLog {
+public:
+    LogCapture_cls() { mpOld = wxLog::SetActiveTarget(this); }
+    ~LogCapture_cls() override { wxLog::SetActiveTarget(mpOld); }
+    LogCapture_cls(const LogCapture_cls&) = delete;
+    LogCapture_cls& operator=(const LogCapture_cls&) = delete;
+
+    bool Contains(const wxString& str) const {
+        for (const wxString& line : mVStrLines)
+            if (line.Contains(str))
+                return true;
+        return false;
+    }
+    std::vector<wxString> mVStrLines;
+
+protected:
+    void DoLogTextAtLevel(wxLogLevel, const wxString& msg) override { mVStrLines.push_back(msg); }
+
+private:
+    wxLog* mpOld = nullptr;
+};
+
+// A fresh empty directory under the system temp folder, removed with its contents at the end.
+class TempDir_cls {
+public:
+    TempDir_cls() {
+        wxString strBase = wxFileName::CreateTempFileName("orvtest");
+        wxRemoveFile(strBase);
+        wxFileName::Mkdir(strBase, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
+        mStrPath = strBase;
+    }
+    ~TempDir_cls() { wxFileName::Rmdir(mStrPath, wxPATH_RMDIR_RECURSIVE); }
+    TempDir_cls(const TempDir_cls&) = delete;
+    TempDir_cls& operator=(const TempDir_cls&) = delete;
+
+    wxString Path(const wxString& strName) const { return mStrPath + "/" + strName; }
+    wxString mStrPath;
+};
+
+// Writes bytes to a file as they are.
+inline bool WriteBytes(const wxString& strPath, const std::string& bytes) {
+    FILE* fp = fopen(strPath.fn_str(), "wb");
+    if (!fp)
+        return false;
+    size_t n = fwrite(bytes.data(), 1, bytes.size(), fp);
+    fclose(fp);
+    return n == bytes.size();
+}
+
+inline std::string ReadBytes(const wxString& strPath) {
+    std::string out;
+    FILE* fp = fopen(strPath.fn_str(), "rb");
+    if (!fp)
+        return out;
+    char buf[65536];
+    size_t n;
+    while ((n = fread(buf, 1, sizeof buf, fp)) > 0)
+        out.append(buf, n);
+    fclose(fp);
+    return out;
+}
