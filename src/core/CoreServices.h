@@ -1,0 +1,4 @@
+// Registers how the services of the core layer are made: the preferences and the undo manager.
+#pragma once
+
+void RegisterCoreServices();

@@ -1,0 +1,389 @@
+#include "Main_cls.h"
+
+#include "Parser_cls.h"
+#include "Preference_cls.h"
+#include "UndoManager_cls.h"
+#include "UseGZ_cls.h"
+
+#include <wx/filefn.h>
+#include <wx/filename.h>
+#include <wx/log.h>
+#include <wx/stdpaths.h>
+#include <wx/textfile.h>
+#include <wx/utils.h>
+
+#include <cstdio>
+#include <memory>
+#include <sstream>
+
+bool GbLockProjectLoading = false;
+
+const wxString Main_cls::msStrVersion = "0.47 (2018/9/27)";
+
+namespace {
+
+bool IsConfigurePath(const wxString& strPath) {
+    return wxMatchWild("*Orvantis4Configure.txt", strPath, false);
+}
+
+bool IsLayoutPath(const wxString& strPath) {
+    return wxMatchWild("*InitLayout.ovp", strPath, false);
+}
+
+// Writes the text beside the target and renames it over the target, so a failed write never
+// destroys the previous file.
+bool WriteTextFileSafely(const wxString& strPath, const wxString& strText) {
+    wxScopedCharBuffer buf = strText.mb_str(*wxConvFileName);
+    if (!buf.data() && !strText.empty())
+        buf = strText.utf8_str();
+    wxString strTemp = strPath + ".saving~";
+    FILE* fp = fopen(strTemp.fn_str(), "wb");
+    if (!fp)
+        return false;
+    size_t len = strlen(buf.data());
+    bool bOk = fwrite(buf.data(), 1, len, fp) == len;
+    bOk = (fflush(fp) == 0) && bOk;
+    bOk = (fclose(fp) == 0) && bOk;
+    if (bOk)
+        bOk = wxRenameFile(strTemp, strPath, true);
+    if (!bOk)
+        wxRemoveFile(strTemp);
+    return bOk;
+}
+
+} // namespace
+
+Main_cls::Main_cls(const wxString& strAppDir) {
+    mStopWatch.Start();
+    GCClassProvider = this;
+    TextHost_cls::Install(this);
+
+    mStrAppDir = strAppDir;
+    if (mStrAppDir.empty())
+        mStrAppDir = wxFileName(wxStandardPaths::Get().GetExecutablePath()).GetPath();
+    mStrStartDir = wxGetCwd();
+
+    SetTag("MainConfList");
+    Add(&mCLastFileOVP, "LastFileOVP=", "NONE");
+    Add(&mCLastFileIMG, "LastFileIMG=", "NONE");
+    Add(&mCLastFilePARTICLE, "LastFilePARTICLE=", "NONE");
+    Add(&mCLastFileVOLUME, "LastFileVOLUME=", "NONE");
+    Add(&mCLastFileMESH, "LastFileMESH=", "NONE");
+    Add(&mCLastFileHF, "LastFileHF=", "NONE");
+    Add(&mCLastFileSTREAM, "LastFileSTREAM=", "NONE");
+    Add(&mCVersionProject, "VersionProject=", msStrVersion);
+    for (ConfItemSTR_cls* pItem : {&mCLastFileOVP, &mCLastFileIMG, &mCLastFilePARTICLE, &mCLastFileVOLUME,
+                                   &mCLastFileMESH, &mCLastFileHF, &mCLastFileSTREAM})
+        pItem->SetRawString(true);
+
+    SetReceiver(
+        RECV_FRAME_MAIN,
+        [this](std::wistream& stream, const wxString& strHead, const wxString& strRest) {
+            if (mVPFrameMain.empty() || !mVPFrameMain[0])
+                return false;
+            return mVPFrameMain[0]->ReadStrLine(stream, strHead, strRest);
+        },
+        [this](wxString& strOut) {
+            for (size_t i = 0; i < mVPFrameMain.size(); ++i)
+                if (mVPFrameMain[i])
+                    mVPFrameMain[i]->Serialize(strOut, static_cast<int>(i));
+        });
+    SetReceiverList(RECV_MAIN, this);
+}
+
+Main_cls::~Main_cls() {
+    DeleteSingleton();
+    if (TextHost_cls::Get() == this)
+        TextHost_cls::Install(nullptr);
+    if (GCClassProvider == this)
+        GCClassProvider = nullptr;
+}
+
+// ---- panel updates ------------------------------------------------------------------------
+
+void Main_cls::UpdatePanels(const wxString& strPanels) {
+    for (const wxString& str : mVStrPanelQueue)
+        if (str == strPanels)
+            return;
+    mVStrPanelQueue.push_back(strPanels);
+}
+
+void Main_cls::UpdatePanelsFlush() {
+    while (!mVStrPanelQueue.empty()) {
+        wxString strPanels = mVStrPanelQueue.back();
+        mVStrPanelQueue.pop_back();
+        // An empty item ends the walk: the names behind it are not reached.
+        for (;;) {
+            wxString strItem = Parser_cls::PopStrItemFromStrLine(strPanels, "::");
+            if (strItem.empty())
+                break;
+            for (FrameHost_cls* pFrame : mVPFrameMain)
+                if (pFrame)
+                    pFrame->UpdatePanels(strItem);
+            if (GpCPreference)
+                GpCPreference->UpdatePanels(strItem);
+        }
+    }
+    if (mFuncFlushEnd)
+        mFuncFlushEnd();
+}
+
+void Main_cls::ProcAfterMath(const wxString& strWhat, const wxString& strArg) {
+    for (FrameHost_cls* pFrame : mVPFrameMain)
+        if (pFrame)
+            pFrame->ProcAfterMath(strWhat, strArg);
+    if (strWhat != "Quit")
+        return;
+    for (auto& funcClear : mVFuncClear)
+        funcClear();
+    SaveRecentFile(GetStrRecentPath());
+    SaveConfigureFile(GetStrConfigurePath());
+}
+
+// ---- command language ---------------------------------------------------------------------
+
+void Main_cls::ReadStrCommand(std::wistream& stream, const wxString& strHead, const wxString& strRest) {
+    for (auto& funcRead : mVFuncRead)
+        if (funcRead)
+            funcRead(stream, strHead, strRest);
+}
+
+void Main_cls::SetReceiver(Receiver_enum slot, ReaderFunc funcRead, WriterFunc funcWrite) {
+    mVFuncRead[slot] = std::move(funcRead);
+    mVFuncWrite[slot] = std::move(funcWrite);
+}
+
+void Main_cls::SetReceiverList(Receiver_enum slot, ConfListContainer_cls* pList) {
+    SetReceiver(
+        slot,
+        [pList](std::wistream& stream, const wxString& strHead, const wxString& strRest) {
+            return pList->ReadStrLine(stream, strHead, strRest);
+        },
+        [pList](wxString& strOut) { pList->Serialize(strOut); });
+}
+
+void Main_cls::PushCommandPairAndRedo(const wxString& strUndo, const wxString& strDo) {
+    if (!GpCUndo)
+        return;
+    GpCUndo->PushCommandPair(strUndo, strDo);
+    GpCUndo->Redo();
+}
+
+int Main_cls::GetRelativePathMode() {
+    return GpCPreference ? GpCPreference->GetRelativePath() : 1;
+}
+
+// ---- project files ------------------------------------------------------------------------
+
+wxString Main_cls::ConvertToWide(const char* pData) {
+    // The locale's multibyte conversion first; text it cannot convert is taken as UTF-8, and
+    // as Latin-1 when that fails too, so no file is refused for its bytes.
+    wxString str(pData, wxConvLibc);
+    if (str.empty() && *pData)
+        str = wxString::FromUTF8(pData);
+    if (str.empty() && *pData)
+        str = wxString(pData, wxConvISO8859_1);
+    return str;
+}
+
+void Main_cls::ReplayText(const wxString& strText) {
+    std::wistringstream stream(strText.ToStdWstring());
+    std::wstring line;
+    bool bInComment = false;
+    while (std::getline(stream, line)) {
+        wxString strLine(line);
+        if (bInComment) {
+            // The closing line is dropped whole, whatever stands before the "*/".
+            if (strLine.Contains("*/"))
+                bInComment = false;
+            continue;
+        }
+        if (strLine.StartsWith("--"))
+            continue;
+        if (strLine.StartsWith("/*")) {
+            if (!strLine.Mid(2).Contains("*/"))
+                bInComment = true;
+            continue;
+        }
+        wxString strHead = Parser_cls::PopStrItemFromStrLine(strLine, "::");
+        ReadStrCommand(stream, strHead, strLine);
+    }
+}
+
+void Main_cls::ClearProject() {
+    for (auto& funcClear : mVFuncClear)
+        funcClear();
+}
+
+bool Main_cls::OpenProjectMain(const wxString& strPath, bool bUser) {
+    unsigned char* pData = nullptr;
+    long long size = 0;
+    if (!UseGZ_cls::CopyToMemory(&pData, strPath, size)) {
+        if (!IsConfigurePath(strPath))
+            wxLogError("%s", "Read Configure Fails " + strPath);
+        return false;
+    }
+    std::unique_ptr<unsigned char[]> data(pData);
+    if (!IsConfigurePath(strPath) && !IsLayoutPath(strPath))
+        PushBackRecent(strPath);
+    if (size <= 1)
+        return false;
+
+    if (bUser) {
+        ClearProject();
+        // Keep exactly the first window.
+        while (mVPFrameMain.size() > 1) {
+            FrameHost_cls* pFrame = mVPFrameMain.back();
+            mVPFrameMain.pop_back();
+            if (pFrame)
+                pFrame->CloseWindow();
+        }
+        if (mVPFrameMain.empty())
+            mVPFrameMain.push_back(nullptr);
+    }
+
+    wxString strText = ConvertToWide(reinterpret_cast<const char*>(data.get()));
+    data.reset();
+    strText.Replace("\r", "");
+
+    GbLockProjectLoading = true;
+    ReplayText(strText);
+    if (GpCUndo)
+        GpCUndo->Clear();
+    UpdatePanels("PROPERTY_OBJECT");
+    if (GpCPreference)
+        GpCPreference->UpdatePanels("ALL");
+    GbLockProjectLoading = false;
+
+    if (bUser) {
+        mbProjectFileCurrent = true;
+        mStrProjectPath = strPath;
+        mCLastFileOVP.SetBodyFromData(strPath);
+        if (!mVPFrameMain.empty() && mVPFrameMain[0])
+            mVPFrameMain[0]->UpdateTitle();
+    }
+    return true;
+}
+
+bool Main_cls::OpenProject(wxString strPath) {
+    if (strPath.empty()) {
+        if (mVPFrameMain.empty() || !mVPFrameMain[0])
+            return false;
+        strPath = mVPFrameMain[0]->AskFilePath("Select project file", "Project file (*.ovp)|*.ovp",
+                                               mCLastFileOVP.GetBodySTR(), false);
+        if (strPath.empty())
+            return false;
+        wxSetWorkingDirectory(wxFileName(strPath).GetPath());
+        mStrProjectPath = strPath;
+    }
+    if (!OpenProjectMain(strPath, true))
+        return false;
+    wxString strDir = wxFileName(strPath).GetPath();
+    if (!strDir.empty())
+        wxSetWorkingDirectory(strDir);
+    return true;
+}
+
+wxString Main_cls::SerializeProject() {
+    wxString strText;
+    for (auto& funcWrite : mVFuncWrite)
+        if (funcWrite)
+            funcWrite(strText);
+    return strText;
+}
+
+bool Main_cls::SaveProjectMain(const wxString& strPath, int) {
+    mCVersionProject.SetBodyFromData(msStrVersion);
+    FrameHost_cls* pFirst = mVPFrameMain.empty() ? nullptr : mVPFrameMain[0];
+    if (pFirst)
+        pFirst->SetBusy(true);
+    if (!IsConfigurePath(strPath)) {
+        mStrProjectPath = strPath;
+        PushBackRecent(strPath);
+        // Raw paths are then written relative to the project's own folder.
+        wxString strDir = wxFileName(strPath).GetPath();
+        if (!strDir.empty())
+            wxSetWorkingDirectory(strDir);
+    }
+    wxString strText = SerializeProject();
+    bool bOk = WriteTextFileSafely(strPath, strText);
+    if (bOk && msSaveBusyMillis > 0)
+        wxMilliSleep(msSaveBusyMillis);
+    if (pFirst)
+        pFirst->SetBusy(false);
+    return bOk;
+}
+
+bool Main_cls::SaveProjectAs(int n) {
+    if (mVPFrameMain.empty() || !mVPFrameMain[0])
+        return false;
+    wxString strPath = mVPFrameMain[0]->AskFilePath(
+        "Select project file name to save", "Project file (*.ovp)|*.ovp", mCLastFileOVP.GetBodySTR(), true);
+    if (strPath.empty())
+        return false;
+    if (!strPath.EndsWith(".ovp"))
+        strPath += ".ovp";
+    return SaveProjectMain(strPath, n);
+}
+
+bool Main_cls::InitLayout() {
+    bool bOk = OpenProjectMain("Resource/InitLayout.ovp", false);
+    mMillisLayout = static_cast<int32_t>(mStopWatch.Time());
+    return bOk;
+}
+
+// ---- settings and recent files ------------------------------------------------------------
+
+void Main_cls::PushBackRecent(const wxString& strPath) {
+    if (mStrRecent[0] == strPath) {
+        mStrRecent[0] = strPath;
+        return;
+    }
+    int found = -1;
+    for (int k = 1; k < 10; ++k)
+        if (mStrRecent[k] == strPath) {
+            found = k;
+            break;
+        }
+    int last = found > 0 ? found : 9; // the old slot 9 is lost when the path is new
+    for (int i = last; i > 0; --i)
+        mStrRecent[i] = mStrRecent[i - 1];
+    mStrRecent[0] = strPath;
+}
+
+void Main_cls::OpenRecentFile(const wxString& strPath) {
+    if (!wxFileName::FileExists(strPath))
+        return;
+    wxTextFile file;
+    if (!file.Open(strPath))
+        return;
+    int slot = 0;
+    for (size_t i = 0; i < file.GetLineCount() && slot < 10; ++i) {
+        wxString strLine = file.GetLine(i);
+        strLine.Trim(true);
+        if (!strLine.empty())
+            mStrRecent[slot++] = strLine;
+    }
+}
+
+bool Main_cls::SaveRecentFile(const wxString& strPath) {
+    wxString strText;
+    for (const wxString& str : mStrRecent)
+        if (!str.empty())
+            strText += str + "\n";
+    return WriteTextFileSafely(strPath, strText);
+}
+
+bool Main_cls::SaveConfigureFile(const wxString& strPath) {
+    wxString strText;
+    Serialize(strText);
+    return WriteTextFileSafely(strPath, strText);
+}
+
+void Main_cls::RemoveFrame(FrameHost_cls* pFrame) {
+    for (size_t i = 0; i < mVPFrameMain.size(); ++i)
+        if (mVPFrameMain[i] == pFrame) {
+            mVPFrameMain.erase(mVPFrameMain.begin() + static_cast<long>(i));
+            return;
+        }
+}

@@ -1,0 +1,140 @@
+// The application core and the registry in one: the main settings, the panel-update queue,
+// the project files, the recent files and the one entry point of the command language.
+// Main thread only, except where a member says otherwise.
+#pragma once
+
+#include "ClassProvider_cls.h"
+#include "ConfListContainer_cls.h"
+#include "FrameHost_cls.h"
+#include "TextHost_cls.h"
+
+#include <wx/stopwatch.h>
+#include <wx/string.h>
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <istream>
+#include <vector>
+
+// True exactly while a file is replayed. It only marks the load: nothing reads it.
+extern bool GbLockProjectLoading;
+
+// The receivers of a command line, in the fixed order in which each line is offered to them.
+// The same order is the order of writing a project.
+enum Receiver_enum {
+    RECV_FRAME_MAIN = 0,
+    RECV_MAIN,
+    RECV_COLOR_PROVIDER,
+    RECV_FILTER_CTRL,
+    RECV_IMAGE_OUTPUT,
+    RECV_PREFERENCE,
+    RECV_MOUSE_PREFERENCE,
+    RECV_SCENE_OBJ_CTRL,
+    RECV_SHORTCUT,
+    RECV_TEXT_SHORTCUT,
+    RECV_TIME_CTRL,
+    RECV_BLUR_CTRL,
+    RECV_ENSEMBLE_CTRL,
+    RECV_SHADOW_VOLUME_CTRL,
+    RECV_COUNT
+};
+
+class Main_cls : public ConfListContainer_cls, public ClassProvider_cls, public TextHost_cls {
+public:
+    using ReaderFunc = std::function<bool(std::wistream&, const wxString&, const wxString&)>;
+    using WriterFunc = std::function<void(wxString&)>;
+
+    // strAppDir empty: the directory of the executable.
+    explicit Main_cls(const wxString& strAppDir = wxString());
+    ~Main_cls() override;
+
+    static const wxString msStrVersion; // "0.47 (2018/9/27)"
+
+    // ---- panel updates ----
+    // Queues a request; a byte-identical request already queued is not queued again.
+    void UpdatePanels(const wxString& strPanels) override;
+    // Delivers every queued request, last in first out, then drops the read requests of this pass.
+    void UpdatePanelsFlush();
+    void ProcAfterMath(const wxString& strWhat, const wxString& strArg);
+
+    // ---- command language ----
+    // Offers the line to every receiver in the fixed order, whether or not one took it.
+    void ReadStrCommand(std::wistream& stream, const wxString& strHead, const wxString& strRest);
+    // Installs a receiver; adding a subsystem to the language is this one call.
+    void SetReceiver(Receiver_enum slot, ReaderFunc funcRead, WriterFunc funcWrite);
+    // The same for a service that is a plain configuration list. Not owned.
+    void SetReceiverList(Receiver_enum slot, ConfListContainer_cls* pList);
+    void ClearReceiver(Receiver_enum slot) { SetReceiver(slot, nullptr, nullptr); }
+
+    // ---- project and settings files ----
+    bool OpenProject(wxString strPath);
+    bool OpenProjectMain(const wxString& strPath, bool bUser);
+    bool SaveProjectMain(const wxString& strPath, int n);
+    bool SaveProjectAs(int n);
+    // The whole project text, as saving writes it.
+    wxString SerializeProject();
+    // Loads "Resource/InitLayout.ovp" (relative to the working directory); false when missing.
+    bool InitLayout();
+    void PushBackRecent(const wxString& strPath);
+    void OpenRecentFile(const wxString& strPath);
+    bool SaveRecentFile(const wxString& strPath);
+    bool SaveConfigureFile(const wxString& strPath);
+    // What a user project load and quitting clear first (the scene, then the filters).
+    void AddClearHook(std::function<void()> funcClear) { mVFuncClear.push_back(std::move(funcClear)); }
+    // Called by UpdatePanelsFlush when the queue is empty (the read-request queue).
+    void SetFlushHook(std::function<void()> funcFlush) { mFuncFlushEnd = std::move(funcFlush); }
+
+    // ---- windows ----
+    void AddFrame(FrameHost_cls* pFrame) { mVPFrameMain.push_back(pFrame); }
+    void RemoveFrame(FrameHost_cls* pFrame);
+    // Not range-checked.
+    FrameHost_cls* GetPCFrameHost(int index) { return mVPFrameMain[index]; }
+
+    // ---- TextHost_cls ----
+    void PushCommandPairAndRedo(const wxString& strUndo, const wxString& strDo) override;
+    int GetRelativePathMode() override;
+
+    wxString GetStrAppDir() const { return mStrAppDir; }
+    wxString GetStrStartDir() const { return mStrStartDir; }
+    wxString GetStrRecent(int index) const { return mStrRecent[index]; }
+    wxString GetStrConfigurePath() const { return mStrAppDir + "/Orvantis4Configure.txt"; }
+    wxString GetStrRecentPath() const { return mStrAppDir + "/Orvantis4Recent.txt"; }
+
+    // The busy pause of a save: the busy cursor stays up at least this long.
+    static inline int msSaveBusyMillis = 500;
+
+    ConfItemSTR_cls mCLastFileOVP;
+    ConfItemSTR_cls mCLastFileIMG;
+    ConfItemSTR_cls mCLastFilePARTICLE;
+    ConfItemSTR_cls mCLastFileVOLUME;
+    ConfItemSTR_cls mCLastFileMESH;
+    ConfItemSTR_cls mCLastFileHF;
+    ConfItemSTR_cls mCLastFileSTREAM;
+    ConfItemSTR_cls mCVersionProject;
+
+    std::vector<wxString> mVStrPanelQueue;
+    wxString mStrAppDir;
+    wxString mStrStartDir;
+    std::array<wxString, 10> mStrRecent; // index 0 is the newest
+    wxStopWatch mStopWatch;
+    std::vector<FrameHost_cls*> mVPFrameMain; // not owned; index 0 is the first window
+    bool mbProjectFileCurrent = false;
+    wxString mStrProjectPath;
+    int32_t mMillisParallel = 0; // end of the parallel start-up
+    int32_t mMillisLayout = 0;   // end of InitLayout
+    int32_t mMillisReserved = -1;
+    int64_t mReserved0 = -1;
+    int64_t mReserved1 = -1;
+
+private:
+    void ClearProject();
+    // Replays the lines of a project text through the dispatcher with the comment rules.
+    void ReplayText(const wxString& strText);
+    static wxString ConvertToWide(const char* pData);
+
+    std::array<ReaderFunc, RECV_COUNT> mVFuncRead;
+    std::array<WriterFunc, RECV_COUNT> mVFuncWrite;
+    std::vector<std::function<void()>> mVFuncClear;
+    std::function<void()> mFuncFlushEnd;
+};

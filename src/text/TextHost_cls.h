@@ -1,0 +1,23 @@
+// The few calls the configuration items make upward into the application core. The core
+// installs itself; with nothing installed the calls do nothing and paths are written relative.
+#pragma once
+
+#include <wx/string.h>
+
+class TextHost_cls {
+public:
+    virtual ~TextHost_cls() = default;
+    // Queue a panel-update request ("OUTLINER::VIEW3D").
+    virtual void UpdatePanels(const wxString& strPanels) = 0;
+    // Record an undo pair and run its do text.
+    virtual void PushCommandPairAndRedo(const wxString& strUndo, const wxString& strDo) = 0;
+    // The RelativePath= preference: 0 writes raw paths absolute, anything else relative.
+    virtual int GetRelativePathMode() = 0;
+
+    // Main thread only. Not owned.
+    static void Install(TextHost_cls* pHost) { mspHost = pHost; }
+    static TextHost_cls* Get() { return mspHost; }
+
+private:
+    static inline TextHost_cls* mspHost = nullptr;
+};
