@@ -279,7 +279,7 @@ bool Main_cls::OpenProject(wxString strPath) {
     if (!OpenProjectMain(strPath, true))
         return false;
     wxString strDir = wxFileName(strPath).GetPath();
-    if (!strDir.empty())
+    if (wxDirExists(strDir))
         wxSetWorkingDirectory(strDir);
     return true;
 }
@@ -302,7 +302,7 @@ bool Main_cls::SaveProjectMain(const wxString& strPath, int) {
         PushBackRecent(strPath);
         // Raw paths are then written relative to the project's own folder.
         wxString strDir = wxFileName(strPath).GetPath();
-        if (!strDir.empty())
+        if (wxDirExists(strDir))
             wxSetWorkingDirectory(strDir);
     }
     wxString strText = SerializeProject();

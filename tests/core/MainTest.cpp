@@ -1,0 +1,225 @@
+#include "CoreFixture.h"
+#include "UseGZ_cls.h"
+
+#include <random>
+
+using MainTest = CoreFixture;
+
+TEST_F(MainTest, PanelUpdatesQueueOnceAndFlushLastInFirstOut) {
+    int clears = 0;
+    mpMain->SetFlushHook([&] { ++clears; });
+    mpMain->UpdatePanelsFlush();
+    EXPECT_EQ(clears, 1); // an empty queue still drops the read requests
+
+    mpMain->UpdatePanels("VIEW3D");
+    mpMain->UpdatePanels("VIEW3D");
+    mpMain->UpdatePanels("VIEW3D::OUTLINER");
+    mpMain->UpdatePanels("TIMELINE::::CONSOLE");
+    EXPECT_EQ(mpMain->mVStrPanelQueue.size(), 3u);
+    mpMain->UpdatePanelsFlush();
+    // Last in first out; an empty item stops its string.
+    EXPECT_EQ(mFrame.mVStrPanels, (std::vector<wxString>{"TIMELINE", "VIEW3D", "OUTLINER", "VIEW3D"}));
+    EXPECT_TRUE(mpMain->mVStrPanelQueue.empty());
+    EXPECT_EQ(clears, 2);
+
+    std::vector<wxString> vPref;
+    GpCPreference->mFuncUpdatePanels = [&](const wxString& str) { vPref.push_back(str); };
+    mpMain->UpdatePanels("ALL");
+    mpMain->UpdatePanelsFlush();
+    EXPECT_EQ(vPref, std::vector<wxString>{"ALL"});
+}
+
+TEST_F(MainTest, ProjectTextRoundTripsAndCommentsAreSkipped) {
+    std::string text = "FrameMain::0::two views\r\n"
+                       "-- a comment\r\n"
+                       "/* a block comment\r\n"
+                       "ConfItemList::Begin::Preference\r\n"
+                       "closing text */ RelativePath=0\r\n"
+                       "ConfItemList::Begin::MainConfList\r\n"
+                       "LastFileIMG=img/a.png\r\n"
+                       "VersionProject=0.10\r\n"
+                       "Unknown=1\r\n"
+                       "ConfItemList::End\r\n"
+                       "Foreign::Line\r\n"
+                       "a /* b\r\n"
+                       "ConfItemList::Begin::NoSuchList\r\n"
+                       "ConfItemList::End\r\n";
+    ASSERT_TRUE(OpenText(text));
+    EXPECT_EQ(mFrame.mStrLayout, "two views");
+    EXPECT_EQ(mpMain->mCLastFileIMG.GetBodySTR(), "img/a.png");
+    EXPECT_EQ(mpMain->mCVersionProject.GetBodySTR(), "0.10");
+    EXPECT_EQ(GpCPreference->GetRelativePath(), 1); // the commented block did not run
+    EXPECT_EQ(GpCUndo->GetCount(), 0);
+    EXPECT_TRUE(mpMain->mbProjectFileCurrent);
+    EXPECT_EQ(mFrame.mTitleUpdates, 1);
+    EXPECT_EQ(mpMain->mCLastFileOVP.GetBodySTR(), mDir.Path("p.ovp"));
+    EXPECT_EQ(mpMain->GetStrRecent(0), mDir.Path("p.ovp"));
+
+    ASSERT_TRUE(mpMain->SaveProjectMain(mDir.Path("q.ovp"), 0));
+    std::string saved = ReadBytes(mDir.Path("q.ovp"));
+    EXPECT_EQ(saved, "FrameMain::0::two views\n"
+                     "ConfItemList::Begin::MainConfList\n"
+                     "LastFileOVP=p.ovp\n"
+                     "LastFileIMG=img/a.png\n"
+                     "LastFilePARTICLE=NONE\n"
+                     "LastFileVOLUME=NONE\n"
+                     "LastFileMESH=NONE\n"
+                     "LastFileHF=NONE\n"
+                     "LastFileSTREAM=NONE\n"
+                     "VersionProject=0.47 (2018/9/27)\n"
+                     "ConfItemList::End\n"
+                     "ConfItemList::Begin::Preference\n"
+                     "RelativePath=1\n"
+                     "ConfItemList::End\n");
+    EXPECT_EQ(wxGetCwd(), wxFileName(mDir.Path("q.ovp")).GetPath());
+    EXPECT_EQ(mpMain->GetStrRecent(0), mDir.Path("q.ovp"));
+
+    // Written, read back and written again: the same text. Opening makes the file the last
+    // project, so the first reopen changes LastFileOVP= once.
+    ASSERT_TRUE(mpMain->OpenProjectMain(mDir.Path("q.ovp"), true));
+    ASSERT_TRUE(mpMain->SaveProjectMain(mDir.Path("q.ovp"), 0));
+    std::string once = ReadBytes(mDir.Path("q.ovp"));
+    EXPECT_NE(once.find("LastFileOVP=q.ovp\n"), std::string::npos);
+    ASSERT_TRUE(mpMain->OpenProjectMain(mDir.Path("q.ovp"), true));
+    ASSERT_TRUE(mpMain->SaveProjectMain(mDir.Path("q.ovp"), 0));
+    EXPECT_EQ(ReadBytes(mDir.Path("q.ovp")), once);
+    // A gzip project loads like a plain one.
+    ASSERT_TRUE(UseGZ_cls::SaveMemoryToGZ(mDir.Path("z.ovp.gz"), saved.data(), (long long)saved.size()));
+    mFrame.mStrLayout = "changed";
+    ASSERT_TRUE(mpMain->OpenProjectMain(mDir.Path("z.ovp.gz"), true));
+    EXPECT_EQ(mFrame.mStrLayout, "two views");
+}
+
+TEST_F(MainTest, OneLineBlockCommentAndClosingLineIsDropped) {
+    ASSERT_TRUE(OpenText(
+        "/* one line */\nFrameMain::0::A\n/*\nFrameMain::0::B\nx */ FrameMain::0::C\nFrameMain::0::D\n"));
+    EXPECT_EQ(mFrame.mStrLayout, "D");
+    ASSERT_TRUE(OpenText("/* one line */\nFrameMain::0::A\n"));
+    EXPECT_EQ(mFrame.mStrLayout, "A");
+}
+
+TEST_F(MainTest, FailedOpensChangeNothing) {
+    GpCUndo->PushCommandPair("x", "y");
+    mpMain->UpdatePanels("OUTLINER");
+    int cleared = 0;
+    mpMain->AddClearHook([&] { ++cleared; });
+    {
+        LogCapture_cls log;
+        EXPECT_FALSE(mpMain->OpenProjectMain(mDir.Path("missing.ovp"), true));
+        EXPECT_TRUE(log.Contains("Read Configure Fails " + mDir.Path("missing.ovp")));
+    }
+    {
+        LogCapture_cls log;
+        EXPECT_FALSE(mpMain->OpenProjectMain(mDir.Path("Orvantis4Configure.txt"), false));
+        EXPECT_TRUE(log.mVStrLines.empty()); // a missing settings file is silent
+    }
+    EXPECT_FALSE(OpenText("", true, "empty.ovp"));
+    EXPECT_EQ(cleared, 0);
+    EXPECT_EQ(GpCUndo->GetCount(), 1);
+    EXPECT_EQ(mpMain->mVStrPanelQueue, std::vector<wxString>{"OUTLINER"});
+    EXPECT_FALSE(mpMain->mbProjectFileCurrent);
+
+    ASSERT_TRUE(OpenText("FrameMain::0::x\n"));
+    EXPECT_EQ(cleared, 1);
+    EXPECT_EQ(GpCUndo->GetCount(), 0);
+}
+
+TEST_F(MainTest, SettingsFilesAreMergedNotCleared) {
+    int cleared = 0;
+    mpMain->AddClearHook([&] { ++cleared; });
+    ASSERT_TRUE(OpenText("ConfItemList::Begin::MainConfList\nLastFileMESH=m.obj\nConfItemList::End\n", false,
+                         "Orvantis4Configure.txt"));
+    ASSERT_TRUE(OpenText("FrameMain::0::layout\n", false, "InitLayout.ovp"));
+    EXPECT_EQ(cleared, 0);
+    EXPECT_FALSE(mpMain->mbProjectFileCurrent);
+    EXPECT_EQ(mpMain->mCLastFileMESH.GetBodySTR(), "m.obj");
+    EXPECT_TRUE(mpMain->GetStrRecent(0).empty()); // neither counts as a recent file
+}
+
+TEST_F(MainTest, RecentFilesRotate) {
+    for (int i = 0; i < 12; ++i)
+        mpMain->PushBackRecent(wxString::Format("f%d", i));
+    EXPECT_EQ(mpMain->GetStrRecent(0), "f11");
+    EXPECT_EQ(mpMain->GetStrRecent(9), "f2");
+    mpMain->PushBackRecent("f5"); // moves to the front, the others shift down behind it
+    EXPECT_EQ(mpMain->GetStrRecent(0), "f5");
+    EXPECT_EQ(mpMain->GetStrRecent(1), "f11");
+    EXPECT_EQ(mpMain->GetStrRecent(6), "f6");
+    EXPECT_EQ(mpMain->GetStrRecent(7), "f4");
+    mpMain->PushBackRecent("f5");
+    EXPECT_EQ(mpMain->GetStrRecent(1), "f11");
+
+    ASSERT_TRUE(mpMain->SaveRecentFile(mDir.Path("recent.txt")));
+    std::string saved = ReadBytes(mDir.Path("recent.txt"));
+    EXPECT_EQ(saved.substr(0, 8), "f5\nf11\nf");
+    Main_cls* pOld = mpMain.release();
+    delete pOld;
+    mpMain = std::make_unique<Main_cls>(mDir.mStrPath);
+    WriteBytes(mDir.Path("recent.txt"), saved + "  \nextra1  \nextra2\n");
+    mpMain->OpenRecentFile(mDir.Path("recent.txt"));
+    EXPECT_EQ(mpMain->GetStrRecent(0), "f5");
+    EXPECT_EQ(mpMain->GetStrRecent(9), "f2");
+    mpMain->OpenRecentFile(mDir.Path("none.txt"));
+    EXPECT_EQ(mpMain->GetStrRecent(0), "f5");
+}
+
+TEST_F(MainTest, QuitWritesSettingsAndRecentFiles) {
+    int cleared = 0;
+    mpMain->AddClearHook([&] { ++cleared; });
+    mpMain->PushBackRecent("/data/a.ovp");
+    mpMain->mCLastFileOVP.SetBodyFromData(wxString("None"));
+    mpMain->ProcAfterMath("Quit", "");
+    EXPECT_EQ(cleared, 1);
+    EXPECT_EQ(mFrame.mVStrAfterMath, std::vector<wxString>{"Quit"});
+    EXPECT_EQ(ReadBytes(mDir.Path("Orvantis4Recent.txt")), "/data/a.ovp\n");
+    std::string conf = ReadBytes(mDir.Path("Orvantis4Configure.txt"));
+    EXPECT_EQ(conf.substr(0, 48), "ConfItemList::Begin::MainConfList\nLastFileOVP=No");
+    EXPECT_EQ(conf.find("Preference"), std::string::npos); // only the main list
+}
+
+TEST_F(MainTest, FailedSaveKeepsThePreviousFile) {
+    ASSERT_TRUE(WriteBytes(mDir.Path("keep.ovp"), "old text\n"));
+    wxString strBlocked = mDir.Path("keep.ovp.saving~");
+    wxFileName::Mkdir(strBlocked); // the file written beside it cannot be made
+    EXPECT_FALSE(mpMain->SaveProjectMain(mDir.Path("keep.ovp"), 0));
+    EXPECT_EQ(ReadBytes(mDir.Path("keep.ovp")), "old text\n");
+    EXPECT_FALSE(mpMain->SaveProjectMain(mDir.Path("no/such/dir/x.ovp"), 0));
+}
+
+TEST_F(MainTest, OpenProjectAsksAndSavesAsAddsTheExtension) {
+    EXPECT_FALSE(mpMain->OpenProject("")); // cancelled
+    WriteBytes(mDir.Path("asked.ovp"), "FrameMain::0::asked\n");
+    mFrame.mStrAnswer = mDir.Path("asked.ovp");
+    EXPECT_TRUE(mpMain->OpenProject(""));
+    EXPECT_EQ(mFrame.mStrLayout, "asked");
+    mFrame.mStrAnswer = mDir.Path("saved");
+    EXPECT_TRUE(mpMain->SaveProjectAs(0));
+    EXPECT_TRUE(wxFileName::FileExists(mDir.Path("saved.ovp")));
+}
+
+// Any bytes given as a project load without a crash or hang.
+TEST_F(MainTest, TruncatedAndMutatedProjectsLoad) {
+    std::string text = "FrameMain::0::layout\n"
+                       "ConfItemList::Begin::MainConfList\nLastFileIMG=a.png\nConfItemList::End\n"
+                       "ConfItemList::Begin::Preference\nRelativePath=0\nConfItemList::End\n"
+                       "/* comment\n*/\n-- x\n";
+    std::mt19937 rng(1234);
+    for (size_t cut = 0; cut <= text.size(); ++cut) {
+        SCOPED_TRACE(cut);
+        OpenText(text.substr(0, cut));
+    }
+    for (int round = 0; round < 300; ++round) {
+        std::string mutated = text;
+        int changes = 1 + static_cast<int>(rng() % 8);
+        for (int i = 0; i < changes; ++i)
+            mutated[rng() % mutated.size()] = static_cast<char>(rng() % 256);
+        OpenText(mutated);
+    }
+    std::string noise(4096, '\0');
+    for (char& c : noise)
+        c = static_cast<char>(rng() % 256);
+    OpenText(noise);
+    ASSERT_TRUE(OpenText(text));
+    EXPECT_EQ(mpMain->mCLastFileIMG.GetBodySTR(), "a.png");
+    EXPECT_EQ(GpCPreference->GetRelativePath(), 0);
+}
