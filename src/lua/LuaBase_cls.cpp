@@ -1,0 +1,263 @@
+#include "LuaBase_cls.h"
+
+#include <cstdlib>
+#include <iostream>
+
+namespace {
+
+// Per-state bookkeeping of the memory limit and the work bound. It is the allocator's user
+// data, so every coroutine of a state reaches the same one through lua_getallocf.
+struct LuaGuard_str {
+    size_t mMemoryUsed = 0;
+    long long mWorkDone = 0;
+};
+
+LuaGuard_str* GetGuard(lua_State* pL) {
+    void* pUD = nullptr;
+    lua_getallocf(pL, &pUD);
+    return static_cast<LuaGuard_str*>(pUD);
+}
+
+void* GuardedAlloc(void* pUD, void* ptr, size_t oldSize, size_t newSize) {
+    LuaGuard_str* pGuard = static_cast<LuaGuard_str*>(pUD);
+    size_t oldHeld = ptr ? oldSize : 0; // with no block, oldSize tells the kind of object
+    if (newSize == 0) {
+        free(ptr);
+        pGuard->mMemoryUsed -= oldHeld;
+        return nullptr;
+    }
+    // Shrinking must not fail, so only growth is checked against the limit.
+    if (newSize > oldHeld && pGuard->mMemoryUsed - oldHeld + newSize > LuaBase_cls::msMemoryLimit)
+        return nullptr;
+    void* pNew = realloc(ptr, newSize);
+    if (!pNew)
+        return nullptr;
+    pGuard->mMemoryUsed = pGuard->mMemoryUsed - oldHeld + newSize;
+    return pNew;
+}
+
+void CountHook(lua_State* pL, lua_Debug*) {
+    LuaGuard_str* pGuard = GetGuard(pL);
+    pGuard->mWorkDone += lua_gethookcount(pL);
+    if (pGuard->mWorkDone < LuaBase_cls::msInstructionLimit) {
+        // A coroutine left on a count of 1 by an earlier stop goes back to the normal pace.
+        if (lua_gethookcount(pL) != LuaBase_cls::msHookInterval)
+            lua_sethook(pL, CountHook, LUA_MASKCOUNT, LuaBase_cls::msHookInterval);
+        return;
+    }
+    // From now on every instruction fails, so a pcall inside the script that catches this
+    // error cannot keep a loop going: each enclosing level fails at its next instruction.
+    lua_sethook(pL, CountHook, LUA_MASKCOUNT, 1);
+    luaL_error(pL, "script stopped after %d instructions (endless loop?)",
+               static_cast<int>(LuaBase_cls::msInstructionLimit));
+}
+
+} // namespace
+
+LuaBase_cls::LuaBase_cls(const LuaBase_cls&) : Parser_cls() {}
+
+LuaBase_cls& LuaBase_cls::operator=(const LuaBase_cls& other) {
+    if (this != &other)
+        CloseLuaBase();
+    return *this;
+}
+
+LuaBase_cls::~LuaBase_cls() {
+    CloseLuaBase();
+}
+
+lua_State* LuaBase_cls::NewLuaState() {
+    LuaGuard_str* pGuard = new LuaGuard_str;
+    lua_State* pL = lua_newstate(GuardedAlloc, pGuard);
+    if (!pL) {
+        delete pGuard;
+        return nullptr;
+    }
+    lua_sethook(pL, CountHook, LUA_MASKCOUNT, msHookInterval);
+    luaL_openlibs(pL);
+    return pL;
+}
+
+void LuaBase_cls::CloseLuaState(lua_State* pL) {
+    if (!pL)
+        return;
+    LuaGuard_str* pGuard = GetGuard(pL);
+    lua_close(pL);
+    delete pGuard;
+}
+
+int LuaBase_cls::PCall(lua_State* pL, int nArgs, int nResults) {
+    GetGuard(pL)->mWorkDone = 0;
+    lua_sethook(pL, CountHook, LUA_MASKCOUNT, msHookInterval);
+    return lua_pcall(pL, nArgs, nResults, 0);
+}
+
+bool LuaBase_cls::OpenLuaBase(const wxString& strText, int tableCount, const wxArrayString& tableNames,
+                              luaL_Reg** tables, const wxString& strContext) {
+    // An open state only takes the new text, so a console keeps its globals between lines.
+    if (!mpLuaState) {
+        mpLuaState = NewLuaState();
+        if (!mpLuaState) {
+            LuaErrorSink_cls::Post("cannot create a Lua state::" + strContext);
+            return false;
+        }
+        lua_State* pL = mpLuaState;
+        int count = tableCount < int(tableNames.GetCount()) ? tableCount : int(tableNames.GetCount());
+        for (int i = 0; i < count; i++) {
+            if (!tables || !tables[i])
+                continue;
+            wxString strChild = tableNames[i];
+            wxString strParent = PopStrItemFromStrLine(strChild, ".");
+            if (strChild.IsEmpty()) {
+                lua_newtable(pL);
+                luaL_setfuncs(pL, tables[i], 0);
+                lua_setglobal(pL, strParent.utf8_str());
+                continue;
+            }
+            lua_getglobal(pL, strParent.utf8_str());
+            if (!lua_istable(pL, -1)) {
+                // Parents stand earlier in the list; without one the child has nowhere to go.
+                lua_pop(pL, 1);
+                LuaErrorSink_cls::Post("no parent table for " + tableNames[i] + "::" + strContext);
+                continue;
+            }
+            lua_newtable(pL);
+            luaL_setfuncs(pL, tables[i], 0);
+            lua_setfield(pL, -2, strChild.utf8_str());
+            lua_pop(pL, 1);
+        }
+        static const luaL_Reg printFuncs[] = {{"print", l_my_print}, {nullptr, nullptr}};
+        lua_getglobal(pL, "_G");
+        luaL_setfuncs(pL, printFuncs, 0);
+        lua_setglobal(pL, "_G");
+    }
+    lua_State* pL = mpLuaState;
+    wxScopedCharBuffer bufText = strText.utf8_str();
+    if (bufText.length() > 0) {
+        if (luaL_loadstring(pL, bufText.data()) != LUA_OK || PCall(pL, 0, LUA_MULTRET) != LUA_OK) {
+            CheckErrorMessage(pL, strContext);
+            return false;
+        }
+        lua_settop(pL, 0); // a text that returns values leaves nothing behind
+    }
+    // Keep the entry point in the registry so each call is one table read, not a name lookup.
+    luaL_unref(pL, LUA_REGISTRYINDEX, mScriptRef);
+    lua_getglobal(pL, "script");
+    if (lua_isfunction(pL, -1)) {
+        mScriptRef = luaL_ref(pL, LUA_REGISTRYINDEX);
+    } else {
+        lua_pop(pL, 1);
+        mScriptRef = LUA_NOREF;
+    }
+    return true;
+}
+
+void LuaBase_cls::CloseLuaBase() {
+    if (!mpLuaState)
+        return;
+    CloseLuaState(mpLuaState);
+    mpLuaState = nullptr;
+    mScriptRef = LUA_NOREF;
+}
+
+void LuaBase_cls::ClearLuaStack() {
+    if (mpLuaState)
+        lua_settop(mpLuaState, 0);
+}
+
+void LuaBase_cls::SetVariable(double value, const char* strName) {
+    SetVariable(mpLuaState, value, strName);
+}
+
+void LuaBase_cls::SetVariable(int value, const char* strName) {
+    SetVariable(mpLuaState, value, strName);
+}
+
+void LuaBase_cls::SetVariable(lua_State* pL, double value, const char* strName) {
+    if (!pL)
+        return;
+    lua_pushnumber(pL, value);
+    lua_setglobal(pL, strName);
+}
+
+void LuaBase_cls::SetVariable(lua_State* pL, int value, const char* strName) {
+    SetVariable(pL, static_cast<double>(value), strName);
+}
+
+bool LuaBase_cls::CallScript(const double* pArgs, int nArgs, double* pResults, int nResults,
+                             const wxString& strContext, bool bReport) {
+    lua_State* pL = mpLuaState;
+    if (!pL || nArgs < 0 || nResults < 0)
+        return false;
+    if (!lua_checkstack(pL, nArgs + nResults + 1)) {
+        if (bReport)
+            LuaErrorSink_cls::Post("stack overflow::" + strContext);
+        return false;
+    }
+    if (mScriptRef == LUA_NOREF)
+        lua_pushnil(pL); // the call below then fails with Lua's own "attempt to call a nil value"
+    else
+        lua_rawgeti(pL, LUA_REGISTRYINDEX, mScriptRef);
+    for (int i = 0; i < nArgs; i++)
+        lua_pushnumber(pL, pArgs[i]);
+    if (PCall(pL, nArgs, nResults) != LUA_OK) {
+        if (bReport)
+            CheckErrorMessage(pL, strContext);
+        else
+            lua_pop(pL, 1);
+        return false;
+    }
+    for (int i = 0; i < nResults; i++)
+        pResults[i] = lua_tonumberx(pL, i - nResults, nullptr);
+    lua_pop(pL, nResults);
+    return true;
+}
+
+void LuaBase_cls::CheckErrorMessage(lua_State* pL, const wxString& strContext) {
+    wxString strMessage;
+    if (pL && lua_gettop(pL) > 0) {
+        int type = lua_type(pL, -1);
+        if (type == LUA_TSTRING || type == LUA_TNUMBER)
+            strMessage = wxString::FromUTF8(lua_tostring(pL, -1));
+        else
+            strMessage = wxString::Format("(error object is a %s value)", lua_typename(pL, type));
+        lua_pop(pL, 1);
+    }
+    LuaErrorSink_cls::Post(strMessage + "::" + strContext);
+}
+
+void LuaBase_cls::COutErrorMessage() {
+    if (!mpLuaState)
+        return;
+    const char* pMessage = lua_gettop(mpLuaState) > 0 ? lua_tostring(mpLuaState, -1) : nullptr;
+    std::cout << (pMessage ? pMessage : "") << "\n";
+    lua_settop(mpLuaState, 0);
+}
+
+int LuaBase_cls::l_my_print(lua_State* pL) {
+    int count = lua_gettop(pL);
+    for (int i = 1; i <= count; i++) {
+        size_t length = 0;
+        const char* pText = luaL_checklstring(pL, i, &length);
+        std::cout.write(pText, static_cast<std::streamsize>(length));
+        std::cout << ' ';
+    }
+    std::cout << '\n';
+    return 0;
+}
+
+bool LuaBase_cls::IsWordExist(const wxString& strText, const wxString& strWord) {
+    if (strWord.IsEmpty())
+        return false;
+    auto isWordChar = [](wxUniChar c) { return c == '_' || (c.IsAscii() && isalnum(int(char(c)))); };
+    size_t pos = strText.find(strWord);
+    while (pos != wxString::npos) {
+        size_t end = pos + strWord.length();
+        bool bFreeBefore = pos == 0 || !isWordChar(strText[pos - 1]);
+        bool bFreeAfter = end >= strText.length() || !isWordChar(strText[end]);
+        if (bFreeBefore && bFreeAfter)
+            return true;
+        pos = strText.find(strWord, pos + 1);
+    }
+    return false;
+}
