@@ -94,6 +94,7 @@ public:
     // ---- TextHost_cls ----
     void PushCommandPairAndRedo(const wxString& strUndo, const wxString& strDo) override;
     int GetRelativePathMode() override;
+    int GetGZQuality() override;
 
     wxString GetStrAppDir() const { return mStrAppDir; }
     wxString GetStrStartDir() const { return mStrStartDir; }

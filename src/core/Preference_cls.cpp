@@ -4,4 +4,9 @@ Preference_cls::Preference_cls() {
     SetTag("Preference");
     // Relative by default: a project folder moved together with its data still opens.
     Add(&mCRelativePath, "RelativePath=", "1");
+    Add(&mCPrefetchLength, "PrefetchLength=", "10");
+    Add(&mCParticleMax, "ParticleMax=", "20000");
+    Add(&mCMemoryLimitMB, "MemoryLimitMB=", "1024");
+    Add(&mCMemoryLimitTexMB, "MemoryLimitTexMB=", "1024");
+    Add(&mCPrefGZQuality, "PrefGZQuality=", "0");
 }

@@ -12,6 +12,14 @@ public:
 
     // 0 writes file paths absolute, anything else relative to the project's folder.
     int GetRelativePath() const { return static_cast<int>(mCRelativePath.GetBodyINT()); }
+    // Frames read ahead of the current one while idle.
+    int GetPrefetchLength() const { return static_cast<int>(mCPrefetchLength.GetBodyINT()); }
+    // Thousands of particles read at most from one file.
+    long long GetParticleMax() const { return mCParticleMax.GetBodyINT(); }
+    long long GetMemoryLimitMB() const { return mCMemoryLimitMB.GetBodyINT(); }
+    long long GetMemoryLimitTexMB() const { return mCMemoryLimitTexMB.GetBodyINT(); }
+    // 1 writes gzip files fast ("wb1"), anything else small ("wb9").
+    int GetPrefGZQuality() const { return static_cast<int>(mCPrefGZQuality.GetBodyINT()); }
     // Delivers one panel name to the preference dialog, when it is open.
     void UpdatePanels(const wxString& strPanel) {
         if (mFuncUpdatePanels)
@@ -19,5 +27,10 @@ public:
     }
 
     ConfItemBOOL_cls mCRelativePath;
+    ConfItemINT_cls mCPrefetchLength;
+    ConfItemINT_cls mCParticleMax;
+    ConfItemINT_cls mCMemoryLimitMB;
+    ConfItemINT_cls mCMemoryLimitTexMB;
+    ConfItemINT_cls mCPrefGZQuality;
     std::function<void(const wxString&)> mFuncUpdatePanels; // installed by the dialog
 };

@@ -13,6 +13,8 @@ public:
     virtual void PushCommandPairAndRedo(const wxString& strUndo, const wxString& strDo) = 0;
     // The RelativePath= preference: 0 writes raw paths absolute, anything else relative.
     virtual int GetRelativePathMode() = 0;
+    // The PrefGZQuality= preference: 1 compresses fast, anything else small.
+    virtual int GetGZQuality() { return 0; }
 
     // Main thread only. Not owned.
     static void Install(TextHost_cls* pHost) { mspHost = pHost; }

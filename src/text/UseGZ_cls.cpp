@@ -1,5 +1,7 @@
 #include "UseGZ_cls.h"
 
+#include "TextHost_cls.h"
+
 #include <zlib.h>
 
 #include <algorithm>
@@ -146,7 +148,9 @@ long long UseGZ_cls::GetLineNumberGZ(const wxString& strPath) {
 }
 
 bool UseGZ_cls::SaveMemoryToGZ(const wxString& strPath, const char* pData, long long size) {
-    gzFile gz = gzopen(strPath.fn_str(), "wb");
+    TextHost_cls* pHost = TextHost_cls::Get();
+    const char* mode = (pHost && pHost->GetGZQuality() == 1) ? "wb1" : "wb9";
+    gzFile gz = gzopen(strPath.fn_str(), mode);
     if (!gz)
         return false;
     bool bOk = true;

@@ -70,6 +70,11 @@ TEST_F(MainTest, ProjectTextRoundTripsAndCommentsAreSkipped) {
                      "ConfItemList::End\n"
                      "ConfItemList::Begin::Preference\n"
                      "RelativePath=1\n"
+                     "PrefetchLength=10\n"
+                     "ParticleMax=20000\n"
+                     "MemoryLimitMB=1024\n"
+                     "MemoryLimitTexMB=1024\n"
+                     "PrefGZQuality=0\n"
                      "ConfItemList::End\n");
     EXPECT_EQ(wxGetCwd(), wxFileName(mDir.Path("q.ovp")).GetPath());
     EXPECT_EQ(mpMain->GetStrRecent(0), mDir.Path("q.ovp"));
