@@ -169,7 +169,9 @@ void Main_cls::PushCommandPairAndRedo(const wxString& strUndo, const wxString& s
     GpCUndo->Redo();
 }
 
-int Main_cls::GetGZQuality() { return GpCPreference ? GpCPreference->GetPrefGZQuality() : 0; }
+int Main_cls::GetGZQuality() {
+    return GpCPreference ? GpCPreference->GetPrefGZQuality() : 0;
+}
 
 int Main_cls::GetRelativePathMode() {
     return GpCPreference ? GpCPreference->GetRelativePath() : 1;
