@@ -1,0 +1,176 @@
+// The four-section parallel sort and its two-ended merge.
+#include "SortParallel_cls.h"
+#include "ThreadSortMergeInv_cls.h"
+#include "ThreadSortMergeOrd_cls.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <vector>
+
+namespace {
+
+std::vector<ArrayAndIndex_cls> MakeKeys(int count, int distinct, unsigned seed) {
+    std::mt19937 rng(seed);
+    std::uniform_int_distribution<int> dist(0, distinct - 1);
+    std::vector<ArrayAndIndex_cls> v(count);
+    for (int i = 0; i < count; ++i)
+        v[i] = ArrayAndIndex_cls{i, static_cast<float>(dist(rng)) * 0.5f - 3.0f};
+    return v;
+}
+
+// Sorted, and each original element exactly once with its own key.
+void ExpectSortedPermutation(const std::vector<ArrayAndIndex_cls>& sorted,
+                             const std::vector<ArrayAndIndex_cls>& original) {
+    ASSERT_EQ(sorted.size(), original.size());
+    std::vector<int> seen(original.size(), 0);
+    for (size_t k = 0; k < sorted.size(); ++k) {
+        const ArrayAndIndex_cls& e = sorted[k];
+        ASSERT_GE(e.mIndex, 0);
+        ASSERT_LT(e.mIndex, static_cast<int>(original.size()));
+        ++seen[e.mIndex];
+        EXPECT_EQ(e.mValue, original[e.mIndex].mValue) << "at " << k;
+        if (k > 0) {
+            ASSERT_FALSE(e.mValue < sorted[k - 1].mValue) << "out of order at " << k;
+        }
+    }
+    for (size_t i = 0; i < seen.size(); ++i)
+        ASSERT_EQ(seen[i], 1) << "element " << i << " appears " << seen[i] << " times";
+}
+
+TEST(SortParallelTest, TinyAndUnevenCounts) {
+    SortParallel_cls sorter;
+    for (int count : {0, 1, 2, 3, 4, 5, 6, 7, 9, 13, 101, 1002, 65537}) {
+        for (int distinct : {1, 3, 1000000}) {
+            SCOPED_TRACE(testing::Message() << count << " elements, " << distinct << " distinct keys");
+            const std::vector<ArrayAndIndex_cls> original = MakeKeys(count, distinct, count * 31u + distinct);
+            std::vector<ArrayAndIndex_cls> data = original;
+            sorter.SortParallel(data.data(), count);
+            ExpectSortedPermutation(data, original);
+        }
+    }
+}
+
+TEST(SortParallelTest, LargeArrayMatchesStdSortKeys) {
+    const int count = 1000003;
+    const std::vector<ArrayAndIndex_cls> original = MakeKeys(count, 5000, 7);
+    std::vector<ArrayAndIndex_cls> data = original;
+    SortParallel_cls sorter;
+    sorter.SortParallel(data.data(), count);
+    ExpectSortedPermutation(data, original);
+
+    std::vector<ArrayAndIndex_cls> reference = original;
+    std::sort(reference.begin(), reference.end());
+    for (int k = 0; k < count; ++k)
+        ASSERT_EQ(data[k].mValue, reference[k].mValue) << "at " << k;
+}
+
+TEST(SortParallelTest, AlreadySortedAndReversedInput) {
+    SortParallel_cls sorter;
+    for (bool reversed : {false, true}) {
+        SCOPED_TRACE(reversed ? "reversed" : "sorted");
+        std::vector<ArrayAndIndex_cls> original(10007);
+        for (int i = 0; i < 10007; ++i)
+            original[i] = ArrayAndIndex_cls{i, static_cast<float>(reversed ? -i : i)};
+        std::vector<ArrayAndIndex_cls> data = original;
+        sorter.SortParallel(data.data(), 10007);
+        ExpectSortedPermutation(data, original);
+    }
+}
+
+// Both halves of one merge into a fresh target.
+std::vector<ArrayAndIndex_cls> MergeBothEnds(const std::vector<ArrayAndIndex_cls>& source, int split,
+                                             int block) {
+    const int count = static_cast<int>(source.size());
+    std::vector<ArrayAndIndex_cls> target(count, ArrayAndIndex_cls{-1, -99.0f});
+    ThreadSortMergeOrd_cls::MergeFront(target.data(), source.data(), 0, split, split, count, block);
+    ThreadSortMergeInv_cls::MergeBack(target.data(), source.data(), 0, split, split, count, block);
+    return target;
+}
+
+std::vector<int> Indices(const std::vector<ArrayAndIndex_cls>& v) {
+    std::vector<int> out;
+    for (const ArrayAndIndex_cls& e : v)
+        out.push_back(e.mIndex);
+    return out;
+}
+
+TEST(SortMergeTest, EqualKeysOfTheLaterRunComeFirst) {
+    // A = indices 0..3, B = indices 10..12.
+    const std::vector<ArrayAndIndex_cls> source = {{0, 1.0f},  {1, 2.0f},  {2, 2.0f}, {3, 3.0f},
+                                                   {10, 2.0f}, {11, 2.0f}, {12, 4.0f}};
+    for (int block : {1, 2, 3}) {
+        SCOPED_TRACE(testing::Message() << "block " << block);
+        EXPECT_EQ(Indices(MergeBothEnds(source, 4, block)), (std::vector<int>{0, 10, 11, 1, 2, 3, 12}));
+    }
+
+    // Only the front half writes the first four positions, only the back half the last three.
+    std::vector<ArrayAndIndex_cls> target(7, ArrayAndIndex_cls{-1, 0.0f});
+    ThreadSortMergeOrd_cls::MergeFront(target.data(), source.data(), 0, 4, 4, 7, 1);
+    EXPECT_EQ(Indices(target), (std::vector<int>{0, 10, 11, 1, -1, -1, -1}));
+    std::fill(target.begin(), target.end(), ArrayAndIndex_cls{-1, 0.0f});
+    ThreadSortMergeInv_cls::MergeBack(target.data(), source.data(), 0, 4, 4, 7, 1);
+    EXPECT_EQ(Indices(target), (std::vector<int>{-1, -1, -1, -1, 2, 3, 12}));
+}
+
+TEST(SortMergeTest, HalvesMeetWithoutASeam) {
+    std::mt19937 rng(99);
+    for (int trial = 0; trial < 300; ++trial) {
+        const int lenA = static_cast<int>(rng() % 40);
+        const int lenB = static_cast<int>(rng() % 40);
+        const int distinct = 1 + static_cast<int>(rng() % 6);
+        std::vector<ArrayAndIndex_cls> source;
+        for (int i = 0; i < lenA + lenB; ++i)
+            source.push_back(ArrayAndIndex_cls{i, static_cast<float>(rng() % distinct)});
+        std::stable_sort(source.begin(), source.begin() + lenA);
+        std::stable_sort(source.begin() + lenA, source.end());
+
+        // std::merge prefers its first range on ties: give it B first.
+        std::vector<ArrayAndIndex_cls> expected(lenA + lenB);
+        std::merge(source.begin() + lenA, source.end(), source.begin(), source.begin() + lenA,
+                   expected.begin());
+        for (int block : {1, 2, 5}) {
+            SCOPED_TRACE(testing::Message() << "A " << lenA << ", B " << lenB << ", block " << block);
+            ASSERT_EQ(Indices(MergeBothEnds(source, lenA, block)), Indices(expected));
+        }
+    }
+}
+
+TEST(SortMergeTest, EmptyRunCopiesTheOther) {
+    const std::vector<ArrayAndIndex_cls> run = {{5, -1.0f}, {6, 0.0f}, {7, 8.0f}};
+    EXPECT_EQ(Indices(MergeBothEnds(run, 0, 1)), (std::vector<int>{5, 6, 7}));
+    EXPECT_EQ(Indices(MergeBothEnds(run, 3, 1)), (std::vector<int>{5, 6, 7}));
+    EXPECT_TRUE(MergeBothEnds({}, 0, 1).empty());
+}
+
+TEST(SortMergeTest, MergeWorkersOnThreads) {
+    // Runs at an offset inside a larger array, merged by the two worker classes on their threads.
+    std::vector<ArrayAndIndex_cls> source(20, ArrayAndIndex_cls{-1, 0.0f});
+    for (int i = 0; i < 6; ++i)
+        source[4 + i] = ArrayAndIndex_cls{i, static_cast<float>(i * 2)}; // A at 4 .. 10
+    for (int i = 0; i < 5; ++i)
+        source[10 + i] = ArrayAndIndex_cls{100 + i, static_cast<float>(i * 3)}; // B at 10 .. 15
+    std::vector<ArrayAndIndex_cls> target(20, ArrayAndIndex_cls{-7, 0.0f});
+
+    std::atomic<bool> flags[2] = {};
+    auto* pOrd = new ThreadSortMergeOrd_cls;
+    pOrd->SetParameters(target.data(), source.data(), 4, 10, 10, 15, 1);
+    ThreadCommon_cls::StartWorker(pOrd, &flags[0], 4, 10);
+    auto* pInv = new ThreadSortMergeInv_cls;
+    pInv->SetParameters(target.data(), source.data(), 4, 10, 10, 15, 1);
+    ThreadCommon_cls::StartWorker(pInv, &flags[1], 10, 15);
+    ThreadCommon_cls::WaitThreadsNOTDeleteFlag(flags, 2, 1);
+
+    // Keys A: 0 2 4 6 8 10, B: 0 3 6 9 12.
+    const std::vector<int> merged = {100, 0, 1, 101, 2, 102, 3, 4, 103, 5, 104};
+    for (int k = 0; k < 20; ++k) {
+        SCOPED_TRACE(k);
+        if (k >= 4 && k < 15)
+            EXPECT_EQ(target[k].mIndex, merged[k - 4]);
+        else
+            EXPECT_EQ(target[k].mIndex, -7); // outside the runs nothing is written
+    }
+}
+
+} // namespace
