@@ -48,8 +48,34 @@ void CountHook(lua_State* pL, lua_Debug*) {
     // From now on every instruction fails, so a pcall inside the script that catches this
     // error cannot keep a loop going: each enclosing level fails at its next instruction.
     lua_sethook(pL, CountHook, LUA_MASKCOUNT, 1);
-    luaL_error(pL, "script stopped after %d instructions (endless loop?)",
-               static_cast<int>(LuaBase_cls::msInstructionLimit));
+    luaL_where(pL, 0); // level 0 inside a hook is the running Lua function: the message names its line
+    lua_pushfstring(pL, "script stopped after %d instructions (endless loop?)",
+                    static_cast<int>(LuaBase_cls::msInstructionLimit));
+    lua_concat(pL, 2);
+    lua_error(pL);
+}
+
+// A new coroutine starts its own instruction count, so a loop of short-lived coroutines would
+// run almost uncounted. Each creation is therefore charged a whole hook interval, the most a
+// coroutine can run before its own count reaches the hook.
+int ChargedCoroutineMaker(lua_State* pL) {
+    GetGuard(pL)->mWorkDone += LuaBase_cls::msHookInterval;
+    lua_pushvalue(pL, lua_upvalueindex(1));
+    lua_insert(pL, 1);
+    lua_call(pL, lua_gettop(pL) - 1, LUA_MULTRET);
+    return lua_gettop(pL);
+}
+
+void ChargeCoroutineCreation(lua_State* pL) {
+    lua_getglobal(pL, "coroutine");
+    if (lua_istable(pL, -1)) {
+        for (const char* strName : {"create", "wrap"}) {
+            lua_getfield(pL, -1, strName);
+            lua_pushcclosure(pL, ChargedCoroutineMaker, 1);
+            lua_setfield(pL, -2, strName);
+        }
+    }
+    lua_pop(pL, 1);
 }
 
 } // namespace
@@ -75,6 +101,7 @@ lua_State* LuaBase_cls::NewLuaState() {
     }
     lua_sethook(pL, CountHook, LUA_MASKCOUNT, msHookInterval);
     luaL_openlibs(pL);
+    ChargeCoroutineCreation(pL);
     return pL;
 }
 

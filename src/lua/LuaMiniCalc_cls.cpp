@@ -1,0 +1,29 @@
+#include "LuaMiniCalc_cls.h"
+
+#include "LuaBase_cls.h"
+
+bool LuaMiniCalc_cls::IsStringExpression(const wxString& strText) {
+    return strText.find_first_of("+-*/") != wxString::npos;
+}
+
+float LuaMiniCalc_cls::GetValue(const wxString& strExpr) {
+    wxString strScript = "function script()\nreturn " + strExpr + "\nend\n";
+    lua_State* pL = LuaBase_cls::NewLuaState();
+    if (!pL)
+        return 0;
+    if (luaL_loadstring(pL, strScript.utf8_str()) != LUA_OK || LuaBase_cls::PCall(pL, 0, 0) != LUA_OK) {
+        LuaBase_cls::CheckErrorMessage(pL, "MiniCalc::DoString::");
+        LuaBase_cls::CloseLuaState(pL);
+        return 0;
+    }
+    lua_getglobal(pL, "script");
+    if (LuaBase_cls::PCall(pL, 0, 1) != LUA_OK) {
+        LuaBase_cls::CheckErrorMessage(pL, "MiniCalc::");
+        LuaBase_cls::CloseLuaState(pL);
+        return 0;
+    }
+    double value = lua_tonumberx(pL, -1, nullptr);
+    lua_pop(pL, 1);
+    LuaBase_cls::CloseLuaState(pL);
+    return static_cast<float>(value);
+}
