@@ -1,0 +1,291 @@
+// Evaluation of one channel: values on, between, within the tolerance of and outside the keys,
+// for every key type, with and without extrapolation and with the slope cache.
+#include "AllocCounter.h"
+#include "Parameter_cls.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace {
+
+KeyFrame_cls Key(double x, double value, long type = 1, double ease = 1.0) {
+    KeyFrame_cls key;
+    key.mX = x;
+    key.mValue = value;
+    key.mType = type;
+    key.mEaseFactor = ease;
+    return key;
+}
+
+Parameter_cls Channel(std::vector<KeyFrame_cls> keys, bool bExtrapolate = false, bool bTimeDepend = true) {
+    Parameter_cls param(nullptr, "x", 0);
+    param.mVCKey = std::move(keys);
+    param.mCTimeDepend.SetBodyFromData(wxString(bTimeDepend ? "1" : "0"));
+    param.mCExtrapolate.SetBodyFromData(wxString(bExtrapolate ? "1" : "0"));
+    return param;
+}
+
+// The cubic of the design written out once more, for expected values.
+double Hermite(double y0, double y1, double dx, double m0, double m1, double u) {
+    const double a = dx * m0;
+    const double b = dx * m1;
+    return (2 * y0 + a - 2 * y1 + b) * u * u * u + (-3 * y0 - 2 * a + 3 * y1 - b) * u * u + a * u + y0;
+}
+
+constexpr double TOL = 1e-6;
+
+} // namespace
+
+TEST(ParameterEval, DefaultChannelHasOneLinearKeyAtZero) {
+    Parameter_cls param(nullptr, "x", 3);
+    ASSERT_EQ(param.GetKeyNum(), 1);
+    EXPECT_EQ(param.mVCKey[0].mX, 0.0);
+    EXPECT_EQ(param.mVCKey[0].mValue, 0.0);
+    EXPECT_EQ(param.mVCKey[0].mEaseFactor, 1.0);
+    EXPECT_EQ(param.mVCKey[0].mType, 1);
+    EXPECT_EQ(param.mIndex, 3);
+    EXPECT_FALSE(param.IsTimeDepend());
+}
+
+TEST(ParameterEval, OneKeyGivesItsValueEverywhere) {
+    for (long type : {0L, 1L, 2L, 5L}) {
+        for (bool bExtrapolate : {false, true}) {
+            for (bool bTimeDepend : {false, true}) {
+                SCOPED_TRACE(testing::Message() << "type " << type << " extrapolate " << bExtrapolate
+                                                << " time dependent " << bTimeDepend);
+                Parameter_cls param = Channel({Key(0.4, 7.5, type, 0.5)}, bExtrapolate, bTimeDepend);
+                for (double t : {-3.0, 0.0, 0.4 - 0.5 * TOL, 0.4, 0.4 + 0.5 * TOL, 0.7, 12.0})
+                    EXPECT_EQ(param.GetValue(t), 7.5) << "t " << t;
+                param.PrecalcBegin();
+                for (double t : {-3.0, 0.4, 12.0})
+                    EXPECT_EQ(param.GetValue(t), 7.5) << "precalculated, t " << t;
+            }
+        }
+    }
+}
+
+TEST(ParameterEval, ConstantChannelGivesFirstKey) {
+    Parameter_cls param = Channel({Key(0, 3), Key(1, 9)}, true, false);
+    for (double t : {-1.0, 0.0, 0.5, 1.0, 2.0})
+        EXPECT_EQ(param.GetValue(t), 3.0);
+}
+
+TEST(ParameterEval, OnKeyAndWithinToleranceGiveTheKeyValueForEveryType) {
+    for (long type : {0L, 1L, 2L, 5L}) {
+        SCOPED_TRACE(testing::Message() << "type " << type);
+        Parameter_cls param =
+            Channel({Key(0, 1, type, 0.5), Key(0.5, 4, type, 0.5), Key(1, -2, type, 0.5)}, true);
+        for (bool bPrecalc : {false, true}) {
+            SCOPED_TRACE(bPrecalc ? "precalculated" : "direct");
+            if (bPrecalc)
+                param.PrecalcBegin();
+            for (const KeyFrame_cls& key : param.mVCKey) {
+                EXPECT_EQ(param.GetValue(key.mX), key.mValue);
+                EXPECT_EQ(param.GetValue(key.mX - 0.9 * TOL), key.mValue);
+                EXPECT_EQ(param.GetValue(key.mX + 0.9 * TOL), key.mValue);
+            }
+            param.PrecalcEnd();
+        }
+    }
+}
+
+TEST(ParameterEval, LinearBetweenKeysAndJustOutsideTheTolerance) {
+    Parameter_cls param = Channel({Key(0, 0), Key(1, 10), Key(2, 4)});
+    EXPECT_DOUBLE_EQ(param.GetValue(0.25), 2.5);
+    EXPECT_DOUBLE_EQ(param.GetValue(1.5), 7.0);
+    // Within the tolerance before a key the key's value, not an interpolation.
+    EXPECT_EQ(param.GetValue(1 - 0.5 * TOL), 10.0);
+    EXPECT_NEAR(param.GetValue(1 - 2 * TOL), 10.0 - 20 * TOL, 1e-9);
+    EXPECT_NE(param.GetValue(1 - 2 * TOL), 10.0);
+    // Outside the range without Extrapolate=: the end keys.
+    EXPECT_EQ(param.GetValue(-5), 0.0);
+    EXPECT_EQ(param.GetValue(9), 4.0);
+}
+
+TEST(ParameterEval, TwoKeysWithinToleranceResolveToTheLaterOne) {
+    Parameter_cls param = Channel({Key(0, 0), Key(0.5, 1), Key(0.5 + 0.5 * TOL, 2), Key(1, 3)});
+    EXPECT_EQ(param.GetValue(0.5), 2.0);
+    EXPECT_EQ(param.GetControllingKey(0.5), 2);
+}
+
+TEST(ParameterEval, StepHoldsUntilTheNextKey) {
+    Parameter_cls param = Channel({Key(0, 1, 0), Key(1, 5, 0)}, true);
+    EXPECT_EQ(param.GetValue(0.3), 1.0);
+    EXPECT_EQ(param.GetValue(0.999), 1.0);
+    EXPECT_EQ(param.GetValue(1.0), 5.0);
+    // No extrapolation after a step key, not before it either.
+    EXPECT_EQ(param.GetValue(3.0), 5.0);
+    EXPECT_EQ(param.GetValue(-3.0), 1.0);
+}
+
+TEST(ParameterEval, ExtrapolationBothWays) {
+    Parameter_cls param = Channel({Key(0, 0), Key(1, 2)}, true);
+    EXPECT_DOUBLE_EQ(param.GetValue(2), 4.0);
+    EXPECT_DOUBLE_EQ(param.GetValue(-1), -2.0);
+    EXPECT_DOUBLE_EQ(param.GetValueExtrapolate1(2), 4.0);
+    EXPECT_DOUBLE_EQ(param.GetValueExtrapolate0(-1), -2.0);
+    param.PrecalcBegin();
+    EXPECT_DOUBLE_EQ(param.GetValue(2), 4.0);
+    EXPECT_DOUBLE_EQ(param.GetValue(-1), -2.0);
+    param.PrecalcEnd();
+    param.mCExtrapolate.SetBodyFromData(wxString("0"));
+    EXPECT_EQ(param.GetValue(2), 2.0);
+    EXPECT_EQ(param.GetValue(-1), 0.0);
+}
+
+TEST(ParameterEval, HermiteExtrapolationUsesTheEaseOnce) {
+    // Before the first key the forward slope times the first key's ease; after the last the
+    // backward slope times the last key's ease.
+    Parameter_cls param = Channel({Key(0, 0, 2, 0.5), Key(1, 2, 2, 0.25)}, true);
+    EXPECT_DOUBLE_EQ(param.GetValue(-1), -1.0);
+    EXPECT_DOUBLE_EQ(param.GetValue(2), 2.5);
+}
+
+TEST(ParameterEval, HermiteSlopesAreOneSidedAndTheEaseEntersTwice) {
+    Parameter_cls param = Channel({Key(0, 0, 2, 1.0), Key(1, 1, 2, 1.0), Key(3, 0, 2, 1.0)});
+    // Key 0: forward slope 1; key 1: forward slope -0.5 (not the central difference).
+    EXPECT_DOUBLE_EQ(param.GetKeyVelocityAuto(0), 1.0);
+    EXPECT_DOUBLE_EQ(param.GetKeyVelocityAuto(1), -0.5);
+    EXPECT_DOUBLE_EQ(param.GetKeyVelocityAuto(2), 0.0); // last key without Extrapolate=
+    EXPECT_DOUBLE_EQ(param.GetValue(0.5), Hermite(0, 1, 1, 1.0, -0.5, 0.5));
+    EXPECT_DOUBLE_EQ(param.GetValue(2.0), Hermite(1, 0, 2, -0.5, 0.0, 0.5));
+
+    // An ease of 0.5 scales the slope by 0.25.
+    param.mVCKey[0].mEaseFactor = 0.5;
+    EXPECT_DOUBLE_EQ(param.GetKeyVelocityAuto(0), 0.5);
+    EXPECT_DOUBLE_EQ(param.GetValue(0.5), Hermite(0, 1, 1, 0.25, -0.5, 0.5));
+    // Ease 0 is flat.
+    param.mVCKey[0].mEaseFactor = 0.0;
+    EXPECT_DOUBLE_EQ(param.GetValue(0.5), Hermite(0, 1, 1, 0.0, -0.5, 0.5));
+    // A step key at the far end gives no slope there.
+    param.mVCKey[0].mEaseFactor = 1.0;
+    param.mVCKey[1].mType = 0;
+    EXPECT_DOUBLE_EQ(param.GetValue(0.5), Hermite(0, 1, 1, 1.0, 0.0, 0.5));
+    // A linear key at the far end: its ease factor counts as 1.
+    param.mVCKey[1].mType = 1;
+    param.mVCKey[1].mEaseFactor = 0.3;
+    EXPECT_DOUBLE_EQ(param.GetValue(0.5), Hermite(0, 1, 1, 1.0, -0.5, 0.5));
+}
+
+TEST(ParameterEval, UnknownTypesEvaluateToZeroBetweenKeysAndUseCentralSlopes) {
+    Parameter_cls param = Channel({Key(0, 1, 5), Key(1, 3, 5), Key(2, 9, 5)}, true);
+    EXPECT_EQ(param.GetValue(0.5), 0.0);
+    EXPECT_EQ(param.GetValue(1.5), 0.0);
+    EXPECT_DOUBLE_EQ(param.GetKeyVelocityAuto(0), 2.0);
+    EXPECT_DOUBLE_EQ(param.GetKeyVelocityAuto(1), 4.0); // central
+    EXPECT_DOUBLE_EQ(param.GetKeyVelocityAuto(2), 6.0);
+    EXPECT_DOUBLE_EQ(param.GetValue(3), 15.0);
+    EXPECT_DOUBLE_EQ(param.GetValue(-1), -1.0);
+    // As the far end of a Hermite segment its stored ease applies.
+    param.mVCKey[0].mType = 2;
+    param.mVCKey[1].mEaseFactor = 0.5;
+    EXPECT_DOUBLE_EQ(param.GetValue(0.5), Hermite(1, 3, 1, 2.0, 4.0 * 0.5, 0.5));
+}
+
+TEST(ParameterEval, PrecalculatedSlopesGiveTheSameValuesAndIgnoreLaterEdits) {
+    Parameter_cls param = Channel({Key(0, 0, 2, 1), Key(0.2, 3, 2, 0.5), Key(0.45, -1, 1), Key(0.6, 2, 0),
+                                   Key(0.8, 5, 2, 0), Key(1, 1, 5)},
+                                  true);
+    std::vector<double> direct;
+    for (int i = -20; i <= 140; ++i)
+        direct.push_back(param.GetValue(i * 0.01));
+    param.PrecalcBegin();
+    EXPECT_TRUE(param.IsPrecalculated());
+    for (int i = -20; i <= 140; ++i)
+        EXPECT_EQ(param.GetValue(i * 0.01), direct[i + 20]) << "t " << i * 0.01;
+    // An edit between the two is not seen by the slopes: key 2's value enters the segment
+    // from key 0 only through the slope of key 1.
+    const double before = param.GetValue(0.1);
+    param.mVCKey[2].mValue = 7.0;
+    EXPECT_EQ(param.GetValue(0.1), before);
+    param.PrecalcEnd();
+    EXPECT_NE(param.GetValue(0.1), before);
+}
+
+TEST(ParameterEval, GetValueDoesNotAllocateWhilePrecalculated) {
+    std::vector<KeyFrame_cls> keys;
+    for (int i = 0; i < 50; ++i)
+        keys.push_back(Key(i * 0.02, std::sin(i), i % 3, 0.7));
+    Parameter_cls param = Channel(keys, true);
+    param.PrecalcBegin();
+    double sum = 0.0;
+    const long before = AllocCounter::Count();
+    for (int i = -100; i < 1200; ++i)
+        sum += param.GetValue(i * 0.001);
+    EXPECT_EQ(AllocCounter::Count(), before);
+    param.PrecalcEnd();
+    EXPECT_TRUE(std::isfinite(sum));
+}
+
+TEST(ParameterEval, EmptyKeyVectorReadsAsZero) {
+    Parameter_cls param = Channel({}, true);
+    EXPECT_EQ(param.GetValue(0.5), 0.0);
+    param.PrecalcBegin();
+    EXPECT_TRUE(param.IsPrecalculated());
+    EXPECT_EQ(param.GetValue(0.5), 0.0);
+    EXPECT_EQ(param.GetValueExtrapolate0(1), 0.0);
+    EXPECT_EQ(param.GetValueExtrapolate1(1), 0.0);
+    EXPECT_EQ(param.GetControllingKey(0.5), -1);
+}
+
+TEST(ParameterEval, KeyLookUp) {
+    Parameter_cls param = Channel({Key(0.1, 0), Key(0.4, 1), Key(0.7, 2)});
+    EXPECT_EQ(param.GetControllingKey(0.05), -1);
+    EXPECT_EQ(param.GetControllingKey(0.1 - 0.5 * TOL), 0);
+    EXPECT_EQ(param.GetControllingKey(0.39), 0);
+    EXPECT_EQ(param.GetControllingKey(0.4 - 0.5 * TOL), 1);
+    EXPECT_EQ(param.GetControllingKey(5), 2);
+    EXPECT_EQ(param.GetKeyIndex(0.4 + 0.5 * TOL), 1);
+    EXPECT_EQ(param.GetKeyIndex(0.4 + 2 * TOL), -1);
+
+    struct Case {
+        int direction;
+        double t;
+        int expected;
+    };
+    for (const Case& c : {Case{1, 0.0, 0}, Case{-1, 0.0, -1}, Case{1, 0.1, 1}, Case{-1, 0.1, -1},
+                          Case{1, 0.25, 1}, Case{-1, 0.25, 0}, Case{1, 0.4, 2}, Case{-1, 0.4, 0},
+                          Case{1, 0.7, 3}, Case{1, 0.9, 3}, Case{-1, 0.9, 2}}) {
+        SCOPED_TRACE(testing::Message() << "direction " << c.direction << " t " << c.t);
+        EXPECT_EQ(param.GetAdjuscentKeyIndex(c.direction, c.t), c.expected);
+    }
+    EXPECT_EQ(param.GetKeyXNormalizeEX(-1), 0.0);
+    EXPECT_EQ(param.GetKeyXNormalizeEX(1), 0.4);
+    EXPECT_EQ(param.GetKeyXNormalizeEX(3), 1.0);
+}
+
+TEST(ParameterEval, SelectionMarksTheFirstHitActive) {
+    Parameter_cls param = Channel({Key(0.1, 0), Key(0.4, 1), Key(0.41, 2)});
+    EXPECT_EQ(param.SelectKey(0.405, true, false, 0.01), 1);
+    EXPECT_TRUE(param.mVCKey[1].mbSelected);
+    EXPECT_TRUE(param.mVCKey[2].mbSelected);
+    EXPECT_EQ(param.GetActiveKeyIndex(), 1);
+    EXPECT_EQ(param.GetSelectedKeyNum(), 2);
+    // The bounds of the tolerance are strict.
+    EXPECT_EQ(param.SelectKey(0.2, true, false, 0.1), 0);
+    EXPECT_FALSE(param.IsSelectedKeyExist());
+    EXPECT_EQ(param.GetActiveKeyIndex(), 1); // a miss leaves the active key
+    // Adding keeps the earlier selection.
+    param.SelectKeyByIndex(0, true, false, 0.001);
+    param.SelectKeyByIndex(2, true, true, 0.001);
+    EXPECT_EQ(param.GetSelectedKeyNum(), 2);
+    EXPECT_FALSE(param.mVCKey[1].mbSelected);
+    EXPECT_EQ(param.GetActiveKeyIndex(), 2);
+    param.SelectKeyAll(true);
+    EXPECT_EQ(param.GetSelectedKeyNum(), 3);
+    param.DeselectKey();
+    param.DeactivateKeys();
+    EXPECT_EQ(param.GetSelectedKeyNum(), 0);
+    EXPECT_EQ(param.GetActiveKeyIndex(), -1);
+}
+
+TEST(ParameterEval, FlipMirrorsOnTheUnitInterval) {
+    Parameter_cls param = Channel({Key(0, 1), Key(0.25, 2), Key(1, 3)});
+    param.Flip();
+    ASSERT_EQ(param.GetKeyNum(), 3);
+    EXPECT_EQ(param.mVCKey[0].mX, 0.0);
+    EXPECT_EQ(param.mVCKey[0].mValue, 3.0);
+    EXPECT_EQ(param.mVCKey[1].mX, 0.75);
+    EXPECT_EQ(param.mVCKey[2].mValue, 1.0);
+}
