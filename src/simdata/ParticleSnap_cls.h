@@ -1,0 +1,88 @@
+// One time step of particles: parallel arrays of position, velocity, ID, type, size and three
+// values, ready for upload. The arrays are allocated on the main thread by ReadHeader; a reader
+// thread fills them, and nobody else touches them while IsReading() holds.
+#pragma once
+
+#include "DataSnap_cls.h"
+
+#include <wx/string.h>
+
+#include <array>
+#include <atomic>
+#include <memory>
+
+class ParticleFormatClone_cls;
+class ParticleSequence_cls;
+
+class ParticleSnap_cls : public DataSnap_cls {
+public:
+    ParticleSnap_cls(ParticleSequence_cls* pSequence, int index);
+    ~ParticleSnap_cls() override;
+
+    // Main thread. Takes the name; when no such file exists, the gzip or plain twin that does.
+    void SetStrFile(const wxString& strName);
+    // Main thread. Reads the count and time of mFile and allocates; false when this file's
+    // header was read already.
+    bool ReadHeader(ParticleFormatClone_cls* pFormat);
+    // Main thread. Starts the body read of mFile, on a reader thread with async or here. The
+    // caller keeps its format: the reader works on its own copy. True when something was read or
+    // started.
+    bool ReadData(ParticleFormatClone_cls* pFormat, bool async);
+    // ReadHeader, and when that is true ReadData(format, true).
+    bool PrefetchData(ParticleFormatClone_cls* pFormat);
+    // Fills the arrays with random particles, once per name; the snap then counts as read under
+    // the name "#DefaultData".
+    bool DefaultData();
+
+    // Allocates zero-filled arrays for n particles as the flags ask; a change of n or of the
+    // flags frees the old ones first. Main thread.
+    void AllocateIfNot(int n);
+    // Waits for the reader, frees everything, clears mAllocated, mReadStarted, mReadFinished.
+    void Clear();
+    // Allocates (bAllocate) or frees mNextIndex (i) and mPrevIndex (-1).
+    void CheckAllocateNextIndex(bool bAllocate);
+
+    long long GetUsedMemoryByte() const override;
+    wxString GetStrFile() const override { return mFile; }
+    wxString GetStrInfo(int index) const;
+
+    bool mHeaderOK = false;
+    bool mIDStarted = false;
+    bool mIDDone = false;
+    bool mIDRan = false;
+    bool mPrevDone = false;
+    bool mAllocated = false;
+    bool mHasVelocity = false;
+    bool mHasType = false;
+    bool mHasID = false;
+    bool mHasIDLong = false;
+    bool mByID = false;
+    bool mHasSize = false;
+    bool mHasValue0 = false;
+    bool mHasValue1 = false;
+    bool mHasValue2 = false;
+    // Number of particles. The reader may lower it (duplicates removed) before it sets the
+    // finished flag.
+    std::atomic<int> mNumber{0};
+    double mTime = 0.0;
+    std::unique_ptr<float[]> mXYZ;      // 3 per particle
+    std::unique_ptr<float[]> mVelocity; // 3 per particle
+    std::unique_ptr<int[]> mID;
+    std::unique_ptr<long long[]> mIDLong;
+    std::unique_ptr<int[]> mNextIndex;
+    std::unique_ptr<int[]> mPrevIndex;
+    std::unique_ptr<unsigned char[]> mType;
+    std::unique_ptr<float[]> mSize;
+    std::array<std::unique_ptr<float[]>, 3> mValue;
+    wxString mFile;
+    wxString mHeaderFile;
+    wxString mReadFile;
+
+private:
+    void ReadHeaderBinary(ParticleFormatClone_cls* pFormat, long long& n, double& time);
+    void ReadHeaderAscii(ParticleFormatClone_cls* pFormat, long long& n, double& time);
+    // The particle count of the present allocation and the flags it was made for.
+    int mAllocNumber = 0;
+    unsigned int mAllocFlags = 0;
+    unsigned int GetFlagBits() const;
+};
