@@ -160,14 +160,16 @@ bool LuaBase_cls::OpenLuaBase(const wxString& strText, int tableCount, const wxA
     }
     lua_State* pL = mpLuaState;
     wxScopedCharBuffer bufText = strText.utf8_str();
+    bool bLoaded = true;
     if (bufText.length() > 0) {
-        if (luaL_loadstring(pL, bufText.data()) != LUA_OK || PCall(pL, 0, LUA_MULTRET) != LUA_OK) {
+        bLoaded = luaL_loadstring(pL, bufText.data()) == LUA_OK && PCall(pL, 0, LUA_MULTRET) == LUA_OK;
+        if (!bLoaded)
             CheckErrorMessage(pL, strContext);
-            return false;
-        }
         lua_settop(pL, 0); // a text that returns values leaves nothing behind
     }
     // Keep the entry point in the registry so each call is one table read, not a name lookup.
+    // It is whatever the global "script" is now, after a failed text as well: the same function
+    // a lookup by name would find.
     luaL_unref(pL, LUA_REGISTRYINDEX, mScriptRef);
     lua_getglobal(pL, "script");
     if (lua_isfunction(pL, -1)) {
@@ -176,7 +178,7 @@ bool LuaBase_cls::OpenLuaBase(const wxString& strText, int tableCount, const wxA
         lua_pop(pL, 1);
         mScriptRef = LUA_NOREF;
     }
-    return true;
+    return bLoaded;
 }
 
 void LuaBase_cls::CloseLuaBase() {
@@ -214,7 +216,7 @@ void LuaBase_cls::SetVariable(lua_State* pL, int value, const char* strName) {
 bool LuaBase_cls::CallScript(const double* pArgs, int nArgs, double* pResults, int nResults,
                              const wxString& strContext, bool bReport) {
     lua_State* pL = mpLuaState;
-    if (!pL || nArgs < 0 || nResults < 0)
+    if (!pL || nArgs < 0 || nResults < 0 || nArgs >= LUAI_MAXSTACK || nResults >= LUAI_MAXSTACK)
         return false;
     if (!lua_checkstack(pL, nArgs + nResults + 1)) {
         if (bReport)

@@ -19,7 +19,9 @@ public:
     // together). A script that is still running then is stopped with a runtime error, so an
     // endless loop in an expression costs a fraction of a second, not the program.
     static constexpr long long msInstructionLimit = 50000000;
-    // How many instructions pass between two looks at the bound.
+    // How many instructions pass between two looks at the bound. The count hook itself makes
+    // Lua check each instruction, which roughly halves the speed of long tight loops; short
+    // expressions do not notice it.
     static constexpr int msHookInterval = 1000;
     // Memory one state may hold; beyond it allocations fail with Lua's "not enough memory".
     static constexpr size_t msMemoryLimit = size_t(256) << 20;
@@ -45,12 +47,12 @@ public:
     static void SetVariable(lua_State* pL, double value, const char* strName);
     static void SetVariable(lua_State* pL, int value, const char* strName);
 
-    // The hot path: calls the global "script" of the last OpenLuaBase with nArgs numbers and
-    // reads nResults numbers back in order; a result Lua cannot convert reads as 0. No string is
-    // built and nothing is allocated on success. On failure (no state, runtime error, stopped
-    // by the work bound, out of memory) pResults is untouched, the error is reported with
-    // strContext when bReport is true (popped otherwise), the state stays open, and it returns
-    // false: the caller decides whether to close.
+    // The hot path: calls the global "script" as it stood after the last OpenLuaBase with nArgs
+    // numbers and reads nResults numbers back in order; a result Lua cannot convert reads as 0.
+    // No string is built and nothing is allocated on success. On failure (no state, bad counts,
+    // runtime error, stopped by the work bound, out of memory) pResults is untouched, the error
+    // is reported with strContext when bReport is true (popped otherwise), the state stays
+    // open, and it returns false: the caller decides whether to close.
     bool CallScript(const double* pArgs, int nArgs, double* pResults, int nResults,
                     const wxString& strContext, bool bReport = true);
 

@@ -105,6 +105,9 @@ TEST(LuaBase, RuntimeErrorIsReportedAndStateStaysUsable) {
     in = 2;
     EXPECT_TRUE(lua.CallScript(&in, 1, &out, 1, "return x*3"));
     EXPECT_EQ(out, 6);
+    EXPECT_FALSE(lua.CallScript(&in, -1, &out, 1, "counts"));
+    EXPECT_FALSE(lua.CallScript(&in, 1, &out, LUAI_MAXSTACK, "counts"));
+    EXPECT_EQ(lua_gettop(lua.mpLuaState), 0);
 
     // Quiet mode pops the message without a report; error objects that are not strings say so.
     ASSERT_TRUE(Open(lua, ScriptOf("x", "error({})")));
@@ -204,6 +207,16 @@ TEST(LuaBase, RecompilesWhenTheTextChanges) {
     ASSERT_TRUE(Open(lua, ScriptOf("x", "return x - (counter or 100)")));
     ASSERT_TRUE(lua.CallScript(&in, 1, &out, 1, "E"));
     EXPECT_EQ(out, -96);
+
+    // A broken text leaves the script that the state holds, as a lookup by name would find it.
+    ASSERT_TRUE(Open(lua, ScriptOf("x", "return 1")));
+    EXPECT_FALSE(Open(lua, ScriptOf("x", "return 2 +")));
+    EXPECT_TRUE(lua.CallScript(&in, 1, &out, 1, "E"));
+    EXPECT_EQ(out, 1);
+    EXPECT_FALSE(Open(lua, "script = function() return 3 end error('late')"));
+    EXPECT_TRUE(sink.Last().EndsWith("late::Test")) << sink.Last();
+    EXPECT_TRUE(lua.CallScript(&in, 1, &out, 1, "E"));
+    EXPECT_EQ(out, 3);
 
     // A text that no longer defines script leaves no stale entry point behind.
     ASSERT_TRUE(Open(lua, "script = nil"));
