@@ -537,6 +537,29 @@ int Parameter_cls::MoveOneKey(int i, double dx, double dy, const wxString& strTa
     return i;
 }
 
+void Parameter_cls::PushSortPair(const wxString& strTag) {
+    // The undo of a move is index based. When the sort reorders keys (a key passed another one)
+    // the undo text puts the unsorted order back after its SortKey, so that the undo texts of
+    // the moves before it find their keys again. Without reordering it is SortKey alone.
+    std::vector<KeyFrame_cls> vSorted = mVCKey;
+    std::sort(vSorted.begin(), vSorted.end(), LessX);
+    wxString strUndo = strTag + "::SortKey";
+    for (size_t i = 0; i < mVCKey.size(); ++i) {
+        const KeyFrame_cls& a = mVCKey[i];
+        const KeyFrame_cls& b = vSorted[i];
+        if (a.mX == b.mX && a.mValue == b.mValue && a.mType == b.mType && a.mEaseFactor == b.mEaseFactor &&
+            a.mbSelected == b.mbSelected)
+            continue;
+        wxString strKey;
+        a.Serialize(strKey);
+        strKey.RemoveLast(); // the newline
+        const wxString strIndex = wxString::Format("%d", static_cast<int>(i));
+        strUndo += "\n" + strTag + "::DeleteKey::" + strIndex + "\n" + strTag + "::InsertKey::" + strIndex +
+                   "::" + strKey;
+    }
+    PushAndDo(strUndo, strTag + "::SortKey");
+}
+
 void Parameter_cls::MoveSelectedTLKeyCommand(double dx, double dy, wxString strTag) {
     if (!IsSelectedKeyExist())
         return;
@@ -555,7 +578,7 @@ void Parameter_cls::MoveSelectedTLKeyCommand(double dx, double dy, wxString strT
                 i = MoveOneKey(i, dx, dy, strTag);
         }
     }
-    PushAndDo(strTag + "::SortKey", strTag + "::SortKey");
+    PushSortPair(strTag);
     if (GpCUndo)
         GpCUndo->CloseBlock("MoveKeyAndSort");
 }
@@ -573,7 +596,7 @@ int Parameter_cls::MoveTLKeyInternal(int i, double dx, double dy, const wxString
     if (GpCUndo)
         GpCUndo->OpenBlock("MoveKeyAndSort");
     i = MoveOneKey(i, dx, dy, strTag);
-    PushAndDo(strTag + "::SortKey", strTag + "::SortKey");
+    PushSortPair(strTag);
     if (GpCUndo)
         GpCUndo->CloseBlock("MoveKeyAndSort");
     return i;
@@ -732,10 +755,13 @@ bool Parameter_cls::ReadStrOneLiner(wxString strHead, wxString strRest) {
 
 // ---- other ----------------------------------------------------------------------------------
 
+bool Parameter_cls::LessX(const KeyFrame_cls& a, const KeyFrame_cls& b) {
+    return a.mX < b.mX;
+}
+
 void Parameter_cls::SortKey() {
     // Not stable: keys at equal positions may swap.
-    std::sort(mVCKey.begin(), mVCKey.end(),
-              [](const KeyFrame_cls& a, const KeyFrame_cls& b) { return a.mX < b.mX; });
+    std::sort(mVCKey.begin(), mVCKey.end(), LessX);
 }
 
 void Parameter_cls::Flip() {

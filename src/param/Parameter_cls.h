@@ -135,5 +135,8 @@ private:
     int MoveOneKey(int i, double dx, double dy, const wxString& strTag);
     // MoveTLKeyCommand on a checked tag; returns the key's index after any deletion.
     int MoveTLKeyInternal(int i, double dx, double dy, const wxString& strTag);
+    // The closing SortKey pair of a move.
+    void PushSortPair(const wxString& strTag);
+    static bool LessX(const KeyFrame_cls& a, const KeyFrame_cls& b);
     static void PushAndDo(const wxString& strUndo, const wxString& strDo);
 };

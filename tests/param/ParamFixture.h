@@ -1,0 +1,149 @@
+// A core with the time services made in a temporary application directory, and a receiver in
+// the scene's slot of the command language that routes "Test::<attribute>::<group>::..." and
+// "Test::<group>::..." lines to the attributes and groups a test registers, and offers every
+// other line to the attributes as a scene object would.
+#pragma once
+
+#include "AttributeClone_cls.h"
+#include "Attribute_cls.h"
+#include "CoreServices.h"
+#include "LuaErrorSink_cls.h"
+#include "Main_cls.h"
+#include "ParamGroup_cls.h"
+#include "Parser_cls.h"
+#include "TimeCtrl_cls.h"
+#include "TimeServices.h"
+#include "UndoManager_cls.h"
+
+#include "TestSupport.h"
+
+#include <gtest/gtest.h>
+#include <wx/filefn.h>
+
+#include <map>
+#include <memory>
+#include <sstream>
+#include <vector>
+
+// Readable failure messages.
+inline void PrintTo(const wxString& str, std::ostream* os) {
+    *os << "\"" << str.ToStdString() << "\"";
+}
+
+// Collects what Lua and the expressions report instead of logging it.
+class SinkCapture_cls : public LuaErrorSink_cls {
+public:
+    SinkCapture_cls() { Install(this); }
+    ~SinkCapture_cls() override { Install(nullptr); }
+    void PostLuaError(const wxString& strText) override { mVStrTexts.push_back(strText); }
+    int Count(const wxString& str) const {
+        int n = 0;
+        for (const wxString& s : mVStrTexts)
+            if (s.Contains(str))
+                ++n;
+        return n;
+    }
+    std::vector<wxString> mVStrTexts;
+};
+
+inline wxArrayString Names(std::initializer_list<const char*> names) {
+    wxArrayString astr;
+    for (const char* p : names)
+        astr.Add(p);
+    return astr;
+}
+
+class ParamFixture : public ::testing::Test {
+protected:
+    void SetUp() override {
+        mStrOldCwd = wxGetCwd();
+        Main_cls::msSaveBusyMillis = 0;
+        ClassProvider_cls::ResetRegistrations();
+        RegisterCoreServices();
+        RegisterTimeServices();
+        mpMain = std::make_unique<Main_cls>(mDir.mStrPath);
+        mpMain->CreateSingleton();
+        ASSERT_NE(GpCTimeCtrl, nullptr);
+        ASSERT_NE(GpCUndo, nullptr);
+        mpMain->SetReceiver(
+            RECV_SCENE_OBJ_CTRL,
+            [this](std::wistream& stream, const wxString& strHead, const wxString& strRest) {
+                return Route(stream, strHead, strRest);
+            },
+            [this](wxString& strOut) {
+                for (Attribute_cls* p : mVPAttributes)
+                    p->Serialize(strOut);
+            });
+    }
+    void TearDown() override {
+        mpMain.reset();
+        wxSetWorkingDirectory(mStrOldCwd);
+    }
+
+    bool Route(std::wistream& stream, const wxString& strHead, const wxString& strRest) {
+        if (strHead != "Test") {
+            for (Attribute_cls* p : mVPAttributes)
+                if (p->ReadStrLine(stream, strHead, strRest))
+                    return true;
+            return false;
+        }
+        wxString strLine = strRest;
+        wxString strName = Parser_cls::PopStrItemFromStrLine(strLine, "::");
+        ParamGroup_cls* pGroup = nullptr;
+        if (mMapGroups.count(strName)) {
+            pGroup = mMapGroups[strName];
+        } else {
+            for (Attribute_cls* p : mVPAttributes)
+                if (p->GetStrName() == strName)
+                    pGroup = p->GetPCParamGroup(Parser_cls::PopStrItemFromStrLine(strLine, "::"));
+        }
+        if (!pGroup)
+            return false;
+        wxString strNext = Parser_cls::PopStrItemFromStrLine(strLine, "::");
+        return pGroup->ReadStrOneLiner(strNext, strLine);
+    }
+
+    // Runs one text of the command language line by line, as the undo manager does.
+    void RunText(const wxString& strText) {
+        std::wistringstream stream(strText.ToStdWstring());
+        std::wstring line;
+        while (std::getline(stream, line)) {
+            wxString strRest(line);
+            wxString strHead = Parser_cls::PopStrItemFromStrLine(strRest, "::");
+            mpMain->ReadStrCommand(stream, strHead, strRest);
+        }
+    }
+
+    void SetClock(int frameMax, int frame, int sub) {
+        GpCTimeCtrl->mCFrameMax.SetBodyFromData(static_cast<long long>(frameMax));
+        GpCTimeCtrl->mCFrameCurrent.SetBodyFromData(static_cast<long long>(frame));
+        GpCTimeCtrl->mCSubFrameCurrent.SetBodyFromData(static_cast<long long>(sub));
+    }
+
+    // Undo and redo as far as the history goes from its current point.
+    void UndoAll(int to) {
+        while (GpCUndo->GetCurrent() > to)
+            GpCUndo->Undo();
+    }
+    void RedoAll() {
+        while (GpCUndo->GetCurrent() < GpCUndo->GetCount())
+            GpCUndo->Redo();
+    }
+
+    static wxString Text(ParamGroup_cls& group) {
+        wxString str;
+        group.Serialize(str);
+        return str;
+    }
+    static wxString Text(const Parameter_cls& param) {
+        wxString str;
+        param.Serialize(str);
+        return str;
+    }
+
+    TempDir_cls mDir;
+    wxString mStrOldCwd;
+    std::unique_ptr<Main_cls> mpMain;
+    std::map<wxString, ParamGroup_cls*> mMapGroups; // not owned
+    std::vector<Attribute_cls*> mVPAttributes;      // not owned
+};
