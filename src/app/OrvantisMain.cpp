@@ -1,0 +1,4 @@
+// The entry point of the window program.
+#include "MyApp.h"
+
+wxIMPLEMENT_APP(MyApp);

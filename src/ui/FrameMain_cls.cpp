@@ -1,0 +1,619 @@
+#include "FrameMain_cls.h"
+
+#include "LuaErrorSink_cls.h"
+#include "Main_cls.h"
+#include "Preference_cls.h"
+#include "RibbonUI_cls.h"
+#include "SplittableWindow_cls.h"
+#include "TimeCtrl_cls.h"
+#include "UndoManager_cls.h"
+#include "wxPanelEX.h"
+
+#include <wx/aboutdlg.h>
+#include <wx/bmpbuttn.h>
+#include <wx/filedlg.h>
+#include <wx/filefn.h>
+#include <wx/filename.h>
+#include <wx/gauge.h>
+#include <wx/intl.h>
+#include <wx/log.h>
+#include <wx/menu.h>
+#include <wx/msgdlg.h>
+#include <wx/sizer.h>
+#include <wx/statusbr.h>
+#include <wx/stopwatch.h>
+#include <wx/utils.h>
+
+#include <cstdio>
+
+const int FrameMain_cls::msStatusWidths[6] = {180, 180, 180, 180, -1, 120};
+wxString FrameMain_cls::msStrHelpURL = "Resource/Help.html";
+
+// Lua texts from any thread reach the log as menu event 6163 to this frame.
+class FrameMain_cls::LuaSink_cls : public LuaErrorSink_cls {
+public:
+    explicit LuaSink_cls(wxEvtHandler* pTarget) : mpTarget(pTarget) {}
+    void PostLuaError(const wxString& strText) override {
+        auto* pEvent = new wxCommandEvent(wxEVT_MENU, ID_MENU_LOG);
+        pEvent->SetString(strText.Clone());
+        wxQueueEvent(mpTarget, pEvent);
+    }
+
+private:
+    wxEvtHandler* mpTarget;
+};
+
+FrameMain_cls::FrameMain_cls(const wxString& strTitle, Main_cls* pMain, int x, int y, int width, int height)
+    : wxFrame(nullptr, wxID_ANY, strTitle, wxPoint(x, y), wxSize(width, height)), mpCMain(pMain),
+      mStrBaseTitle(strTitle) {
+    mpCRibbon = std::make_unique<RibbonUI_cls>(this);
+    mpCSWindowTop = new SplittableWindow_cls(this);
+    mpCSizer = new wxBoxSizer(wxVERTICAL);
+    mpCSizer->Add(mpCRibbon->GetBar(), 0, wxEXPAND);
+    mpCSizer->Add(mpCSWindowTop, 1, wxEXPAND);
+    SetSizer(mpCSizer);
+    mpCSWindowTop->Bind(wxEVT_KEY_DOWN, &FrameMain_cls::OnKeyDown, this);
+
+    wxStatusBar* pStatus = CreateStatusBar(6);
+    pStatus->SetStatusWidths(6, msStatusWidths);
+    for (int i = 0; i < 6; ++i)
+        pStatus->SetStatusText(wxString::Format("field_%d", i), i);
+    mpCGauge = new wxGauge(pStatus, wxID_ANY, 100);
+    mpCGaugeRecord = new wxGauge(pStatus, wxID_ANY, 100);
+    mpCBtnAbort = new wxBitmapButton(pStatus, ID_BTN_ABORT,
+                                     GetBitmapFromTag("wxART_ABORT", wxSize(16, 16), "wxART_OTHER_C"),
+                                     wxDefaultPosition, wxSize(16, 16), wxBORDER_NONE);
+    pStatus->Bind(wxEVT_SIZE, &FrameMain_cls::OnSizeFrameMain, this);
+
+    BindEvents();
+    Layout();
+    wxSizeEvent sizeEvent(pStatus->GetSize());
+    OnSizeFrameMain(sizeEvent);
+
+    if (mpCMain) {
+        if (mpCMain->mVPFrameMain.empty()) {
+            mpCLuaSink = std::make_unique<LuaSink_cls>(this);
+            LuaErrorSink_cls::Install(mpCLuaSink.get());
+        }
+        mpCMain->AddFrame(this);
+    }
+}
+
+FrameMain_cls::~FrameMain_cls() {
+    if (mpCLuaSink && LuaErrorSink_cls::Get() == mpCLuaSink.get())
+        LuaErrorSink_cls::Install(nullptr);
+    if (mpCMain && GCClassProvider == mpCMain)
+        mpCMain->RemoveFrame(this);
+}
+
+void FrameMain_cls::BindEvents() {
+    Bind(wxEVT_IDLE, &FrameMain_cls::OnIdle, this);
+    Bind(wxEVT_CLOSE_WINDOW, &FrameMain_cls::OnClose, this);
+    Bind(wxEVT_MENU, &FrameMain_cls::OnMenuCommon, this, ID_MENU_COMMON_FIRST, ID_MENU_COMMON_LAST);
+    Bind(wxEVT_MENU, &FrameMain_cls::OnMenuRecent, this, ID_MENU_RECENT_FIRST, ID_MENU_RECENT_LAST);
+    Bind(wxEVT_MENU, &FrameMain_cls::OnMenuSplitterSize, this, ID_MENU_SPLITTER_SIZE);
+    Bind(wxEVT_MENU, &FrameMain_cls::OnMenuFromSubThread, this, ID_MENU_FROM_SUB_THREAD);
+    Bind(wxEVT_MENU, &FrameMain_cls::OnMenuLog, this, ID_MENU_LOG);
+    Bind(wxEVT_MENU, &FrameMain_cls::OnMenuClearCache, this, ID_MENU_CLEAR_TEXTURE_CACHE,
+         ID_MENU_CLEAR_HF_VBO);
+    Bind(wxEVT_BUTTON, &FrameMain_cls::OnButtonAbort, this, ID_BTN_ABORT);
+
+    Bind(wxEVT_RIBBONTOOLBAR_CLICKED, &FrameMain_cls::OnRbnOpenProject, this, ID_RBN_OPEN_PROJECT);
+    Bind(wxEVT_RIBBONTOOLBAR_CLICKED, &FrameMain_cls::OnRbnOpenRecent, this, ID_RBN_OPEN_RECENT);
+    Bind(wxEVT_RIBBONTOOLBAR_CLICKED, &FrameMain_cls::OnRbnSaveProject, this, ID_RBN_SAVE_PROJECT);
+    Bind(wxEVT_RIBBONTOOLBAR_CLICKED, &FrameMain_cls::OnRbnSaveProjectAs, this, ID_RBN_SAVE_PROJECT_AS);
+    Bind(wxEVT_RIBBONTOOLBAR_CLICKED, &FrameMain_cls::OnRbnUndo, this, ID_RBN_UNDO);
+    Bind(wxEVT_RIBBONTOOLBAR_CLICKED, &FrameMain_cls::OnRbnRedo, this, ID_RBN_REDO);
+    Bind(wxEVT_RIBBONTOOLBAR_CLICKED, &FrameMain_cls::OnRbnToolTip, this, ID_RBN_TOOLTIP);
+    Bind(wxEVT_RIBBONTOOLBAR_CLICKED, &FrameMain_cls::OnRbnInfo, this, ID_RBN_INFO);
+    Bind(wxEVT_RIBBONTOOLBAR_CLICKED, &FrameMain_cls::OnRbnHelp, this, ID_RBN_HELP);
+    Bind(wxEVT_RIBBONTOOLBAR_CLICKED, &FrameMain_cls::OnRbnStatusInfo, this, ID_RBN_STATUS_INFO);
+    Bind(wxEVT_RIBBONTOOLBAR_CLICKED, &FrameMain_cls::OnRbnSceneCommand, this, ID_RBN_SCENE);
+    Bind(wxEVT_RIBBONTOOLBAR_CLICKED, &FrameMain_cls::OnRbnSceneCommand, this, ID_RBN_PREFERENCE);
+    Bind(wxEVT_RIBBONTOOLBAR_CLICKED, &FrameMain_cls::OnRbnSceneCommand, this, ID_RBN_BOX,
+         ID_RBN_HEIGHTFIELD);
+    Bind(wxEVT_RIBBONTOOLBAR_CLICKED, &FrameMain_cls::OnRbnSceneCommand, this, ID_RBN_GL_INFO);
+
+    Bind(wxEVT_RIBBONTOOLBAR_DROPDOWN_CLICKED, &FrameMain_cls::OnDropRecent, this, ID_RBN_OPEN_RECENT);
+    Bind(wxEVT_RIBBONTOOLBAR_DROPDOWN_CLICKED, &FrameMain_cls::OnDropSaveFile, this, ID_RBN_SAVE_PROJECT);
+    Bind(wxEVT_RIBBONTOOLBAR_DROPDOWN_CLICKED, &FrameMain_cls::OnDropCache, this, ID_RBN_CACHE);
+    Bind(wxEVT_RIBBONTOOLBAR_DROPDOWN_CLICKED, &FrameMain_cls::OnDropObjects, this, ID_RBN_NEW_OBJ);
+    Bind(wxEVT_RIBBONTOOLBAR_DROPDOWN_CLICKED, &FrameMain_cls::OnDropInfo, this, ID_RBN_INFO);
+}
+
+// ---- FrameHost_cls ------------------------------------------------------------------------
+
+void FrameMain_cls::UpdatePanels(const wxString& strPanel) {
+    mpCRibbon->UpdateRibbonState();
+    if (mpCSWindowTop)
+        mpCSWindowTop->UpdatePanels(strPanel, false);
+}
+
+void FrameMain_cls::ProcAfterMath(const wxString& strWhat, const wxString& strArg) {
+    if (mpCSWindowTop)
+        mpCSWindowTop->ProcAfterMath(strWhat, strArg);
+}
+
+bool FrameMain_cls::ReadStrLine(std::wistream& stream, const wxString& strHead, const wxString& strRest) {
+    if (strHead != "FrameMain")
+        return false;
+    ProceedParse(stream, strRest);
+    return true;
+}
+
+void FrameMain_cls::Serialize(wxString& strOut, int index) {
+    wxSize size = GetSize();
+    strOut += wxString::Format("FrameMain::%d::%d::%d\n", index, size.x, size.y);
+    if (mpCSWindowTop)
+        mpCSWindowTop->Serialize(strOut);
+    strOut += "FrameMain::Close\n";
+}
+
+void FrameMain_cls::UpdateTitle() {
+    if (!mpCMain)
+        return;
+    if (mpCMain->mStrProjectPath.empty()) {
+        SetTitle("Orvantis4 ver " + Main_cls::msStrVersion);
+        return;
+    }
+    if (mpCMain->mbProjectFileCurrent)
+        SetTitle(mStrBaseTitle + " - " + mpCMain->mStrProjectPath);
+}
+
+void FrameMain_cls::CloseWindow() {
+    Destroy();
+}
+
+void FrameMain_cls::SetBusy(bool bBusy) {
+    if (bBusy)
+        wxBeginBusyCursor();
+    else if (wxIsBusy())
+        wxEndBusyCursor();
+}
+
+wxString FrameMain_cls::AskFilePath(const wxString& strTitle, const wxString& strFilter,
+                                    const wxString& strStart, bool bSave) {
+    if (mFuncAskFilePath)
+        return mFuncAskFilePath(strTitle, strFilter, strStart, bSave);
+    wxString strDir, strName;
+    if (!strStart.empty() && strStart != "NONE") {
+        wxFileName fn(strStart);
+        strDir = fn.GetPath();
+        strName = fn.GetFullName();
+    }
+    long style = bSave ? (wxFD_SAVE | wxFD_OVERWRITE_PROMPT) : (wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+    wxFileDialog dialog(this, strTitle, strDir, strName, strFilter, style);
+    if (dialog.ShowModal() != wxID_OK)
+        return wxString();
+    return dialog.GetPath();
+}
+
+// ---- status bar ---------------------------------------------------------------------------
+
+void FrameMain_cls::OnSizeFrameMain(wxSizeEvent& event) {
+    event.Skip();
+    wxStatusBar* pStatus = GetStatusBar();
+    if (!pStatus || !mpCGauge)
+        return;
+    wxRect rect1, rect3;
+    if (!pStatus->GetFieldRect(1, rect1) || !pStatus->GetFieldRect(3, rect3))
+        return;
+    mpCGauge->SetSize(rect1.x, rect1.y + 2, rect1.width - 20, rect1.height - 4);
+    mpCGaugeRecord->SetSize(rect3.x, rect3.y + 2, rect3.width, rect3.height - 4);
+    mpCBtnAbort->SetSize(rect1.x + rect1.width - 16, rect1.y + 2, 16, 16);
+    mpCGauge->SetRange(100);
+    mpCGaugeRecord->SetRange(100);
+}
+
+void FrameMain_cls::SetStatusAborted() {
+    SetStatusText("Aborted", 4);
+}
+
+void FrameMain_cls::SetGaugeValue(wxGauge* pGauge, int value) {
+    // The over-range write makes the native gauge repaint at once instead of animating.
+    pGauge->SetRange(101);
+    pGauge->SetValue(101);
+    pGauge->SetRange(100);
+    pGauge->SetValue(value);
+}
+
+void FrameMain_cls::SetGauge(int percent, bool bForce) {
+    static wxStopWatch sWatch;
+    static long sPrevTime = -msGaugeIntervalMillis;
+    if (!bForce) {
+        long now = sWatch.Time();
+        if (now - sPrevTime < msGaugeIntervalMillis)
+            return;
+        sPrevTime = now;
+    }
+    SetGaugeValue(mpCGauge, percent);
+    mpCGauge->Refresh();
+    mpCGauge->Update();
+    SetStatusText(wxString::Format("%d%%", percent), 2);
+
+    TimeCtrl_cls* pTime = GpCTimeCtrl;
+    bool bRunning = pTime && pTime->IsOutputRunning();
+    bool bWritten = pTime && pTime->mbFrameWritten;
+    wxString strRecord;
+    if (!bRunning && !bWritten) {
+        strRecord = "Not Recording";
+        SetGaugeValue(mpCGaugeRecord, 100);
+    } else if (bRunning && !bWritten) {
+        strRecord = "Recording...";
+    } else {
+        double outputPercent = pTime->GetOutputPercent();
+        strRecord = pTime->GetStrRecordInfo(outputPercent);
+        SetGaugeValue(mpCGaugeRecord, static_cast<int>(outputPercent));
+    }
+    mpCGaugeRecord->Refresh();
+    mpCGaugeRecord->Update();
+    SetStatusText(strRecord, 4);
+}
+
+void FrameMain_cls::CheckAbortion() {
+    wxMouseState state = wxGetMouseState();
+    if (state.LeftIsDown() && mpCBtnAbort->IsShown() &&
+        mpCBtnAbort->GetScreenRect().Contains(state.GetPosition()))
+        TimeCtrl_cls::msbForceAbort = true;
+}
+
+void FrameMain_cls::OnButtonAbort(wxCommandEvent&) {
+    TimeCtrl_cls::msbForceAbort = true;
+}
+
+// ---- panel tree ---------------------------------------------------------------------------
+
+wxPanelEX* FrameMain_cls::GetPCActiveView3D() {
+    return mpCSWindowTop ? mpCSWindowTop->GetPCActiveView3D() : nullptr;
+}
+
+wxString FrameMain_cls::GetStrWindows() {
+    wxString strOut;
+    if (mpCSWindowTop)
+        mpCSWindowTop->Serialize(strOut);
+    return strOut;
+}
+
+void FrameMain_cls::ReplaceTopSplitterbleWindow(SplittableWindow_cls* pNode) {
+    if (!pNode || pNode == mpCSWindowTop)
+        return;
+    SplittableWindow_cls* pOld = mpCSWindowTop;
+    pNode->Reparent(this);
+    pNode->mpCParentSWindow = nullptr;
+    pNode->mbTop = true;
+    pNode->Show();
+    if (pOld && mpCSizer->Replace(pOld, pNode)) {
+        // The old top forgets the node it held before it goes.
+        if (pOld->GetWindow1() == pNode || pOld->GetWindow2() == pNode)
+            pOld->Initialize(nullptr);
+        pOld->mpCChildSWindow[0] = pOld->mpCChildSWindow[1] = nullptr;
+        pOld->Destroy();
+    } else {
+        if (pOld)
+            pOld->Destroy();
+        mpCSizer->Add(pNode, 1, wxEXPAND);
+    }
+    mpCSWindowTop = pNode;
+    pNode->Bind(wxEVT_KEY_DOWN, &FrameMain_cls::OnKeyDown, this);
+    Layout();
+}
+
+void FrameMain_cls::MakeSinglePanel() {
+    auto* pTop = new SplittableWindow_cls(static_cast<wxWindow*>(this));
+    pTop->GeneratePanel("VIEW3D");
+    ReplaceTopSplitterbleWindow(pTop);
+    if (mpCSWindowTop)
+        mpCSWindowTop->SetMinimumSize();
+}
+
+void FrameMain_cls::ProceedParse(std::wistream& stream, const wxString& strRest) {
+    wxString strLine = strRest;
+    long index = 0, width = 0, height = 0;
+    PopStrItemFromStrLine(strLine, "::").ToLong(&index);
+    PopStrItemFromStrLine(strLine, "::").ToLong(&width);
+    PopStrItemFromStrLine(strLine, "::").ToLong(&height);
+    if (mpCSWindowTop) {
+        mpCSizer->Detach(mpCSWindowTop);
+        mpCSWindowTop->Destroy();
+        mpCSWindowTop = nullptr;
+    }
+    if (width > 0 && height > 0)
+        SetSize(static_cast<int>(width), static_cast<int>(height));
+    std::wstring line;
+    while (std::getline(stream, line)) {
+        wxString strItem(line);
+        wxString strFirst = PopStrItemFromStrLine(strItem, "::");
+        if (strFirst == "SplittableWindow") {
+            wxString strSecond = PopStrItemFromStrLine(strItem, "::");
+            if (mpCSWindowTop) {
+                mpCSizer->Detach(mpCSWindowTop);
+                mpCSWindowTop->Destroy();
+            }
+            mpCSWindowTop = new SplittableWindow_cls(static_cast<wxWindow*>(this));
+            mpCSWindowTop->Bind(wxEVT_KEY_DOWN, &FrameMain_cls::OnKeyDown, this);
+            mpCSizer->Add(mpCSWindowTop, 1, wxEXPAND);
+            mpCSWindowTop->ReadStrLine(stream, strSecond, strItem);
+            Layout();
+            Refresh();
+        } else if (strFirst == "FrameMain" && PopStrItemFromStrLine(strItem, "::") == "Close") {
+            break;
+        }
+    }
+    if (mpCSWindowTop)
+        mpCSWindowTop->SetMinimumSize();
+}
+
+// ---- idle loop ----------------------------------------------------------------------------
+
+void FrameMain_cls::OnIdle(wxIdleEvent&) {
+    static bool sbInitIdle = true;
+    if (sbInitIdle) {
+        sbInitIdle = false;
+        ProcInitIdle();
+        return;
+    }
+    ProcIdle();
+}
+
+void FrameMain_cls::ProcInitIdle() {
+    if (!mpCMain || !mpCMain->InitLayout())
+        MakeSinglePanel();
+    Show(true);
+    if (mpCMain) {
+        // The start-up figures: the services on the worker, and the whole start to this point.
+        printf("Orvantis4 start-up: services %d ms, first idle with layout %d ms\n", mpCMain->mMillisParallel,
+               mpCMain->mMillisLayout);
+        fflush(stdout);
+    }
+}
+
+bool FrameMain_cls::ProcIdle() {
+    if (wxWindow* pFocus = wxWindow::FindFocus())
+        SetStatusText(pFocus->GetName(), 0);
+
+    wxStopWatch watch;
+    bool bPlaying = GpCTimeCtrl && GpCTimeCtrl->ProcPlay();
+    bool bInertia = mpCSWindowTop && mpCSWindowTop->IsInnertiaExist();
+    if (mpCMain)
+        mpCMain->UpdatePanelsFlush();
+
+    long long sceneMB = mFuncSceneMemoryMB ? mFuncSceneMemoryMB() : 0;
+    long long textureMB = mFuncTextureMemoryMB ? mFuncTextureMemoryMB() : 0;
+    SetStatusText(wxString::Format("%lldMB %lldMB(Tex)", sceneMB, textureMB), 5);
+
+    bool bReleased = false;
+    if (GpCPreference && sceneMB > GpCPreference->GetMemoryLimitMB()) {
+        if (mFuncReleaseMemory)
+            mFuncReleaseMemory();
+        bReleased = true;
+    }
+
+    bool bAwake = bPlaying || bInertia;
+    if (bAwake) {
+        long rest = msIdlePassMillis - static_cast<long>(watch.TimeInMicro().GetValue() / 1000);
+        if (rest > 0)
+            wxMilliSleep(rest);
+        PostMenuEvent(this, ID_MENU_WAKE_IDLE);
+    } else {
+        mpCRibbon->UpdateRibbonState();
+        if (mpCSWindowTop)
+            mpCSWindowTop->UpdatePanels("IDLE", false);
+        if (!bReleased && mFuncPrefetch)
+            mFuncPrefetch();
+    }
+    TimeCtrl_cls::msbForceAbort = false;
+    return bAwake;
+}
+
+// ---- keys and closing ---------------------------------------------------------------------
+
+void FrameMain_cls::OnKeyDown(wxKeyEvent& event) {
+    // Text widgets carry the window name "text", which the idle pass writes into field 0: so
+    // typing never reaches the shortcuts. Deliberate; a text widget must keep that name.
+    if (GetStatusBar()->GetStatusText(0) != "text") {
+        if (mFuncShortcutKey)
+            mFuncShortcutKey(event, this);
+        if (event.GetKeyCode() == WXK_ESCAPE) {
+            ShowFullScreen(false, wxFULLSCREEN_ALL);
+            mpCRibbon->GetBar()->Show();
+            Layout();
+        }
+    }
+    event.Skip();
+}
+
+void FrameMain_cls::OnClose(wxCloseEvent& event) {
+    if (mpCMain)
+        mpCMain->ProcAfterMath("Quit", "");
+    event.Skip();
+}
+
+// ---- menu events --------------------------------------------------------------------------
+
+void FrameMain_cls::OnMenuCommon(wxCommandEvent& event) {
+    // One handler per command: the popup item comes back as the click of its ribbon tool.
+    auto* pEvent =
+        new wxRibbonToolBarEvent(wxEVT_RIBBONTOOLBAR_CLICKED, event.GetId() - ID_MENU_MIRROR_OFFSET);
+    pEvent->SetEventObject(this);
+    GetEventHandler()->QueueEvent(pEvent);
+}
+
+void FrameMain_cls::OnMenuRecent(wxCommandEvent& event) {
+    int index = event.GetId() - ID_MENU_RECENT_FIRST;
+    if (!mpCMain || index < 0 || index > 9)
+        return;
+    wxString strPath = mpCMain->GetStrRecent(index);
+    if (strPath.empty())
+        return;
+    mpCMain->OpenProjectMain(strPath, true);
+}
+
+void FrameMain_cls::OnMenuSplitterSize(wxCommandEvent&) {
+    if (mpCSWindowTop)
+        mpCSWindowTop->SetMinimumSize();
+}
+
+void FrameMain_cls::OnMenuFromSubThread(wxCommandEvent&) {
+    if (mpCMain)
+        mpCMain->UpdatePanels("TIMELINE");
+}
+
+void FrameMain_cls::OnMenuLog(wxCommandEvent& event) {
+    wxLogMessage("%s", event.GetString());
+    if (mpCMain)
+        mpCMain->UpdatePanels("CONSOLE");
+}
+
+void FrameMain_cls::OnMenuClearCache(wxCommandEvent& event) {
+    if (!mFuncSceneCommand || !mFuncSceneCommand(event.GetId()))
+        wxLogMessage("%s: not available yet.", RibbonUI_cls::GetStrToolLabel(event.GetId()));
+}
+
+// ---- ribbon -------------------------------------------------------------------------------
+
+void FrameMain_cls::OnRbnOpenProject(wxRibbonToolBarEvent&) {
+    if (mpCMain)
+        mpCMain->OpenProject(wxString());
+}
+
+void FrameMain_cls::OnRbnOpenRecent(wxRibbonToolBarEvent&) {
+    if (!mpCMain || mpCMain->GetStrRecent(0).empty())
+        return;
+    mpCMain->OpenProject(mpCMain->GetStrRecent(0));
+}
+
+void FrameMain_cls::OnRbnSaveProject(wxRibbonToolBarEvent&) {
+    if (!mpCMain)
+        return;
+    if (!mpCMain->mStrProjectPath.empty() && mpCMain->mbProjectFileCurrent)
+        mpCMain->SaveProjectMain(mpCMain->mStrProjectPath, 1);
+    else
+        mpCMain->SaveProjectAs(1);
+}
+
+void FrameMain_cls::OnRbnSaveProjectAs(wxRibbonToolBarEvent&) {
+    if (mpCMain)
+        mpCMain->SaveProjectAs(1);
+}
+
+void FrameMain_cls::OnRbnUndo(wxRibbonToolBarEvent&) {
+    if (GpCUndo)
+        GpCUndo->Undo();
+}
+
+void FrameMain_cls::OnRbnRedo(wxRibbonToolBarEvent&) {
+    if (GpCUndo)
+        GpCUndo->Redo();
+}
+
+void FrameMain_cls::OnRbnToolTip(wxRibbonToolBarEvent&) {
+    bool bNew = !mpCRibbon->GetToolTipPreference();
+    mpCRibbon->SetToolTipPreference(bNew);
+    mpCRibbon->UpdateRibbonHelp(bNew);
+}
+
+void FrameMain_cls::OnRbnInfo(wxRibbonToolBarEvent&) {
+    wxAboutDialogInfo info;
+    info.SetName("Orvantis4");
+    info.SetVersion(Main_cls::msStrVersion);
+    info.SetDescription(_("Turns numerical simulation output into images and animations."));
+    wxAboutBox(info, this);
+}
+
+void FrameMain_cls::OnRbnHelp(wxRibbonToolBarEvent&) {
+    wxFileName fn(msStrHelpURL);
+    if (fn.FileExists()) {
+        fn.MakeAbsolute();
+        wxLaunchDefaultBrowser(wxFileName::FileNameToURL(fn));
+        return;
+    }
+    wxLaunchDefaultBrowser(msStrHelpURL);
+}
+
+void FrameMain_cls::OnRbnStatusInfo(wxRibbonToolBarEvent&) {
+    if (!mpCMain)
+        return;
+    wxString strText = wxString::Format(_("Services made in %d ms; start-up layout after %d ms."),
+                                        mpCMain->mMillisParallel, mpCMain->mMillisLayout);
+    wxMessageBox(strText, "Status Info", wxOK | wxICON_INFORMATION, this);
+}
+
+void FrameMain_cls::OnRbnSceneCommand(wxRibbonToolBarEvent& event) {
+    if (!mFuncSceneCommand || !mFuncSceneCommand(event.GetId()))
+        wxLogMessage("%s: not available yet.", RibbonUI_cls::GetStrToolLabel(event.GetId()));
+}
+
+void FrameMain_cls::PopupDropMenu(wxRibbonToolBarEvent& event, wxMenu* pMenu) {
+    std::unique_ptr<wxMenu> menu(pMenu);
+    event.PopupMenu(menu.get());
+}
+
+wxMenu* FrameMain_cls::CreateRecentMenu() {
+    auto* pMenu = new wxMenu();
+    if (!mpCMain)
+        return pMenu;
+    for (int i = 0; i < 10; ++i) {
+        wxString strPath = mpCMain->GetStrRecent(i);
+        if (!strPath.empty())
+            pMenu->Append(ID_MENU_RECENT_FIRST + i, strPath);
+    }
+    return pMenu;
+}
+
+wxMenu* FrameMain_cls::CreateSaveMenu() {
+    auto* pMenu = new wxMenu();
+    auto* pItem = new wxMenuItem(pMenu, ID_RBN_SAVE_PROJECT_AS + ID_MENU_MIRROR_OFFSET, _("Save Project as"));
+    pItem->SetBitmap(GetBitmapFromTag("wxART_SAVE_FILE_AS", wxSize(16, 16), wxART_MENU));
+    pMenu->Append(pItem);
+    return pMenu;
+}
+
+wxMenu* FrameMain_cls::CreateCacheMenu() {
+    auto* pMenu = new wxMenu();
+    pMenu->Append(ID_MENU_CLEAR_TEXTURE_CACHE, RibbonUI_cls::GetStrToolLabel(ID_MENU_CLEAR_TEXTURE_CACHE));
+    pMenu->Append(ID_MENU_CLEAR_HF_VBO, RibbonUI_cls::GetStrToolLabel(ID_MENU_CLEAR_HF_VBO));
+    return pMenu;
+}
+
+wxMenu* FrameMain_cls::CreateObjectsMenu() {
+    auto* pMenu = new wxMenu();
+    const int vId[] = {ID_RBN_BOX,         ID_RBN_SPHERE,     ID_RBN_PLANE,      ID_RBN_CONE,
+                       ID_RBN_CYLINDER,    ID_RBN_MESH_OBJ,   ID_RBN_TEXT_OBJ,   ID_RBN_PARALLEL_LIGHT,
+                       ID_RBN_POINT_LIGHT, ID_RBN_SPOT_LIGHT, ID_RBN_CAMERA,     ID_RBN_EMPTY,
+                       ID_RBN_WORLD,       ID_RBN_VOLUMEBOX,  ID_RBN_ISOSURFACE, ID_RBN_PARTICLE,
+                       ID_RBN_STREAMLINE,  ID_RBN_HEIGHTFIELD};
+    for (int id : vId) {
+        if (id == ID_RBN_MESH_OBJ || id == ID_RBN_PARALLEL_LIGHT || id == ID_RBN_CAMERA ||
+            id == ID_RBN_VOLUMEBOX)
+            pMenu->AppendSeparator();
+        pMenu->Append(id + ID_MENU_MIRROR_OFFSET, RibbonUI_cls::GetStrToolLabel(id));
+    }
+    return pMenu;
+}
+
+wxMenu* FrameMain_cls::CreateInfoMenu() {
+    auto* pMenu = new wxMenu();
+    pMenu->Append(ID_RBN_GL_INFO + ID_MENU_MIRROR_OFFSET, "OpenGL Info");
+    pMenu->Append(ID_RBN_STATUS_INFO + ID_MENU_MIRROR_OFFSET, "Status Info");
+    return pMenu;
+}
+
+void FrameMain_cls::OnDropRecent(wxRibbonToolBarEvent& event) {
+    PopupDropMenu(event, CreateRecentMenu());
+}
+
+void FrameMain_cls::OnDropSaveFile(wxRibbonToolBarEvent& event) {
+    PopupDropMenu(event, CreateSaveMenu());
+}
+
+void FrameMain_cls::OnDropCache(wxRibbonToolBarEvent& event) {
+    PopupDropMenu(event, CreateCacheMenu());
+}
+
+void FrameMain_cls::OnDropObjects(wxRibbonToolBarEvent& event) {
+    PopupDropMenu(event, CreateObjectsMenu());
+}
+
+void FrameMain_cls::OnDropInfo(wxRibbonToolBarEvent& event) {
+    PopupDropMenu(event, CreateInfoMenu());
+}

@@ -1,0 +1,94 @@
+#include "MyApp.h"
+
+#include "CoreServices.h"
+#include "FrameMain_cls.h"
+#include "InitializeParallel_cls.h"
+#include "LuaServices.h"
+#include "Main_cls.h"
+#include "MyArtProvider.h"
+#include "RibbonUI_cls.h"
+#include "TimeServices.h"
+#include "UIServices.h"
+#include "wxLogGuiEX.h"
+#include "wxPanelEX.h"
+
+#include <wx/image.h>
+#include <wx/log.h>
+#include <wx/tooltip.h>
+#include <wx/utils.h>
+
+#include <atomic>
+#include <cstdio>
+
+MyApp::MyApp() {
+    mLocale.Init(wxLANGUAGE_DEFAULT, wxLOCALE_LOAD_DEFAULT);
+}
+
+bool MyApp::OnInit() {
+    // Until the program's own target exists, lines go to standard error, never to a box.
+    delete wxLog::SetActiveTarget(new wxLogStderr);
+
+    wxLocale::AddCatalogLookupPathPrefix(".");
+    wxLocale::AddCatalogLookupPathPrefix("./locale");
+    mLocale.AddCatalog("Orvantis4");
+
+    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
+        wxImage::AddHandler(new wxPNGHandler);
+    if (!wxImage::FindHandler(wxBITMAP_TYPE_JPEG))
+        wxImage::AddHandler(new wxJPEGHandler);
+    if (!wxImage::FindHandler(wxBITMAP_TYPE_TIFF))
+        wxImage::AddHandler(new wxTIFFHandler);
+
+    RegisterCoreServices();
+    RegisterTimeServices();
+    RegisterLuaServices();
+    RegisterUIServices();
+    mpCMain = new Main_cls();
+    StartCore(mpCMain);
+    return true;
+}
+
+FrameMain_cls* MyApp::StartCore(Main_cls* pMain) {
+    wxArtProvider::Push(new MyArtProvider(pMain->GetStrAppDir()));
+    wxPanelEX::InitializeStatic();
+    // The program's values; the 10 ms auto-pop is intended.
+    wxToolTip::SetAutoPop(10);
+    wxToolTip::SetDelay(1000);
+    wxToolTip::SetReshow(10);
+
+    std::atomic<bool> bFinished{false};
+    auto* pThread = new InitializeParallel_cls();
+    pThread->SetParameters(&bFinished, &pMain->mMillisParallel);
+    if (pThread->Run() != wxTHREAD_NO_ERROR) {
+        delete pThread;
+        InitializeParallel_cls::InitializeParallel();
+        bFinished.store(true, std::memory_order_release);
+    }
+
+    // Built while the worker makes the services; it uses none of them.
+    auto* pFrame = new FrameMain_cls("Orvantis4 ver " + Main_cls::msStrVersion, pMain, 0, 0, 1280, 960);
+
+    while (!bFinished.load(std::memory_order_acquire))
+        wxMilliSleep(3);
+
+    pMain->CreateSingletonSerial();
+    if (GpCwxLogGuiEX)
+        delete wxLog::SetActiveTarget(GpCwxLogGuiEX);
+    pFrame->GetPCRibbon()->UpdateRibbonHelp(true);
+    pMain->OpenProjectMain(pMain->GetStrAppDir() + "/Orvantis4Configure.txt", false);
+    return pFrame;
+}
+
+int MyApp::OnExit() {
+    delete mpCMain;
+    mpCMain = nullptr;
+    delete wxLog::SetActiveTarget(new wxLogStderr);
+    return 0;
+}
+
+void MyApp::OnAssertFailure(const wxChar* file, int line, const wxChar* func, const wxChar* cond,
+                            const wxChar* msg) {
+    fprintf(stderr, "Assertion failed: %s at %s:%d in %s %s\n", wxString(cond).utf8_str().data(),
+            wxString(file).utf8_str().data(), line, wxString(func).utf8_str().data(),
+            wxString(msg ? msg : wxT("")).utf8_str().data());
+}

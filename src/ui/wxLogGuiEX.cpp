@@ -1,0 +1,12 @@
+#include "wxLogGuiEX.h"
+
+#include <cstdio>
+
+void wxLogGuiEX::DoLogTextAtLevel(wxLogLevel level, const wxString& strMsg) {
+    if (level > wxLOG_Info && level != wxLOG_Status)
+        return; // debug and trace lines stay out of the console
+    fprintf(stderr, "%s\n", strMsg.utf8_str().data());
+    mDStrLines.push_back(strMsg);
+    if (mDStrLines.size() > msMaxLines)
+        mDStrLines.pop_front();
+}

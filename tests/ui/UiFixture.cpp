@@ -1,0 +1,81 @@
+#include "UiFixture.h"
+
+#include "CoreServices.h"
+#include "MyArtProvider.h"
+#include "TimeServices.h"
+#include "UndoManager_cls.h"
+#include "X11Support.h"
+
+#include <wx/image.h>
+
+namespace {
+
+// The toolkit is started by the shared test main; with a display it gets a GUI application
+// object, without one a console one, so that the tests can report themselves skipped.
+wxAppConsole* CreateTestApp() {
+    if (X11Support::IsDisplayReachable())
+        return new wxApp;
+    return new wxAppConsole;
+}
+
+wxAppInitializer gTestAppInitializer(CreateTestApp);
+
+} // namespace
+
+bool IsGuiAvailable() {
+    return dynamic_cast<wxApp*>(wxTheApp) != nullptr;
+}
+
+void UiFixture::SetUp() {
+    SKIP_WITHOUT_DISPLAY();
+    static bool sbArt = false;
+    if (!sbArt) {
+        if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
+            wxImage::AddHandler(new wxPNGHandler);
+        wxArtProvider::Push(new MyArtProvider(ORV_SOURCE_DIR));
+        wxPanelEX::InitializeStatic();
+        sbArt = true;
+    }
+    mpTemp = std::make_unique<TempDir_cls>();
+    mpMain = std::make_unique<Main_cls>(mpTemp->mStrPath);
+    Main_cls::msSaveBusyMillis = 0;
+    ClassProvider_cls::ResetRegistrations();
+    RegisterCoreServices();
+    RegisterTimeServices();
+    mpMain->CreateSingleton();
+    mpFrame = new FrameMain_cls("Orvantis4 ver test", mpMain.get(), 0, 0, 1000, 800);
+    mpFrame->Show();
+    mpFrame->Layout();
+}
+
+void UiFixture::TearDown() {
+    delete mpFrame;
+    mpFrame = nullptr;
+    mpMain.reset();
+    mpTemp.reset();
+}
+
+void UiFixture::ReadLayout(const wxString& strLayoutBlock) {
+    wxString strPath = mpTemp->Path("layout.ovp");
+    ASSERT_TRUE(WriteBytes(strPath, std::string(strLayoutBlock.utf8_str())));
+    ASSERT_TRUE(mpMain->OpenProjectMain(strPath, false));
+    mpFrame->Layout();
+}
+
+void UiFixture::CollectLeaves(SplittableWindow_cls* pNode, std::vector<wxPanelEX*>& vLeaves) {
+    if (!pNode)
+        return;
+    if (pNode->IsSplit()) {
+        CollectLeaves(pNode->mpCChildSWindow[0], vLeaves);
+        CollectLeaves(pNode->mpCChildSWindow[1], vLeaves);
+        return;
+    }
+    if (wxPanelEX* pPanel = pNode->GetPCPanel())
+        vLeaves.push_back(pPanel);
+}
+
+void UiFixture::RunPendingEvents() {
+    // A handler may queue a further event (a menu mirror queues its ribbon click).
+    for (int i = 0; i < 4; ++i)
+        wxTheApp->ProcessPendingEvents();
+}

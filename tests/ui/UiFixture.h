@@ -1,0 +1,47 @@
+// The fixture of the window tests: a core with its services in a temporary application folder,
+// the art of the source tree, and one main window that is built but never runs an event loop.
+// Tests skip when the toolkit could not reach a display.
+#pragma once
+
+#include "FrameMain_cls.h"
+#include "Main_cls.h"
+#include "SplittableWindow_cls.h"
+#include "TestSupport.h"
+#include "wxPanelEX.h"
+
+#include <gtest/gtest.h>
+#include <wx/app.h>
+
+#include <memory>
+#include <vector>
+
+// True when the test program runs with the GUI toolkit up (a display was reachable).
+bool IsGuiAvailable();
+
+class UiFixture : public ::testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    // Replaces the tree with the layout text, read through the core's command language.
+    void ReadLayout(const wxString& strLayoutBlock);
+    // Every leaf panel in tree order.
+    static void CollectLeaves(SplittableWindow_cls* pNode, std::vector<wxPanelEX*>& vLeaves);
+    std::vector<wxPanelEX*> Leaves() {
+        std::vector<wxPanelEX*> v;
+        CollectLeaves(mpFrame->GetPCTopWindow(), v);
+        return v;
+    }
+    // Runs the events queued on the frame (menu mirrors, deferred tree changes).
+    static void RunPendingEvents();
+
+    std::unique_ptr<TempDir_cls> mpTemp;
+    std::unique_ptr<Main_cls> mpMain;
+    FrameMain_cls* mpFrame = nullptr;
+};
+
+#define SKIP_WITHOUT_DISPLAY()                                                                               \
+    do {                                                                                                     \
+        if (!IsGuiAvailable())                                                                               \
+            GTEST_SKIP() << "no display: the window tests need one (run under xvfb-run)";                    \
+    } while (0)
