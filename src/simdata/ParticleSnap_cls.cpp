@@ -151,6 +151,10 @@ void ParticleSnap_cls::ReadHeaderAscii(ParticleFormatClone_cls* pFormat, long lo
     while (std::getline(stream, line))
         ++lines;
     const long long headerLines = pFormat->GetHeaderLine();
+    if (lines <= headerLines) {
+        n = 0;
+        return;
+    }
     if (pFormat->GetArrayDirection() == 1) {
         const long long perParticle = pFormat->GetBodyParticleLineAsciiVertical();
         if (perParticle <= 0) {

@@ -1,0 +1,90 @@
+// Helpers of the data-sequence and reader tests: a scene clock and preferences installed as the
+// registry's services for the life of a test, byte builders for binary files, and formats.
+#pragma once
+
+#include "ClassProvider_cls.h"
+#include "ParticleFormatClone_cls.h"
+#include "ParticleFormat_cls.h"
+#include "Preference_cls.h"
+#include "TimeCtrl_cls.h"
+
+#include <wx/log.h>
+
+#include <cstring>
+#include <initializer_list>
+#include <string>
+
+// Installs its own clock and preferences as GpCTimeCtrl and GpCPreference, and puts the old
+// ones back at the end.
+class ServicesScope_cls {
+public:
+    ServicesScope_cls() {
+        mpOldTime = GpCTimeCtrl;
+        mpOldPref = GpCPreference;
+        GpCTimeCtrl = &mTime;
+        GpCPreference = &mPref;
+    }
+    ~ServicesScope_cls() {
+        GpCTimeCtrl = mpOldTime;
+        GpCPreference = mpOldPref;
+    }
+    ServicesScope_cls(const ServicesScope_cls&) = delete;
+    ServicesScope_cls& operator=(const ServicesScope_cls&) = delete;
+
+    void SetFrames(int frameMax, int current) {
+        mTime.mCFrameMax.SetBodyFromData(static_cast<long long>(frameMax));
+        mTime.mCFrameCurrent.SetBodyFromData(static_cast<long long>(current));
+    }
+    void SetPrefetch(int length) { mPref.mCPrefetchLength.SetBodyFromData(static_cast<long long>(length)); }
+
+    TimeCtrl_cls mTime;
+    Preference_cls mPref;
+
+private:
+    TimeCtrl_cls* mpOldTime = nullptr;
+    Preference_cls* mpOldPref = nullptr;
+};
+
+// Little byte builder for binary particle files, values as they stand in memory.
+class Bytes_cls {
+public:
+    template <typename T> Bytes_cls& Put(T v) {
+        char b[sizeof(T)];
+        std::memcpy(b, &v, sizeof(T));
+        mStr.append(b, sizeof(T));
+        return *this;
+    }
+    Bytes_cls& I(int v) { return Put<int>(v); }
+    Bytes_cls& F(float v) { return Put<float>(v); }
+    Bytes_cls& L(long long v) { return Put<long long>(v); }
+    std::string mStr;
+};
+
+inline wxArrayString Names(std::initializer_list<const char*> names) {
+    wxArrayString a;
+    for (const char* n : names)
+        a.Add(n);
+    return a;
+}
+
+// A format clone of the given data type and lists; header and body replace the defaults.
+inline void MakeClone(ParticleFormatClone_cls& clone, int dataType, int direction,
+                      const wxArrayString& header, const wxArrayString& body, bool sort = false,
+                      bool removeDupli = false) {
+    ParticleFormat_cls format;
+    format.mCDataType.SetBodyFromData(static_cast<long long>(dataType));
+    format.mCArrayDirection.SetBodyFromData(static_cast<long long>(direction));
+    format.mCPreSortByID.SetBodyFromDataBOOL(sort);
+    format.mCRemoveDupli.SetBodyFromDataBOOL(removeDupli);
+    format.mAStrHeader = header;
+    if (dataType == 1)
+        format.mAStrBodyBinary = body;
+    else
+        format.mAStrBodyAscii = body;
+    clone.CloneFromFormat(format, false);
+}
+
+// Messages logged by reader threads are held until the main thread flushes them.
+inline void FlushThreadLogs() {
+    wxLog::FlushActive();
+}
