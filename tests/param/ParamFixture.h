@@ -80,14 +80,20 @@ protected:
         wxSetWorkingDirectory(mStrOldCwd);
     }
 
+    // "SceneObjCtrl::Obj::<object>::<attribute>::..." and "FilterCtrl::<attribute>::..." are
+    // the addresses the Syncronize family builds; they reach the same attributes.
     bool Route(std::wistream& stream, const wxString& strHead, const wxString& strRest) {
-        if (strHead != "Test") {
+        wxString strLine = strRest;
+        if (strHead == "SceneObjCtrl") {
+            if (Parser_cls::PopStrItemFromStrLine(strLine, "::") != "Obj")
+                return false;
+            Parser_cls::PopStrItemFromStrLine(strLine, "::"); // the object
+        } else if (strHead != "Test" && strHead != "FilterCtrl") {
             for (Attribute_cls* p : mVPAttributes)
                 if (p->ReadStrLine(stream, strHead, strRest))
                     return true;
             return false;
         }
-        wxString strLine = strRest;
         wxString strName = Parser_cls::PopStrItemFromStrLine(strLine, "::");
         ParamGroup_cls* pGroup = nullptr;
         if (mMapGroups.count(strName)) {
