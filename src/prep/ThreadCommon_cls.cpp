@@ -60,16 +60,10 @@ void ThreadCommon_cls::WaitThreadsAndDeleteFlag(std::atomic<bool>* list, int cou
 
 void ThreadCommon_cls::StartWorker(ThreadInstance_cls* pWorker, std::atomic<bool>* pbFinish, int ini,
                                    int fin) {
-    if (pWorker->CreateThread(pbFinish, ini, fin)) {
-        if (pWorker->Run() == wxTHREAD_NO_ERROR)
-            return;
-        // A created thread that cannot be started never runs; it is not deleted here, since the
-        // toolkit still holds it.
-        wxLogMessage("Worker thread could not be started; range %d to %d is done on this thread", ini, fin);
-        pWorker->RunOnThisThread();
+    pWorker->CreateThread(pbFinish, ini, fin);
+    if (pWorker->Run())
         return;
-    }
-    wxLogMessage("Worker thread could not be created; range %d to %d is done on this thread", ini, fin);
+    wxLogMessage("Worker thread could not be started; range %d to %d is done on this thread", ini, fin);
     pWorker->RunOnThisThread();
     delete pWorker;
 }

@@ -28,8 +28,8 @@ public:
     static void WaitThreadsNOTDeleteFlag(std::atomic<bool>* list, int count, int sleepMs);
     static void WaitThreadsAndDeleteFlag(std::atomic<bool>* list, int count, int sleepMs);
 
-    // Creates the worker's thread for the range and runs it. Should the system refuse a thread, the work
-    // is done here on the calling thread instead (and the worker deleted), so the pass still completes
+    // Hands the worker its flag and range and starts its thread. Should the system refuse a thread, the
+    // work is done here on the calling thread instead and the worker deleted, so the pass still completes
     // and its wait still ends. Either way the caller must not touch the worker afterwards.
     static void StartWorker(ThreadInstance_cls* pWorker, std::atomic<bool>* pbFinish, int ini, int fin);
 };

@@ -2,15 +2,25 @@
 
 #include "ThreadCommonTypeB_cls.h"
 
+#include <system_error>
+#include <thread>
+
 bool ThreadInstanceTypeB_cls::CreateThread(std::atomic<int>* status) {
     mpStatus = status;
     if (mpStatus)
         mpStatus->store(ThreadCommonTypeB_cls::kStatusRunning, std::memory_order_release);
-    if (Create() == wxTHREAD_NO_ERROR)
-        return true;
-    if (mpStatus)
-        mpStatus->store(ThreadCommonTypeB_cls::kStatusFinished, std::memory_order_release);
-    return false;
+    return true;
+}
+
+bool ThreadInstanceTypeB_cls::Run() {
+    try {
+        std::thread(&ThreadInstanceTypeB_cls::Entry, this).detach();
+    } catch (const std::system_error&) {
+        if (mpStatus)
+            mpStatus->store(ThreadCommonTypeB_cls::kStatusFinished, std::memory_order_release);
+        return false;
+    }
+    return true;
 }
 
 void ThreadInstanceTypeB_cls::RunOnThisThread() {
@@ -19,10 +29,10 @@ void ThreadInstanceTypeB_cls::RunOnThisThread() {
         mpStatus->store(ThreadCommonTypeB_cls::kStatusFinished, std::memory_order_release);
 }
 
-wxThread::ExitCode ThreadInstanceTypeB_cls::Entry() {
+void ThreadInstanceTypeB_cls::Entry() {
     std::atomic<int>* pStatus = mpStatus;
     Work();
+    delete this;
     if (pStatus)
         pStatus->store(ThreadCommonTypeB_cls::kStatusFinished, std::memory_order_release);
-    return nullptr;
 }

@@ -1,21 +1,25 @@
 // One job of a type B list: a detached thread whose status word reads running from its creation and
-// finished as its last act; it then deletes itself.
+// finished as its very last act, after the job has deleted itself.
 #pragma once
-
-#include <wx/thread.h>
 
 #include <atomic>
 
-class ThreadInstanceTypeB_cls : public wxThread {
+class ThreadInstanceTypeB_cls {
 public:
-    ThreadInstanceTypeB_cls() : wxThread(wxTHREAD_DETACHED) {}
+    ThreadInstanceTypeB_cls() = default;
+    virtual ~ThreadInstanceTypeB_cls() = default;
+    ThreadInstanceTypeB_cls(const ThreadInstanceTypeB_cls&) = delete;
+    ThreadInstanceTypeB_cls& operator=(const ThreadInstanceTypeB_cls&) = delete;
 
-    // Stores the slot and creates the thread (suspended until Run()). The slot reads running from here
-    // on, so the producer's next WaitForThread already counts this job. When the system refuses a
-    // thread the slot reads finished, the result is false and the object belongs to the caller.
+    // Stores the slot and marks it running, so that the producer's next WaitForThread already counts
+    // this job. Returns true: the thread itself is made by Run().
     bool CreateThread(std::atomic<int>* status);
 
-    // Does the job on the calling thread and marks it finished, for a job whose thread was refused.
+    // Starts the detached thread, which from then on owns the object. When the system refuses a thread
+    // the result is false, the slot reads finished and the object stays with the caller.
+    bool Run();
+
+    // Does the job on the calling thread and marks it finished; the object stays with the caller.
     void RunOnThisThread();
 
     std::atomic<int>* mpStatus = nullptr; // not owned: the job's slot in the status list
@@ -24,6 +28,6 @@ protected:
     virtual void Work() = 0; // runs on the job's thread
 
 private:
-    // Work, then the finished status with release order; the object is not touched after it.
-    ExitCode Entry() final;
+    // Work, delete, then the finished status with release order.
+    void Entry();
 };

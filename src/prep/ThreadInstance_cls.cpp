@@ -1,10 +1,22 @@
 #include "ThreadInstance_cls.h"
 
+#include <system_error>
+#include <thread>
+
 bool ThreadInstance_cls::CreateThread(std::atomic<bool>* finish, int ini, int fin) {
     mpbFinish = finish;
     mIni = ini;
     mFin = fin;
-    return Create() == wxTHREAD_NO_ERROR;
+    return true;
+}
+
+bool ThreadInstance_cls::Run() {
+    try {
+        std::thread(&ThreadInstance_cls::Entry, this).detach();
+    } catch (const std::system_error&) {
+        return false;
+    }
+    return true;
 }
 
 void ThreadInstance_cls::RunOnThisThread() {
@@ -13,10 +25,10 @@ void ThreadInstance_cls::RunOnThisThread() {
         mpbFinish->store(true, std::memory_order_release);
 }
 
-wxThread::ExitCode ThreadInstance_cls::Entry() {
+void ThreadInstance_cls::Entry() {
     std::atomic<bool>* pbFinish = mpbFinish;
     Work();
+    delete this;
     if (pbFinish)
         pbFinish->store(true, std::memory_order_release);
-    return nullptr;
 }

@@ -1,21 +1,26 @@
-// One worker of a pass: a detached thread over the half-open range mIni .. mFin that sets its finish
-// flag as its last act and then deletes itself.
+// One worker of a pass: a detached thread over the half-open range mIni .. mFin. It deletes itself
+// when its work is done and sets its finish flag as its very last act, so that nothing of it is left
+// to touch once the flag is seen.
 #pragma once
-
-#include <wx/thread.h>
 
 #include <atomic>
 
-class ThreadInstance_cls : public wxThread {
+class ThreadInstance_cls {
 public:
-    ThreadInstance_cls() : wxThread(wxTHREAD_DETACHED) {}
+    ThreadInstance_cls() = default;
+    virtual ~ThreadInstance_cls() = default;
+    ThreadInstance_cls(const ThreadInstance_cls&) = delete;
+    ThreadInstance_cls& operator=(const ThreadInstance_cls&) = delete;
 
-    // Stores the flag and the range and creates the thread (suspended until Run()). Returns false when
-    // the system refuses a thread; the object is then not self-deleting and belongs to the caller.
+    // Stores the flag and the range. Returns true: the thread itself is made by Run().
     bool CreateThread(std::atomic<bool>* finish, int ini, int fin);
 
-    // Does the work on the calling thread and sets the flag, for a worker whose thread was never
-    // created or started. Used when a pass is not worth a thread.
+    // Starts the detached thread, which from then on owns the object. Returns false, leaving the
+    // object with the caller, when the system refuses a thread.
+    bool Run();
+
+    // Does the work on the calling thread and sets the flag, for a worker that gets no thread (a pass
+    // not worth one, or a refused thread). The object stays with the caller.
     void RunOnThisThread();
 
     std::atomic<bool>* mpbFinish = nullptr; // not owned: the worker's slot in the finish list
@@ -27,7 +32,6 @@ protected:
     virtual void Work() = 0;
 
 private:
-    // Work, then the flag, with release order so that the waiter sees every write of the range.
-    // Nothing touches the object after the flag: the thread deletes it once Entry returns.
-    ExitCode Entry() final;
+    // Work, delete, then the flag with release order so that the waiter sees every write of the range.
+    void Entry();
 };

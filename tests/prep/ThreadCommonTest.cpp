@@ -147,8 +147,8 @@ TEST(ThreadCommonTest, ThreadedPassFillsEveryElementOfItsRange) {
             if (out[i] != 3 * i + 1 && wrong++ < 5)
                 ADD_FAILURE() << "element " << i << " is " << out[i];
         EXPECT_EQ(wrong, 0);
-        // Each worker deletes itself after its flag.
-        EXPECT_TRUE(WaitUntil([] { return gFillWorkersAlive.load() == 0; }));
+        // Each worker has deleted itself before its flag was set.
+        EXPECT_EQ(gFillWorkersAlive.load(), 0);
     }
 }
 
@@ -171,12 +171,14 @@ struct JobBoard {
     std::atomic<int> maxRunning{0};
     std::atomic<int> started{0};
     std::atomic<int> finished{0};
+    std::atomic<int> deleted{0};
     std::atomic<bool> gates[6] = {};
 };
 
 class GateJob_cls : public ThreadInstanceTypeB_cls {
 public:
     GateJob_cls(JobBoard* board, int index) : mpBoard(board), mIndex(index) {}
+    ~GateJob_cls() override { ++mpBoard->deleted; }
 
 protected:
     void Work() override {
@@ -206,9 +208,8 @@ TEST(ThreadCommonTypeBTest, NoMoreJobsRunThanTheThreadNumber) {
         for (int i = 0; i < 6; ++i) {
             jobs.WaitForThread(status);
             auto* pJob = new GateJob_cls(&board, i);
-            if (pJob->CreateThread(&status[i])) {
-                pJob->Run();
-            } else {
+            pJob->CreateThread(&status[i]);
+            if (!pJob->Run()) {
                 pJob->RunOnThisThread();
                 delete pJob;
             }
@@ -230,6 +231,7 @@ TEST(ThreadCommonTypeBTest, NoMoreJobsRunThanTheThreadNumber) {
     producer.join();
     EXPECT_TRUE(producerDone.load());
     EXPECT_EQ(board.finished.load(), 6);
+    EXPECT_EQ(board.deleted.load(), 6); // every job deleted itself before it reported finished
     EXPECT_EQ(board.maxRunning.load(), 2);
 }
 
