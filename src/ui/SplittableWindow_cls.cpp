@@ -375,10 +375,11 @@ void SplittableWindow_cls::ProceedParsePanel(std::wistream& stream) {
             // The panel's own block starts on the next line. A panel without a block meets
             // the close line here, and the end test below sees that same line.
             strLine = ReadLine(stream, bOk);
+            wxPanelEX* pPanel = GeneratePanel(strType);
             if (!bOk)
-                return;
+                return; // the file ends here: the panel stays without its block
             strFirst = PopStrItemFromStrLine(strLine, "::");
-            if (wxPanelEX* pPanel = GeneratePanel(strType))
+            if (pPanel)
                 pPanel->ReadStrLine(stream, strFirst, strLine);
         }
         wxString strRest = strLine;

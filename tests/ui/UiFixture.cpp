@@ -6,6 +6,7 @@
 #include "UndoManager_cls.h"
 #include "X11Support.h"
 
+#include <wx/filefn.h>
 #include <wx/image.h>
 
 namespace {
@@ -36,6 +37,7 @@ void UiFixture::SetUp() {
         wxPanelEX::InitializeStatic();
         sbArt = true;
     }
+    mStrStartDir = wxGetCwd();
     mpTemp = std::make_unique<TempDir_cls>();
     mpMain = std::make_unique<Main_cls>(mpTemp->mStrPath);
     Main_cls::msSaveBusyMillis = 0;
@@ -52,6 +54,8 @@ void UiFixture::TearDown() {
     delete mpFrame;
     mpFrame = nullptr;
     mpMain.reset();
+    // Saving moves into the project's folder: step out before the folder goes.
+    wxSetWorkingDirectory(mStrStartDir);
     mpTemp.reset();
 }
 

@@ -38,6 +38,7 @@ protected:
     std::unique_ptr<TempDir_cls> mpTemp;
     std::unique_ptr<Main_cls> mpMain;
     FrameMain_cls* mpFrame = nullptr;
+    wxString mStrStartDir;
 };
 
 #define SKIP_WITHOUT_DISPLAY()                                                                               \
