@@ -89,13 +89,25 @@ double Parameter_cls::GetValue(double t) const {
         return first.mValue;
 
     bool bExact = false;
-    for (const KeyFrame_cls& key : mVCKey) {
-        if (Misc_cls::IsNearlySame(key.mX, t, TOL)) {
-            bExact = true;
-            break;
+    int c = -1;
+    if (mbPrecalculated && mbPrecalcSorted) {
+        // Keys in order: both scans below reduce to two binary searches with the same tests.
+        auto itNear = std::partition_point(mVCKey.begin(), mVCKey.end(),
+                                           [t](const KeyFrame_cls& key) { return key.mX < t + TOL; });
+        bExact = itNear != mVCKey.begin() && Misc_cls::IsNearlySame((itNear - 1)->mX, t, TOL);
+        auto itReached = std::partition_point(mVCKey.begin(), mVCKey.end(),
+                                              [t](const KeyFrame_cls& key) { return t >= key.mX - TOL; });
+        c = static_cast<int>(itReached - mVCKey.begin()) - 1;
+    } else {
+        for (const KeyFrame_cls& key : mVCKey) {
+            if (Misc_cls::IsNearlySame(key.mX, t, TOL)) {
+                bExact = true;
+                break;
+            }
         }
+        if (bExact || !(t < first.mX - TOL))
+            c = GetControllingKey(t);
     }
-    const int c = (bExact || !(t < first.mX - TOL)) ? GetControllingKey(t) : -1;
     if (c < 0) {
         // Before the first key.
         if (first.mType == KeyFrame_cls::TYPE_STEP || !IsExtrapolate() || n == 1)
@@ -129,8 +141,12 @@ double Parameter_cls::GetCurrentValue() const {
 
 void Parameter_cls::PrecalcBegin() {
     mbPrecalculated = false;
-    for (int i = 0; i < static_cast<int>(mVCKey.size()); ++i)
+    mbPrecalcSorted = true;
+    for (int i = 0; i < static_cast<int>(mVCKey.size()); ++i) {
         mVCKey[i].mVelocity = ComputeKeyVelocity(i);
+        if (i > 0 && !(mVCKey[i - 1].mX <= mVCKey[i].mX))
+            mbPrecalcSorted = false;
+    }
     mbPrecalculated = true;
 }
 

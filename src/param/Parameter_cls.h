@@ -123,6 +123,9 @@ public:
     int32_t mIndex = 0;
     int32_t mProcCounter = 0; // one more for each line read
     bool mbPrecalculated = false;
+    // Set by PrecalcBegin when the keys were in order: evaluation may then search instead of
+    // scanning. Like the slopes, it does not see key edits before PrecalcEnd.
+    bool mbPrecalcSorted = false;
     ParamGroup_cls* mpCParamGroup = nullptr; // not owned: the group owns its channels
     std::vector<KeyFrame_cls> mVCKey;        // sorted by x; files never leave it empty
 

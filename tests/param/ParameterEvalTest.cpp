@@ -203,6 +203,43 @@ TEST(ParameterEval, PrecalculatedSlopesGiveTheSameValuesAndIgnoreLaterEdits) {
     EXPECT_NE(param.GetValue(0.1), before);
 }
 
+TEST(ParameterEval, PrecalculatedSearchMatchesTheScanAtEveryTolerance) {
+    // Sorted keys with near duplicates; times on, within, at and beyond the tolerance of each.
+    std::vector<KeyFrame_cls> keys;
+    unsigned seed = 12345;
+    auto next = [&seed] {
+        seed = seed * 1103515245u + 12345u;
+        return (seed >> 8) / double(1u << 24);
+    };
+    double x = -0.2;
+    for (int i = 0; i < 40; ++i) {
+        x += (i % 7 == 3) ? 0.4 * TOL : 0.05 * next();
+        keys.push_back(Key(x, next() * 10 - 5, i % 6, next()));
+    }
+    for (bool bExtrapolate : {false, true}) {
+        Parameter_cls scan = Channel(keys, bExtrapolate);
+        Parameter_cls search = Channel(keys, bExtrapolate);
+        search.PrecalcBegin();
+        ASSERT_TRUE(search.mbPrecalcSorted);
+        for (const KeyFrame_cls& key : keys) {
+            for (double d : {-2.0, -1.0, -0.999, -0.5, 0.0, 0.5, 0.999, 1.0, 2.0}) {
+                const double t = key.mX + d * TOL;
+                EXPECT_EQ(search.GetValue(t), scan.GetValue(t)) << "t " << t;
+            }
+        }
+        for (double t = -1.0; t < 2.5; t += 0.0173)
+            EXPECT_EQ(search.GetValue(t), scan.GetValue(t)) << "t " << t;
+    }
+    // Keys out of order are scanned even while precalculated.
+    std::swap(keys[3], keys[9]);
+    Parameter_cls unsorted = Channel(keys, true);
+    Parameter_cls reference = Channel(keys, true);
+    unsorted.PrecalcBegin();
+    EXPECT_FALSE(unsorted.mbPrecalcSorted);
+    for (double t = -0.5; t < 2.5; t += 0.0173)
+        EXPECT_EQ(unsorted.GetValue(t), reference.GetValue(t)) << "t " << t;
+}
+
 TEST(ParameterEval, GetValueDoesNotAllocateWhilePrecalculated) {
     std::vector<KeyFrame_cls> keys;
     for (int i = 0; i < 50; ++i)
