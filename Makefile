@@ -12,8 +12,13 @@ build: deps
 	@cmake -S . -B $(BUILD) $(CMAKE_ARGS) >/dev/null
 	@cmake --build $(BUILD) -j $(JOBS)
 
+# The window program when there is a display to show it on, else the headless smoke program.
 run: build
-	$(BUILD)/bin/orvantis4-smoke examples/demo.ovp
+	@if [ -x $(BUILD)/bin/orvantis4 ] && [ -n "$$DISPLAY$$WAYLAND_DISPLAY" ]; then \
+		$(BUILD)/bin/orvantis4; \
+	else \
+		$(BUILD)/bin/orvantis4-smoke examples/demo.ovp; \
+	fi
 
 test: build format-check
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)

@@ -1,0 +1,144 @@
+// Starts the real program on the test display, looks at its window, closes it as a window
+// manager would, and checks what quitting leaves beside the program.
+#include "TestSupport.h"
+#include "X11Support.h"
+
+#include <gtest/gtest.h>
+#include <wx/filefn.h>
+#include <wx/filename.h>
+#include <wx/image.h>
+#include <wx/utils.h>
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <set>
+#include <string>
+#include <thread>
+
+#if defined(ORV_GUI_EXE) && defined(ORV_BUILD_DIR)
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// Starts the program with the source tree as working folder, so that its Resource folder is
+// found; its output goes to two files.
+pid_t StartProgram(const std::string& strExe, const std::string& strOut, const std::string& strErr) {
+    pid_t pid = fork();
+    if (pid != 0)
+        return pid;
+    if (chdir(ORV_SOURCE_DIR) != 0)
+        _exit(126);
+    int fdOut = open(strOut.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+    int fdErr = open(strErr.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+    if (fdOut < 0 || fdErr < 0)
+        _exit(126);
+    dup2(fdOut, 1);
+    dup2(fdErr, 2);
+    execl(strExe.c_str(), strExe.c_str(), static_cast<char*>(nullptr));
+    _exit(127);
+}
+
+// Waits for the process to end; -1 when it did not within the time.
+int WaitForExit(pid_t pid, int seconds) {
+    auto end = Clock::now() + std::chrono::seconds(seconds);
+    while (Clock::now() < end) {
+        int status = 0;
+        if (waitpid(pid, &status, WNOHANG) == pid)
+            return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return -1;
+}
+
+// The distinct colours in a rectangle, sampled every other pixel.
+size_t CountColours(const wxImage& image, const wxRect& rect) {
+    std::set<unsigned> colours;
+    for (int y = rect.y; y < rect.GetBottom() && y < image.GetHeight(); y += 2)
+        for (int x = rect.x; x < rect.GetRight() && x < image.GetWidth(); x += 2)
+            colours.insert((image.GetRed(x, y) << 16) | (image.GetGreen(x, y) << 8) | image.GetBlue(x, y));
+    return colours.size();
+}
+
+} // namespace
+
+TEST(EndToEndTest, TheProgramShowsItsWindowAndQuitsWritingItsSettings) {
+    if (!X11Support::IsDisplayReachable())
+        GTEST_SKIP() << "no display: the end-to-end test needs one (run under xvfb-run)";
+    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
+        wxImage::AddHandler(new wxPNGHandler);
+
+    // A copy of the program in a fresh folder: the settings it writes beside itself land there.
+    TempDir_cls temp;
+    std::string strExe = std::string(temp.Path("orvantis4").utf8_str());
+    ASSERT_TRUE(wxCopyFile(ORV_GUI_EXE, temp.Path("orvantis4")));
+    chmod(strExe.c_str(), 0755);
+    std::string strOut = std::string(temp.Path("stdout.txt").utf8_str());
+    std::string strErr = std::string(temp.Path("stderr.txt").utf8_str());
+
+    pid_t pid = StartProgram(strExe, strOut, strErr);
+    ASSERT_GT(pid, 0);
+    struct Reaper {
+        pid_t pid;
+        ~Reaper() {
+            if (pid > 0 && waitpid(pid, nullptr, WNOHANG) == 0) {
+                kill(pid, SIGKILL);
+                waitpid(pid, nullptr, 0);
+            }
+        }
+    } reaper{pid};
+
+    // The first idle prints the start-up line once the layout is in and the window shows.
+    std::string strStartLine;
+    auto end = Clock::now() + std::chrono::seconds(30);
+    while (Clock::now() < end && (strStartLine.empty() || X11Support::CountWindows("Orvantis4 ver") == 0)) {
+        std::string strText = ReadBytes(temp.Path("stdout.txt"));
+        size_t at = strText.find("Orvantis4 start-up:");
+        if (at != std::string::npos && strText.find('\n', at) != std::string::npos)
+            strStartLine = strText.substr(at, strText.find('\n', at) - at);
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    ASSERT_FALSE(strStartLine.empty()) << ReadBytes(temp.Path("stderr.txt"));
+    ASSERT_GT(X11Support::CountWindows("Orvantis4 ver"), 0);
+    printf("%s\n", strStartLine.c_str());
+    ::testing::Test::RecordProperty("startup", strStartLine);
+
+    // Let the panels paint, then take the whole screen.
+    std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+    wxString strShotDir = wxString(ORV_BUILD_DIR) + "/ui-screenshots";
+    wxFileName::Mkdir(strShotDir, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
+    wxString strShot = strShotDir + "/main-window.png";
+    if (wxFileExists(strShot))
+        wxRemoveFile(strShot);
+    std::string strCommand = "import -window root '" + std::string(strShot.utf8_str()) + "'";
+    ASSERT_EQ(system(strCommand.c_str()), 0) << strCommand;
+    wxImage image;
+    ASSERT_TRUE(image.LoadFile(strShot, wxBITMAP_TYPE_PNG));
+    // The window stands at 0,0 with 1280x960: ribbon icons, panel bars and texts give many
+    // colours there; the screen beside it is the plain root window.
+    EXPECT_GT(CountColours(image, wxRect(0, 0, 1280, 960)), 50u);
+    EXPECT_GT(CountColours(image, wxRect(0, 0, 400, 100)), 20u); // the ribbon
+    if (image.GetWidth() > 1290 && image.GetHeight() > 970)
+        EXPECT_LE(CountColours(image, wxRect(1290, 970, image.GetWidth() - 1290, image.GetHeight() - 970)),
+                  2u);
+
+    // Escape goes to the window; then close it as a window manager would.
+    if (wxFileExists("/usr/bin/xdotool"))
+        EXPECT_EQ(system("xdotool key Escape"), 0);
+    EXPECT_GT(X11Support::AskWindowsToClose("Orvantis4 ver"), 0);
+    int exitCode = WaitForExit(pid, 20);
+    reaper.pid = exitCode >= 0 ? -1 : pid;
+    EXPECT_EQ(exitCode, 0) << ReadBytes(temp.Path("stderr.txt"));
+
+    std::string strConf = ReadBytes(temp.Path("Orvantis4Configure.txt"));
+    EXPECT_NE(strConf.find("ConfItemList::Begin::MainConfList"), std::string::npos) << strConf;
+    EXPECT_NE(strConf.find("VersionProject=0.47 (2018/9/27)"), std::string::npos) << strConf;
+    EXPECT_TRUE(wxFileExists(temp.Path("Orvantis4Recent.txt")));
+}
+
+#endif
