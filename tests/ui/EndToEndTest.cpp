@@ -123,13 +123,15 @@ TEST(EndToEndTest, TheProgramShowsItsWindowAndQuitsWritingItsSettings) {
     // colours there; the screen beside it is the plain root window.
     EXPECT_GT(CountColours(image, wxRect(0, 0, 1280, 960)), 50u);
     EXPECT_GT(CountColours(image, wxRect(0, 0, 400, 100)), 20u); // the ribbon
-    if (image.GetWidth() > 1290 && image.GetHeight() > 970)
+    if (image.GetWidth() > 1290 && image.GetHeight() > 970) {
         EXPECT_LE(CountColours(image, wxRect(1290, 970, image.GetWidth() - 1290, image.GetHeight() - 970)),
                   2u);
+    }
 
     // Escape goes to the window; then close it as a window manager would.
-    if (wxFileExists("/usr/bin/xdotool"))
+    if (wxFileExists("/usr/bin/xdotool")) {
         EXPECT_EQ(system("xdotool key Escape"), 0);
+    }
     EXPECT_GT(X11Support::AskWindowsToClose("Orvantis4 ver"), 0);
     int exitCode = WaitForExit(pid, 20);
     reaper.pid = exitCode >= 0 ? -1 : pid;
