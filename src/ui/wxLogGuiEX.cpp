@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-void wxLogGuiEX::DoLogTextAtLevel(wxLogLevel level, const wxString& strMsg) {
+void wxLogGuiEX::DoLogRecord(wxLogLevel level, const wxString& strMsg, const wxLogRecordInfo&) {
     if (level > wxLOG_Info && level != wxLOG_Status)
         return; // debug and trace lines stay out of the console
     fprintf(stderr, "%s\n", strMsg.utf8_str().data());

@@ -16,7 +16,7 @@ public:
     const std::deque<wxString>& GetLines() const { return mDStrLines; }
 
 protected:
-    void DoLogTextAtLevel(wxLogLevel level, const wxString& strMsg) override;
+    void DoLogRecord(wxLogLevel level, const wxString& strMsg, const wxLogRecordInfo& info) override;
 
 private:
     std::deque<wxString> mDStrLines;

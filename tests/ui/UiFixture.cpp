@@ -24,7 +24,8 @@ wxAppInitializer gTestAppInitializer(CreateTestApp);
 } // namespace
 
 bool IsGuiAvailable() {
-    return dynamic_cast<wxApp*>(wxTheApp) != nullptr;
+    // wxTheApp is already cast to wxApp in a GUI build: ask the instance itself.
+    return dynamic_cast<wxApp*>(wxAppConsole::GetInstance()) != nullptr;
 }
 
 void UiFixture::SetUp() {
