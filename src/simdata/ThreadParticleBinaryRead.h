@@ -21,6 +21,7 @@ protected:
     void ReadBody() override { ReadBodyBinary(); }
 
 private:
-    // Decodes count records from buf, which holds bytes valid bytes, into particles first...
+    // Decodes up to count records of buf (of which bytes are valid) into particles first,
+    // first + 1, ...; records that the valid bytes do not cover stay as they are.
     void DecodeRecords(const char* buf, long long bytes, int first, int count, const std::vector<int>& items);
 };
