@@ -1,6 +1,7 @@
 #include "FSBase_cls.h"
 
-#include <lua.hpp>
+#include "LuaBase_cls.h"
+
 #include <wx/filename.h>
 #include <wx/intl.h>
 #include <wx/log.h>
@@ -19,14 +20,6 @@ FSBase_cls::MessageFunc& GetMessageFunc() {
 
 // A counting sequence that never fails (a step of 0 names one file forever) must still end.
 constexpr int kMaxCountedSteps = 10000000;
-
-// An index script that loops forever must not hold the program: after this many Lua instructions
-// the call is ended with an error.
-constexpr int kScriptInstructionLimit = 100000000;
-
-void StopLongScript(lua_State* pL, lua_Debug*) {
-    luaL_error(pL, "index script ran too long");
-}
 
 // A field width above this would only serve to allocate memory.
 constexpr long kMaxFieldWidth = 4096;
@@ -148,40 +141,24 @@ wxString FSBase_cls::GetMarkedFileName(const wxString& format, const wxString& m
 }
 
 bool FSBase_cls::CallIndexScript(const wxString& script, int index, int& value) {
-    lua_State* pL = luaL_newstate();
-    if (!pL) {
-        wxLogMessage("cannot create a Lua state::FileSequence");
+    // A fresh state per call: the rule may be used from a reader thread on its own copy.
+    LuaBase_cls lua;
+    if (!lua.OpenLuaBase("function script(index)\n" + script + "\nend\n", 0, wxArrayString(), nullptr,
+                         "FileSequence"))
         return false;
-    }
-    luaL_openlibs(pL);
-    const wxString chunk = "function script(index)\n" + script + "\nend\n";
-    bool ok = luaL_loadstring(pL, chunk.utf8_str()) == LUA_OK && lua_pcall(pL, 0, LUA_MULTRET, 0) == LUA_OK;
-    if (ok) {
-        lua_settop(pL, 0);
-        lua_getglobal(pL, "script");
-        lua_pushnumber(pL, index);
-        lua_sethook(pL, StopLongScript, LUA_MASKCOUNT, kScriptInstructionLimit);
-        ok = lua_pcall(pL, 1, 1, 0) == LUA_OK;
-        lua_sethook(pL, nullptr, 0, 0);
-    }
-    if (ok) {
-        // A result that is not a number reads as 0, as everywhere Lua hands back numbers.
-        const double result = lua_tonumberx(pL, -1, nullptr);
-        if (std::isnan(result))
-            value = 0;
-        else if (result >= static_cast<double>(INT_MAX))
-            value = INT_MAX;
-        else if (result <= static_cast<double>(INT_MIN))
-            value = INT_MIN;
-        else
-            value = static_cast<int>(result);
-    } else {
-        const char* msg = lua_tostring(pL, -1);
-        wxLogMessage("%s",
-                     wxString::FromUTF8(msg ? msg : "(error object is not a string)") + "::FileSequence");
-    }
-    lua_close(pL);
-    return ok;
+    const double arg = index;
+    double result = 0.0;
+    if (!lua.CallScript(&arg, 1, &result, 1, "FileSequence"))
+        return false;
+    if (std::isnan(result))
+        value = 0;
+    else if (result >= static_cast<double>(INT_MAX))
+        value = INT_MAX;
+    else if (result <= static_cast<double>(INT_MIN))
+        value = INT_MIN;
+    else
+        value = static_cast<int>(result);
+    return true;
 }
 
 int FSBase_cls::FindWidthField(const wxString& text, int& digits) {

@@ -39,8 +39,9 @@ protected:
     static wxString GetMarkedFileName(const wxString& format, const wxString& marker);
 
     // Runs the user's index script as the body of "function script(index)" on a fresh Lua state and
-    // stores its result in value. On an error the message goes to the log under the context
-    // "FileSequence", value is left alone and the result is false. Any thread.
+    // stores its result in value (a result that is not a number reads as 0). On an error, an endless
+    // loop included, LuaBase_cls::CheckErrorMessage reports it under the context "FileSequence", value
+    // is left alone and the result is false. Any thread.
     static bool CallIndexScript(const wxString& script, int index, int& value);
 
     // The position of the first "%0Nd" field with N from 1 to 9, narrowest width first, or -1.
