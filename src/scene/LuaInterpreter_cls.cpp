@@ -58,7 +58,7 @@ bool SetItemBool(ConfItem_cls* pItem, bool bValue) {
 int PushItemBool(lua_State* pL, ConfItem_cls* pItem) {
     if (!pItem)
         return 0;
-    lua_pushboolean(pL, pItem->GetBodyBOOL() ? 1 : 0);
+    lua_pushinteger(pL, pItem->GetBodyBOOL() ? 1 : 0);
     return 1;
 }
 
@@ -448,7 +448,7 @@ int l_PG_GetTimeDependency(lua_State* pL) {
     if (!p || !lua_checkstack(pL, static_cast<int>(p->mVCParam.size())))
         return 0;
     for (const Parameter_cls& param : p->mVCParam)
-        lua_pushboolean(pL, param.IsTimeDepend() ? 1 : 0);
+        lua_pushinteger(pL, param.IsTimeDepend() ? 1 : 0);
     return static_cast<int>(p->mVCParam.size());
 }
 

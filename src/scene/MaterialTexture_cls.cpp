@@ -6,7 +6,7 @@
 void MaterialTexture_cls::AddMaterialTextureItems(ConfItemList_cls& list, Attribute_cls& attr) {
     const wxString strTag = "VIEW3D::PROPERTY_MATERIAL";
     list.Add(&mCUseTexture, "UseTexture=", "0", strTag);
-    list.Add(&mCTextureFile, "TextureFile=", "NONE", strTag);
+    list.Add(&mCTextureFile, "TextureFile=", "None", strTag);
     mCTextureFile.SetRawString(true);
     list.Add(&mCTextureWrap, "TextureWrap=", "0", strTag);
     list.Add(&mCTextureInterp, "TextureInterp=", "1", strTag);

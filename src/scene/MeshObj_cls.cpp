@@ -3,7 +3,8 @@
 #include "Material_cls.h"
 
 MeshObj_cls::MeshObj_cls(ParentObj_cls* pParent) : SceneObj_cls(pParent, "MeshObj_cls") {
-    Add(&mCFileName, "FileName=", "NONE", "VIEW3D::PROPERTY_OBJECT");
+    // "None" is the one empty path that saving does not turn into a path.
+    Add(&mCFileName, "FileName=", "None", "VIEW3D::PROPERTY_OBJECT");
     mCFileName.SetRawString(true);
     Add(&mCValid, "Valid=", "1", "VIEW3D::OUTLINER");
     Add(&mCFlipNormal, "FlipNormal=", "0", "VIEW3D");
@@ -16,7 +17,7 @@ bool MeshObj_cls::LoadMesh() {
         return IsLoaded();
     mStrLoadedPath = strPath;
     mLoadedCounter = mCFileName.mProcCounter;
-    if (mCFileName.IsEmpty()) {
+    if (mCFileName.IsEmpty() || strPath == "None") {
         mCLoader.Clear();
         return false;
     }

@@ -12,7 +12,7 @@ public:
     wxString GetStrText() const { return mCText.GetBodySTR(); }
 
     ConfItemSTR_cls mCText;
-    ConfItemSTR_cls mCFont;       // a path; "NONE" is the built-in font
+    ConfItemSTR_cls mCFont;       // a path; "None" is the built-in font
     ConfItemINT_cls mCAlign;      // 0 left, 1 centre, 2 right
     ConfItemBOOL_cls mCBillboard; // faces the camera
 };
