@@ -9,4 +9,5 @@ Preference_cls::Preference_cls() {
     Add(&mCMemoryLimitMB, "MemoryLimitMB=", "1024");
     Add(&mCMemoryLimitTexMB, "MemoryLimitTexMB=", "1024");
     Add(&mCPrefGZQuality, "PrefGZQuality=", "0");
+    Add(&mCToolTip, "ToolTip=", "1");
 }

@@ -32,5 +32,6 @@ public:
     ConfItemINT_cls mCMemoryLimitMB;
     ConfItemINT_cls mCMemoryLimitTexMB;
     ConfItemINT_cls mCPrefGZQuality;
+    ConfItemBOOL_cls mCToolTip;                             // ribbon tool tips shown
     std::function<void(const wxString&)> mFuncUpdatePanels; // installed by the dialog
 };

@@ -7,6 +7,7 @@
 #include <wx/tokenzr.h>
 
 #include <cstdlib>
+#include <cwchar>
 
 namespace {
 
@@ -27,13 +28,10 @@ std::vector<wxString> SplitOnBlanks(const wxString& str) {
 }
 
 double ParseDouble(const wxString& str) {
-    // Like the toolkit's ToDouble: the leading number counts, anything unparsable is 0.
-    double value = 0.0;
-    if (!str.ToDouble(&value)) {
-        wxScopedCharBuffer buf = str.utf8_str();
-        value = strtod(buf.data(), nullptr);
-    }
-    return value;
+    // Like the toolkit's ToDouble: the leading number counts, anything unparsable is 0. Reads the
+    // wide buffer in place: worker threads read items of live lists, so no conversion cache may
+    // be written.
+    return wcstod(str.wc_str(), nullptr);
 }
 
 } // namespace
@@ -53,8 +51,7 @@ bool ConfItemBase_cls::GetBodyBOOL() const {
 }
 
 long long ConfItemBase_cls::GetBodyINT() const {
-    wxScopedCharBuffer buf = mStrBody.utf8_str();
-    return strtoll(buf.data(), nullptr, 10);
+    return wcstoll(mStrBody.wc_str(), nullptr, 10);
 }
 
 double ConfItemBase_cls::GetBodyDOUBLE() const {

@@ -156,6 +156,9 @@ public:
         SetItem(strHead, strDefault);
     }
     ConfItemBOOL_cls(const wxString& strHead, bool value);
+    // Without this a literal default text would choose the bool form.
+    ConfItemBOOL_cls(const wxString& strHead, const char* strDefault)
+        : ConfItemBOOL_cls(strHead, wxString(strDefault)) {}
 };
 
 class ConfItemBOOLARRAY_cls : public ConfItem_cls {

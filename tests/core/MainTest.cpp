@@ -75,6 +75,7 @@ TEST_F(MainTest, ProjectTextRoundTripsAndCommentsAreSkipped) {
                      "MemoryLimitMB=1024\n"
                      "MemoryLimitTexMB=1024\n"
                      "PrefGZQuality=0\n"
+                     "ToolTip=1\n"
                      "ConfItemList::End\n");
     EXPECT_EQ(wxGetCwd(), wxFileName(mDir.Path("q.ovp")).GetPath());
     EXPECT_EQ(mpMain->GetStrRecent(0), mDir.Path("q.ovp"));

@@ -58,10 +58,15 @@ TEST(ConfItem, BodiesReadAsNumbers) {
     EXPECT_EQ(cInt.GetBodyINT(), 42);
     cInt.SetItem("N=", "x");
     EXPECT_EQ(cInt.GetBodyINT(), 0);
+    cInt.SetItem("N=", " -12");
+    EXPECT_EQ(cInt.GetBodyINT(), -12);
     ConfItemFLOAT_cls cFloat("F=", 0.25f);
     EXPECT_EQ(cFloat.GetBodySTR(), "0.250000");
     EXPECT_DOUBLE_EQ(cFloat.GetBodyDOUBLE(), 0.25);
     EXPECT_EQ(cFloat.GetBodySTRShortString(), "0.25");
+    ConfItemBOOL_cls cFalse("B=", "0"); // a literal default is text, not a bool
+    EXPECT_FALSE(cFalse.GetBodyBOOL());
+    EXPECT_EQ(cFalse.GetBodySTR(), "0");
     ConfItemBOOL_cls cBool("B=", true);
     EXPECT_EQ(cBool.GetBodySTR(), "1");
     cBool.SetItem("B=", "7");
