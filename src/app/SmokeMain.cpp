@@ -3,6 +3,7 @@
 #include "CoreServices.h"
 #include "InitializeParallel_cls.h"
 #include "Main_cls.h"
+#include "PrepServices.h"
 #include "UndoManager_cls.h"
 
 #include <wx/filename.h>
@@ -30,6 +31,7 @@ int main(int argc, char** argv) {
     strProject = fnProject.GetFullPath();
 
     RegisterCoreServices();
+    RegisterPrepServices();
     Main_cls* pMain = new Main_cls();
     std::atomic<bool> bFinished{false};
     int millis = 0;

@@ -6,6 +6,7 @@
 #include "LuaServices.h"
 #include "Main_cls.h"
 #include "MyArtProvider.h"
+#include "PrepServices.h"
 #include "RibbonUI_cls.h"
 #include "TimeServices.h"
 #include "UIServices.h"
@@ -42,6 +43,7 @@ bool MyApp::OnInit() {
     RegisterCoreServices();
     RegisterTimeServices();
     RegisterLuaServices();
+    RegisterPrepServices();
     RegisterUIServices();
     mpCMain = new Main_cls();
     StartCore(mpCMain);

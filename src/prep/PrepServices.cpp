@@ -1,0 +1,13 @@
+#include "PrepServices.h"
+
+#include "ClassProvider_cls.h"
+#include "ThreadCommon_cls.h"
+
+#include <wx/thread.h>
+
+void RegisterPrepServices() {
+    ClassProvider_cls::AddStaticInitializer([] {
+        int count = wxThread::GetCPUCount();
+        ThreadCommon_cls::msCPUCount = count > 0 ? count : 1;
+    });
+}
