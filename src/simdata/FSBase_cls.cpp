@@ -93,9 +93,9 @@ wxString FSBase_cls::FormatName(const wxString& format, const wxString* pMarker,
         if (j >= len)
             break; // printf drops an unfinished conversion at the end
         const wxUniChar conv = format[j];
-        const wxString spec = format.Mid(i, j + 1 - i);
+        const wxString strConv = format.Mid(i, j + 1 - i);
         i = j + 1;
-        if (conv == '%' && spec.length() == 2) {
+        if (conv == '%' && strConv.length() == 2) {
             out += '%';
             continue;
         }
@@ -118,7 +118,7 @@ wxString FSBase_cls::FormatName(const wxString& format, const wxString* pMarker,
             std::snprintf(buf, sizeof buf, cspec.c_str(), utf8.data());
             out += wxString::FromUTF8(buf);
         } else {
-            out += spec;
+            out += strConv;
         }
     }
     return out;
