@@ -1,0 +1,142 @@
+// The seams through which the layers above join the scene: data viewers made by class word,
+// colour curves, the copies of an array modifier and the tracking step inside the transform.
+#include "SceneFixture.h"
+
+#include "SceneObjInstance_cls.h"
+
+namespace {
+
+const wxString kSelf = "SceneObjCtrl::";
+
+// A colour curve of the tests: an attribute with one group of its own name.
+class TestCurve_cls : public Attribute_cls {
+public:
+    explicit TestCurve_cls(const wxString& strName) : Attribute_cls("ColorCurve_cls", strName) {
+        AddOneDimParam("Curve", "Value", 0.5);
+        mpCColorCurveGroup = mVPCParamGroup[0];
+    }
+};
+
+} // namespace
+
+TEST_F(SceneFixture, DataViewersComeFromTheirLayer) {
+    int serialized = 0;
+    SceneObj_cls::ClassOps_cls ops;
+    ops.mFuncMake = [](ParentObj_cls* pParent, const wxString&) {
+        SceneObj_cls* p = new SceneObj_cls(pParent, "Particle_cls");
+        p->mDrawOrder = 1;
+        return p;
+    };
+    ops.mFuncSerializeExtra = [&serialized](SceneObj_cls*, wxString& strOut) {
+        ++serialized;
+        strOut += "ReadFormat::Test\n";
+    };
+    wxString strFormatRead;
+    ops.mFuncReadExtra = [&strFormatRead](SceneObj_cls* p, std::wistream&, const wxString& strHead,
+                                          const wxString& strRest) {
+        if (strHead != "ReadFormat")
+            return false;
+        strFormatRead = p->GetStrName() + ":" + strRest;
+        return true;
+    };
+    ops.mFuncUsedMemoryMB = [](SceneObj_cls*) { return 2.5; };
+    SceneObj_cls::SetClassOps("Particle_cls", ops);
+
+    EXPECT_EQ(Ctrl()->AppendSceneObjCommand("Particle", ""), "Particle");
+    SceneObj_cls* p = Obj("Particle");
+    ASSERT_NE(p, nullptr);
+    EXPECT_EQ(p->mStrClassWord, "Particle_cls");
+    int count = 0;
+    EXPECT_DOUBLE_EQ(Ctrl()->GetTotalUsedMemoryMB(count), 2.5);
+    EXPECT_EQ(count, 1);
+    const wxString strText = SceneText();
+    EXPECT_EQ(serialized, 1);
+    EXPECT_TRUE(strText.Contains("ReadFormat::Test"));
+    Ctrl()->Clear();
+    RunText(strText);
+    ASSERT_NE(Obj("Particle"), nullptr);
+    EXPECT_EQ(strFormatRead, "Particle:Test"); // the extra block reached its reader
+    EXPECT_EQ(SceneText(), strText);
+}
+
+TEST_F(SceneFixture, ColorCurvesThroughTheirOps) {
+    SceneObj_cls::ColorCurveOps_cls ops;
+    ops.mFuncMake = [](SceneObj_cls*, const wxString& strName) { return new TestCurve_cls(strName); };
+    ops.mFuncSerialize = [](Attribute_cls* p, wxString& strOut) { p->Serialize(strOut); };
+    ops.mFuncReadStrLine = [](Attribute_cls* p, std::wistream& stream, const wxString& strHead,
+                              const wxString& strRest) { return p->ReadStrLine(stream, strHead, strRest); };
+    SceneObj_cls::SetColorCurveOps(ops);
+    RunText(kSelf + "Obj::Box::New::ColorCurve::Heat\n" + kSelf +
+            "Obj::Box::Heat::Curve::Value::Key::0::SetValue::0.75\n");
+    SceneObj_cls* pBox = Obj("Box");
+    ASSERT_NE(pBox->GetPCAttribute("Heat", 1), nullptr);
+    // A colour curve answers its own name with its group.
+    EXPECT_DOUBLE_EQ(pBox->GetPCParamGroup("Heat", "Heat")->mVCParam[0].GetValue(0.0), 0.75);
+    const wxString strText = SceneText();
+    EXPECT_TRUE(strText.Contains("New::ColorCurve::Heat\nReadAttribute::ColorCurve_cls::Heat::Begin"));
+    EXPECT_FALSE(strText.Contains("New::Modifier::ColorCurve_cls"));
+    Ctrl()->Clear();
+    RunText(strText);
+    EXPECT_EQ(SceneText(), strText);
+    // Deleted and restored through the modifier verbs.
+    Obj("Box")->DeleteModifierCommand("Heat");
+    EXPECT_EQ(Obj("Box")->GetPCAttribute("Heat", 1), nullptr);
+    GpCUndo->Undo();
+    EXPECT_EQ(SceneText(), strText);
+}
+
+TEST_F(SceneFixture, ArrayCopiesAndTrackingInsideTheTransform) {
+    SceneObj_cls::SetAttributeMaker("Modifier", "ArrayCopy_cls", [](SceneObj_cls*, const wxString& strName) {
+        TestModifier_cls* p = new TestModifier_cls(strName);
+        p->mCAttributeName.SetBodyFromData(wxString("ArrayCopy_cls"));
+        return p;
+    });
+    SceneObj_cls::SetAttributeMaker("Modifier", "Tracking_cls", [](SceneObj_cls*, const wxString& strName) {
+        TestModifier_cls* p = new TestModifier_cls(strName);
+        p->mCAttributeName.SetBodyFromData(wxString("Tracking_cls"));
+        return p;
+    });
+    SceneObj_cls::msFuncArrayCopyCount = [](SceneObj_cls*, Attribute_cls*) { return 3; };
+    int tracked = 0;
+    SceneObj_cls::msFuncTracking = [&tracked](SceneObj_cls*, Attribute_cls*, double* C, double*, double) {
+        ++tracked;
+        C[12] += 10.0; // a tracking step that moves the object
+    };
+    SceneObj_cls* pBox = Obj("Box");
+    pBox->AddModifierCommand("ArrayCopy_cls", "Copies");
+    std::vector<SceneObjInstance_cls*> vInstance = pBox->GetVNewPCInstance();
+    ASSERT_EQ(vInstance.size(), 4u);
+    EXPECT_EQ(pBox->mReferenceCounter, 4); // one reference per instance
+    EXPECT_EQ(vInstance[3]->mCopyIndex, 3);
+    EXPECT_EQ(vInstance[3]->mpCCopier, pBox);
+    for (SceneObjInstance_cls* p : vInstance)
+        delete p;
+    // A switched-off copier makes no copies.
+    pBox->SetModifierValidityCommand("Copies", false);
+    vInstance = pBox->GetVNewPCInstance();
+    EXPECT_EQ(vInstance.size(), 1u);
+    for (SceneObjInstance_cls* p : vInstance)
+        delete p;
+
+    double pos[3];
+    pBox->GetPositionGlobal(0.0, pos);
+    EXPECT_DOUBLE_EQ(pos[0], 0.0);
+    EXPECT_EQ(tracked, 0);
+    pBox->AddModifierCommand("Tracking_cls", "Track");
+    pBox->GetPositionGlobal(0.0, pos);
+    EXPECT_DOUBLE_EQ(pos[0], 10.0);
+    EXPECT_EQ(tracked, 1);
+    pBox->SetModifierValidityCommand("Track", false);
+    pBox->GetPositionGlobal(0.0, pos);
+    EXPECT_DOUBLE_EQ(pos[0], 0.0);
+}
+
+TEST_F(SceneFixture, QuitClearsTheScene) {
+    Ctrl()->Select("Box", false, false, false);
+    SceneObj_cls* pBox = Obj("Box");
+    EXPECT_EQ(pBox->mReferenceCounter, 2);
+    mpMain->ProcAfterMath("Quit", "");
+    EXPECT_EQ(Tree(), "");
+    EXPECT_EQ(Ctrl()->GetPCActiveObject(), nullptr);
+    EXPECT_TRUE(Ctrl()->mVPCSelected.empty());
+}
