@@ -40,6 +40,9 @@ enum Receiver_enum {
     RECV_COUNT
 };
 
+class ParamGroup_cls;
+class Parameter_cls;
+
 class Main_cls : public ConfListContainer_cls, public ClassProvider_cls, public TextHost_cls {
 public:
     using ReaderFunc = std::function<bool(std::wistream&, const wxString&, const wxString&)>;
@@ -84,6 +87,22 @@ public:
     void AddClearHook(std::function<void()> funcClear) { mVFuncClear.push_back(std::move(funcClear)); }
     // Called by UpdatePanelsFlush when the queue is empty (the read-request queue).
     void SetFlushHook(std::function<void()> funcFlush) { mFuncFlushEnd = std::move(funcFlush); }
+
+    // ---- tag-addressed forwarding to the scene (and later the filter chain) ----
+    // These are defined by the scene layer (SceneForwarding.cpp): the core holds no scene types.
+    ParamGroup_cls* GetPCParamGroup(const wxString& strTag);
+    Parameter_cls* GetPCParameter(const wxString& strTag);
+    // The canonical command tag of the group any of whose tags is given; empty when not found.
+    wxString GetStrCommandParamGroup(const wxString& strTag);
+    void SetParameterConfCommand(const wxString& strTag, const wxString& strKey, bool bValue, bool bAll);
+    void SetParamGroupConfCommand(const wxString& strTag, const wxString& strKey, bool bValue);
+    void SetParamGroupConfCommand(const wxString& strTag, const wxString& strKey, const wxString& strValue);
+    void DeselectKeyFrame(const wxString& strTag);
+    void SelectKeyFrame(const wxString& strTag, int index, bool bSelect, bool bAdd, double tolerance);
+    bool ChangeKeyTypeByModKey(const wxString& strTag, int index, bool bA, bool bB, bool bC);
+    void SetSelectedTLKeyTypeCommand(int type, double ease);
+    void MoveSelectedTLKeyCommand(double dx, double dy);
+    void RescaleParameters(double factor);
 
     // ---- windows ----
     void AddFrame(FrameHost_cls* pFrame) { mVPFrameMain.push_back(pFrame); }
