@@ -39,7 +39,7 @@ void Fields(int i, float xyz[3], int& id, int& type, float& size) {
     xyz[0] = static_cast<float>(i % 1000) * 0.01f;
     xyz[1] = static_cast<float>((i / 1000) % 1000) * 0.01f;
     xyz[2] = static_cast<float>(i / 1000000) * 0.01f;
-    id = (i * 7919) % kBinaryCount;
+    id = static_cast<int>((static_cast<long long>(i) * 7919) % kBinaryCount);
     type = i % 5;
     size = 0.5f + static_cast<float>(i % 7) * 0.1f;
 }

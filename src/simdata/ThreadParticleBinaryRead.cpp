@@ -72,66 +72,69 @@ void ThreadParticleBinaryRead::ReadBodyStream(std::istream& stream) {
 
 void ThreadParticleBinaryRead::DecodeRecords(const char* buf, long long bytes, int first, int count,
                                              const std::vector<int>& items) {
-    // Bytes the cursor moves per record. "VXVYVZ(float)" has no decoding step: the record size
-    // counts its 12 bytes but the cursor does not pass them, so the items behind it take those
-    // bytes and velocity never reaches the snap. Kept as it is.
-    long long advance = 0;
-    for (int item : items)
-        if (item != PB_VXVYVZ)
-            advance += ParticleFormatTable_cls::GetBodyItemByteBinary(item);
-    if (advance > 0)
-        count = static_cast<int>(std::min<long long>(count, bytes / advance));
-    const char* p = buf;
-    for (int r = 0; r < count; ++r) {
-        const size_t i = static_cast<size_t>(first) + r;
-        for (int item : items) {
-            switch (item) {
+    // The record is walked with a cursor, item by item. "VXVYVZ(float)" has no decoding step:
+    // the record size counts its 12 bytes but the cursor does not pass them, so the items behind
+    // it take those bytes and velocity never reaches the snap. Kept as it is.
+    struct Op {
+        int item;
+        long long offset; // of the item from the cursor position of its record
+    };
+    std::vector<Op> ops;
+    long long advance = 0; // bytes the cursor moves per record
+    for (int item : items) {
+        if (item == PB_VXVYVZ)
+            continue;
+        ops.push_back({item, advance});
+        advance += ParticleFormatTable_cls::GetBodyItemByteBinary(item);
+    }
+    if (advance <= 0)
+        return;
+    count = static_cast<int>(std::min<long long>(count, bytes / advance));
+    // The same cursor walk, done item after item over blocks that stay in the cache: one tight
+    // loop per item instead of a branch per item and record.
+    constexpr int kBlock = 4096;
+    for (int b = 0; b < count; b += kBlock) {
+        const int end = std::min(count, b + kBlock);
+        for (const Op& op : ops) {
+            const char* src = buf + b * advance + op.offset;
+            const size_t i0 = static_cast<size_t>(first) + b;
+            const int n = end - b;
+            switch (op.item) {
             case PB_XYZ:
-                std::memcpy(mXYZ + 3 * i, p, 12);
-                p += 12;
+                for (int r = 0; r < n; ++r)
+                    std::memcpy(mXYZ + 3 * (i0 + r), src + r * advance, 12);
                 break;
-            case PB_VXVYVZ:
-                break;
-            case PB_TYPE: {
-                int v;
-                std::memcpy(&v, p, 4);
+            case PB_TYPE:
                 if (mType)
-                    mType[i] = static_cast<unsigned char>(v & 0xff);
-                p += 4;
+                    for (int r = 0; r < n; ++r) {
+                        int v;
+                        std::memcpy(&v, src + r * advance, 4);
+                        mType[i0 + r] = static_cast<unsigned char>(v & 0xff);
+                    }
                 break;
-            }
             case PB_SIZE:
                 if (mSize)
-                    std::memcpy(mSize + i, p, 4);
-                p += 4;
+                    for (int r = 0; r < n; ++r)
+                        std::memcpy(mSize + i0 + r, src + r * advance, 4);
                 break;
             case PB_ID:
                 if (mID)
-                    std::memcpy(mID + i, p, 4);
-                p += 4;
+                    for (int r = 0; r < n; ++r)
+                        std::memcpy(mID + i0 + r, src + r * advance, 4);
                 break;
             case PB_ID_LONG:
                 if (mIDLong)
-                    std::memcpy(mIDLong + i, p, 8);
-                p += 8;
+                    for (int r = 0; r < n; ++r)
+                        std::memcpy(mIDLong + i0 + r, src + r * advance, 8);
                 break;
             case PB_VALUE0:
             case PB_VALUE1:
             case PB_VALUE2:
-                if (float* pv = mValue[item - PB_VALUE0])
-                    std::memcpy(pv + i, p, 4);
-                p += 4;
+                if (float* pv = mValue[op.item - PB_VALUE0])
+                    for (int r = 0; r < n; ++r)
+                        std::memcpy(pv + i0 + r, src + r * advance, 4);
                 break;
-            case PB_DUMMY:
-                p += 4;
-                break;
-            case PB_DUMMYX3:
-                p += 12;
-                break;
-            case PB_DUMMYX10:
-                p += 40;
-                break;
-            default:
+            default: // the dummies are only skipped over
                 break;
             }
         }
@@ -157,13 +160,15 @@ void ThreadParticleBinaryRead::ReadBodyStreamVertical(std::istream& stream) {
             // No step and no bytes consumed, as in the record form.
             break;
         case PB_TYPE: {
-            std::unique_ptr<int[]> tmp(new (std::nothrow) int[n]());
+            std::unique_ptr<int[]> tmp(new (std::nothrow) int[n]);
             if (!tmp || !mType) {
                 stream.seekg(static_cast<std::streamoff>(n * 4), std::ios::cur);
                 break;
             }
             stream.read(reinterpret_cast<char*>(tmp.get()), static_cast<std::streamsize>(n * 4));
-            for (size_t i = 0; i < n; ++i)
+            // Only what was read: on a short read the rest of the types stays zero.
+            const size_t got = static_cast<size_t>(stream.gcount()) / 4;
+            for (size_t i = 0; i < got; ++i)
                 mType[i] = static_cast<unsigned char>(tmp[i] & 0xff);
             break;
         }

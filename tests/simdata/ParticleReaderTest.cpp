@@ -522,6 +522,22 @@ TEST_F(ParticleHeaderTest, TruncatedBodyIsAShortRead) {
     FlushThreadLogs();
 }
 
+TEST_F(ParticleHeaderTest, TruncatedTypeColumnKeepsTheRestZero) {
+    Bytes_cls whole;
+    whole.I(3).F(1).F(1).F(1).F(2).F(2).F(2).F(3).F(3).F(3).I(257).I(258).I(259);
+    ParticleFormatClone_cls clone;
+    MakeClone(clone, 1, 1, Names({"ParticleNumber"}), Names({"XYZ(float)", "Type(int)"}));
+    ASSERT_TRUE(WriteBytes(P("tt.dat"), whole.mStr));
+    mSnap.SetStrFile(P("tt.dat"));
+    ASSERT_TRUE(mSnap.ReadHeader(&clone));
+    ASSERT_EQ(mSnap.mNumber.load(), 3);
+    ASSERT_TRUE(WriteBytes(P("tt.dat"), whole.mStr.substr(0, whole.mStr.size() - 6)));
+    ASSERT_TRUE(mSnap.ReadData(&clone, false));
+    EXPECT_EQ(mSnap.mType[0], 1);
+    EXPECT_EQ(mSnap.mType[1], 0) << "a partly read value is not used";
+    EXPECT_EQ(mSnap.mType[2], 0);
+}
+
 TEST_F(ParticleHeaderTest, ReaderWakesTheMainLoopOncePerRead) {
     CountingSink_cls sink;
     ReadEventSink_cls::Install(&sink);
