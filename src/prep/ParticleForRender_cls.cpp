@@ -1,0 +1,294 @@
+#include "ParticleForRender_cls.h"
+
+#include "ParticleSnap_cls.h"
+#include "SortParallel_cls.h"
+#include "ThreadCurveDependOnSort_cls.h"
+#include "ThreadInterpStep_cls.h"
+#include "ThreadSetArrayZ_cls.h"
+#include "ViewerClone_cls.h"
+
+#include <wx/log.h>
+#include <wx/stopwatch.h>
+
+#include <algorithm>
+#include <chrono>
+#include <new>
+#include <thread>
+
+namespace {
+
+template <class T> bool Grow(std::unique_ptr<T[]>& p, size_t n) {
+    p.reset(new (std::nothrow) T[n]);
+    return p != nullptr;
+}
+
+// The downsize mode a worker will use for this snap, as SetParametersDownsize decides it.
+int GetEffectiveDownsizeType(const ParticleSnap_cls* pSnap, int type) {
+    if (pSnap->mHasID && pSnap->mID)
+        return type;
+    if (pSnap->mHasIDLong && pSnap->mIDLong)
+        return type == 1 ? 2 : 0;
+    return 0;
+}
+
+bool HasIDs(const ParticleSnap_cls* pSnap) {
+    return (pSnap->mHasID && pSnap->mID) || (pSnap->mHasIDLong && pSnap->mIDLong);
+}
+
+// Marks a snap's tables as not built when they are not there, then makes them.
+void AllocateTables(ParticleSnap_cls* pSnap) {
+    if (!pSnap->mNextIndex || !pSnap->mPrevIndex)
+        pSnap->mIDStarted = pSnap->mIDDone = pSnap->mIDRan = pSnap->mPrevDone = false;
+    pSnap->CheckAllocateNextIndex(true);
+}
+
+} // namespace
+
+void ParticleForRender_cls::Clear() {
+    mXYZ.reset();
+    mType.reset();
+    mSize.reset();
+    mColorS.reset();
+    mColorT.reset();
+    mOrder.reset();
+    mCapacity = 0;
+    mNumber = 0;
+    mLastStep = -1;
+    mLastInterp = -1.0f;
+    mLastSortType = -1;
+    mLastProcCounter.clear();
+}
+
+bool ParticleForRender_cls::Allocate(long long n) {
+    if (n < 0 || n > INT32_MAX) {
+        wxLogMessage("ParticleForRender: cannot prepare %lld elements", n);
+        return false;
+    }
+    if (n > mCapacity) {
+        const size_t count = static_cast<size_t>(n);
+        const bool bOk = Grow(mXYZ, count * 3) && Grow(mType, count) && Grow(mSize, count) &&
+                         Grow(mColorS, count) && Grow(mColorT, count) && Grow(mOrder, count);
+        if (!bOk) {
+            wxLogMessage("ParticleForRender: out of memory for %lld elements", n);
+            Clear();
+            return false;
+        }
+        mCapacity = n;
+    }
+    mNumber = n;
+    return true;
+}
+
+int ParticleForRender_cls::GetDownsize(const PrepareSetting_cls& setting, int& type) {
+    type = setting.mDownsizeType;
+    return std::max(1, setting.mDownsize);
+}
+
+long long ParticleForRender_cls::GetNumDownsized(long long count, int factor, int type) {
+    if (count <= 0)
+        return 0;
+    factor = std::max(1, factor);
+    // By ID the number that passes is not known ahead: room for all of A.
+    return type == 0 ? (factor - 1 + count) / factor : count;
+}
+
+wxString ParticleForRender_cls::GetStrProcCounterClone(ViewerClone_cls* viewer, double time) const {
+    if (!viewer)
+        return "-";
+    wxString str = viewer->GetStrProcCounter();
+    if (viewer->IsParamGroupTimeDepend())
+        str << "@" << wxString::Format("%.17g", time);
+    return str;
+}
+
+wxString ParticleForRender_cls::GetStrInfo() const {
+    return wxString::Format("Elements %lld, data %d, sort %d", mNumber, mDataCounter, mSortCounter);
+}
+
+bool ParticleForRender_cls::WaitIDDone(ParticleSnap_cls* pSnap) {
+    const auto start = std::chrono::steady_clock::now();
+    while (!pSnap->mIDDone) {
+        const auto us =
+            std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - start)
+                .count();
+        if (us > kWaitIDMicroSec)
+            return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(kSleepMsData));
+    }
+    return true;
+}
+
+void ParticleForRender_cls::RunIDPass(ParticleSnap_cls* pSnap, ParticleSnap_cls* pNext, bool bNext) {
+    const int count = pSnap->mNumber.load(std::memory_order_relaxed);
+    pSnap->mIDStarted = true;
+    pSnap->mIDRan = true;
+    int n = 0;
+    std::atomic<bool>* list = GetNewPCbFinishList(n, count, bNext);
+    for (int k = 0; k < n; ++k) {
+        int ini = 0, fin = 0;
+        GetIniAndFin(ini, fin, k, n, count);
+        auto* pWorker = new ThreadInterpStep_cls;
+        pWorker->SetParameters(this, pSnap, pNext, nullptr, nullptr, &mCSetting, true);
+        StartWorker(pWorker, &list[k], ini, fin);
+    }
+    WaitThreadsAndDeleteFlag(list, n, kSleepMsData);
+}
+
+bool ParticleForRender_cls::PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cls* snap2,
+                                        ParticleSnap_cls* snap0, ParticleSnap_cls* snap3, int step, int frame,
+                                        int subframe, double t, ViewerClone_cls* viewer,
+                                        ViewerClone_cls* material, double time,
+                                        PositionAndDirection_cls camera, bool bNext) {
+    wxStopWatch watch;
+    std::unique_ptr<ViewerClone_cls> pViewer(viewer);
+    std::unique_ptr<ViewerClone_cls> pMaterial(material != viewer ? material : nullptr);
+    wxASSERT_MSG(snap1 != NULL, "pCSnap1 != NULL");
+    if (!snap1)
+        return false;
+    if (!snap2)
+        snap2 = snap1;
+
+    // The camera comes in the object's space already: the caller owns the object's matrix.
+    PrepareSetting_cls setting;
+    setting.ReadFromClone(viewer, material, time);
+
+    // The stamp: the clones' counters, the values read from them, and which data stand in the snaps.
+    wxString strStamp = GetStrProcCounterClone(viewer, time);
+    if (pMaterial)
+        strStamp << "|" << GetStrProcCounterClone(pMaterial.get(), time);
+    strStamp << "|" << setting.GetStrValues();
+    for (ParticleSnap_cls* pSnap : {snap1, snap2, snap0, snap3}) {
+        if (pSnap)
+            strStamp << wxString::Format("|%p:%d:", static_cast<void*>(pSnap), pSnap->mNumber.load())
+                     << pSnap->mReadFile;
+        else
+            strStamp << "|-";
+    }
+    const bool bRecompute =
+        !(step == mLastStep && static_cast<float>(t) == mLastInterp && strStamp == mLastProcCounter);
+    mLastStep = step;
+    mLastInterp = static_cast<float>(t);
+    mLastProcCounter = strStamp;
+
+    if (bRecompute) {
+        mCSetting = setting;
+        int type = 0;
+        const int factor = GetDownsize(setting, type);
+        const int countA = snap1->mNumber.load(std::memory_order_relaxed);
+        const int mode = GetEffectiveDownsizeType(snap1, type);
+        const long long nOut = GetNumDownsized(countA, factor, mode);
+        if (!Allocate(nOut) || nOut == 0) {
+            mNumber = 0;
+            return true;
+        }
+        const bool bByID = setting.mInterpolateBy == 1 && HasIDs(snap1) && HasIDs(snap2);
+        if (bByID) {
+            AllocateTables(snap1);
+            AllocateTables(snap2);
+            if (snap3)
+                AllocateTables(snap3);
+        } else {
+            snap1->CheckAllocateNextIndex(false);
+            snap2->CheckAllocateNextIndex(false);
+        }
+        // Tables of B against the snap after it, for the outer neighbour of the cubic forms.
+        if (bByID && snap3 && snap3 != snap2 && HasIDs(snap3) && !snap2->mIDDone) {
+            if (snap2->mIDStarted && !WaitIDDone(snap2))
+                wxLogMessage("Wait ID Calc Timeout B\n");
+            if (!snap2->mIDDone) {
+                RunIDPass(snap2, snap3, false);
+                snap2->mIDDone = true;
+                snap3->mPrevDone = true;
+            }
+        }
+        if (bByID && snap1->mIDStarted && !snap1->mIDDone && !WaitIDDone(snap1)) {
+            wxLogMessage("Wait ID Calc Timeout B\n");
+            wxLogMessage("%s", snap1->mFile);
+        }
+        if (bByID && !snap1->mIDDone) {
+            // The workers search; the flags have one writer, this thread.
+            snap1->mIDStarted = true;
+            snap1->mIDRan = true;
+        }
+
+        int n = 0;
+        std::atomic<bool>* list = GetNewPCbFinishList(n, countA, bNext);
+        for (int k = 0; k < n; ++k) {
+            int ini = 0, fin = 0;
+            GetIniAndFin(ini, fin, k, n, countA);
+            const int startOut = mode == 0 ? (ini + factor - 1) / factor : ini;
+            auto* pWorker = new ThreadInterpStep_cls;
+            pWorker->SetParameters(this, snap1, snap2, snap0, snap3, &mCSetting, false);
+            pWorker->mByID = bByID;
+            pWorker->SetParametersTime(t, step, frame, subframe);
+            pWorker->SetParametersDownsize(startOut, factor, type);
+            StartWorker(pWorker, &list[k], ini, fin);
+        }
+        WaitThreadsAndDeleteFlag(list, n, kSleepMsData);
+        if (bByID && snap1->mIDRan) {
+            snap1->mIDDone = true;
+            snap2->mPrevDone = true;
+        }
+        ++mDataCounter;
+    }
+
+    // Sort when the data changed, the camera really moved, or the sort type changed.
+    const int s = setting.mSortType;
+    bool bNew = false;
+    if (s == 1)
+        bNew = !(Direction_cls::IsSimilarTgtDirection(mLastCamera, camera, setting.mSortFrequency) &&
+                 setting.mSortFrequency != 1.0);
+    else if (s == 3 || s == 4 || s == 6 || s == 7)
+        bNew = !Position_cls::IsSimilarPosition(mLastCamera, camera, 1e-6);
+    if (s != mLastSortType)
+        bNew = true;
+    if (bNew) {
+        mLastCamera = camera;
+        mLastSortType = s;
+    }
+    if ((bNew || bRecompute) && mNumber > 0)
+        ProcIndexAndZ(setting, camera, bNext);
+    wxLogInfo("PrepareData Time=%ld", watch.Time());
+    return true;
+}
+
+void ParticleForRender_cls::ProcIndexAndZ(const PrepareSetting_cls& setting,
+                                          const PositionAndDirection_cls& camera, bool bNext) {
+    wxStopWatch watch;
+    const int count = static_cast<int>(mNumber);
+    const int s = setting.mSortType;
+    int n = 0;
+    std::atomic<bool>* list = GetNewPCbFinishList(n, count, bNext);
+    for (int k = 0; k < n; ++k) {
+        int ini = 0, fin = 0;
+        GetIniAndFin(ini, fin, k, n, count);
+        auto* pWorker = new ThreadSetArrayZ_cls;
+        pWorker->SetParameters(this, s, camera);
+        StartWorker(pWorker, &list[k], ini, fin);
+    }
+    WaitThreadsAndDeleteFlag(list, n, kSleepMsSort);
+    // 0 keeps the order of the data; 7 fills the keys for later use and leaves the order.
+    if (s != 0 && s != 7) {
+        if (mNumber <= kParallelSortMin)
+            std::sort(mOrder.get(), mOrder.get() + count);
+        else
+            SortParallel_cls().SortParallel(mOrder.get(), count);
+    }
+    bool bDepend = false;
+    for (int m = 0; m < PrepareSetting_cls::kMaterialMax; ++m)
+        if (setting.mColorCurveType[m] == 1 && setting.mColorCurveDepend[m] == 9)
+            bDepend = true;
+    if (bDepend) {
+        list = GetNewPCbFinishList(n, count, bNext);
+        for (int k = 0; k < n; ++k) {
+            int ini = 0, fin = 0;
+            GetIniAndFin(ini, fin, k, n, count);
+            auto* pWorker = new ThreadCurveDependOnSort_cls;
+            pWorker->SetParameters(this, &mCSetting);
+            StartWorker(pWorker, &list[k], ini, fin);
+        }
+        WaitThreadsAndDeleteFlag(list, n, kSleepMsSort);
+    }
+    ++mSortCounter;
+    wxLogInfo("ProcIndexAndZ Internal Time=%ld", watch.Time());
+}

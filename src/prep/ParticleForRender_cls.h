@@ -1,0 +1,79 @@
+// The prepared arrays of one frame of a particle object: position, type, size, colour-curve
+// coordinates and the draw order with its keys, and the direction of the pass that fills them.
+// A particle object keeps two: one shown, one being filled for the next frame.
+#pragma once
+
+#include "ArrayAndIndex_cls.h"
+#include "PositionAndDirection_cls.h"
+#include "PrepareSetting_cls.h"
+#include "ThreadCommon_cls.h"
+
+#include <wx/string.h>
+
+#include <memory>
+
+class ParticleSnap_cls;
+class ViewerClone_cls;
+
+class ParticleForRender_cls : public ThreadCommon_cls {
+public:
+    // Sleeps of the waits: 3 ms for the data pass and the tables, 1 ms for the key passes.
+    static constexpr int kSleepMsData = 3;
+    static constexpr int kSleepMsSort = 1;
+    // Above this many elements the order is sorted on four threads.
+    static constexpr long long kParallelSortMin = 640000;
+    // How long a pass waits for tables that another pass is building, in microseconds.
+    static constexpr long long kWaitIDMicroSec = 5001000;
+
+    // Prepares the frame: snap1 is A (the step at or before the time), snap2 B (after it, may be
+    // A), snap0 the one before A and snap3 the one after B (either may be null). camera is the
+    // camera in the object's space. Deletes both clones. bNext is true on the background path.
+    // Writes only this set's arrays and the index tables of the snaps. False when snap1 is null.
+    // One caller thread at a time per set.
+    bool PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cls* snap2, ParticleSnap_cls* snap0,
+                     ParticleSnap_cls* snap3, int step, int frame, int subframe, double t,
+                     ViewerClone_cls* viewer, ViewerClone_cls* material, double time,
+                     PositionAndDirection_cls camera, bool bNext);
+
+    // One text that changes when any input of a pass changes, time-dependent values included.
+    wxString GetStrProcCounterClone(ViewerClone_cls* viewer, double time) const;
+    // The product of the active downsizing factors; type gets the type of the last one.
+    static int GetDownsize(const PrepareSetting_cls& setting, int& type);
+    // Elements that a pass over count elements of A writes.
+    static long long GetNumDownsized(long long count, int factor, int type);
+
+    // Keys of the order and, when due, the sort and the colour coordinates that depend on depth.
+    void ProcIndexAndZ(const PrepareSetting_cls& setting, const PositionAndDirection_cls& camera, bool bNext);
+
+    // Frees the arrays and resets the stamps.
+    void Clear();
+    // Makes room for n elements; larger arrays are kept. False when memory is refused.
+    bool Allocate(long long n);
+
+    wxString GetStrInfo() const;
+
+    long long mNumber = 0;
+    std::unique_ptr<float[]> mXYZ; // 3 per element
+    std::unique_ptr<unsigned char[]> mType;
+    std::unique_ptr<float[]> mSize;
+    std::unique_ptr<float[]> mColorS;
+    std::unique_ptr<float[]> mColorT;
+    std::unique_ptr<ArrayAndIndex_cls[]> mOrder;
+    int mLastStep = -1;
+    float mLastInterp = -1.0f;
+    int mLastSortType = -1;
+    PositionAndDirection_cls mLastCamera;
+    wxString mLastProcCounter;
+    int mDataCounter = 0;
+    int mSortCounter = 0;
+
+    // The setting of the last pass, as its workers read it.
+    PrepareSetting_cls mCSetting;
+
+private:
+    // Runs a worker pass over pSnap with the tables only (the pair pSnap, pNext).
+    void RunIDPass(ParticleSnap_cls* pSnap, ParticleSnap_cls* pNext, bool bNext);
+    // Waits for tables another pass is building; false on time-out.
+    static bool WaitIDDone(ParticleSnap_cls* pSnap);
+    long long mCapacity = 0;
+};

@@ -1,0 +1,45 @@
+// The inputs of one particle preparation, read once from the viewer's clones at the frame's time:
+// the object's keys and, per material slot, the values the workers need. Workers read only this.
+#pragma once
+
+#include <wx/string.h>
+
+class ViewerClone_cls;
+
+class PrepareSetting_cls {
+public:
+    static constexpr int kMaterialMax = 10;
+
+    // Reads the keys of pViewer and the materials ("MaterialParticle_cls" attributes) of pMaterial,
+    // evaluating their groups at time. Either may be null: the defaults stay.
+    void ReadFromClone(ViewerClone_cls* pViewer, ViewerClone_cls* pMaterial, double time);
+    // Every value above as one text, for the change stamp.
+    wxString GetStrValues() const;
+
+    int mInterpolateBy = 0;   // 0 by index, 1 by ID
+    int mInterpType = 1;      // 0 step, 1 linear, 2 Hermite, 3 Bezier, 4 smooth Bezier
+    int mVanishSizeType = 2;  // 0 constant size, 1 decrease size, 2 set to 0
+    int mExtrapolateType = 0; // 0 constant location, 1 extrapolate location
+    int mSortType = 0;
+    double mSortFrequency = 0.999;
+    int mClassifyType = 0;
+    wxString mStrClassify = "return 0";
+    double mAlphaCrit = 0.01;
+    // Product of the active downsizing entries, and the type of the last one.
+    int mDownsize = 1;
+    int mDownsizeType = 0;
+
+    int mMaterialCount = 0;
+    // Number of colour curves; the T coordinate addresses three rows per curve.
+    int mCurveCount = 1;
+    int mSizeType[kMaterialMax] = {};
+    double mSizeFactor[kMaterialMax] = {1, 1, 1, 1, 1, 1, 1, 1, 1, 1};
+    double mAlpha[kMaterialMax] = {1, 1, 1, 1, 1, 1, 1, 1, 1, 1};
+    double mEmission[kMaterialMax] = {};
+    int mBaseType[kMaterialMax] = {};
+    int mColorCurveType[kMaterialMax] = {};
+    int mColorCurveIndex[kMaterialMax] = {};
+    int mColorCurveDepend[kMaterialMax] = {3, 3, 3, 3, 3, 3, 3, 3, 3, 3};
+    double mRange0[kMaterialMax] = {};
+    double mRange1[kMaterialMax] = {1, 1, 1, 1, 1, 1, 1, 1, 1, 1};
+};

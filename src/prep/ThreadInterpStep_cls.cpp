@@ -1,0 +1,452 @@
+#include "ThreadInterpStep_cls.h"
+
+#include "LuaBase_cls.h"
+#include "ParticleForRender_cls.h"
+#include "ParticleSnap_cls.h"
+#include "PrepareSetting_cls.h"
+
+#include <wx/log.h>
+
+#include <lua.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace {
+
+// One stage of the search: from lo to hi, looking look elements ahead and jumping look + 1 while
+// that element is still below id; stops at the first larger ID. -1 when not in the window.
+template <class T> int SearchStage(const T* ids, int lo, int hi, T id, int look) {
+    int i = lo;
+    while (i < hi) {
+        if (look > 0 && i + look < hi && ids[i + look] < id) {
+            i += look + 1;
+            continue;
+        }
+        if (ids[i] == id)
+            return i;
+        if (ids[i] > id)
+            return -1;
+        ++i;
+    }
+    return -1;
+}
+
+template <class T> int SearchFrom(const T* ids, int n, int hint, T id) {
+    if (n <= 0)
+        return -1;
+    hint = std::clamp(hint, 0, n - 1);
+    static const int kWindow[4] = {10, 100, 1000, 10000};
+    static const int kLook[4] = {0, 10, 100, 1000};
+    for (int s = 0; s < 4; ++s) {
+        const int lo = std::max(0, hint - kWindow[s]);
+        const int hi = std::min(n, hint + kWindow[s] + 1);
+        const int r = SearchStage(ids, lo, hi, id, kLook[s]);
+        if (r >= 0)
+            return r;
+    }
+    return SearchStage(ids, 0, n, id, 1000);
+}
+
+inline void Load3(double* d, const float* s) {
+    d[0] = s[0];
+    d[1] = s[1];
+    d[2] = s[2];
+}
+
+} // namespace
+
+int ThreadInterpStep_cls::SearchIDFrom(const int* ids, int n, int hint, int id) {
+    return SearchFrom(ids, n, hint, id);
+}
+
+int ThreadInterpStep_cls::SearchIDLongFrom(const long long* ids, int n, int hint, long long id) {
+    return SearchFrom(ids, n, hint, id);
+}
+
+int ThreadInterpStep_cls::SearchIDNear10(const int* ids, int n, int hint, int id) {
+    return SearchIDNear(ids, n, hint, id, 10, 0);
+}
+
+int ThreadInterpStep_cls::SearchIDNear(const int* ids, int n, int hint, int id, int window, int look) {
+    if (n <= 0)
+        return -1;
+    hint = std::clamp(hint, 0, n - 1);
+    return SearchStage(ids, std::max(0, hint - window), std::min(n, hint + window + 1), id, look);
+}
+
+int ThreadInterpStep_cls::SearchIDFull(const int* ids, int n, int id) {
+    return SearchStage(ids, 0, std::max(0, n), id, 1000);
+}
+
+void ThreadInterpStep_cls::ExecBezier(double* out, const double* p0, const double* p1, const double* p2,
+                                      const double* p3, double t) {
+    for (int k = 0; k < 3; ++k)
+        out[k] = p1[k] + 0.5 * t *
+                             ((p2[k] - p0[k]) + t * (2.0 * p0[k] - 5.0 * p1[k] + 4.0 * p2[k] - p3[k] +
+                                                     t * (p3[k] - 3.0 * p2[k] + 3.0 * p1[k] - p0[k])));
+}
+
+void ThreadInterpStep_cls::ExecBezier2(double* out, const double* p0, const double* p1, const double* p2,
+                                       const double* p3, double t) {
+    double d1[3], d2[3];
+    for (int k = 0; k < 3; ++k) {
+        d1[k] = p1[k] - p0[k];
+        d2[k] = p2[k] - p1[k];
+    }
+    const double l1 = std::sqrt(d1[0] * d1[0] + d1[1] * d1[1] + d1[2] * d1[2]);
+    const double l2 = std::sqrt(d2[0] * d2[0] + d2[1] * d2[1] + d2[2] * d2[2]);
+    double k6 = 1.0 / 6.0;
+    if (l1 != 0.0 && l2 != 0.0)
+        k6 = 0.25 - (d1[0] * d2[0] + d1[1] * d2[1] + d1[2] * d2[2]) / (l1 * l2) / 12.0;
+    const double s = 1.0 - t;
+    for (int k = 0; k < 3; ++k) {
+        const double c1 = p1[k] + (p2[k] - p0[k]) * k6;
+        const double c2 = p2[k] + (p1[k] - p3[k]) * k6;
+        // de Casteljau
+        const double a = p1[k] * s + c1 * t, b = c1 * s + c2 * t, c = c2 * s + p2[k] * t;
+        const double ab = a * s + b * t, bc = b * s + c * t;
+        out[k] = ab * s + bc * t;
+    }
+}
+
+void ThreadInterpStep_cls::SetParameters(ParticleForRender_cls* pOut, ParticleSnap_cls* pSnap1,
+                                         ParticleSnap_cls* pSnap2, ParticleSnap_cls* pSnap0,
+                                         ParticleSnap_cls* pSnap3, const PrepareSetting_cls* pSetting,
+                                         bool bIDOnly) {
+    mpCOut = pOut;
+    mpCSnap1 = pSnap1;
+    mpCSnap2 = pSnap2 ? pSnap2 : pSnap1;
+    mpCSnap0 = pSnap0 ? pSnap0 : pSnap1;
+    mpCSnap3 = pSnap3 ? pSnap3 : mpCSnap2;
+    mpCSetting = pSetting;
+    mIDOnly = bIDOnly;
+    mByID = pSetting && pSetting->mInterpolateBy == 1;
+}
+
+void ThreadInterpStep_cls::SetParametersTime(double t, int step, int frame, int subframe) {
+    mT = t;
+    mStep = step;
+    mFrame = frame;
+    mSubframe = subframe;
+}
+
+void ThreadInterpStep_cls::SetParametersDownsize(int startOut, int downsize, int type) {
+    mStartOut = startOut;
+    mDownsize = std::max(1, downsize);
+    if (mpCSnap1 && mpCSnap1->mHasID && mpCSnap1->mID)
+        mDownsizeType = type;
+    else if (mpCSnap1 && mpCSnap1->mHasIDLong && mpCSnap1->mIDLong)
+        mDownsizeType = type == 1 ? 2 : 0;
+    else
+        mDownsizeType = 0;
+}
+
+void ThreadInterpStep_cls::SearchNextIndexByID() {
+    ParticleSnap_cls* pA = mpCSnap1;
+    ParticleSnap_cls* pB = mpCSnap2;
+    int* pNextIndex = pA->mNextIndex.get();
+    int* pPrevB = pB->mPrevIndex.get();
+    wxASSERT_MSG(pNextIndex != NULL, "pNextIndex != NULL");
+    if (!pNextIndex || !pPrevB)
+        return;
+    const int nB = pB->mNumber.load(std::memory_order_relaxed);
+    const bool bTypes = pA->mHasType && pB->mHasType && pA->mType && pB->mType;
+    const unsigned char* pTypeA = pA->mType.get();
+    const unsigned char* pTypeB = pB->mType.get();
+    int hint = mIni;
+    int prev = -1;
+    if (pA->mID) {
+        const int* pID1 = pA->mID.get();
+        const int* pID2 = pB->mID.get();
+        wxASSERT_MSG(pID2 != NULL, "pID2 != NULL");
+        for (int i = mIni; i < mFin; ++i) {
+            if (i > mIni)
+                hint = prev >= 0 ? prev + 1 : i;
+            prev = pID2 ? SearchIDFrom(pID2, nB, hint, pID1[i]) : -1;
+            pNextIndex[i] = prev;
+        }
+    } else {
+        const long long* pIDLong1 = pA->mIDLong.get();
+        const long long* pIDLong2 = pB->mIDLong.get();
+        wxASSERT_MSG(pIDLong1 != NULL, "pIDLong1 != NULL");
+        if (!pIDLong1)
+            return;
+        for (int i = mIni; i < mFin; ++i) {
+            if (i > mIni)
+                hint = prev >= 0 ? prev + 1 : i;
+            prev = pIDLong2 ? SearchIDLongFrom(pIDLong2, nB, hint, pIDLong1[i]) : -1;
+            pNextIndex[i] = prev;
+        }
+    }
+    for (int i = mIni; i < mFin; ++i) {
+        const int n = pNextIndex[i];
+        if (n < 0)
+            continue;
+        // A particle that changes type counts as vanished in A and new in B.
+        if (bTypes && pTypeA[i] != pTypeB[n]) {
+            pNextIndex[i] = -1;
+            continue;
+        }
+        pPrevB[n] = i;
+    }
+    wxLogInfo("Search ID %d - %d time %g", mIni, mFin, pA->mTime);
+}
+
+void ThreadInterpStep_cls::InterpolatePosition(int i, int interp, bool byID, double* p) const {
+    const ParticleSnap_cls* pA = mpCSnap1;
+    const float* xyzA = pA->mXYZ.get() + 3 * static_cast<size_t>(i);
+    double pa[3];
+    Load3(pa, xyzA);
+    if (interp == 0) {
+        Load3(p, xyzA);
+        return;
+    }
+    const int n = byID ? pA->mNextIndex[i] : i;
+    const double t = mT;
+    if (n < 0) {
+        // Vanished in B: the location stays, or goes on along its last move.
+        const int prev = pA->mPrevIndex ? pA->mPrevIndex[i] : -1;
+        if (mpCSetting->mExtrapolateType == 0 || prev < 0 || mDownsizeType == 1 || mpCSnap0 == pA ||
+            prev >= mpCSnap0->mNumber.load(std::memory_order_relaxed)) {
+            Load3(p, xyzA);
+            return;
+        }
+        double p0[3];
+        Load3(p0, mpCSnap0->mXYZ.get() + 3 * static_cast<size_t>(prev));
+        for (int k = 0; k < 3; ++k)
+            p[k] = pa[k] + (pa[k] - p0[k]) * t;
+        return;
+    }
+    double pb[3];
+    Load3(pb, mpCSnap2->mXYZ.get() + 3 * static_cast<size_t>(n));
+    if (interp == 2) {
+        const double h = mpCSnap2->mTime - pA->mTime;
+        double va[3] = {0, 0, 0}, vb[3] = {0, 0, 0};
+        if (pA->mVelocity)
+            Load3(va, pA->mVelocity.get() + 3 * static_cast<size_t>(i));
+        if (mpCSnap2->mVelocity)
+            Load3(vb, mpCSnap2->mVelocity.get() + 3 * static_cast<size_t>(n));
+        const double t2 = t * t, t3 = t2 * t;
+        const double h00 = 2 * t3 - 3 * t2 + 1, h10 = t3 - 2 * t2 + t, h01 = -2 * t3 + 3 * t2, h11 = t3 - t2;
+        for (int k = 0; k < 3; ++k)
+            p[k] = h00 * pa[k] + h10 * h * va[k] + h01 * pb[k] + h11 * h * vb[k];
+        return;
+    }
+    if (interp == 3 || interp == 4) {
+        // The outer neighbours; a missing one falls back to the linear form.
+        int i0 = -1, i3 = -1;
+        if (byID) {
+            i0 = pA->mPrevIndex ? pA->mPrevIndex[i] : -1;
+            i3 = mpCSnap2->mNextIndex ? mpCSnap2->mNextIndex[n] : -1;
+        } else if (mpCSnap0->mNumber.load(std::memory_order_relaxed) == pA->mNumber.load() &&
+                   mpCSnap3->mNumber.load(std::memory_order_relaxed) == pA->mNumber.load()) {
+            i0 = i3 = i;
+        }
+        if (i0 >= 0 && i3 >= 0) {
+            double p0[3], p3[3];
+            Load3(p0, mpCSnap0->mXYZ.get() + 3 * static_cast<size_t>(i0));
+            Load3(p3, mpCSnap3->mXYZ.get() + 3 * static_cast<size_t>(i3));
+            if (interp == 3)
+                ExecBezier(p, p0, pa, pb, p3, t);
+            else
+                ExecBezier2(p, p0, pa, pb, p3, t);
+            return;
+        }
+    }
+    for (int k = 0; k < 3; ++k)
+        p[k] = pa[k] * (1.0 - t) + pb[k] * t;
+}
+
+void ThreadInterpStep_cls::SetSizeAndColor(int i, int o) const {
+    const PrepareSetting_cls& s = *mpCSetting;
+    const ParticleSnap_cls* pA = mpCSnap1;
+    ParticleForRender_cls* pOut = mpCOut;
+    const int m = std::min<int>(pOut->mType[o], PrepareSetting_cls::kMaterialMax - 1);
+    const double factor = s.mSizeFactor[m];
+    double size;
+    if (s.mSizeType[m] == 1 || !pA->mSize) {
+        size = factor;
+    } else {
+        const double sa = pA->mSize[i];
+        // Step and Hermite keep the size of A.
+        const bool bInterp = mInterp == 1 || mInterp == 3 || mInterp == 4;
+        const int n = !bInterp ? i : (mbByIDActive ? pA->mNextIndex[i] : i);
+        if (n >= 0 && bInterp && mpCSnap2->mSize)
+            size = (sa * (1.0 - mT) + mpCSnap2->mSize[n] * mT) * factor;
+        else if (n >= 0 || !bInterp)
+            size = sa * factor;
+        else if (s.mVanishSizeType == 0)
+            size = factor * sa;
+        else if (s.mVanishSizeType == 1)
+            size = factor * sa * (1.0 - mT);
+        else
+            size = 0.0;
+    }
+    pOut->mSize[o] = static_cast<float>(size);
+
+    // Colour: S from the curve's input over its range, T the row of the material.
+    pOut->mColorT[o] = static_cast<float>((m + 0.5) / std::max(1, s.mCurveCount) / 3.0);
+    if (s.mColorCurveType[m] != 1) {
+        pOut->mColorS[o] = 0.0f;
+        return;
+    }
+    double value = 0.0;
+    switch (s.mColorCurveDepend[m]) {
+    case 0:
+        value = i;
+        break;
+    case 1:
+        value = pOut->mSize[o];
+        break;
+    case 2:
+        value = pA->mID ? pA->mID[i] : (pA->mIDLong ? static_cast<double>(pA->mIDLong[i]) : i);
+        break;
+    case 3:
+    case 4:
+    case 5: {
+        const float* pValue = pA->mValue[s.mColorCurveDepend[m] - 3].get();
+        value = pValue ? pValue[i] : 0.0;
+        break;
+    }
+    case 6:
+    case 7:
+    case 8:
+        value = pOut->mXYZ[3 * static_cast<size_t>(o) + (s.mColorCurveDepend[m] - 6)];
+        break;
+    default:
+        // 9, the sort index, is filled after the sort.
+        return;
+    }
+    const double r0 = s.mRange0[m], r1 = s.mRange1[m];
+    pOut->mColorS[o] = static_cast<float>(r1 == r0 ? 1.0 : (value - r0) / (r1 - r0));
+}
+
+bool ThreadInterpStep_cls::ClassifyByExpression(int firstOut, int count, const int* pElement) {
+    const bool bID = mpCSnap1->mID || mpCSnap1->mIDLong;
+    wxString strChunk =
+        bID ? "function script(index, x, y, z, type, id)\n" : "function script(index, x, y, z, type)\n";
+    strChunk << mpCSetting->mStrClassify << "\nend";
+    // A private state: one state must not be entered by two threads.
+    lua_State* pL = LuaBase_cls::NewLuaState();
+    if (!pL)
+        return false;
+    const wxScopedCharBuffer buf = strChunk.utf8_str();
+    if (luaL_loadbuffer(pL, buf.data(), buf.length(), "Classify") != LUA_OK ||
+        LuaBase_cls::PCall(pL, 0, 0) != LUA_OK) {
+        LuaBase_cls::CheckErrorMessage(pL, "Classify");
+        LuaBase_cls::CloseLuaState(pL);
+        // Without a script every element reads type 0, as an empty stack top would give.
+        for (int k = 0; k < count; ++k)
+            mpCOut->mType[firstOut + k] = 0;
+        return true;
+    }
+    LuaBase_cls::SetVariable(pL, mT, "nt");
+    LuaBase_cls::SetVariable(pL, mFrame, "frame");
+    LuaBase_cls::SetVariable(pL, mSubframe, "subframe");
+    LuaBase_cls::SetVariable(pL, mStep, "seq");
+    const ParticleSnap_cls* pA = mpCSnap1;
+    for (int k = 0; k < count; ++k) {
+        const int i = pElement[k];
+        const int o = firstOut + k;
+        lua_settop(pL, 0);
+        lua_getglobal(pL, "script");
+        lua_pushinteger(pL, i);
+        for (int c = 0; c < 3; ++c)
+            lua_pushnumber(pL, mpCOut->mXYZ[3 * static_cast<size_t>(o) + c]);
+        lua_pushinteger(pL, pA->mType ? pA->mType[i] : 0);
+        if (bID)
+            lua_pushinteger(pL, pA->mID ? pA->mID[i] : pA->mIDLong[i]);
+        // The status is not examined: whatever number the top gives is the type.
+        LuaBase_cls::PCall(pL, bID ? 6 : 5, 1);
+        const double v = lua_gettop(pL) > 0 ? lua_tonumber(pL, -1) : 0.0;
+        mpCOut->mType[o] = static_cast<unsigned char>(static_cast<int>(std::isfinite(v) ? v : 0.0));
+    }
+    LuaBase_cls::CloseLuaState(pL);
+    return true;
+}
+
+template <class KeyFn> void ThreadInterpStep_cls::Interpolate(KeyFn key) {
+    const ParticleSnap_cls* pA = mpCSnap1;
+    ParticleForRender_cls* pOut = mpCOut;
+    const bool bClassify = mpCSetting->mClassifyType == 1;
+    std::vector<int> vElement;
+    if (bClassify)
+        vElement.reserve(static_cast<size_t>(std::max(0, mFin - mIni)));
+    const unsigned char* pTypeA = pA->mType.get();
+    float* pXYZ = pOut->mXYZ.get();
+    int o = mStartOut;
+    for (int i = mIni; i < mFin; ++i) {
+        if (key(i) % mDownsize != 0)
+            continue;
+        double p[3];
+        InterpolatePosition(i, mInterp, mbByIDActive, p);
+        float* q = pXYZ + 3 * static_cast<size_t>(o);
+        q[0] = static_cast<float>(p[0]);
+        q[1] = static_cast<float>(p[1]);
+        q[2] = static_cast<float>(p[2]);
+        pOut->mType[o] = pTypeA ? pTypeA[i] : 0;
+        if (bClassify)
+            vElement.push_back(i);
+        ++o;
+    }
+    if (bClassify)
+        ClassifyByExpression(mStartOut, static_cast<int>(vElement.size()), vElement.data());
+    o = mStartOut;
+    for (int i = mIni; i < mFin; ++i) {
+        if (key(i) % mDownsize != 0)
+            continue;
+        SetSizeAndColor(i, o);
+        ++o;
+    }
+    if (mDownsizeType != 0) {
+        // The part of the range that no kept element filled is made invisible.
+        const int end = mStartOut + (mFin - mIni);
+        for (int k = o; k < end; ++k) {
+            pOut->mSize[k] = 0.0f;
+            pOut->mXYZ[3 * static_cast<size_t>(k)] = 0.0f;
+            pOut->mXYZ[3 * static_cast<size_t>(k) + 1] = 0.0f;
+            pOut->mXYZ[3 * static_cast<size_t>(k) + 2] = 0.0f;
+            pOut->mType[k] = 0;
+            pOut->mColorS[k] = 0.0f;
+            pOut->mColorT[k] = 0.0f;
+        }
+    }
+}
+
+void ThreadInterpStep_cls::Work() {
+    ParticleSnap_cls* pA = mpCSnap1;
+    const bool bHasIDs = (pA->mHasID && pA->mID) || (pA->mHasIDLong && pA->mIDLong);
+    if (mIDOnly) {
+        if (bHasIDs)
+            SearchNextIndexByID();
+        return;
+    }
+    mInterp = mpCSetting->mInterpType;
+    if (mInterp < 0 || mInterp > 4)
+        mInterp = 0;
+    if ((mInterp == 3 || mInterp == 4) && (mpCSnap0 == pA || mpCSnap3 == mpCSnap2))
+        mInterp = 1;
+    mbByIDActive = mByID && bHasIDs && pA->mNextIndex && mpCSnap2->mPrevIndex;
+    if (!mbByIDActive && mInterp != 0 &&
+        pA->mNumber.load(std::memory_order_relaxed) != mpCSnap2->mNumber.load(std::memory_order_relaxed))
+        mInterp = 0; // different counts by index: Step
+    if (mbByIDActive && !pA->mIDDone)
+        SearchNextIndexByID();
+    switch (mDownsizeType) {
+    case 1: {
+        const int* pID = pA->mID.get();
+        Interpolate([pID](int i) { return static_cast<long long>(pID[i]); });
+        break;
+    }
+    case 2: {
+        const long long* pID = pA->mIDLong.get();
+        Interpolate([pID](int i) { return pID[i]; });
+        break;
+    }
+    default:
+        Interpolate([](int i) { return static_cast<long long>(i); });
+        break;
+    }
+}

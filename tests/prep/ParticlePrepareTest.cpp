@@ -1,0 +1,461 @@
+// Frame preparation of particles: matching by ID, the interpolation forms, the vanish rules, the
+// fall-back to Step, the change stamp, the sort keys and the classification by expression.
+#include "ConfItem_cls.h"
+#include "ParticleForRender_cls.h"
+#include "ParticleSnap_cls.h"
+#include "TestSupport.h"
+#include "ThreadInterpStep_cls.h"
+#include "ThreadSetArrayZ_cls.h"
+#include "ViewerClone_cls.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <memory>
+#include <numeric>
+#include <random>
+#include <vector>
+
+namespace {
+
+struct SnapSpec {
+    std::vector<int> ids; // empty: no ID column
+    std::vector<float> xyz;
+    std::vector<unsigned char> types;
+    std::vector<float> sizes;
+    double time = 0.0;
+};
+
+std::unique_ptr<ParticleSnap_cls> MakeSnap(const SnapSpec& spec) {
+    auto pSnap = std::make_unique<ParticleSnap_cls>(nullptr, 0);
+    const int n = static_cast<int>(spec.xyz.size() / 3);
+    pSnap->mHasID = !spec.ids.empty();
+    pSnap->mHasType = !spec.types.empty();
+    pSnap->mHasSize = !spec.sizes.empty();
+    pSnap->AllocateIfNot(n);
+    for (int i = 0; i < n; ++i) {
+        for (int k = 0; k < 3; ++k)
+            pSnap->mXYZ[3 * i + k] = spec.xyz[3 * i + k];
+        if (pSnap->mHasID)
+            pSnap->mID[i] = spec.ids[i];
+        if (pSnap->mHasType)
+            pSnap->mType[i] = spec.types[i];
+        if (pSnap->mHasSize)
+            pSnap->mSize[i] = spec.sizes[i];
+    }
+    pSnap->mTime = spec.time;
+    return pSnap;
+}
+
+// Particles on the x axis at x = id * scale, one per ID.
+SnapSpec Line(const std::vector<int>& ids, float scale, double time) {
+    SnapSpec s;
+    s.ids = ids;
+    for (int id : ids) {
+        s.xyz.insert(s.xyz.end(), {id * scale, 1.0f * id, 0.0f});
+        s.types.push_back(0);
+        s.sizes.push_back(2.0f);
+    }
+    s.time = time;
+    return s;
+}
+
+ViewerClone_cls* MakeViewer(const std::map<wxString, wxString>& keys) {
+    auto* pViewer = new ViewerClone_cls;
+    for (const auto& kv : keys)
+        pViewer->mCConfList.Add(new ConfItemSTR_cls, kv.first, kv.second);
+    return pViewer;
+}
+
+std::map<wxString, wxString> ByID(int interp, int vanish = 2, int extrapolate = 0) {
+    return {{"InterpolateBy=", "1"},
+            {"InterpType=", wxString::Format("%d", interp)},
+            {"VanishSizeType=", wxString::Format("%d", vanish)},
+            {"ExtrapolateType=", wxString::Format("%d", extrapolate)}};
+}
+
+bool Prepare(ParticleForRender_cls& out, ParticleSnap_cls* a, ParticleSnap_cls* b, ParticleSnap_cls* s0,
+             ParticleSnap_cls* s3, int step, double t, const std::map<wxString, wxString>& keys,
+             PositionAndDirection_cls camera = PositionAndDirection_cls()) {
+    return out.PrepareData(a, b, s0, s3, step, 0, 0, t, MakeViewer(keys), nullptr, 0.0, camera, false);
+}
+
+void ExpectXYZ(const ParticleForRender_cls& out, int o, double x, double y, double z) {
+    EXPECT_FLOAT_EQ(out.mXYZ[3 * o], static_cast<float>(x)) << "element " << o;
+    EXPECT_FLOAT_EQ(out.mXYZ[3 * o + 1], static_cast<float>(y)) << "element " << o;
+    EXPECT_FLOAT_EQ(out.mXYZ[3 * o + 2], static_cast<float>(z)) << "element " << o;
+}
+
+} // namespace
+
+TEST(ParticlePrepare, TimeZeroByIDGivesAExactly) {
+    // IDs 2 vanishes, 4 is new; positions differ between the snaps.
+    auto a = MakeSnap(Line({1, 2, 3, 5}, 1.0f, 0.0));
+    auto b = MakeSnap(Line({1, 3, 4, 5}, 3.0f, 1.0));
+    for (int interp : {0, 1, 2, 3, 4}) {
+        SCOPED_TRACE(interp);
+        a->CheckAllocateNextIndex(false);
+        ParticleForRender_cls out;
+        ASSERT_TRUE(Prepare(out, a.get(), b.get(), nullptr, nullptr, 0, 0.0, ByID(interp, 2, 1)));
+        ASSERT_EQ(out.mNumber, 4);
+        for (int i = 0; i < 4; ++i)
+            for (int k = 0; k < 3; ++k)
+                EXPECT_EQ(out.mXYZ[3 * i + k], a->mXYZ[3 * i + k]);
+    }
+    EXPECT_EQ(a->mNextIndex[0], 0);
+    EXPECT_EQ(a->mNextIndex[1], -1);
+    EXPECT_EQ(a->mNextIndex[2], 1);
+    EXPECT_EQ(a->mNextIndex[3], 3);
+    EXPECT_EQ(b->mPrevIndex[2], -1) << "new particle in B has no predecessor";
+    EXPECT_EQ(b->mPrevIndex[3], 3);
+}
+
+TEST(ParticlePrepare, VanishRulesAtHalfTime) {
+    auto s0 = MakeSnap(Line({1, 2, 3}, 0.5f, 0.0));
+    auto a = MakeSnap(Line({1, 2, 3}, 1.0f, 1.0));
+    auto b = MakeSnap(Line({1, 3}, 2.0f, 2.0));
+    // The pair (s0, a) is searched first, as the frame before would have done.
+    {
+        ParticleForRender_cls out;
+        ASSERT_TRUE(Prepare(out, s0.get(), a.get(), nullptr, nullptr, 0, 0.5, ByID(1)));
+        ASSERT_EQ(a->mPrevIndex[1], 1);
+    }
+    struct Case {
+        int vanish, extrapolate;
+        float size, x;
+    } cases[] = {
+        {2, 0, 0.0f, 2.0f}, // Set to 0, stays
+        {1, 0, 1.0f, 2.0f}, // Decrease size
+        {0, 0, 2.0f, 2.0f}, // Constant size
+        {2, 1, 0.0f, 2.5f}, // moves on: 2 + (2 - 1) * 0.5
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << "vanish " << c.vanish << " extrapolate " << c.extrapolate);
+        ParticleForRender_cls out;
+        ASSERT_TRUE(
+            Prepare(out, a.get(), b.get(), s0.get(), nullptr, 1, 0.5, ByID(1, c.vanish, c.extrapolate)));
+        ASSERT_EQ(out.mNumber, 3);
+        EXPECT_FLOAT_EQ(out.mSize[1], c.size);
+        EXPECT_FLOAT_EQ(out.mXYZ[3], c.x);
+        // The survivors interpolate: id 3 from 3 to 6.
+        EXPECT_FLOAT_EQ(out.mXYZ[6], 4.5f);
+        EXPECT_FLOAT_EQ(out.mSize[2], 2.0f);
+    }
+}
+
+TEST(ParticlePrepare, TypeChangeCountsAsVanished) {
+    SnapSpec sa = Line({1, 2}, 1.0f, 0.0), sb = Line({1, 2}, 2.0f, 1.0);
+    sb.types[1] = 3;
+    auto a = MakeSnap(sa);
+    auto b = MakeSnap(sb);
+    ParticleForRender_cls out;
+    ASSERT_TRUE(Prepare(out, a.get(), b.get(), nullptr, nullptr, 0, 0.5, ByID(1)));
+    EXPECT_EQ(a->mNextIndex[0], 0);
+    EXPECT_EQ(a->mNextIndex[1], -1);
+    EXPECT_EQ(b->mPrevIndex[1], -1);
+    ExpectXYZ(out, 0, 1.5, 1.0, 0.0);
+    ExpectXYZ(out, 1, 2.0, 2.0, 0.0);
+    EXPECT_FLOAT_EQ(out.mSize[1], 0.0f);
+}
+
+TEST(ParticlePrepare, DifferentCountsByIndexFallToStep) {
+    auto a = MakeSnap(Line({1, 2, 3}, 1.0f, 0.0));
+    auto b3 = MakeSnap(Line({1, 2, 3}, 3.0f, 1.0));
+    auto b4 = MakeSnap(Line({1, 2, 3, 4}, 3.0f, 1.0));
+    for (int interp : {1, 2, 3, 4}) {
+        SCOPED_TRACE(interp);
+        std::map<wxString, wxString> keys = {{"InterpolateBy=", "0"},
+                                             {"InterpType=", wxString::Format("%d", interp)}};
+        ParticleForRender_cls out;
+        ASSERT_TRUE(Prepare(out, a.get(), b4.get(), nullptr, nullptr, 0, 0.5, keys));
+        for (int i = 0; i < 3; ++i)
+            ExpectXYZ(out, i, i + 1.0, i + 1.0, 0.0);
+        // Same count: it does interpolate.
+        ASSERT_TRUE(Prepare(out, a.get(), b3.get(), nullptr, nullptr, 0, 0.5, keys));
+        EXPECT_GT(out.mXYZ[0], 1.0f);
+    }
+    // The same snaps by ID do match and interpolate.
+    ParticleForRender_cls out;
+    ASSERT_TRUE(Prepare(out, a.get(), b4.get(), nullptr, nullptr, 0, 0.5, ByID(1)));
+    ExpectXYZ(out, 2, 6.0, 3.0, 0.0);
+}
+
+TEST(ParticlePrepare, IDsOutOfOrderMayMissButNeverMismatch) {
+    std::vector<int> idsA(5000), idsB(5000);
+    std::iota(idsA.begin(), idsA.end(), 0);
+    idsB = idsA;
+    std::mt19937 rng(7);
+    // B partly shuffled: the program does not detect it.
+    std::shuffle(idsB.begin() + 1000, idsB.begin() + 4000, rng);
+    auto a = MakeSnap(Line(idsA, 1.0f, 0.0));
+    auto b = MakeSnap(Line(idsB, 1.0f, 1.0));
+    ParticleForRender_cls out;
+    ASSERT_TRUE(Prepare(out, a.get(), b.get(), nullptr, nullptr, 0, 0.5, ByID(1)));
+    int matched = 0;
+    for (int i = 0; i < 5000; ++i) {
+        const int n = a->mNextIndex[i];
+        if (n >= 0) {
+            ASSERT_EQ(b->mID[n], a->mID[i]);
+            ++matched;
+        }
+    }
+    EXPECT_GE(matched, 2000); // the ordered head and tail are found
+}
+
+TEST(ParticlePrepare, SearchWindowsWidenAndStopAtLargerID) {
+    std::vector<int> ids;
+    for (int i = 0; i < 200000; ++i)
+        ids.push_back(2 * i);
+    const int n = static_cast<int>(ids.size());
+    for (int hint : {0, 5, 95, 950, 9500, 50000, n - 1}) {
+        SCOPED_TRACE(hint);
+        for (int target : {0, 2 * 17, 2 * 500, 2 * 9000, 2 * 60000, 2 * (n - 1)})
+            EXPECT_EQ(ThreadInterpStep_cls::SearchIDFrom(ids.data(), n, hint, target), target / 2);
+        EXPECT_EQ(ThreadInterpStep_cls::SearchIDFrom(ids.data(), n, hint, 77), -1);
+        EXPECT_EQ(ThreadInterpStep_cls::SearchIDFrom(ids.data(), n, hint, -4), -1);
+        EXPECT_EQ(ThreadInterpStep_cls::SearchIDFrom(ids.data(), n, hint, 2 * n), -1);
+    }
+    EXPECT_EQ(ThreadInterpStep_cls::SearchIDNear10(ids.data(), n, 100, 2 * 111), -1);
+    EXPECT_EQ(ThreadInterpStep_cls::SearchIDNear10(ids.data(), n, 100, 2 * 110), 110);
+    EXPECT_EQ(ThreadInterpStep_cls::SearchIDFrom(ids.data(), 0, 0, 0), -1);
+    std::vector<long long> big = {1LL << 40, (1LL << 40) + 3, (1LL << 41)};
+    EXPECT_EQ(ThreadInterpStep_cls::SearchIDLongFrom(big.data(), 3, 0, 1LL << 41), 2);
+}
+
+TEST(ParticlePrepare, CubicFormsAndMissingNeighbours) {
+    double p0[3] = {0, 0, 0}, p1[3] = {1, 0, 0}, p2[3] = {2, 0, 0}, p3[3] = {3, 0, 0}, out[3];
+    for (double t : {0.0, 0.25, 0.5, 1.0}) {
+        SCOPED_TRACE(t);
+        ThreadInterpStep_cls::ExecBezier(out, p0, p1, p2, p3, t);
+        EXPECT_NEAR(out[0], 1.0 + t, 1e-12); // evenly spaced: straight and uniform
+        ThreadInterpStep_cls::ExecBezier2(out, p0, p1, p2, p3, t);
+        EXPECT_NEAR(out[0], 1.0 + t, 1e-12);
+    }
+    // A turn: both curves pass through their end points and leave the chord in between.
+    double q0[3] = {0, 0, 0}, q1[3] = {1, 0, 0}, q2[3] = {1, 1, 0}, q3[3] = {0, 1, 0};
+    ThreadInterpStep_cls::ExecBezier2(out, q0, q1, q2, q3, 0.0);
+    EXPECT_DOUBLE_EQ(out[1], 0.0);
+    ThreadInterpStep_cls::ExecBezier2(out, q0, q1, q2, q3, 1.0);
+    EXPECT_DOUBLE_EQ(out[1], 1.0);
+    ThreadInterpStep_cls::ExecBezier2(out, q0, q1, q2, q3, 0.5);
+    EXPECT_GT(out[0], 1.0);
+    ThreadInterpStep_cls::ExecBezier(out, q0, q1, q2, q3, 0.5);
+    EXPECT_NEAR(out[0], 1.125, 1e-12);
+
+    // Through the pass: without neighbour snaps, or when a partner is missing, cubic forms are linear.
+    auto s0 = MakeSnap(Line({1, 2, 3}, 0.0f, 0.0));
+    auto a = MakeSnap(Line({1, 2, 3}, 1.0f, 1.0));
+    auto b = MakeSnap(Line({1, 2, 3}, 3.0f, 2.0));
+    auto s3 = MakeSnap(Line({1, 3}, 9.0f, 3.0));
+    for (int interp : {3, 4}) {
+        SCOPED_TRACE(interp);
+        ParticleForRender_cls out1;
+        ASSERT_TRUE(Prepare(out1, a.get(), b.get(), nullptr, nullptr, 1, 0.5, ByID(interp)));
+        ExpectXYZ(out1, 0, 2.0, 1.0, 0.0);
+        // s0 -> a first, then a -> b with both neighbours: id 2 has none after b.
+        ParticleForRender_cls out0;
+        ASSERT_TRUE(Prepare(out0, s0.get(), a.get(), nullptr, nullptr, 0, 0.5, ByID(1)));
+        ParticleForRender_cls out2;
+        ASSERT_TRUE(Prepare(out2, a.get(), b.get(), s0.get(), s3.get(), 1, 0.5, ByID(interp)));
+        ExpectXYZ(out2, 1, 4.0, 2.0, 0.0); // linear
+        double e[3];
+        double c0[3] = {0, 1, 0}, c1[3] = {1, 1, 0}, c2[3] = {3, 1, 0}, c3[3] = {9, 1, 0};
+        if (interp == 3)
+            ThreadInterpStep_cls::ExecBezier(e, c0, c1, c2, c3, 0.5);
+        else
+            ThreadInterpStep_cls::ExecBezier2(e, c0, c1, c2, c3, 0.5);
+        ExpectXYZ(out2, 0, e[0], e[1], e[2]);
+        EXPECT_NE(out2.mXYZ[0], 2.0f);
+    }
+}
+
+TEST(ParticlePrepare, HermiteWithoutVelocityIsSmoothStep) {
+    auto a = MakeSnap(Line({1, 2}, 1.0f, 0.0));
+    auto b = MakeSnap(Line({1, 2}, 3.0f, 2.0));
+    ParticleForRender_cls out;
+    const double t = 0.25, w = 3 * t * t - 2 * t * t * t;
+    ASSERT_TRUE(Prepare(out, a.get(), b.get(), nullptr, nullptr, 0, t, ByID(2)));
+    ExpectXYZ(out, 1, 2.0 + 4.0 * w, 2.0, 0.0);
+    // Hermite does not interpolate size; it keeps A's.
+    EXPECT_FLOAT_EQ(out.mSize[1], 2.0f);
+}
+
+TEST(ParticlePrepare, DownsizeByIndexAndByID) {
+    auto a = MakeSnap(Line({10, 11, 12, 13, 15}, 1.0f, 0.0));
+    auto b = MakeSnap(Line({10, 11, 12, 13, 15}, 1.0f, 1.0));
+    auto make = [](int type) {
+        auto* pViewer = MakeViewer(ByID(1));
+        auto* pDown = new AttributeClone_cls;
+        pDown->mStrAttributeName = "ParticleDownsizing_cls";
+        pDown->mCConfList.Add(new ConfItemSTR_cls, "Downsize=", "2");
+        pDown->mCConfList.Add(new ConfItemSTR_cls, "DownsizeType=", wxString::Format("%d", type));
+        pViewer->AddAttribute(pDown);
+        return pViewer;
+    };
+    ParticleForRender_cls out;
+    ASSERT_TRUE(out.PrepareData(a.get(), b.get(), nullptr, nullptr, 0, 0, 0, 0.0, make(0), nullptr, 0.0,
+                                PositionAndDirection_cls(), false));
+    ASSERT_EQ(out.mNumber, 3); // elements 0, 2, 4
+    EXPECT_FLOAT_EQ(out.mXYZ[3], 12.0f);
+    EXPECT_FLOAT_EQ(out.mXYZ[6], 15.0f);
+    ASSERT_TRUE(out.PrepareData(a.get(), b.get(), nullptr, nullptr, 0, 0, 0, 0.0, make(1), nullptr, 0.0,
+                                PositionAndDirection_cls(), false));
+    ASSERT_EQ(out.mNumber, 5); // room for all; even IDs kept, the rest invisible
+    EXPECT_FLOAT_EQ(out.mXYZ[0], 10.0f);
+    EXPECT_FLOAT_EQ(out.mXYZ[3], 12.0f);
+    EXPECT_FLOAT_EQ(out.mSize[1], 2.0f);
+    EXPECT_FLOAT_EQ(out.mSize[2], 0.0f);
+    EXPECT_FLOAT_EQ(out.mSize[4], 0.0f);
+}
+
+TEST(ParticlePrepare, RepeatedFrameRunsNoPassAndNoSort) {
+    auto a = MakeSnap(Line({1, 2, 3}, 1.0f, 0.0));
+    auto b = MakeSnap(Line({1, 2, 3}, 2.0f, 1.0));
+    auto keys = ByID(1);
+    keys["SortType="] = "3";
+    ParticleForRender_cls out;
+    PositionAndDirection_cls cam;
+    cam.mPos[2] = 10.0;
+    ASSERT_TRUE(Prepare(out, a.get(), b.get(), nullptr, nullptr, 0, 0.5, keys, cam));
+    EXPECT_EQ(out.mDataCounter, 1);
+    EXPECT_EQ(out.mSortCounter, 1);
+    out.mXYZ[0] = -99.0f; // a pass would overwrite this
+    ASSERT_TRUE(Prepare(out, a.get(), b.get(), nullptr, nullptr, 0, 0.5, keys, cam));
+    EXPECT_EQ(out.mDataCounter, 1);
+    EXPECT_EQ(out.mSortCounter, 1);
+    EXPECT_EQ(out.mXYZ[0], -99.0f);
+    {
+        SCOPED_TRACE("camera moved: sort only");
+        cam.mPos[0] = 1.0;
+        ASSERT_TRUE(Prepare(out, a.get(), b.get(), nullptr, nullptr, 0, 0.5, keys, cam));
+        EXPECT_EQ(out.mDataCounter, 1);
+        EXPECT_EQ(out.mSortCounter, 2);
+    }
+    {
+        SCOPED_TRACE("another time");
+        ASSERT_TRUE(Prepare(out, a.get(), b.get(), nullptr, nullptr, 0, 0.75, keys, cam));
+        EXPECT_EQ(out.mDataCounter, 2);
+        EXPECT_EQ(out.mSortCounter, 3);
+    }
+    {
+        SCOPED_TRACE("a key changed");
+        keys["VanishSizeType="] = "0";
+        ASSERT_TRUE(Prepare(out, a.get(), b.get(), nullptr, nullptr, 0, 0.75, keys, cam));
+        EXPECT_EQ(out.mDataCounter, 3);
+    }
+    {
+        SCOPED_TRACE("another sort type without data change: sort");
+        keys["SortType="] = "0";
+        const int data = out.mDataCounter, sort = out.mSortCounter;
+        ASSERT_TRUE(Prepare(out, a.get(), b.get(), nullptr, nullptr, 0, 0.75, keys, cam));
+        EXPECT_EQ(out.mDataCounter, data);
+        EXPECT_EQ(out.mSortCounter, sort + 1);
+    }
+    {
+        SCOPED_TRACE("a counter changed: the item was edited");
+        auto* pViewer = MakeViewer(keys);
+        pViewer->GetPCItem("InterpType=")->SetBodyFromData(wxString("1"));
+        ASSERT_TRUE(out.PrepareData(a.get(), b.get(), nullptr, nullptr, 0, 0, 0, 0.75, pViewer, nullptr, 0.0,
+                                    cam, false));
+        EXPECT_EQ(out.mDataCounter, 4);
+    }
+}
+
+TEST(ParticlePrepare, SortKeysForEverySortType) {
+    PositionAndDirection_cls cam; // at (1, 2, 3) looking along -z
+    cam.mPos[0] = 1.0;
+    cam.mPos[1] = 2.0;
+    cam.mPos[2] = 3.0;
+    const float p[3] = {4.0f, 6.0f, -9.0f}; // offset (3, 4, -12): depth 12, distance 13
+    const float expect[8] = {0.0f, -12.0f, 12.0f, -13.0f, 13.0f, -5.0f, -12.0f, -13.0f};
+    for (int s = 0; s < 8; ++s) {
+        SCOPED_TRACE(s);
+        EXPECT_FLOAT_EQ(ThreadSetArrayZ_cls::GetKey(s, p, 5, cam), expect[s]);
+    }
+    // Through the pass: distance sorts far first; 0 and 7 keep the data order.
+    auto a = MakeSnap(Line({1, 5, 2, 4, 3}, 1.0f, 0.0));
+    for (int s : {0, 3, 4, 7}) {
+        SCOPED_TRACE(s);
+        auto keys = ByID(0);
+        keys["SortType="] = wxString::Format("%d", s);
+        ParticleForRender_cls out;
+        PositionAndDirection_cls origin;
+        ASSERT_TRUE(Prepare(out, a.get(), a.get(), nullptr, nullptr, 0, 0.0, keys, origin));
+        std::vector<int> order;
+        for (int i = 0; i < 5; ++i)
+            order.push_back(out.mOrder[i].mIndex);
+        if (s == 0 || s == 7) {
+            EXPECT_EQ(order, (std::vector<int>{0, 1, 2, 3, 4}));
+        }
+        if (s == 3) {
+            EXPECT_EQ(order, (std::vector<int>{1, 3, 4, 2, 0}));
+        }
+        if (s == 4) {
+            EXPECT_EQ(order, (std::vector<int>{0, 2, 4, 3, 1}));
+        }
+        if (s == 7) {
+            EXPECT_NEAR(out.mOrder[1].mValue, -std::sqrt(50.0f), 1e-5);
+        }
+    }
+}
+
+TEST(ParticlePrepare, LargePassSortsInParallelAndMatchesAcrossWorkers) {
+    const int n = 700000; // above the parallel-sort threshold, several workers
+    std::vector<int> ids(n);
+    std::iota(ids.begin(), ids.end(), 0);
+    SnapSpec sa, sb;
+    sa.ids = ids;
+    std::vector<int> idsB = ids;
+    idsB.erase(idsB.begin() + 1000); // one vanishes: every later partner sits one place earlier
+    sb.ids = idsB;
+    for (int id : ids)
+        sa.xyz.insert(sa.xyz.end(), {static_cast<float>(id % 1000), static_cast<float>(id / 1000), 0.0f});
+    for (int id : idsB)
+        sb.xyz.insert(sb.xyz.end(), {static_cast<float>(id % 1000), static_cast<float>(id / 1000), 2.0f});
+    sb.time = 1.0;
+    auto a = MakeSnap(sa);
+    auto b = MakeSnap(sb);
+    auto keys = ByID(1);
+    keys["SortType="] = "3";
+    ParticleForRender_cls out;
+    ASSERT_TRUE(Prepare(out, a.get(), b.get(), nullptr, nullptr, 0, 0.5, keys));
+    ASSERT_EQ(out.mNumber, n);
+    EXPECT_EQ(a->mNextIndex[1000], -1);
+    EXPECT_EQ(a->mNextIndex[1001], 1000);
+    EXPECT_FLOAT_EQ(out.mXYZ[3 * 1001 + 2], 1.0f);
+    EXPECT_FLOAT_EQ(out.mXYZ[3 * 1000 + 2], 0.0f);
+    std::vector<char> seen(n, 0);
+    for (int k = 0; k < n; ++k) {
+        if (k > 0) {
+            ASSERT_LE(out.mOrder[k - 1].mValue, out.mOrder[k].mValue);
+        }
+        seen[out.mOrder[k].mIndex]++;
+    }
+    EXPECT_EQ(std::count(seen.begin(), seen.end(), 1), n);
+}
+
+TEST(ParticlePrepare, ClassificationByExpression) {
+    auto a = MakeSnap(Line({1, 2, 3, 4}, 1.0f, 0.0));
+    struct Case {
+        const char* script;
+        std::vector<int> types;
+    } cases[] = {
+        {"return id % 2", {1, 0, 1, 0}},
+        {"return x * 2 + nt", {2, 4, 6, 8}},
+        {"return (", {0, 0, 0, 0}},                   // does not compile
+        {"error('no')", {0, 0, 0, 0}},                // the error text is no number
+        {"while true do end return 1", {0, 0, 0, 0}}, // stopped by the work bound
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.script);
+        auto keys = ByID(1);
+        keys["ClassifyType="] = "1";
+        keys["Classify="] = c.script;
+        ParticleForRender_cls out;
+        ASSERT_TRUE(Prepare(out, a.get(), a.get(), nullptr, nullptr, 0, 0.0, keys));
+        for (int i = 0; i < 4; ++i)
+            EXPECT_EQ(out.mType[i], c.types[i]) << "element " << i;
+    }
+}
