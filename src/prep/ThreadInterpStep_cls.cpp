@@ -16,8 +16,13 @@
 namespace {
 
 // One stage of the search: from lo to hi, looking look elements ahead and jumping look + 1 while
-// that element is still below id; stops at the first larger ID. -1 when not in the window.
-template <class T> int SearchStage(const T* ids, int lo, int hi, T id, int look) {
+// that element is still below id; stops at the first larger ID. Returns the index, kAbsent when the
+// ID falls between two neighbours of the window (or before the first, or after the last, of the
+// array), so that no wider window can hold it, and kNotInWindow otherwise.
+constexpr int kAbsent = -1;
+constexpr int kNotInWindow = -2;
+
+template <class T> int SearchStage(const T* ids, int n, int lo, int hi, T id, int look) {
     int i = lo;
     while (i < hi) {
         if (look > 0 && i + look < hi && ids[i + look] < id) {
@@ -27,10 +32,10 @@ template <class T> int SearchStage(const T* ids, int lo, int hi, T id, int look)
         if (ids[i] == id)
             return i;
         if (ids[i] > id)
-            return -1;
+            return (i > lo || lo == 0) ? kAbsent : kNotInWindow;
         ++i;
     }
-    return -1;
+    return hi >= n ? kAbsent : kNotInWindow;
 }
 
 template <class T> int SearchFrom(const T* ids, int n, int hint, T id) {
@@ -42,11 +47,11 @@ template <class T> int SearchFrom(const T* ids, int n, int hint, T id) {
     for (int s = 0; s < 4; ++s) {
         const int lo = std::max(0, hint - kWindow[s]);
         const int hi = std::min(n, hint + kWindow[s] + 1);
-        const int r = SearchStage(ids, lo, hi, id, kLook[s]);
-        if (r >= 0)
+        const int r = SearchStage(ids, n, lo, hi, id, kLook[s]);
+        if (r != kNotInWindow)
             return r;
     }
-    return SearchStage(ids, 0, n, id, 1000);
+    return SearchStage(ids, n, 0, n, id, 1000);
 }
 
 inline void Load3(double* d, const float* s) {
@@ -73,11 +78,13 @@ int ThreadInterpStep_cls::SearchIDNear(const int* ids, int n, int hint, int id, 
     if (n <= 0)
         return -1;
     hint = std::clamp(hint, 0, n - 1);
-    return SearchStage(ids, std::max(0, hint - window), std::min(n, hint + window + 1), id, look);
+    const int r = SearchStage(ids, n, std::max(0, hint - window), std::min(n, hint + window + 1), id, look);
+    return r >= 0 ? r : -1;
 }
 
 int ThreadInterpStep_cls::SearchIDFull(const int* ids, int n, int id) {
-    return SearchStage(ids, 0, std::max(0, n), id, 1000);
+    const int r = SearchStage(ids, n, 0, std::max(0, n), id, 1000);
+    return r >= 0 ? r : -1;
 }
 
 void ThreadInterpStep_cls::ExecBezier(double* out, const double* p0, const double* p1, const double* p2,

@@ -22,7 +22,8 @@ public:
     // and type is 1.
     void SetParametersDownsize(int startOut, int downsize, int type);
 
-    // Searches ids[0..n) for id from hint in widening windows; -1 when absent. ids must ascend.
+    // Searches ids[0..n) for id from hint in widening windows; -1 when absent. ids must ascend: an ID
+    // that falls between two neighbours of a window is absent, and no wider window is tried.
     static int SearchIDFrom(const int* ids, int n, int hint, int id);
     static int SearchIDLongFrom(const long long* ids, int n, int hint, long long id);
     // The single stages.
