@@ -2,6 +2,7 @@
 
 #include "ParticleSnap_cls.h"
 #include "SortParallel_cls.h"
+#include "TensorMath_cls.h"
 #include "ThreadCurveDependOnSort_cls.h"
 #include "ThreadInterpStep_cls.h"
 #include "ThreadSetArrayZ_cls.h"
@@ -148,7 +149,17 @@ bool ParticleForRender_cls::PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cl
     if (!snap2)
         snap2 = snap1;
 
-    // The camera comes in the object's space already: the caller owns the object's matrix.
+    // The camera into the object's space: the inverse of the object's matrix times the camera.
+    double inverse[16];
+    if (viewer && TensorMath_cls::Invert(viewer->mMatrix, inverse)) {
+        TensorMath_cls::TransformPoint(inverse, camera.mPos, camera.mPos);
+        double v[3];
+        TensorMath_cls::TransformVector(inverse, camera.mTgt, v);
+        std::copy(v, v + 3, camera.mTgt);
+        TensorMath_cls::TransformVector(inverse, camera.mTop, v);
+        std::copy(v, v + 3, camera.mTop);
+        camera.Normalize();
+    }
     PrepareSetting_cls setting;
     setting.ReadFromClone(viewer, material, time);
 

@@ -26,10 +26,10 @@ public:
     static constexpr long long kWaitIDMicroSec = 5001000;
 
     // Prepares the frame: snap1 is A (the step at or before the time), snap2 B (after it, may be
-    // A), snap0 the one before A and snap3 the one after B (either may be null). camera is the
-    // camera in the object's space. Deletes both clones. bNext is true on the background path.
-    // Writes only this set's arrays and the index tables of the snaps. False when snap1 is null.
-    // One caller thread at a time per set.
+    // A), snap0 the one before A and snap3 the one after B (either may be null). camera is in the
+    // scene's space; the viewer's matrix takes it into the object's. Deletes both clones. bNext is true on
+    // the background path. Writes only this set's arrays and the index tables of the snaps. False when snap1
+    // is null. One caller thread at a time per set.
     bool PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cls* snap2, ParticleSnap_cls* snap0,
                      ParticleSnap_cls* snap3, int step, int frame, int subframe, double t,
                      ViewerClone_cls* viewer, ViewerClone_cls* material, double time,

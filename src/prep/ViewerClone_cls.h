@@ -40,6 +40,8 @@ public:
     bool IsParamGroupTimeDepend() const;
 
     ConfListContainer_cls mCConfList; // owns its items
+    // The object's matrix in the scene at the clone's time, column major; identity by default.
+    double mMatrix[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
     std::vector<std::unique_ptr<AttributeClone_cls>> mVPCAttribute;
     wxString mStrClassWord;
 };

@@ -459,3 +459,70 @@ TEST(ParticlePrepare, ClassificationByExpression) {
             EXPECT_EQ(out.mType[i], c.types[i]) << "element " << i;
     }
 }
+
+TEST(ParticlePrepare, CameraIsTakenIntoObjectSpace) {
+    auto a = MakeSnap(Line({0, 1}, 1.0f, 0.0)); // particles at (0, 0, 0) and (1, 1, 0)
+    auto* pViewer = MakeViewer({{"SortType=", "4"}});
+    pViewer->mMatrix[12] = 10.0; // the object stands at x = 10
+    PositionAndDirection_cls cam;
+    cam.mPos[0] = 10.0;
+    cam.mPos[2] = 5.0;
+    ParticleForRender_cls out;
+    ASSERT_TRUE(
+        out.PrepareData(a.get(), a.get(), nullptr, nullptr, 0, 0, 0, 0.0, pViewer, nullptr, 0.0, cam, false));
+    EXPECT_NEAR(out.mLastCamera.mPos[0], 0.0, 1e-12);
+    EXPECT_NEAR(out.mLastCamera.mPos[2], 5.0, 1e-12);
+    // Distance inverse: the nearer particle first, keys measured from (0, 0, 5).
+    EXPECT_EQ(out.mOrder[0].mIndex, 0);
+    EXPECT_FLOAT_EQ(out.mOrder[0].mValue, 5.0f);
+    EXPECT_FLOAT_EQ(out.mOrder[1].mValue, std::sqrt(27.0f));
+}
+
+TEST(ParticlePrepare, DownsizeAcrossWorkersKeepsEveryOutputInPlace) {
+    // 30,003 elements (odd ranges): two workers on the path due now, one in the background; the outputs must
+    // not depend on the split.
+    const int n = 30003;
+    std::vector<int> ids(n);
+    for (int i = 0; i < n; ++i)
+        ids[i] = 3 * i + 1; // ID % 2 alternates with i
+    auto a = MakeSnap(Line(ids, 1.0f, 0.0));
+    auto b = MakeSnap(Line(ids, 2.0f, 1.0));
+    for (int type : {0, 1}) {
+        for (bool bNext : {false, true}) {
+            SCOPED_TRACE(testing::Message() << "type " << type << " background " << bNext);
+            auto* pViewer = MakeViewer(ByID(1));
+            auto* pDown = new AttributeClone_cls;
+            pDown->mStrAttributeName = "ParticleDownsizing_cls";
+            pDown->mCConfList.Add(new ConfItemSTR_cls, "Downsize=", "2");
+            pDown->mCConfList.Add(new ConfItemSTR_cls, "DownsizeType=", wxString::Format("%d", type));
+            pViewer->AddAttribute(pDown);
+            ParticleForRender_cls out;
+            ASSERT_TRUE(out.PrepareData(a.get(), b.get(), nullptr, nullptr, 0, 0, 0, 0.5, pViewer, nullptr,
+                                        0.0, PositionAndDirection_cls(), bNext));
+            ASSERT_EQ(out.mNumber, type == 0 ? (n + 1) / 2 : n);
+            // Outputs are consecutive from each worker's start: by index the count kept before the
+            // range, by ID the range's own start; by ID the rest of a range is invisible.
+            const int threads = ThreadCommon_cls::GetThreadCount(n, bNext);
+            int kept = 0;
+            for (int w = 0; w < threads; ++w) {
+                int ini = 0, fin = 0;
+                ThreadCommon_cls::GetIniAndFin(ini, fin, w, threads, n);
+                int o = type == 0 ? (ini + 1) / 2 : ini;
+                for (int i = ini; i < fin; ++i) {
+                    const long long key = type == 0 ? i : ids[i];
+                    if (key % 2 != 0)
+                        continue;
+                    ASSERT_FLOAT_EQ(out.mXYZ[3 * o], 1.5f * ids[i]) << "element " << i << " output " << o;
+                    ASSERT_GT(out.mSize[o], 0.0f);
+                    ++o;
+                    ++kept;
+                }
+                if (type == 1) {
+                    for (; o < fin; ++o)
+                        ASSERT_EQ(out.mSize[o], 0.0f) << "output " << o;
+                }
+            }
+            EXPECT_EQ(kept, type == 0 ? (n + 1) / 2 : n / 2);
+        }
+    }
+}
