@@ -4,6 +4,7 @@
 #include "Main_cls.h"
 #include "Preference_cls.h"
 #include "RibbonUI_cls.h"
+#include "SceneCommand_cls.h"
 #include "SplittableWindow_cls.h"
 #include "TimeCtrl_cls.h"
 #include "UndoManager_cls.h"
@@ -65,6 +66,9 @@ FrameMain_cls::FrameMain_cls(const wxString& strTitle, Main_cls* pMain, int x, i
                                      wxDefaultPosition, wxSize(16, 16), wxBORDER_NONE);
     pStatus->Bind(wxEVT_SIZE, &FrameMain_cls::OnSizeFrameMain, this);
 
+    // The scene tools act through the scene controller; they report "not available" while
+    // there is none.
+    mFuncSceneCommand = &SceneCommand_cls::ProcRibbonCommand;
     BindEvents();
     Layout();
     wxSizeEvent sizeEvent(pStatus->GetSize());

@@ -6,8 +6,10 @@
 #include "LuaServices.h"
 #include "Main_cls.h"
 #include "MyArtProvider.h"
+#include "PanelMakers.h"
 #include "PrepServices.h"
 #include "RibbonUI_cls.h"
+#include "SceneServices.h"
 #include "TimeServices.h"
 #include "UIServices.h"
 #include "wxLogGuiEX.h"
@@ -43,6 +45,7 @@ bool MyApp::OnInit() {
     RegisterCoreServices();
     RegisterTimeServices();
     RegisterLuaServices();
+    RegisterSceneServices();
     RegisterPrepServices();
     RegisterUIServices();
     mpCMain = new Main_cls();
@@ -53,6 +56,7 @@ bool MyApp::OnInit() {
 FrameMain_cls* MyApp::StartCore(Main_cls* pMain) {
     wxArtProvider::Push(new MyArtProvider(pMain->GetStrAppDir()));
     wxPanelEX::InitializeStatic();
+    RegisterPanelMakers();
     // The program's values; the 10 ms auto-pop is intended.
     wxToolTip::SetAutoPop(10);
     wxToolTip::SetDelay(1000);

@@ -32,12 +32,17 @@ wxString PlaceholderPanel_cls::GetStrNotAvailable(int type) {
 
 bool PlaceholderPanel_cls::ReadStrLine(std::wistream& stream, const wxString& strKey,
                                        const wxString& strRest) {
+    return ReadBlock(stream, strKey, strRest, mStrBlock);
+}
+
+bool PlaceholderPanel_cls::ReadBlock(std::wistream& stream, const wxString& strKey, const wxString& strRest,
+                                     wxString& strBlock) {
     if (strKey != "ConfItemList" || !strRest.StartsWith("Begin::"))
         return false;
-    mStrBlock = strKey + "::" + strRest + "\n";
+    strBlock = strKey + "::" + strRest + "\n";
     std::wstring line;
     while (std::getline(stream, line)) {
-        mStrBlock += wxString(line) + "\n";
+        strBlock += wxString(line) + "\n";
         if (wxString(line) == "ConfItemList::End")
             break;
     }

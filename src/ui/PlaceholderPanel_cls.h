@@ -16,6 +16,10 @@ public:
     static wxString GetStrNotAvailable(int type);
 
     bool ReadStrLine(std::wistream& stream, const wxString& strKey, const wxString& strRest) override;
+    // Reads a panel's own block (a configuration list) as text, up to its end line, so that a
+    // panel that does not use it yet writes it back unchanged. False when the key opens none.
+    static bool ReadBlock(std::wistream& stream, const wxString& strKey, const wxString& strRest,
+                          wxString& strBlock);
 
     wxString mStrBlock; // the panel's own configuration list, as read
     int mUpdateCount = 0;

@@ -28,16 +28,20 @@ bool IsGuiAvailable() {
     return dynamic_cast<wxApp*>(wxAppConsole::GetInstance()) != nullptr;
 }
 
+void PrepareWindowResources() {
+    static bool sbArt = false;
+    if (sbArt)
+        return;
+    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
+        wxImage::AddHandler(new wxPNGHandler);
+    wxArtProvider::Push(new MyArtProvider(ORV_SOURCE_DIR));
+    wxPanelEX::InitializeStatic();
+    sbArt = true;
+}
+
 void UiFixture::SetUp() {
     SKIP_WITHOUT_DISPLAY();
-    static bool sbArt = false;
-    if (!sbArt) {
-        if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
-            wxImage::AddHandler(new wxPNGHandler);
-        wxArtProvider::Push(new MyArtProvider(ORV_SOURCE_DIR));
-        wxPanelEX::InitializeStatic();
-        sbArt = true;
-    }
+    PrepareWindowResources();
     mStrStartDir = wxGetCwd();
     mpTemp = std::make_unique<TempDir_cls>();
     mpMain = std::make_unique<Main_cls>(mpTemp->mStrPath);
@@ -45,6 +49,7 @@ void UiFixture::SetUp() {
     ClassProvider_cls::ResetRegistrations();
     RegisterCoreServices();
     RegisterTimeServices();
+    RegisterMoreServices();
     mpMain->CreateSingleton();
     mpFrame = new FrameMain_cls("Orvantis4 ver test", mpMain.get(), 0, 0, 1000, 800);
     mpFrame->Show();

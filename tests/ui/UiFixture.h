@@ -17,11 +17,17 @@
 
 // True when the test program runs with the GUI toolkit up (a display was reachable).
 bool IsGuiAvailable();
+// The art of the source tree, the image handlers and the panel tables, once per program: what a
+// main window needs before it is built.
+void PrepareWindowResources();
 
 class UiFixture : public ::testing::Test {
 protected:
     void SetUp() override;
     void TearDown() override;
+
+    // Services beyond the core and the clock, registered before the core makes them.
+    virtual void RegisterMoreServices() {}
 
     // Replaces the tree with the layout text, read through the core's command language.
     void ReadLayout(const wxString& strLayoutBlock);

@@ -1,0 +1,19 @@
+#include "PanelMakers.h"
+
+#include "ConsolePanel_cls.h"
+#include "Outliner_cls.h"
+#include "Property_cls.h"
+#include "TextEntryCtrl_cls.h"
+
+void RegisterPanelMakers() {
+    wxPanelEX::SetPanelMaker(_PANEL_OUTLINER, [](SplittableWindow_cls* p) { return new Outliner_cls(p); });
+    wxPanelEX::SetPanelMaker(_PANEL_PROPERTY, [](SplittableWindow_cls* p) { return new Property_cls(p); });
+    wxPanelEX::SetPanelMaker(_PANEL_TEXT_EDITOR,
+                             [](SplittableWindow_cls* p) { return new TextEntryCtrl_cls(p); });
+    wxPanelEX::SetPanelMaker(_PANEL_CONSOLE, [](SplittableWindow_cls* p) { return new ConsolePanel_cls(p); });
+}
+
+void UnregisterPanelMakers() {
+    for (int type : {_PANEL_OUTLINER, _PANEL_PROPERTY, _PANEL_TEXT_EDITOR, _PANEL_CONSOLE})
+        wxPanelEX::SetPanelMaker(type, nullptr);
+}

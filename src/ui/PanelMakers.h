@@ -1,0 +1,7 @@
+// Installs the makers of the content panels this build has (outliner, property, text editor,
+// console) in the panel tree; the other types keep the stand-in panel. Main thread only.
+#pragma once
+
+void RegisterPanelMakers();
+// Back to the stand-ins (tests).
+void UnregisterPanelMakers();

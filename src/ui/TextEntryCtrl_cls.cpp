@@ -1,0 +1,76 @@
+#include "TextEntryCtrl_cls.h"
+
+#include "ClassProvider_cls.h"
+#include "Main_cls.h"
+#include "PanelBar_cls.h"
+#include "ParamGroup_cls.h"
+#include "PlaceholderPanel_cls.h"
+#include "SceneObjCtrl_cls.h"
+#include "SplittableWindow_cls.h"
+
+#include <wx/button.h>
+#include <wx/intl.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
+#include <wx/textctrl.h>
+
+TextEntryCtrl_cls::TextEntryCtrl_cls(SplittableWindow_cls* pOwner) : wxPanelEX(pOwner, _PANEL_TEXT_EDITOR) {
+    ConstructPanelBar();
+    mpCTag = new wxTextCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, wxTE_PROCESS_ENTER);
+    auto* pApply = new wxButton(this, wxID_ANY, _("Apply"), wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
+    mpCState = new wxStaticText(this, wxID_ANY, wxString());
+    mpCText = new wxTextCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                             wxTE_MULTILINE | wxTE_DONTWRAP);
+    mpCText->SetFont(wxFont(wxFontInfo(9).Family(wxFONTFAMILY_TELETYPE)));
+    auto* pRow = new wxBoxSizer(wxHORIZONTAL);
+    pRow->Add(mpCTag, 1, wxEXPAND);
+    pRow->Add(pApply, 0, wxLEFT, 4);
+    auto* pSizer = new wxBoxSizer(wxVERTICAL);
+    pSizer->Add(mpCPanelBar, 0, wxEXPAND);
+    pSizer->Add(pRow, 0, wxEXPAND | wxALL, 2);
+    pSizer->Add(mpCState, 0, wxEXPAND | wxLEFT, 4);
+    pSizer->Add(mpCText, 1, wxEXPAND);
+    SetSizer(pSizer);
+    mpCTag->Bind(wxEVT_TEXT_ENTER, [this](wxCommandEvent&) { LoadExpression(mpCTag->GetValue()); });
+    pApply->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { ApplyExpression(); });
+}
+
+bool TextEntryCtrl_cls::LoadExpression(const wxString& strTag) {
+    ParamGroup_cls* pGroup = GpCSceneObjCtrl ? GpCSceneObjCtrl->GetPCParamGroup(strTag) : nullptr;
+    mStrTag = pGroup ? strTag : wxString();
+    mpCTag->ChangeValue(strTag);
+    mpCText->ChangeValue(pGroup ? pGroup->mCExpression.GetBodySTR() : wxString());
+    mpCState->SetLabel(pGroup ? wxString() : wxString(_("No parameter group at this tag.")));
+    return pGroup != nullptr;
+}
+
+bool TextEntryCtrl_cls::ApplyExpression() {
+    if (mStrTag.empty() || !GCClassProvider || !GpCSceneObjCtrl || !GpCSceneObjCtrl->GetPCParamGroup(mStrTag))
+        return false;
+    GCClassProvider->SetParamGroupConfCommand(mStrTag, "Expression=", mpCText->GetValue());
+    return true;
+}
+
+bool TextEntryCtrl_cls::ReadStrLine(std::wistream& stream, const wxString& strKey, const wxString& strRest) {
+    return PlaceholderPanel_cls::ReadBlock(stream, strKey, strRest, mStrBlock);
+}
+
+void TextEntryCtrl_cls::UpdatePanelSelf(const wxString& strName, bool) {
+    if (!IsUpdateTarget(strName) || mStrTag.empty() || mpCText->HasFocus())
+        return;
+    // Follows undo of the expression while the user is not typing in it.
+    ParamGroup_cls* pGroup = GpCSceneObjCtrl ? GpCSceneObjCtrl->GetPCParamGroup(mStrTag) : nullptr;
+    if (!pGroup) {
+        LoadExpression(mStrTag);
+        return;
+    }
+    if (pGroup->mCExpression.GetBodySTR() != mpCText->GetValue())
+        mpCText->ChangeValue(pGroup->mCExpression.GetBodySTR());
+}
+
+void TextEntryCtrl_cls::ProcAfterMathSelf(const wxString& strWhat, const wxString& strArg) {
+    if (strWhat == "SelectExpression")
+        LoadExpression(strArg);
+    else if ((strWhat == "DeleteObject" || strWhat == "RenameObject") && !mStrTag.empty())
+        LoadExpression(mStrTag);
+}

@@ -1,0 +1,393 @@
+// The panels on the scene: the outliner, the ribbon's Add tools, the object page of the property
+// panel, the console and the text editor, in one window with the scene services, each edit
+// checked as do and undo through the controller's commands.
+#include "UiFixture.h"
+
+#include "ClassProvider_cls.h"
+#include "ConsolePanel_cls.h"
+#include "LuaServices.h"
+#include "Outliner_cls.h"
+#include "PanelMakers.h"
+#include "ParamGroup_cls.h"
+#include "PropertyObject_cls.h"
+#include "Property_cls.h"
+#include "RibbonUI_cls.h"
+#include "SceneObjCtrl_cls.h"
+#include "SceneObj_cls.h"
+#include "SceneServices.h"
+#include "TextEntryCtrl_cls.h"
+#include "UndoManager_cls.h"
+
+#include <wx/checkbox.h>
+#include <wx/statusbr.h>
+#include <wx/textctrl.h>
+
+#include <algorithm>
+#include <iterator>
+#include <sstream>
+
+namespace {
+
+// Outliner and property panel over the console and the text editor.
+const char* const gLayout = "SplittableWindow::SeparatePanel::V::500\n"
+                            "PanelA\n"
+                            "SplittableWindow::SeparatePanel::H::300\n"
+                            "PanelA\n"
+                            "SplittableWindow::Panel\n"
+                            "wxPanelEX::OUTLINER\n"
+                            "SplittableWindow::Close\n"
+                            "PanelB\n"
+                            "SplittableWindow::Panel\n"
+                            "wxPanelEX::PROPERTY\n"
+                            "SplittableWindow::Close\n"
+                            "SplittableWindow::Close\n"
+                            "PanelB\n"
+                            "SplittableWindow::SeparatePanel::H::300\n"
+                            "PanelA\n"
+                            "SplittableWindow::Panel\n"
+                            "wxPanelEX::CONSOLE\n"
+                            "SplittableWindow::Close\n"
+                            "PanelB\n"
+                            "SplittableWindow::Panel\n"
+                            "wxPanelEX::TEXT_EDITOR\n"
+                            "SplittableWindow::Close\n"
+                            "SplittableWindow::Close\n"
+                            "SplittableWindow::Close\n"
+                            "FrameMain::Close\n";
+
+const std::vector<wxString> gDefaultScene = {"World", "Initial Light", "Box", "Camera"};
+
+void SendRibbonClick(wxWindow* pFrame, int id) {
+    wxRibbonToolBarEvent event(wxEVT_RIBBONTOOLBAR_CLICKED, id);
+    event.SetEventObject(pFrame);
+    pFrame->GetEventHandler()->ProcessEvent(event);
+}
+
+void SendTextEnter(wxTextCtrl* pText, const wxString& strValue) {
+    pText->ChangeValue(strValue);
+    wxCommandEvent event(wxEVT_TEXT_ENTER, pText->GetId());
+    event.SetEventObject(pText);
+    event.SetString(strValue);
+    pText->GetEventHandler()->ProcessEvent(event);
+}
+
+} // namespace
+
+class ScenePanelsTest : public UiFixture {
+protected:
+    void RegisterMoreServices() override {
+        RegisterLuaServices();
+        RegisterSceneServices();
+    }
+
+    void SetUp() override {
+        RegisterPanelMakers();
+        UiFixture::SetUp();
+        if (IsSkipped())
+            return;
+        // Straight to the frame: opening it as a project would clear the default scene.
+        std::wistringstream stream(std::wstring(wxString(gLayout).wc_str()));
+        ASSERT_TRUE(mpFrame->ReadStrLine(stream, "FrameMain", "0::1000::800"));
+        mpFrame->Layout();
+        for (wxPanelEX* p : Leaves()) {
+            if (auto* pOutliner = dynamic_cast<Outliner_cls*>(p))
+                mpOutliner = pOutliner;
+            if (auto* pProperty = dynamic_cast<Property_cls*>(p))
+                mpPage = pProperty->mpCPageObject;
+            if (auto* pConsole = dynamic_cast<ConsolePanel_cls*>(p))
+                mpConsole = pConsole;
+            if (auto* pEditor = dynamic_cast<TextEntryCtrl_cls*>(p))
+                mpEditor = pEditor;
+        }
+        ASSERT_TRUE(mpOutliner && mpPage && mpConsole && mpEditor);
+        ASSERT_NE(GpCSceneObjCtrl, nullptr);
+        ASSERT_NE(GpCUndo, nullptr);
+    }
+
+    void TearDown() override {
+        UiFixture::TearDown();
+        UnregisterPanelMakers();
+    }
+
+    // What the idle pass does with the queued panel names.
+    void Flush() { mpMain->UpdatePanelsFlush(); }
+    std::vector<wxString> Shown() {
+        Flush();
+        return mpOutliner->GetVStrShownNames();
+    }
+    SceneObj_cls* Obj(const wxString& strName) { return GpCSceneObjCtrl->GetPCFromName(strName); }
+    double Value(const wxString& strObj, const wxString& strGroup, int member) {
+        ParamGroup_cls* pGroup = Obj(strObj)->GetPCParamGroup(wxString(), strGroup);
+        return pGroup->mVCParam.at(member).GetValue(0.0);
+    }
+
+    Outliner_cls* mpOutliner = nullptr;
+    PropertyObject_cls* mpPage = nullptr;
+    ConsolePanel_cls* mpConsole = nullptr;
+    TextEntryCtrl_cls* mpEditor = nullptr;
+};
+
+TEST_F(ScenePanelsTest, OutlinerShowsTheDefaultSceneInTreeOrder) {
+    EXPECT_EQ(mpOutliner->GetVStrShownNames(), gDefaultScene);
+    EXPECT_EQ(mpOutliner->GetName(), "OUTLINER");
+
+    SCOPED_TRACE("a rebuild follows only its own name and ALL");
+    int count = mpOutliner->mRebuildCount;
+    mpOutliner->UpdatePanels("TIMELINE", false);
+    EXPECT_EQ(mpOutliner->mRebuildCount, count);
+    mpOutliner->UpdatePanels("ALL", false);
+    EXPECT_EQ(mpOutliner->mRebuildCount, count + 1);
+
+    SCOPED_TRACE("choosing an item in the tree makes that object the active one");
+    mpOutliner->mpCTree->SelectItem(mpOutliner->FindItem("Camera"));
+    EXPECT_EQ(GpCSceneObjCtrl->GetActiveObjectName(), "Camera");
+    Flush();
+    EXPECT_EQ(mpPage->mpCName->GetValue(), "Camera");
+}
+
+TEST_F(ScenePanelsTest, RibbonAddToolsAppendObjectsAndOneUndoTakesEachBack) {
+    SendRibbonClick(mpFrame, ID_RBN_BOX);
+    std::vector<wxString> vAfter = Shown();
+    ASSERT_EQ(vAfter.size(), 5u);
+    EXPECT_NE(std::find(vAfter.begin(), vAfter.end(), "Box.001"), vAfter.end());
+    SendRibbonClick(mpFrame, ID_RBN_UNDO);
+    EXPECT_EQ(Shown(), gDefaultScene);
+    SendRibbonClick(mpFrame, ID_RBN_REDO);
+    EXPECT_EQ(Shown().size(), 5u);
+    SendRibbonClick(mpFrame, ID_RBN_UNDO);
+
+    SCOPED_TRACE("the Add menu's items come back as the tools' clicks");
+    const int vIds[] = {ID_RBN_SPHERE,         ID_RBN_PLANE,       ID_RBN_CONE,       ID_RBN_CYLINDER,
+                        ID_RBN_PARALLEL_LIGHT, ID_RBN_POINT_LIGHT, ID_RBN_SPOT_LIGHT, ID_RBN_CAMERA,
+                        ID_RBN_EMPTY,          ID_RBN_WORLD};
+    size_t expected = gDefaultScene.size();
+    for (int id : vIds) {
+        SCOPED_TRACE(RibbonUI_cls::GetStrToolLabel(id));
+        wxCommandEvent event(wxEVT_MENU, id + ID_MENU_MIRROR_OFFSET);
+        mpFrame->GetEventHandler()->ProcessEvent(event);
+        RunPendingEvents();
+        EXPECT_EQ(Shown().size(), ++expected);
+    }
+    EXPECT_EQ(Obj("Sphere")->mStrClassWord, "Primitive_cls");
+    EXPECT_EQ(Obj("Camera.001")->mStrClassWord, "Camera_cls");
+    for (size_t i = 0; i < std::size(vIds); ++i)
+        SendRibbonClick(mpFrame, ID_RBN_UNDO);
+    EXPECT_EQ(Shown(), gDefaultScene);
+
+    SCOPED_TRACE("a data kind this build does not have is reported, and adds nothing");
+    {
+        LogCapture_cls log;
+        SendRibbonClick(mpFrame, ID_RBN_PARTICLE);
+        EXPECT_TRUE(log.Contains("not available yet"));
+    }
+    EXPECT_EQ(Shown(), gDefaultScene);
+
+    SCOPED_TRACE("Delete removes the selection; undo gives it back in its place");
+    GpCSceneObjCtrl->Select("Box", false, true, false);
+    SendRibbonClick(mpFrame, ID_RBN_DELETE);
+    EXPECT_EQ(Shown(), std::vector<wxString>({"World", "Initial Light", "Camera"}));
+    SendRibbonClick(mpFrame, ID_RBN_UNDO);
+    EXPECT_EQ(Shown(), gDefaultScene);
+}
+
+TEST_F(ScenePanelsTest, OutlinerRenamesThroughTheControllerWithASuffixOnAClash) {
+    EXPECT_EQ(mpOutliner->RenameObject("Box", "Camera"), "Camera.001");
+    EXPECT_EQ(Shown(), std::vector<wxString>({"World", "Initial Light", "Camera.001", "Camera"}));
+    GpCUndo->Undo();
+    EXPECT_EQ(Shown(), gDefaultScene);
+    EXPECT_EQ(mpOutliner->RenameObject("Box", "   "), wxString());
+    EXPECT_EQ(mpOutliner->RenameObject("NoSuchObject", "X"), wxString());
+
+    SCOPED_TRACE("the tree's label edit takes the same road and shows the controller's name");
+    wxTreeItemId item = mpOutliner->FindItem("Initial Light");
+    ASSERT_TRUE(item.IsOk());
+    wxTreeEvent event(wxEVT_TREE_END_LABEL_EDIT, mpOutliner->mpCTree, item);
+    event.SetLabel("World");
+    mpOutliner->mpCTree->GetEventHandler()->ProcessEvent(event);
+    RunPendingEvents();
+    EXPECT_EQ(Shown(), std::vector<wxString>({"World", "World.001", "Box", "Camera"}));
+    GpCUndo->Undo();
+    EXPECT_EQ(Shown(), gDefaultScene);
+}
+
+TEST_F(ScenePanelsTest, OutlinerVisibilityAndDropUnderAParentAreUndoable) {
+    mpOutliner->ToggleVisibility("Box");
+    EXPECT_FALSE(Obj("Box")->mCVisible.GetBodyBOOL());
+    GpCUndo->Undo();
+    EXPECT_TRUE(Obj("Box")->mCVisible.GetBodyBOOL());
+
+    EXPECT_TRUE(mpOutliner->DropObjectOn("Box", "World"));
+    EXPECT_EQ(Shown(), std::vector<wxString>({"World", " Box", "Initial Light", "Camera"}));
+    EXPECT_EQ(Obj("Box")->GetStrParentName(), "World");
+    SCOPED_TRACE("an object cannot go below its own child");
+    EXPECT_FALSE(mpOutliner->DropObjectOn("World", "Box"));
+    EXPECT_EQ(Shown(), std::vector<wxString>({"World", " Box", "Initial Light", "Camera"}));
+    SCOPED_TRACE("dropped on nothing: back to the top");
+    EXPECT_TRUE(mpOutliner->DropObjectOn("Box", ""));
+    EXPECT_EQ(Obj("Box")->GetStrParentName(), "ROOT");
+    GpCUndo->Undo();
+    EXPECT_EQ(Obj("Box")->GetStrParentName(), "World");
+    GpCUndo->Undo();
+    EXPECT_EQ(Shown(), gDefaultScene);
+}
+
+TEST_F(ScenePanelsTest, NumberFieldsTakeArithmeticAndUndoRestores) {
+    GpCSceneObjCtrl->Select("Box", false, true, false);
+    Flush();
+    ASSERT_EQ(mpPage->mpCName->GetValue(), "Box");
+    const double x0 = Value("Box", "Position", 0);
+    const double y0 = Value("Box", "Position", 1);
+
+    EXPECT_TRUE(mpPage->SetMemberFromText(0, 0, "2*3"));
+    EXPECT_DOUBLE_EQ(Value("Box", "Position", 0), 6.0);
+    EXPECT_EQ(mpPage->mpCField[0][0]->GetValue(), "6");
+    SCOPED_TRACE("Enter in a field does the same");
+    SendTextEnter(mpPage->mpCField[1][2], "90/2");
+    EXPECT_DOUBLE_EQ(Value("Box", "RotationEuler", 2), 45.0);
+    SendTextEnter(mpPage->mpCField[0][1], "-1.5");
+    EXPECT_DOUBLE_EQ(Value("Box", "Position", 1), -1.5);
+
+    SCOPED_TRACE("an unreadable text changes nothing and pushes nothing");
+    const int count = GpCUndo->GetCount();
+    EXPECT_FALSE(mpPage->SetMemberFromText(0, 2, "abc"));
+    EXPECT_EQ(GpCUndo->GetCount(), count);
+
+    GpCUndo->Undo();
+    EXPECT_DOUBLE_EQ(Value("Box", "Position", 1), y0);
+    GpCUndo->Undo();
+    EXPECT_DOUBLE_EQ(Value("Box", "RotationEuler", 2), 0.0);
+    GpCUndo->Undo();
+    EXPECT_DOUBLE_EQ(Value("Box", "Position", 0), x0);
+    SCOPED_TRACE("the idle pass brings the page up to date after an undo");
+    mpPage->UpdatePage("IDLE");
+    EXPECT_EQ(mpPage->mpCField[0][0]->GetValue(), wxString::Format("%g", x0));
+
+    SCOPED_TRACE("name and visibility fields");
+    SendTextEnter(mpPage->mpCName, "Camera");
+    EXPECT_NE(Obj("Camera.001"), nullptr);
+    EXPECT_EQ(mpPage->mpCName->GetValue(), "Camera.001");
+    mpPage->SetVisible(false);
+    EXPECT_FALSE(Obj("Camera.001")->mCVisible.GetBodyBOOL());
+    GpCUndo->Undo();
+    GpCUndo->Undo();
+    EXPECT_EQ(Shown(), gDefaultScene);
+    EXPECT_TRUE(Obj("Box")->mCVisible.GetBodyBOOL());
+
+    SCOPED_TRACE("with no active object (it was deleted) the page is empty and refuses");
+    GpCSceneObjCtrl->Select("Box", false, true, false);
+    GpCSceneObjCtrl->DeleteItemsCommand();
+    ASSERT_EQ(GpCSceneObjCtrl->GetPCActiveObject(), nullptr);
+    Flush();
+    EXPECT_FALSE(mpPage->mpCField[0][0]->IsEnabled());
+    EXPECT_TRUE(mpPage->mpCName->GetValue().empty());
+    EXPECT_FALSE(mpPage->SetMemberFromText(0, 0, "1"));
+    GpCUndo->Undo();
+    EXPECT_EQ(Shown(), gDefaultScene);
+}
+
+TEST_F(ScenePanelsTest, ConsoleRunsLinesShowsOutputAndWalksItsHistory) {
+    // print ends each value with a blank.
+    EXPECT_TRUE(mpConsole->ProcessLine("print(1+2)"));
+    EXPECT_TRUE(mpConsole->mpCOutput->GetValue().Contains("> print(1+2)\n3 \n"));
+    SCOPED_TRACE("globals live from one line to the next");
+    SendTextEnter(mpConsole->mpCInput, "x = 20");
+    EXPECT_TRUE(mpConsole->mpCInput->GetValue().empty());
+    EXPECT_TRUE(mpConsole->ProcessLine("print(x*2)"));
+    EXPECT_TRUE(mpConsole->mpCOutput->GetValue().Contains("40 \n"));
+    EXPECT_FALSE(mpConsole->ProcessLine("error('boom')"));
+    EXPECT_TRUE(mpConsole->mpCOutput->GetValue().Contains("boom"));
+
+    SCOPED_TRACE("Up and Down walk the history; past the newest the input is empty");
+    wxKeyEvent up(wxEVT_KEY_DOWN);
+    up.m_keyCode = WXK_UP;
+    wxKeyEvent down(wxEVT_KEY_DOWN);
+    down.m_keyCode = WXK_DOWN;
+    mpConsole->mpCInput->GetEventHandler()->ProcessEvent(up);
+    EXPECT_EQ(mpConsole->mpCInput->GetValue(), "error('boom')");
+    mpConsole->mpCInput->GetEventHandler()->ProcessEvent(up);
+    mpConsole->mpCInput->GetEventHandler()->ProcessEvent(up);
+    mpConsole->mpCInput->GetEventHandler()->ProcessEvent(up);
+    mpConsole->mpCInput->GetEventHandler()->ProcessEvent(up); // stops at the oldest
+    EXPECT_EQ(mpConsole->mpCInput->GetValue(), "print(1+2)");
+    mpConsole->mpCInput->GetEventHandler()->ProcessEvent(down);
+    EXPECT_EQ(mpConsole->mpCInput->GetValue(), "x = 20");
+    for (int i = 0; i < 4; ++i)
+        mpConsole->mpCInput->GetEventHandler()->ProcessEvent(down);
+    EXPECT_TRUE(mpConsole->mpCInput->GetValue().empty());
+
+    SCOPED_TRACE("a script's edits reach the outliner and undo");
+    EXPECT_TRUE(mpConsole->ProcessLine("print(Ops.AddPrimitive('Box', 'Crate'))"));
+    EXPECT_TRUE(mpConsole->mpCOutput->GetValue().Contains("Crate \n"));
+    std::vector<wxString> vShown = Shown();
+    EXPECT_NE(std::find(vShown.begin(), vShown.end(), "Crate"), vShown.end());
+    GpCUndo->Undo();
+    EXPECT_EQ(Shown(), gDefaultScene);
+}
+
+TEST_F(ScenePanelsTest, TextEditorSetsAGroupsExpressionThroughUndo) {
+    GpCSceneObjCtrl->Select("Box", false, true, false);
+    Flush();
+    mpPage->EditExpression(0);
+    EXPECT_EQ(mpEditor->mStrTag, "SceneObjCtrl::Obj::Box::Position");
+    ParamGroup_cls* pGroup = GpCSceneObjCtrl->GetPCParamGroup(mpEditor->mStrTag);
+    ASSERT_NE(pGroup, nullptr);
+    const wxString strBefore = pGroup->mCExpression.GetBodySTR();
+    EXPECT_EQ(mpEditor->mpCText->GetValue(), strBefore);
+
+    const wxString strExpr = "local a = 1\nreturn Value[1] + a, Value[2], Value[3]";
+    mpEditor->mpCText->ChangeValue(strExpr);
+    EXPECT_TRUE(mpEditor->ApplyExpression());
+    EXPECT_EQ(pGroup->mCExpression.GetBodySTR(), strExpr);
+    GpCUndo->Undo();
+    EXPECT_EQ(pGroup->mCExpression.GetBodySTR(), strBefore);
+    Flush();
+    mpEditor->UpdatePanels("ALL", false);
+    EXPECT_EQ(mpEditor->mpCText->GetValue(), strBefore);
+
+    SCOPED_TRACE("a tag that names no group loads nothing and applies nothing");
+    EXPECT_FALSE(mpEditor->LoadExpression("SceneObjCtrl::Obj::Nothing::Position"));
+    EXPECT_FALSE(mpEditor->ApplyExpression());
+}
+
+TEST_F(ScenePanelsTest, TextFieldsKeepTheNameThatKeepsEscapeInside) {
+    const std::vector<wxTextCtrl*> vFields = {
+        mpPage->mpCName,      mpPage->mpCField[0][0], mpPage->mpCField[2][2], mpConsole->mpCInput,
+        mpConsole->mpCOutput, mpEditor->mpCText,      mpEditor->mpCTag};
+    for (wxTextCtrl* p : vFields)
+        EXPECT_EQ(p->GetName(), "text");
+
+    SCOPED_TRACE("with a field focused, the idle pass names it and Escape keeps full screen");
+    wxWindow* pRibbon = mpFrame->GetPCRibbon()->GetBar();
+    pRibbon->Hide();
+    mpConsole->mpCInput->SetFocus();
+    for (int i = 0; i < 20 && wxWindow::FindFocus() != mpConsole->mpCInput; ++i) {
+        wxTheApp->Yield(true);
+        wxMilliSleep(10);
+    }
+    if (wxWindow::FindFocus() != mpConsole->mpCInput)
+        GTEST_SKIP() << "the display gives no keyboard focus to the test window";
+    mpFrame->ProcIdle();
+    EXPECT_EQ(mpFrame->GetStatusBar()->GetStatusText(0), "text");
+    wxKeyEvent key(wxEVT_KEY_DOWN);
+    key.m_keyCode = WXK_ESCAPE;
+    mpFrame->OnKeyDown(key);
+    EXPECT_FALSE(pRibbon->IsShown());
+}
+
+TEST_F(ScenePanelsTest, PropertyAndEditorBlocksRoundTripThroughTheLayout) {
+    const wxString strBlock = "ConfItemList::Begin::PanelProperty\nTab=1\nConfItemList::End\n";
+    wxString strLayout =
+        "SplittableWindow::SeparatePanel::H::200\nPanelA\nSplittableWindow::Panel\n"
+        "wxPanelEX::PROPERTY\n" +
+        strBlock + "SplittableWindow::Close\nPanelB\nSplittableWindow::Panel\nwxPanelEX::TEXT_EDITOR\n" +
+        strBlock + "SplittableWindow::Close\nSplittableWindow::Close\nFrameMain::Close\n";
+    std::wistringstream stream(std::wstring(strLayout.wc_str()));
+    ASSERT_TRUE(mpFrame->ReadStrLine(stream, "FrameMain", "0::1000::800"));
+    std::vector<wxPanelEX*> vLeaves = Leaves();
+    ASSERT_EQ(vLeaves.size(), 2u);
+    EXPECT_NE(dynamic_cast<Property_cls*>(vLeaves[0]), nullptr);
+    EXPECT_NE(dynamic_cast<TextEntryCtrl_cls*>(vLeaves[1]), nullptr);
+    wxString strOut;
+    mpFrame->Serialize(strOut, 0);
+    EXPECT_TRUE(strOut.EndsWith(strLayout)) << strOut;
+}
