@@ -1,6 +1,8 @@
 // Starts the real program on the test display, looks at its window, closes it as a window
 // manager would, and checks what quitting leaves beside the program.
+#include "RibbonUI_cls.h"
 #include "TestSupport.h"
+#include "UiFixture.h"
 #include "X11Support.h"
 
 #include <gtest/gtest.h>
@@ -63,6 +65,61 @@ size_t CountColours(const wxImage& image, const wxRect& rect) {
         for (int x = rect.x; x < rect.GetRight() && x < image.GetWidth(); x += 2)
             colours.insert((image.GetRed(x, y) << 16) | (image.GetGreen(x, y) << 8) | image.GetBlue(x, y));
     return colours.size();
+}
+
+// The point of the Add tool, relative to the window's origin, in a main window of the program's
+// size: the ribbon lays out the same there as in the program.
+wxPoint FindAddToolPoint() {
+    PrepareWindowResources();
+    auto* pProbe = new FrameMain_cls("Orvantis4 probe", nullptr, 0, 0, 1280, 960);
+    pProbe->Show();
+    pProbe->Layout();
+    for (int i = 0; i < 10; ++i) {
+        wxTheApp->Yield(true);
+        wxMilliSleep(10);
+    }
+    wxPoint point(-1, -1);
+    if (wxRibbonToolBar* pBar = pProbe->GetPCRibbon()->GetToolBar(ID_RBN_NEW_OBJ)) {
+        wxRect rect = pBar->GetToolRect(ID_RBN_NEW_OBJ);
+        if (!rect.IsEmpty())
+            point = pBar->ClientToScreen(rect.GetPosition() + wxSize(rect.width / 2, rect.height / 2)) -
+                    pProbe->GetScreenPosition();
+    }
+    pProbe->Destroy();
+    wxTheApp->ProcessPendingEvents();
+    return point;
+}
+
+// Runs a shell command and gives back its first line of output.
+std::string FirstLineOf(const std::string& strCommand) {
+    std::string strOut;
+    if (FILE* pPipe = popen(strCommand.c_str(), "r")) {
+        char buffer[256];
+        if (fgets(buffer, sizeof(buffer), pPipe))
+            strOut = buffer;
+        pclose(pPipe);
+    }
+    while (!strOut.empty() && (strOut.back() == '\n' || strOut.back() == '\r'))
+        strOut.pop_back();
+    return strOut;
+}
+
+bool TakeScreenshot(const wxString& strPath, wxImage& image) {
+    if (wxFileExists(strPath))
+        wxRemoveFile(strPath);
+    std::string strCommand = "import -window root '" + std::string(strPath.utf8_str()) + "'";
+    return system(strCommand.c_str()) == 0 && image.LoadFile(strPath, wxBITMAP_TYPE_PNG);
+}
+
+// How many sampled pixels differ between two pictures inside the rectangle.
+size_t CountChangedPixels(const wxImage& a, const wxImage& b, const wxRect& rect) {
+    size_t changed = 0;
+    for (int y = rect.y; y < rect.GetBottom() && y < a.GetHeight() && y < b.GetHeight(); y += 2)
+        for (int x = rect.x; x < rect.GetRight() && x < a.GetWidth() && x < b.GetWidth(); x += 2)
+            if (a.GetRed(x, y) != b.GetRed(x, y) || a.GetGreen(x, y) != b.GetGreen(x, y) ||
+                a.GetBlue(x, y) != b.GetBlue(x, y))
+                ++changed;
+    return changed;
 }
 
 } // namespace
@@ -141,6 +198,76 @@ TEST(EndToEndTest, TheProgramShowsItsWindowAndQuitsWritingItsSettings) {
     EXPECT_NE(strConf.find("ConfItemList::Begin::MainConfList"), std::string::npos) << strConf;
     EXPECT_NE(strConf.find("VersionProject=0.47 (2018/9/27)"), std::string::npos) << strConf;
     EXPECT_TRUE(wxFileExists(temp.Path("Orvantis4Recent.txt")));
+}
+
+// A user adds a box: a click on the ribbon's Add tool opens the menu of object kinds, the first
+// item (Box) is taken with the keyboard, and the outliner at the right shows the new object.
+TEST(EndToEndTest, AddingABoxFromTheRibbonShowsItInTheOutliner) {
+    if (!X11Support::IsDisplayReachable() || !IsGuiAvailable())
+        GTEST_SKIP() << "no display: the end-to-end test needs one (run under xvfb-run)";
+    if (!wxFileExists("/usr/bin/xdotool"))
+        GTEST_SKIP() << "xdotool is not installed";
+    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
+        wxImage::AddHandler(new wxPNGHandler);
+    const wxPoint point = FindAddToolPoint();
+    ASSERT_GE(point.x, 0);
+    ASSERT_GE(point.y, 0);
+
+    TempDir_cls temp;
+    std::string strExe = std::string(temp.Path("orvantis4").utf8_str());
+    ASSERT_TRUE(wxCopyFile(ORV_GUI_EXE, temp.Path("orvantis4")));
+    chmod(strExe.c_str(), 0755);
+    pid_t pid = StartProgram(strExe, std::string(temp.Path("stdout.txt").utf8_str()),
+                             std::string(temp.Path("stderr.txt").utf8_str()));
+    ASSERT_GT(pid, 0);
+    struct Reaper {
+        pid_t pid;
+        ~Reaper() {
+            if (pid > 0 && waitpid(pid, nullptr, WNOHANG) == 0) {
+                kill(pid, SIGKILL);
+                waitpid(pid, nullptr, 0);
+            }
+        }
+    } reaper{pid};
+    auto end = Clock::now() + std::chrono::seconds(30);
+    while (Clock::now() < end &&
+           (ReadBytes(temp.Path("stdout.txt")).find("Orvantis4 start-up:") == std::string::npos ||
+            X11Support::CountWindows("Orvantis4 ver") == 0))
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    ASSERT_GT(X11Support::CountWindows("Orvantis4 ver"), 0) << ReadBytes(temp.Path("stderr.txt"));
+    std::string strWindow = FirstLineOf("xdotool search --onlyvisible --name '^Orvantis4 ver' 2>/dev/null");
+    ASSERT_FALSE(strWindow.empty());
+    std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+
+    wxString strShotDir = wxString(ORV_BUILD_DIR) + "/ui-screenshots";
+    wxFileName::Mkdir(strShotDir, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
+    wxImage before, menu, after;
+    ASSERT_TRUE(TakeScreenshot(strShotDir + "/add-box-before.png", before));
+
+    std::string strClick = "xdotool mousemove --window " + strWindow + " " + std::to_string(point.x) + " " +
+                           std::to_string(point.y) + " click 1";
+    ASSERT_EQ(system(strClick.c_str()), 0) << strClick;
+    std::this_thread::sleep_for(std::chrono::milliseconds(700));
+    ASSERT_TRUE(TakeScreenshot(strShotDir + "/add-box-menu.png", menu));
+    // The menu pops up below the tool.
+    EXPECT_GT(CountChangedPixels(before, menu, wxRect(point.x - 20, point.y + 20, 200, 300)), 100u);
+    ASSERT_EQ(system("xdotool key Down Return"), 0);
+    std::this_thread::sleep_for(std::chrono::milliseconds(1200));
+    // Move the pointer away so that no hover remains in the picture.
+    EXPECT_EQ(system(("xdotool mousemove --window " + strWindow + " 600 600").c_str()), 0);
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    ASSERT_TRUE(TakeScreenshot(strShotDir + "/add-box-after.png", after));
+
+    // The start layout puts the outliner in the upper right, right of the split at 940, below
+    // the ribbon: a new row appears there.
+    EXPECT_GT(CountChangedPixels(before, after, wxRect(950, 150, 320, 250)), 20u);
+    // The 3D view and the timeline on the left do not change with it.
+    EXPECT_EQ(CountChangedPixels(before, after, wxRect(0, 300, 900, 500)), 0u);
+
+    EXPECT_GT(X11Support::AskWindowsToClose("Orvantis4 ver"), 0);
+    int exitCode = WaitForExit(pid, 20);
+    reaper.pid = exitCode >= 0 ? -1 : pid;
+    EXPECT_EQ(exitCode, 0) << ReadBytes(temp.Path("stderr.txt"));
 }
 
 #endif
