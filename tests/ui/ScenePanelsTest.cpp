@@ -222,6 +222,20 @@ TEST_F(ScenePanelsTest, OutlinerVisibilityAndDropUnderAParentAreUndoable) {
     SCOPED_TRACE("an object cannot go below its own child");
     EXPECT_FALSE(mpOutliner->DropObjectOn("World", "Box"));
     EXPECT_EQ(Shown(), std::vector<wxString>({"World", " Box", "Initial Light", "Camera"}));
+    SCOPED_TRACE("the tree's drag and drop takes the same road");
+    EXPECT_TRUE(mpOutliner->DropObjectOn("Box", ""));
+    wxTreeEvent begin(wxEVT_TREE_BEGIN_DRAG, mpOutliner->mpCTree, mpOutliner->FindItem("Camera"));
+    mpOutliner->mpCTree->GetEventHandler()->ProcessEvent(begin);
+    EXPECT_TRUE(begin.IsAllowed());
+    wxTreeEvent drop(wxEVT_TREE_END_DRAG, mpOutliner->mpCTree, mpOutliner->FindItem("Initial Light"));
+    mpOutliner->mpCTree->GetEventHandler()->ProcessEvent(drop);
+    RunPendingEvents();
+    EXPECT_EQ(Obj("Camera")->GetStrParentName(), "Initial Light");
+    EXPECT_EQ(mpOutliner->GetVStrShownNames(),
+              std::vector<wxString>({"World", "Initial Light", " Camera", "Box"}));
+    GpCUndo->Undo();
+    GpCUndo->Undo();
+    EXPECT_EQ(Obj("Box")->GetStrParentName(), "World");
     SCOPED_TRACE("dropped on nothing: back to the top");
     EXPECT_TRUE(mpOutliner->DropObjectOn("Box", ""));
     EXPECT_EQ(Obj("Box")->GetStrParentName(), "ROOT");
@@ -355,6 +369,18 @@ TEST_F(ScenePanelsTest, TextFieldsKeepTheNameThatKeepsEscapeInside) {
         mpConsole->mpCOutput, mpEditor->mpCText,      mpEditor->mpCTag};
     for (wxTextCtrl* p : vFields)
         EXPECT_EQ(p->GetName(), "text");
+
+    SCOPED_TRACE("the outliner's label editor is a text widget too");
+    wxTreeItemId item = mpOutliner->FindItem("Box");
+    ASSERT_TRUE(item.IsOk());
+    if (wxTextCtrl* pEdit = mpOutliner->mpCTree->EditLabel(item)) {
+        EXPECT_EQ(pEdit->GetName(), "text");
+        mpOutliner->mpCTree->EndEditLabel(item, true);
+    } else {
+        ADD_FAILURE() << "the tree gave no label editor";
+    }
+    RunPendingEvents();
+    EXPECT_EQ(Shown(), gDefaultScene);
 
     SCOPED_TRACE("with a field focused, the idle pass names it and Escape keeps full screen");
     wxWindow* pRibbon = mpFrame->GetPCRibbon()->GetBar();
