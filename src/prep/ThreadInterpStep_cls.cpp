@@ -383,9 +383,11 @@ template <class KeyFn> void ThreadInterpStep_cls::Interpolate(KeyFn key) {
         vElement.reserve(static_cast<size_t>(std::max(0, mFin - mIni)));
     const unsigned char* pTypeA = pA->mType.get();
     float* pXYZ = pOut->mXYZ.get();
+    // Without downsizing no key is computed: a division per element would cost more than the rest.
+    const bool bAll = mDownsize == 1;
     int o = mStartOut;
     for (int i = mIni; i < mFin; ++i) {
-        if (key(i) % mDownsize != 0)
+        if (!bAll && key(i) % mDownsize != 0)
             continue;
         double p[3];
         InterpolatePosition(i, mInterp, mbByIDActive, p);
@@ -402,7 +404,7 @@ template <class KeyFn> void ThreadInterpStep_cls::Interpolate(KeyFn key) {
         ClassifyByExpression(mStartOut, static_cast<int>(vElement.size()), vElement.data());
     o = mStartOut;
     for (int i = mIni; i < mFin; ++i) {
-        if (key(i) % mDownsize != 0)
+        if (!bAll && key(i) % mDownsize != 0)
             continue;
         SetSizeAndColor(i, o);
         ++o;
