@@ -526,3 +526,69 @@ TEST(ParticlePrepare, DownsizeAcrossWorkersKeepsEveryOutputInPlace) {
         }
     }
 }
+
+TEST(ParticlePrepare, HermiteFollowsTheVelocities) {
+    SnapSpec sa = Line({1}, 0.0f, 0.0), sb = Line({1}, 0.0f, 2.0);
+    sb.xyz = {4.0f, 0.0f, 0.0f};
+    auto a = MakeSnap(sa);
+    auto b = MakeSnap(sb);
+    for (ParticleSnap_cls* p : {a.get(), b.get()}) {
+        p->mHasVelocity = true;
+        p->mVelocity.reset(new float[3]{2.0f, 0.0f, 0.0f});
+    }
+    // Constant velocity 2 over h = 2 from 0 to 4: the curve is the straight uniform motion.
+    for (double t : {0.25, 0.5, 0.8}) {
+        SCOPED_TRACE(t);
+        ParticleForRender_cls out;
+        ASSERT_TRUE(Prepare(out, a.get(), b.get(), nullptr, nullptr, 0, t, ByID(2)));
+        EXPECT_NEAR(out.mXYZ[0], 4.0 * t, 1e-6);
+    }
+    // Zero velocity at both ends would give the smooth step instead.
+    b->mVelocity[0] = a->mVelocity[0] = 0.0f;
+    ParticleForRender_cls out;
+    ASSERT_TRUE(Prepare(out, a.get(), b.get(), nullptr, nullptr, 0, 0.25, ByID(2)));
+    EXPECT_NEAR(out.mXYZ[0], 4.0 * (3 * 0.0625 - 2 * 0.015625), 1e-6);
+}
+
+TEST(ParticlePrepare, ColourCoordinatesByDependAndBySortKey) {
+    auto a = MakeSnap(Line({1, 2, 3}, 1.0f, 0.0)); // x = 1, 2, 3
+    auto makeViewer = [](int depend) {
+        auto* pViewer = MakeViewer({{"SortType=", "3"}});
+        auto* pCurve = new AttributeClone_cls;
+        pCurve->mStrAttributeName = "ColorCurve_cls";
+        wxArrayString members;
+        members.Add("min");
+        members.Add("max");
+        pCurve->mVCParamGroup.emplace_back("Range", members);
+        pCurve->mVCParamGroup.back().SetInitValue(-4.0, 0.0);
+        pViewer->AddAttribute(pCurve);
+        auto* pMat = new AttributeClone_cls;
+        pMat->mStrAttributeName = "MaterialParticle_cls";
+        pMat->mCConfList.Add(new ConfItemSTR_cls, "ColorCurveType=", "1");
+        pMat->mCConfList.Add(new ConfItemSTR_cls, "ColorCurveDepend=", wxString::Format("%d", depend));
+        pViewer->AddAttribute(pMat);
+        return pViewer;
+    };
+    PositionAndDirection_cls cam; // at the origin
+    {
+        SCOPED_TRACE("X depend");
+        ParticleForRender_cls out;
+        ASSERT_TRUE(out.PrepareData(a.get(), a.get(), nullptr, nullptr, 0, 0, 0, 0.0, makeViewer(6), nullptr,
+                                    0.0, cam, false));
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_FLOAT_EQ(out.mColorS[i], (i + 1.0f + 4.0f) / 4.0f);
+            EXPECT_FLOAT_EQ(out.mColorT[i], 0.5f / 3.0f);
+        }
+    }
+    {
+        SCOPED_TRACE("Sort index: minus the key over the range");
+        ParticleForRender_cls out;
+        ASSERT_TRUE(out.PrepareData(a.get(), a.get(), nullptr, nullptr, 0, 0, 0, 0.0, makeViewer(9), nullptr,
+                                    0.0, cam, false));
+        for (int i = 0; i < 3; ++i) {
+            // Key of "Distance" is minus the distance sqrt(2) (i + 1).
+            const double d = std::sqrt(2.0) * (i + 1);
+            EXPECT_NEAR(out.mColorS[i], (d + 4.0) / 4.0, 1e-6) << "element " << i;
+        }
+    }
+}
