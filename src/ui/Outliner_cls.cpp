@@ -26,6 +26,7 @@ Outliner_cls::Outliner_cls(SplittableWindow_cls* pOwner) : wxPanelEX(pOwner, _PA
     mpCTree->Bind(wxEVT_TREE_BEGIN_DRAG, &Outliner_cls::OnBeginDrag, this);
     mpCTree->Bind(wxEVT_TREE_END_DRAG, &Outliner_cls::OnEndDrag, this);
     mpCTree->Bind(wxEVT_TREE_ITEM_MENU, &Outliner_cls::OnItemMenu, this);
+    mpCTree->Bind(wxEVT_TREE_KEY_DOWN, &Outliner_cls::OnTreeKeyDown, this);
     Bind(wxEVT_MENU, &Outliner_cls::OnMenuItem, this, ID_MENU_TOGGLE_VISIBLE, ID_MENU_TO_TOP);
     RebuildTree();
 }
@@ -201,27 +202,52 @@ void Outliner_cls::OnItemMenu(wxTreeEvent& event) {
 }
 
 void Outliner_cls::OnMenuItem(wxCommandEvent& event) {
-    wxString strName = mStrMenuTarget;
-    if (strName.empty() || !GpCSceneObjCtrl || !GpCSceneObjCtrl->GetPCFromName(strName))
+    ProcItemCommand(event.GetId(), mStrMenuTarget);
+}
+
+void Outliner_cls::OnTreeKeyDown(wxTreeEvent& event) {
+    wxTreeItemId item = mpCTree->GetFocusedItem();
+    if (!item.IsOk()) {
+        event.Skip();
         return;
-    switch (event.GetId()) {
+    }
+    const wxString strName = mpCTree->GetItemText(item);
+    switch (event.GetKeyCode()) {
+    case 'H':
+        ProcItemCommand(ID_MENU_TOGGLE_VISIBLE, strName);
+        break;
+    case WXK_F2:
+        ProcItemCommand(ID_MENU_RENAME, strName);
+        break;
+    case WXK_DELETE:
+        ProcItemCommand(ID_MENU_DELETE, strName);
+        break;
+    default:
+        event.Skip();
+        break;
+    }
+}
+
+bool Outliner_cls::ProcItemCommand(int id, const wxString& strName) {
+    if (strName.empty() || !GpCSceneObjCtrl || !GpCSceneObjCtrl->GetPCFromName(strName))
+        return false;
+    switch (id) {
     case ID_MENU_TOGGLE_VISIBLE:
         ToggleVisibility(strName);
-        break;
+        return true;
     case ID_MENU_RENAME: {
         wxTreeItemId item = FindItem(strName);
         if (item.IsOk())
             mpCTree->EditLabel(item);
-        break;
+        return item.IsOk();
     }
     case ID_MENU_TO_TOP:
-        DropObjectOn(strName, "ROOT");
-        break;
+        return DropObjectOn(strName, "ROOT");
     case ID_MENU_DELETE:
         GpCSceneObjCtrl->Select(strName, false, true, false);
         GpCSceneObjCtrl->DeleteItemsCommand();
-        break;
+        return true;
     default:
-        break;
+        return false;
     }
 }

@@ -40,6 +40,9 @@ public:
     // The dropped object becomes a child of the target ("ROOT" or empty: the top). False when
     // the controller refused (the target lies below the object).
     bool DropObjectOn(const wxString& strDragged, const wxString& strTarget);
+    // An item of the item menu (ID_MENU_...) on the named object; false when it is unknown.
+    // The keys of the tree reach the same: H toggles visibility, F2 renames, Delete deletes.
+    bool ProcItemCommand(int id, const wxString& strName);
 
     wxTreeCtrl* mpCTree = nullptr;
     int mRebuildCount = 0;
@@ -60,6 +63,7 @@ private:
     void OnEndDrag(wxTreeEvent& event);
     void OnItemMenu(wxTreeEvent& event);
     void OnMenuItem(wxCommandEvent& event);
+    void OnTreeKeyDown(wxTreeEvent& event);
 
     bool mbRebuilding = false; // selection events of the rebuild itself are not the user's
     wxString mStrDragged;

@@ -236,6 +236,22 @@ TEST_F(ScenePanelsTest, OutlinerVisibilityAndDropUnderAParentAreUndoable) {
     GpCUndo->Undo();
     GpCUndo->Undo();
     EXPECT_EQ(Obj("Box")->GetStrParentName(), "World");
+    SCOPED_TRACE("the item menu and the tree's keys");
+    EXPECT_TRUE(mpOutliner->ProcItemCommand(Outliner_cls::ID_MENU_TOGGLE_VISIBLE, "Camera"));
+    EXPECT_FALSE(Obj("Camera")->mCVisible.GetBodyBOOL());
+    GpCUndo->Undo();
+    EXPECT_FALSE(mpOutliner->ProcItemCommand(Outliner_cls::ID_MENU_DELETE, "NoSuchObject"));
+    mpOutliner->mpCTree->SetFocusedItem(mpOutliner->FindItem("Camera"));
+    wxKeyEvent keyDelete(wxEVT_KEY_DOWN);
+    keyDelete.m_keyCode = WXK_DELETE;
+    wxTreeEvent treeKey(wxEVT_TREE_KEY_DOWN, mpOutliner->mpCTree);
+    treeKey.SetKeyEvent(keyDelete);
+    mpOutliner->mpCTree->GetEventHandler()->ProcessEvent(treeKey);
+    EXPECT_EQ(Obj("Camera"), nullptr);
+    GpCUndo->Undo();
+    EXPECT_NE(Obj("Camera"), nullptr);
+    EXPECT_EQ(Obj("Box")->GetStrParentName(), "World");
+
     SCOPED_TRACE("dropped on nothing: back to the top");
     EXPECT_TRUE(mpOutliner->DropObjectOn("Box", ""));
     EXPECT_EQ(Obj("Box")->GetStrParentName(), "ROOT");
