@@ -47,10 +47,11 @@ public:
     wxString GetStrInfo(int index) const;
 
     bool mHeaderOK = false;
-    bool mIDStarted = false;
-    bool mIDDone = false;
-    bool mIDRan = false;
-    bool mPrevDone = false;
+    // Hand-over flags of the matching by ID: two render sets may prepare from the same snaps.
+    std::atomic<bool> mIDStarted{false};
+    std::atomic<bool> mIDDone{false};
+    std::atomic<bool> mIDRan{false};
+    std::atomic<bool> mPrevDone{false};
     bool mAllocated = false;
     bool mHasVelocity = false;
     bool mHasType = false;
