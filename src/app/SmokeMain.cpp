@@ -2,8 +2,11 @@
 // real start, the given project is loaded through the command language and written back out.
 #include "CoreServices.h"
 #include "InitializeParallel_cls.h"
+#include "LuaServices.h"
 #include "Main_cls.h"
 #include "PrepServices.h"
+#include "SceneServices.h"
+#include "TimeServices.h"
 #include "UndoManager_cls.h"
 
 #include <wx/filename.h>
@@ -31,6 +34,9 @@ int main(int argc, char** argv) {
     strProject = fnProject.GetFullPath();
 
     RegisterCoreServices();
+    RegisterTimeServices();
+    RegisterLuaServices();
+    RegisterSceneServices();
     RegisterPrepServices();
     Main_cls* pMain = new Main_cls();
     std::atomic<bool> bFinished{false};
