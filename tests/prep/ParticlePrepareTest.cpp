@@ -20,7 +20,7 @@
 
 namespace {
 
-struct SnapSpec {
+struct SnapDesc {
     std::vector<int> ids; // empty: no ID column
     std::vector<float> xyz;
     std::vector<unsigned char> types;
@@ -28,30 +28,30 @@ struct SnapSpec {
     double time = 0.0;
 };
 
-std::unique_ptr<ParticleSnap_cls> MakeSnap(const SnapSpec& spec) {
+std::unique_ptr<ParticleSnap_cls> MakeSnap(const SnapDesc& desc) {
     auto pSnap = std::make_unique<ParticleSnap_cls>(nullptr, 0);
-    const int n = static_cast<int>(spec.xyz.size() / 3);
-    pSnap->mHasID = !spec.ids.empty();
-    pSnap->mHasType = !spec.types.empty();
-    pSnap->mHasSize = !spec.sizes.empty();
+    const int n = static_cast<int>(desc.xyz.size() / 3);
+    pSnap->mHasID = !desc.ids.empty();
+    pSnap->mHasType = !desc.types.empty();
+    pSnap->mHasSize = !desc.sizes.empty();
     pSnap->AllocateIfNot(n);
     for (int i = 0; i < n; ++i) {
         for (int k = 0; k < 3; ++k)
-            pSnap->mXYZ[3 * i + k] = spec.xyz[3 * i + k];
+            pSnap->mXYZ[3 * i + k] = desc.xyz[3 * i + k];
         if (pSnap->mHasID)
-            pSnap->mID[i] = spec.ids[i];
+            pSnap->mID[i] = desc.ids[i];
         if (pSnap->mHasType)
-            pSnap->mType[i] = spec.types[i];
+            pSnap->mType[i] = desc.types[i];
         if (pSnap->mHasSize)
-            pSnap->mSize[i] = spec.sizes[i];
+            pSnap->mSize[i] = desc.sizes[i];
     }
-    pSnap->mTime = spec.time;
+    pSnap->mTime = desc.time;
     return pSnap;
 }
 
 // Particles on the x axis at x = id * scale, one per ID.
-SnapSpec Line(const std::vector<int>& ids, float scale, double time) {
-    SnapSpec s;
+SnapDesc Line(const std::vector<int>& ids, float scale, double time) {
+    SnapDesc s;
     s.ids = ids;
     for (int id : ids) {
         s.xyz.insert(s.xyz.end(), {id * scale, 1.0f * id, 0.0f});
@@ -146,7 +146,7 @@ TEST(ParticlePrepare, VanishRulesAtHalfTime) {
 }
 
 TEST(ParticlePrepare, TypeChangeCountsAsVanished) {
-    SnapSpec sa = Line({1, 2}, 1.0f, 0.0), sb = Line({1, 2}, 2.0f, 1.0);
+    SnapDesc sa = Line({1, 2}, 1.0f, 0.0), sb = Line({1, 2}, 2.0f, 1.0);
     sb.types[1] = 3;
     auto a = MakeSnap(sa);
     auto b = MakeSnap(sb);
@@ -405,7 +405,7 @@ TEST(ParticlePrepare, LargePassSortsInParallelAndMatchesAcrossWorkers) {
     const int n = 700000; // above the parallel-sort threshold, several workers
     std::vector<int> ids(n);
     std::iota(ids.begin(), ids.end(), 0);
-    SnapSpec sa, sb;
+    SnapDesc sa, sb;
     sa.ids = ids;
     std::vector<int> idsB = ids;
     idsB.erase(idsB.begin() + 1000); // one vanishes: every later partner sits one place earlier
@@ -528,7 +528,7 @@ TEST(ParticlePrepare, DownsizeAcrossWorkersKeepsEveryOutputInPlace) {
 }
 
 TEST(ParticlePrepare, HermiteFollowsTheVelocities) {
-    SnapSpec sa = Line({1}, 0.0f, 0.0), sb = Line({1}, 0.0f, 2.0);
+    SnapDesc sa = Line({1}, 0.0f, 0.0), sb = Line({1}, 0.0f, 2.0);
     sb.xyz = {4.0f, 0.0f, 0.0f};
     auto a = MakeSnap(sa);
     auto b = MakeSnap(sb);
