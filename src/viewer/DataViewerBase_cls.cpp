@@ -1,0 +1,54 @@
+#include "DataViewerBase_cls.h"
+
+#include "Attribute_cls.h"
+#include "DataSequence_cls.h"
+#include "SequenceRemapBase_cls.h"
+
+DataViewerBase_cls::DataViewerBase_cls(ParentObj_cls* pParent, const wxString& strClassWord)
+    : SceneObj_cls(pParent, strClassWord) {
+    Add(&mCPath, "Path=", "None", "VIEW3D::PROPERTY_OBJECT::PROPERTY_INFO::TIMELINE");
+    Add(&mCUseSequence, "UseSequence=", "1", "VIEW3D::PROPERTY_OBJECT::PROPERTY_INFO::TIMELINE");
+    Add(&mCScript, "Script=", "None", "VIEW3D::PROPERTY_OBJECT");
+    Add(&mCSeqOffset, "SeqOffset=", "0", "VIEW3D::PROPERTY_OBJECT::TIMELINE");
+}
+
+wxString DataViewerBase_cls::GetStrCheckKey() const {
+    return mCPath.GetBodySTR() + "\n" + (mCUseSequence.GetBodyBOOL() ? "1" : "0") + "\n" +
+           mCScript.GetBodySTR();
+}
+
+bool DataViewerBase_cls::IsPathChanged() const {
+    return GetStrCheckKey() != mStrCheckedKey;
+}
+
+int DataViewerBase_cls::CheckFileSequence(DataSequence_cls& seq) {
+    mStrCheckedKey = GetStrCheckKey();
+    const wxString strPath = mCPath.GetBodySTR();
+    seq.mStrScript = GetStrScript();
+    if (strPath.empty() || strPath == "None") {
+        seq.ClearSequence();
+        seq.mIsSequence = false;
+        return 0;
+    }
+    const bool useSequence = mCUseSequence.GetBodyBOOL();
+    seq.FileSequence_cls::Set(strPath, 0, 1);
+    seq.CalcMaxOffset(useSequence);
+    const int count = seq.GetSnapCount();
+    seq.mIsSequence = useSequence && count != 1;
+    return count;
+}
+
+SequenceRemapBase_cls* DataViewerBase_cls::GetPCSequenceRemap() {
+    return dynamic_cast<SequenceRemapBase_cls*>(GetPCValidModifier("SequenceRemap_cls"));
+}
+
+void DataViewerBase_cls::ModFrame(int& frame, int count, bool repeat) {
+    DataSequence_cls::ModFrame(frame, count, repeat);
+}
+
+wxString DataViewerBase_cls::GetStrScript() const {
+    const wxString str = mCScript.GetBodySTR();
+    wxString strTrim = str;
+    strTrim.Trim().Trim(false);
+    return (strTrim.empty() || strTrim.IsSameAs("None", false)) ? wxString() : str;
+}

@@ -1,0 +1,38 @@
+// Base of the scene objects that show a data sequence (particles, volumes): the items that bind
+// the object to its files, the check of the file sequence, and the folding of frame numbers.
+// The kinds own their sequence; this base only looks at it. Main thread only.
+#pragma once
+#include "ConfItem_cls.h"
+#include "SceneObj_cls.h"
+
+class DataSequence_cls;
+class SequenceRemapBase_cls;
+
+class DataViewerBase_cls : public SceneObj_cls {
+public:
+    DataViewerBase_cls(ParentObj_cls* pParent, const wxString& strClassWord);
+
+    // Path=, UseSequence= and Script= as the sequence was last counted with them.
+    bool IsPathChanged() const;
+    // Sets the rule of pSeq from Path= and counts the steps on disk; "None" or an empty path
+    // leaves the sequence without slots. Returns the number of steps (0 for none).
+    int CheckFileSequence(DataSequence_cls& seq);
+    // The object's active "SequenceRemap_cls" modifier, when the modifier layer made one that
+    // speaks to sequences; null otherwise. Not owned.
+    SequenceRemapBase_cls* GetPCSequenceRemap();
+    // Folds a frame number into 0 .. count - 1 (clamped, or wrapped with repeat).
+    static void ModFrame(int& frame, int count, bool repeat);
+
+    wxString GetStrPath() const { return mCPath.GetBodySTR(); }
+    // The body of the index look-up script; empty for "None" or blank.
+    wxString GetStrScript() const;
+
+    ConfItemSTR_cls mCPath;         // "Path=": the first file of the sequence
+    ConfItemBOOL_cls mCUseSequence; // "UseSequence=": off reads the one file of Path=
+    ConfItemSTR_cls mCScript;       // "Script=": the index look-up script, "None" for none
+    ConfItemINT_cls mCSeqOffset;    // "SeqOffset=": frame offset of the data against scene time
+
+private:
+    wxString mStrCheckedKey; // path, switch and script of the last count
+    wxString GetStrCheckKey() const;
+};
