@@ -115,3 +115,37 @@ bar_icon wxART_ZOOM_P -fill none -stroke '#303840' -draw "circle 14,14 14,6" -st
     -draw "line 20,20 26,26" -strokewidth 2 -draw "line 10,14 18,14" -draw "line 14,10 14,18"
 bar_icon wxART_ZOOM_M -fill none -stroke '#303840' -draw "circle 14,14 14,6" -strokewidth 3 \
     -draw "line 20,20 26,26" -strokewidth 2 -draw "line 10,14 18,14"
+
+# ---- play strip ----
+PLAYFILL=(-fill '#2f6fb5' -stroke '#1d3f6b')
+icon wxART_STARTPOINT "${PLAYFILL[@]}" -draw "rectangle 5,7 9,25" -draw "polygon 27,7 27,25 11,16"
+icon wxART_PLAY_BACK "${PLAYFILL[@]}" -draw "polygon 25,5 25,27 7,16"
+icon wxART_STEP_BACKWARD "${PLAYFILL[@]}" -draw "polygon 17,7 17,25 5,16" -draw "rectangle 20,7 25,25"
+icon wxART_STEP_FORWARD "${PLAYFILL[@]}" -draw "polygon 15,7 15,25 27,16" -draw "rectangle 7,7 12,25"
+icon wxART_PLAY "${PLAYFILL[@]}" -draw "polygon 7,5 7,27 25,16"
+icon wxART_ENDPOINT "${PLAYFILL[@]}" -draw "polygon 5,7 5,25 21,16" -draw "rectangle 23,7 27,25"
+icon wxART_REPEAT -fill none -stroke '#2f6fb5' -strokewidth 3 -draw "arc 5,6 27,26 200,520" \
+    -fill '#2f6fb5' -stroke none -draw "polygon 2,12 12,12 7,20"
+
+# ---- key types of new keys: a normal and a pressed form on the bar plate ----
+tl_icon() { # name, drawing arguments...
+    local name=$1
+    shift
+    convert "${BASE[@]}" -fill '#e8ecf0' -stroke '#8a96a3' -draw "roundrectangle 1,1 30,30 5,5" "$@" \
+        -strip "PNG32:${name}_N.png"
+    convert "${BASE[@]}" -fill '#5b6b7c' -stroke '#3a4654' -draw "roundrectangle 1,1 30,30 5,5" "$@" \
+        -strip "PNG32:${name}_P.png"
+}
+KEYS=(-fill '#f2a33a' -stroke '#8c5a10' -strokewidth 1 -draw "polygon 6,20 9,23 6,26 3,23"
+      -draw "polygon 26,6 29,9 26,12 23,9")
+tl_icon wxART_TLICON_LINEAR -fill none -stroke '#303840' -draw "line 6,23 26,9" "${KEYS[@]}"
+tl_icon wxART_TLICON_HERMITE_AUTO -fill none -stroke '#303840' -draw "bezier 6,23 14,23 18,9 26,9" "${KEYS[@]}"
+tl_icon wxART_TLICON_HERMITE_EASE -fill none -stroke '#303840' -draw "bezier 6,23 20,23 12,9 26,9" \
+    -stroke '#3fa34d' -draw "line 3,23 11,23" -draw "line 21,9 29,9" "${KEYS[@]}"
+tl_icon wxART_TLICON_STEP -fill none -stroke '#303840' -draw "polyline 6,23 26,23 26,9" "${KEYS[@]}"
+convert "${BASE[@]}" -fill '#e8ecf0' -stroke '#8a96a3' -draw "roundrectangle 1,1 30,30 5,5" \
+    -fill '#2f6fb5' -stroke none -font $FONT -pointsize 18 -gravity center -annotate +0+1 "A" \
+    -strip "PNG32:wxART_TLICON_AUTO.png"
+convert "${BASE[@]}" -fill '#5b6b7c' -stroke '#3a4654' -draw "roundrectangle 1,1 30,30 5,5" \
+    -fill white -stroke none -font $FONT -pointsize 18 -gravity center -annotate +0+1 "A" \
+    -strip "PNG32:wxART_TLICON_AUTO_P.png"

@@ -41,7 +41,14 @@ const std::vector<wxString>& MyArtProvider::GetTags() {
         // panel bar, normal and pressed
         "wxART_SPLITTER_H", "wxART_SPLITTER_H_P", "wxART_SPLITTER_V", "wxART_SPLITTER_V_P",
         "wxART_SPLITTER_D", "wxART_SPLITTER_D_P", "wxART_HIDE", "wxART_HIDE_P", "wxART_SHOW", "wxART_SHOW_P",
-        "wxART_ZOOM_P", "wxART_ZOOM_P_P", "wxART_ZOOM_M", "wxART_ZOOM_M_P"};
+        "wxART_ZOOM_P", "wxART_ZOOM_P_P", "wxART_ZOOM_M", "wxART_ZOOM_M_P",
+        // play strip
+        "wxART_STARTPOINT", "wxART_PLAY_BACK", "wxART_STEP_BACKWARD", "wxART_STEP_FORWARD", "wxART_PLAY",
+        "wxART_ENDPOINT", "wxART_REPEAT",
+        // key types of new keys, normal and pressed
+        "wxART_TLICON_LINEAR_N", "wxART_TLICON_LINEAR_P", "wxART_TLICON_HERMITE_AUTO_N",
+        "wxART_TLICON_HERMITE_AUTO_P", "wxART_TLICON_HERMITE_EASE_N", "wxART_TLICON_HERMITE_EASE_P",
+        "wxART_TLICON_STEP_N", "wxART_TLICON_STEP_P", "wxART_TLICON_AUTO", "wxART_TLICON_AUTO_P"};
     return sVStrTags;
 }
 

@@ -4,8 +4,11 @@
 #include "Outliner_cls.h"
 #include "Property_cls.h"
 #include "TextEntryCtrl_cls.h"
+#include "TimelinePlaceholder_cls.h"
 
 void RegisterPanelMakers() {
+    wxPanelEX::SetPanelMaker(_PANEL_TIMELINE,
+                             [](SplittableWindow_cls* p) { return new TimelinePlaceholder_cls(p); });
     wxPanelEX::SetPanelMaker(_PANEL_OUTLINER, [](SplittableWindow_cls* p) { return new Outliner_cls(p); });
     wxPanelEX::SetPanelMaker(_PANEL_PROPERTY, [](SplittableWindow_cls* p) { return new Property_cls(p); });
     wxPanelEX::SetPanelMaker(_PANEL_TEXT_EDITOR,
@@ -14,6 +17,6 @@ void RegisterPanelMakers() {
 }
 
 void UnregisterPanelMakers() {
-    for (int type : {_PANEL_OUTLINER, _PANEL_PROPERTY, _PANEL_TEXT_EDITOR, _PANEL_CONSOLE})
+    for (int type : {_PANEL_TIMELINE, _PANEL_OUTLINER, _PANEL_PROPERTY, _PANEL_TEXT_EDITOR, _PANEL_CONSOLE})
         wxPanelEX::SetPanelMaker(type, nullptr);
 }
