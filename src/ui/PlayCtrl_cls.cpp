@@ -13,6 +13,7 @@
 #include <wx/spinctrl.h>
 #include <wx/stattext.h>
 #include <wx/tglbtn.h>
+#include <wx/wrapsizer.h>
 
 namespace {
 
@@ -38,7 +39,8 @@ const int kSpinMax = 10000;
 
 PlayCtrl_cls::PlayCtrl_cls(wxWindow* pParent)
     : wxPanel(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL, "PlayCtrl") {
-    auto* pSizer = new wxBoxSizer(wxHORIZONTAL);
+    // A narrow host wraps the strip onto a second row rather than cutting it off.
+    auto* pSizer = new wxWrapSizer(wxHORIZONTAL);
     for (int i = 0; i < 6; ++i) {
         mpCButtons[i] = new wxBitmapButton(
             this, kTransport[i].id, wxArtProvider::GetBitmap(kTransport[i].strArt, wxART_OTHER, kIconSize));
@@ -48,11 +50,11 @@ PlayCtrl_cls::PlayCtrl_cls(wxWindow* pParent)
     pSizer->AddSpacer(8);
 
     pSizer->Add(new wxStaticText(this, wxID_ANY, _("Stepping")), 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, 2);
-    mpCSpinStepping = new wxSpinCtrl(this, ID_PLAY_STEPPING, wxString(), wxDefaultPosition, wxSize(90, -1),
+    mpCSpinStepping = new wxSpinCtrl(this, ID_PLAY_STEPPING, wxString(), wxDefaultPosition, wxDefaultSize,
                                      wxSP_ARROW_KEYS, 1, kSpinMax, 1);
     pSizer->Add(mpCSpinStepping, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, 6);
     pSizer->Add(new wxStaticText(this, wxID_ANY, _("Interval")), 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, 2);
-    mpCSpinInterval = new wxSpinCtrl(this, ID_PLAY_INTERVAL, wxString(), wxDefaultPosition, wxSize(90, -1),
+    mpCSpinInterval = new wxSpinCtrl(this, ID_PLAY_INTERVAL, wxString(), wxDefaultPosition, wxDefaultSize,
                                      wxSP_ARROW_KEYS, 1, kSpinMax, 2);
     pSizer->Add(mpCSpinInterval, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, 6);
     Bind(wxEVT_SPINCTRL, &PlayCtrl_cls::OnSpinStepping, this, ID_PLAY_STEPPING);
