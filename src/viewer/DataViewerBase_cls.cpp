@@ -1,8 +1,10 @@
 #include "DataViewerBase_cls.h"
 
+#include "AttributeClone_cls.h"
 #include "Attribute_cls.h"
 #include "DataSequence_cls.h"
 #include "SequenceRemapBase_cls.h"
+#include "ViewerClone_cls.h"
 
 DataViewerBase_cls::DataViewerBase_cls(ParentObj_cls* pParent, const wxString& strClassWord)
     : SceneObj_cls(pParent, strClassWord) {
@@ -51,4 +53,16 @@ wxString DataViewerBase_cls::GetStrScript() const {
     wxString strTrim = str;
     strTrim.Trim().Trim(false);
     return (strTrim.empty() || strTrim.IsSameAs("None", false)) ? wxString() : str;
+}
+
+void DataViewerBase_cls::Clone(ViewerClone_cls& clone, double time) {
+    clone.mCConfList.CloneConfListFrom(*this);
+    clone.mStrClassWord = mStrClassWord;
+    GetMatrix16(clone.mMatrix, time);
+    for (const std::list<Attribute_cls*>* pList : {&mLPCModifier, &mLPCDataProc})
+        for (Attribute_cls* p : *pList) {
+            auto* pClone = new AttributeClone_cls;
+            p->Clone(*pClone);
+            clone.AddAttribute(pClone);
+        }
 }

@@ -7,6 +7,7 @@
 
 class DataSequence_cls;
 class SequenceRemapBase_cls;
+class ViewerClone_cls;
 
 class DataViewerBase_cls : public SceneObj_cls {
 public:
@@ -20,6 +21,9 @@ public:
     // The object's active "SequenceRemap_cls" modifier, when the modifier layer made one that
     // speaks to sequences; null otherwise. Not owned.
     SequenceRemapBase_cls* GetPCSequenceRemap();
+    // Copies the object's items, its matrix at time, then its modifiers and its data processes
+    // (as attribute clones, in that order) into clone, for a worker to read.
+    void Clone(ViewerClone_cls& clone, double time);
     // Folds a frame number into 0 .. count - 1 (clamped, or wrapped with repeat).
     static void ModFrame(int& frame, int count, bool repeat);
 

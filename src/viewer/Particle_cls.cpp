@@ -1,8 +1,15 @@
 #include "Particle_cls.h"
 
+#include "ClassProvider_cls.h"
+#include "Main_cls.h"
 #include "ParticleFormatClone_cls.h"
+#include "TimeCtrl_cls.h"
+#include "ViewerClone_cls.h"
+
+#include <wx/log.h>
 
 #include <memory>
+#include <utility>
 
 namespace {
 const wxString kDraw = "VIEW3D";
@@ -36,6 +43,12 @@ Particle_cls::Particle_cls(ParentObj_cls* pParent) : DataViewerBase_cls(pParent,
     Add(&mCInfoIndex, "InfoIndex=", "0", "PROPERTY_INFO");
     Add(&mCCastShadow, "CastShadow=", "1", kDraw);
     Add(&mCTwistRandom, "TwistRandom=", "0", kDraw);
+    mpCCurrent = std::make_unique<ParticleForRender_cls>();
+    mpCNext = std::make_unique<ParticleForRender_cls>();
+}
+
+Particle_cls::~Particle_cls() {
+    mCThreadNext.Join();
 }
 
 int Particle_cls::CheckFileSequence() {
@@ -52,7 +65,175 @@ bool Particle_cls::PrefetchData() {
 }
 
 bool Particle_cls::ReleaseMemoryData() {
+    // The worker reads the snaps of the next frame: evicting one under it would pull its arrays
+    // away. The next idle pass tries again.
+    if (mCThreadNext.IsStarted() && !mCThreadNext.IsFinished())
+        return false;
     return mCSequence.ReleaseMemoryData(GetPCSequenceRemap());
+}
+
+// ---- the two render sets ----------------------------------------------------------------------
+
+bool Particle_cls::GetFrameInfo(double nt, FrameInfo_cls& info) {
+    const int count = mCSequence.GetSnapCount();
+    if (!GpCTimeCtrl || count < 1)
+        return false;
+    info.mInterp = GpCTimeCtrl->GetFrameFromNT(nt, info.mFrame, info.mSubFrame);
+    // SeqOffset= is the scene frame at which the data's step 0 stands.
+    int dataFrame = info.mFrame - static_cast<int>(mCSeqOffset.GetBodyINT());
+    ModFrame(dataFrame, count, false);
+    int a = mCSequence.GetRemappedIndex(dataFrame, GetPCSequenceRemap(), nt, false);
+    if (a < 0)
+        a = 0;
+    if (a > count - 1)
+        a = count - 1;
+    const int b = a + 1 < count ? a + 1 : a;
+    if (b == a)
+        info.mInterp = 0.0; // nothing to move towards after the last step
+    info.mIndex[0] = a - 1;
+    info.mIndex[1] = a;
+    info.mIndex[2] = b;
+    info.mIndex[3] = b + 1 < count ? b + 1 : -1;
+    return true;
+}
+
+bool Particle_cls::IsIndexNeeded(const FrameInfo_cls& info, int slot) const {
+    if (info.mIndex[slot] < 0)
+        return false;
+    if (slot == 1)
+        return true;
+    if (slot == 2)
+        return info.mInterp != 0.0;
+    // The cubic types look one step further on each side.
+    const int type = GetInterpType();
+    return info.mInterp != 0.0 && (type == 3 || type == 4);
+}
+
+void Particle_cls::GetSnaps(const FrameInfo_cls& info, ParticleSnap_cls* snaps[4]) {
+    // PrepareData takes A, B, the one before A, the one after B; B falls back to A.
+    const int order[4] = {1, 2, 0, 3};
+    for (int k = 0; k < 4; ++k) {
+        const int slot = order[k];
+        snaps[k] = IsIndexNeeded(info, slot) ? mCSequence.GetPCSnap(info.mIndex[slot]) : nullptr;
+    }
+    if (!snaps[1])
+        snaps[1] = snaps[0];
+}
+
+bool Particle_cls::LoadSnapsNow(const FrameInfo_cls& info, bool& bRead) {
+    bRead = false;
+    for (int slot = 0; slot < 4; ++slot) {
+        if (!IsIndexNeeded(info, slot))
+            continue;
+        const int index = info.mIndex[slot];
+        ParticleSnap_cls* pSnap = mCSequence.GenerateIfNot(index);
+        if (!pSnap)
+            return false;
+        ParticleFormatClone_cls clone;
+        clone.CloneFromFormat(mCFormat, IsInterpolateByID());
+        pSnap->SetStrFile(mCSequence.GetStrFileOfIndex(index));
+        pSnap->ReadHeader(&clone);
+        if (pSnap->ReadData(&clone, false))
+            bRead = true;
+        pSnap->WaitReadingThread(3);
+    }
+    return mCSequence.GetPCSnap(info.mIndex[1]) != nullptr;
+}
+
+bool Particle_cls::AreSnapsReady(const FrameInfo_cls& info) {
+    for (int slot = 0; slot < 4; ++slot) {
+        if (!IsIndexNeeded(info, slot))
+            continue;
+        ParticleSnap_cls* pSnap = mCSequence.GetPCSnap(info.mIndex[slot]);
+        if (!pSnap || !pSnap->mReadStarted || !pSnap->mReadFinished.load(std::memory_order_acquire) ||
+            !pSnap->mAllocated)
+            return false;
+    }
+    return true;
+}
+
+bool Particle_cls::WaitPrepareNext() {
+    // Joining twice is harmless: the result of the last job stays until the next one starts.
+    const bool bOK = mCThreadNext.Join();
+    return mbNextStarted && bOK;
+}
+
+bool Particle_cls::PrepareDraw(int step, int composite) {
+    if (step == 0 && IsPathChanged())
+        CheckFileSequence();
+    if (!GpCTimeCtrl)
+        return false;
+    const double nt = GpCTimeCtrl->GetCurrentNT(false);
+    FrameInfo_cls info;
+    if (!GetFrameInfo(nt, info))
+        return false;
+    if (step != 0)
+        return mpCCurrent->mNumber > 0;
+    bool bRead = false;
+    if (!LoadSnapsNow(info, bRead))
+        return false;
+    if (bRead && GCClassProvider)
+        GCClassProvider->UpdatePanels("PROPERTY_INFO");
+    PrefetchData();
+
+    // The hand-over: the spare set is the worker's until it is joined here.
+    const bool bNextDone = mbNextStarted && WaitPrepareNext();
+    mbNextStarted = false;
+    const bool bPlaying = GpCTimeCtrl->IsPlaying();
+    auto pViewer = std::make_unique<ViewerClone_cls>();
+    Clone(*pViewer, nt);
+    const wxString strStamp = mpCNext->GetStrProcCounterClone(pViewer.get(), nt) + "|";
+    if (bPlaying && bNextDone && mpCNext->mLastStep == info.mIndex[1] &&
+        mpCNext->mLastInterp == static_cast<float>(info.mInterp) &&
+        mpCNext->mLastProcCounter.StartsWith(strStamp)) {
+        std::swap(mpCCurrent, mpCNext);
+        std::swap(mCurrentTime, mNextTime);
+        wxLogMessage("Swap Render Snap");
+        wxLogMessage("mpCCurrent at %g", mCurrentTime);
+        wxLogMessage("mpCNext at %g", mNextTime);
+    } else {
+        wxLogMessage("Not Swap");
+        wxLogMessage("Now is %d", info.mFrame);
+        ParticleSnap_cls* snaps[4];
+        GetSnaps(info, snaps);
+        if (!mpCCurrent->PrepareData(snaps[0], snaps[1], snaps[2], snaps[3], info.mIndex[1], info.mFrame,
+                                     info.mSubFrame, info.mInterp, pViewer.release(), nullptr, nt,
+                                     mCCameraNow, false))
+            return false;
+        mCurrentTime = nt;
+    }
+    if (bPlaying && mbPrefetchNext) {
+        const double ntNext = GpCTimeCtrl->GetNextNT(false);
+        auto* pNext = new ViewerClone_cls;
+        Clone(*pNext, ntNext);
+        PrepareDataNext(pNext, nullptr, composite, ntNext, mCCameraNext);
+    }
+    return true;
+}
+
+bool Particle_cls::PrepareDataNext(ViewerClone_cls* pViewer, ViewerClone_cls* pMaterial, int composite,
+                                   double time, PositionAndDirection_cls camera) {
+    (void)composite; // the composer's frame correction is not applied (see the header)
+    std::unique_ptr<ViewerClone_cls> pOwnViewer(pViewer);
+    std::unique_ptr<ViewerClone_cls> pOwnMaterial(pMaterial);
+    WaitPrepareNext();
+    mbNextStarted = false;
+    FrameInfo_cls info;
+    if (!GetFrameInfo(time, info) || !AreSnapsReady(info))
+        return false;
+    ParticleSnap_cls* snaps[4];
+    GetSnaps(info, snaps);
+    ParticleForRender_cls* pSet = mpCNext.get();
+    ViewerClone_cls* pV = pOwnViewer.release();
+    ViewerClone_cls* pM = pOwnMaterial.release();
+    mNextTime = time;
+    mbNextStarted = true;
+    mCThreadNext.Start(
+        [pSet, s0 = snaps[0], s1 = snaps[1], s2 = snaps[2], s3 = snaps[3], info, pV, pM, time, camera]() {
+            return pSet->PrepareData(s0, s1, s2, s3, info.mIndex[1], info.mFrame, info.mSubFrame,
+                                     info.mInterp, pV, pM, time, camera, true);
+        });
+    return true;
 }
 
 void Particle_cls::SyncFormatTag() {

@@ -3,19 +3,27 @@
 // Main thread only; readers get a clone of the format.
 #pragma once
 #include "DataViewerBase_cls.h"
+#include "ParticleForRender_cls.h"
 #include "ParticleFormat_cls.h"
 #include "ParticleSequence_cls.h"
+#include "PositionAndDirection_cls.h"
+#include "ThreadParticlePrepareNext_cls.h"
+
+#include <memory>
 
 class Particle_cls : public DataViewerBase_cls {
 public:
     explicit Particle_cls(ParentObj_cls* pParent);
+    // Waits for the preparation thread: it works on this object's render set and snaps.
+    ~Particle_cls() override;
 
     // Counts the files of Path= into the sequence; returns the number of steps.
     int CheckFileSequence();
     // Starts at most one read ahead of the current frame, with a fresh clone of the format; the
     // clone is deleted here (the reader works on a copy of its own). True when a read started.
     bool PrefetchData();
-    // Evicts at most one snap of the sequence. True when one went.
+    // Evicts at most one snap of the sequence. True when one went. Nothing goes while the
+    // preparation thread runs, since it reads the snaps of the next frame.
     bool ReleaseMemoryData();
     // The memory of the loaded snaps, in whole MB.
     int GetTotalUsedMemoryMB() { return mCSequence.GetTotalUsedMemoryMB(); }
@@ -26,6 +34,44 @@ public:
     void SerializeFormat(wxString& strOut);
     bool ReadStrLineFormat(std::wistream& stream, const wxString& strHead, const wxString& strRest);
     void SyncFormatTag();
+
+    // ---- the two render sets ----
+    // The steps that a frame needs: [0] the one before A, [1] A (at or before the time), [2] B
+    // (after it; A when there is none), [3] the one after B; -1 where there is none.
+    class FrameInfo_cls {
+    public:
+        int mFrame = 0;
+        int mSubFrame = 0;
+        double mInterp = 0.0;
+        int mIndex[4] = {-1, -1, -1, -1};
+    };
+    // Frame, steps and interpolation factor at normalised time nt. False without steps.
+    bool GetFrameInfo(double nt, FrameInfo_cls& info);
+    // Main thread, before drawing; step 0 is the first draw of a frame (composite is taken as
+    // given: the composer's correction of the frame is not applied here). Loads the snaps of the
+    // frame now if needed, then fills mpCCurrent: the spare set when the background preparation
+    // made exactly this frame (log "Swap Render Snap"), otherwise a preparation now (log "Not
+    // Swap"). While playing it then starts the preparation of the next frame. False when the
+    // frame has no data.
+    bool PrepareDraw(int step, int composite);
+    // Starts the preparation of the frame at time on mpCNext, when all its snaps are read; else
+    // frees the clones and returns false. Takes the clones.
+    bool PrepareDataNext(ViewerClone_cls* pViewer, ViewerClone_cls* pMaterial, int composite, double time,
+                         PositionAndDirection_cls camera);
+    // Joins the preparation thread; true when it prepared a frame.
+    bool WaitPrepareNext();
+    // The camera poses of this draw and of the next frame, in the scene's space.
+    void SetCameraPoses(const PositionAndDirection_cls& now, const PositionAndDirection_cls& next) {
+        mCCameraNow = now;
+        mCCameraNext = next;
+    }
+
+    std::unique_ptr<ParticleForRender_cls> mpCCurrent; // the shown set; main thread
+    std::unique_ptr<ParticleForRender_cls> mpCNext;    // the spare set; the worker's while it runs
+    ThreadParticlePrepareNext_cls mCThreadNext;
+    bool mbPrefetchNext = true; // the next frame may be prepared in the background
+    double mCurrentTime = -1.0; // the time each set was prepared for
+    double mNextTime = -1.0;
 
     ParticleFormat_cls mCFormat;
     ParticleSequence_cls mCSequence;
@@ -55,4 +101,19 @@ public:
     ConfItemINT_cls mCInfoIndex;
     ConfItemBOOL_cls mCCastShadow;
     ConfItemBOOL_cls mCTwistRandom;
+
+private:
+    // Reads the snaps of info now (waiting for a running read); bRead tells whether a file was
+    // read. False when A is missing.
+    bool LoadSnapsNow(const FrameInfo_cls& info, bool& bRead);
+    // Every snap that info needs is read and not being read.
+    bool AreSnapsReady(const FrameInfo_cls& info);
+    // The snaps of info, in the order PrepareData takes them (A, B, before A, after B).
+    void GetSnaps(const FrameInfo_cls& info, ParticleSnap_cls* snaps[4]);
+    // Which of the four steps the interpolation type needs.
+    bool IsIndexNeeded(const FrameInfo_cls& info, int slot) const;
+
+    PositionAndDirection_cls mCCameraNow;
+    PositionAndDirection_cls mCCameraNext;
+    bool mbNextStarted = false; // a preparation of mpCNext was started and not yet taken
 };
