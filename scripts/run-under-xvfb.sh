@@ -6,7 +6,8 @@ set -u
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 for attempt in 1 2 3; do
-    xvfb-run -a -s "-screen 0 1600x1200x24" "$@" >"$log" 2>&1
+    # A random first display number keeps runs that start together apart.
+    xvfb-run -a -n $((100 + RANDOM % 4000)) -s "-screen 0 1600x1200x24" "$@" >"$log" 2>&1
     rc=$?
     if [ $rc -ne 0 ] && grep -q -E "Unable to initialize GTK|Xvfb failed to start|cannot open display" "$log"; then
         echo "run-under-xvfb: the display did not start (attempt $attempt), trying again" >&2
