@@ -47,8 +47,8 @@ void SendSpin(wxSpinCtrl* pSpin, int value) {
 
 class PlayCtrlTest : public UiFixture {
 protected:
+    void RegisterMoreServices() override { RegisterPanelMakers(); }
     void SetUp() override {
-        RegisterPanelMakers();
         UiFixture::SetUp();
         if (IsSkipped())
             return;

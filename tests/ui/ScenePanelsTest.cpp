@@ -78,10 +78,10 @@ protected:
     void RegisterMoreServices() override {
         RegisterLuaServices();
         RegisterSceneServices();
+        RegisterPanelMakers();
     }
 
     void SetUp() override {
-        RegisterPanelMakers();
         UiFixture::SetUp();
         if (IsSkipped())
             return;

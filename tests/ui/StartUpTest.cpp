@@ -4,6 +4,7 @@
 
 #include "CoreServices.h"
 #include "MyApp.h"
+#include "PanelMakers.h"
 #include "TimeServices.h"
 #include "UIServices.h"
 #include "UndoManager_cls.h"
@@ -49,6 +50,7 @@ TEST(StartUpTest, ServicesWindowAndSettingsComeUpInOrder) {
 
     delete pFrame;
     pMain.reset();
+    UnregisterPanelMakers(); // start-up installed the real panels; later tests choose their own
     // The core took its log target with it; the tests go on logging to stderr.
     wxLog* pOld = wxLog::SetActiveTarget(new wxLogStderr);
     EXPECT_EQ(pOld, nullptr);

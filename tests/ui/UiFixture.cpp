@@ -1,5 +1,7 @@
 #include "UiFixture.h"
 
+#include "PanelMakers.h"
+
 #include "CoreServices.h"
 #include "MyArtProvider.h"
 #include "TimeServices.h"
@@ -49,6 +51,8 @@ void UiFixture::SetUp() {
     ClassProvider_cls::ResetRegistrations();
     RegisterCoreServices();
     RegisterTimeServices();
+    // Each test starts from the stand-in panels: a test that installs the real ones says so.
+    UnregisterPanelMakers();
     RegisterMoreServices();
     mpMain->CreateSingleton();
     mpFrame = new FrameMain_cls("Orvantis4 ver test", mpMain.get(), 0, 0, 1000, 800);
@@ -60,6 +64,7 @@ void UiFixture::TearDown() {
     delete mpFrame;
     mpFrame = nullptr;
     mpMain.reset();
+    UnregisterPanelMakers();
     // Saving moves into the project's folder: step out before the folder goes.
     wxSetWorkingDirectory(mStrStartDir);
     mpTemp.reset();
