@@ -207,6 +207,18 @@ TEST_F(ViewerFixture, ProjectWithParticleViewerSavesAndReopensIdentically) {
     EXPECT_EQ(pRead->mCFormat.mVCBodyAscii.size(), pRead->mCFormat.mAStrBodyAscii.GetCount());
     EXPECT_EQ(pRead->CheckFileSequence(), 3);
     EXPECT_NE(dynamic_cast<VolumeBox_cls*>(Obj("VolumeBox")), nullptr);
+
+    // A renamed viewer writes its format under the new name, and the text reads back.
+    ASSERT_EQ(Ctrl()->RenameCommand("Stars", "Dust"), "Dust");
+    const wxString strRenamed = SceneText();
+    EXPECT_TRUE(strRenamed.Contains("SceneObj::Dust::ParticleFormat"));
+    EXPECT_FALSE(strRenamed.Contains("SceneObj::Stars::ParticleFormat"));
+    ASSERT_TRUE(mpMain->SaveProjectMain(strProject, 0));
+    Ctrl()->Clear();
+    ASSERT_TRUE(mpMain->OpenProjectMain(strProject, true));
+    EXPECT_EQ(SceneText(), strRenamed);
+    ASSERT_NE(dynamic_cast<Particle_cls*>(Obj("Dust")), nullptr);
+    EXPECT_EQ(dynamic_cast<Particle_cls*>(Obj("Dust"))->mCFormat.GetDataType(), 0);
 }
 
 TEST_F(ViewerFixture, VolumeBoxReadsAheadAndIsEvicted) {

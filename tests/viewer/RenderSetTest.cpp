@@ -142,3 +142,21 @@ TEST_F(RenderSetTest, NextFrameWaitsForItsSnaps) {
     EXPECT_TRUE(AllAtStep(*mpP->mpCCurrent, 2.0f));
     mpP->WaitPrepareNext();
 }
+
+TEST_F(RenderSetTest, HalfFramesInterpolateAndDeletionWaitsForTheWorker) {
+    LogCapture_cls log;
+    GpCTimeCtrl->mCSubFrameMax.SetBodyFromData(2LL);
+    Play(true);
+    SetFrames(4, 1);
+    ASSERT_TRUE(mpP->PrepareDraw(0, 0));
+    ASSERT_TRUE(mpP->WaitPrepareNext());
+    EXPECT_TRUE(AllAtStep(*mpP->mpCNext, 1.5f)) << "the next draw is half a frame on";
+    GpCTimeCtrl->mCSubFrameCurrent.SetBodyFromData(1LL);
+    ASSERT_TRUE(mpP->PrepareDraw(0, 0));
+    EXPECT_EQ(CountLines(log, "Swap Render Snap"), 1);
+    EXPECT_TRUE(AllAtStep(*mpP->mpCCurrent, 1.5f));
+    // A worker is running or done on the spare set; deleting the object must wait for it.
+    Ctrl()->Clear();
+    EXPECT_EQ(Obj("Particle"), nullptr);
+    mpP = nullptr;
+}
