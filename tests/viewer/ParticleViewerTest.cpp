@@ -7,9 +7,25 @@
 #include "Particle_cls.h"
 #include "VolumeBox_cls.h"
 
+#include "Attribute_cls.h"
+#include "SequenceRemapBase_cls.h"
+
 #include <wx/utils.h>
 
 namespace {
+
+// A remap modifier of the tests: every frame shows step mStep.
+class TestRemap_cls : public Attribute_cls, public SequenceRemapBase_cls {
+public:
+    explicit TestRemap_cls(const wxString& strName) : Attribute_cls("SequenceRemap_cls", strName) {
+        Add(&mCValidity, "Validity=", "1", "VIEW3D");
+    }
+    double GetRemapValue(double) override { return mStep; }
+    bool GetRemapRepeat() override { return false; }
+    int GetRemappedFrame(double, int frame, int) override { return mCValidity.GetBodyBOOL() ? mStep : frame; }
+    ConfItemBOOL_cls mCValidity;
+    int mStep = 4;
+};
 
 int CountStarted(const DataSequence_cls& seq) {
     int n = 0;
@@ -246,4 +262,34 @@ TEST_F(ViewerFixture, VolumeBoxReadsAheadAndIsEvicted) {
     EXPECT_EQ(p->GetTotalUsedMemoryMB(), 1);
     EXPECT_EQ(DataMemoryCtrl_cls::ProcIdlePass(Ctrl(), false, mb), DataMemoryCtrl_cls::ACTION_PREFETCH)
         << "back at the limit, not over it";
+}
+
+TEST_F(ViewerFixture, ReadAheadFollowsTheRemapModifier) {
+    SceneObj_cls::SetAttributeMaker(
+        "Modifier", "SequenceRemap_cls",
+        [](SceneObj_cls*, const wxString& strName) { return new TestRemap_cls(strName); });
+    SetFrames(6, 0);
+    SetPrefetch(1);
+    Particle_cls* p = dynamic_cast<Particle_cls*>(Obj(Ctrl()->AppendSceneObjCommand("Particle", "")));
+    ASSERT_NE(p, nullptr);
+    p->mCPath.PushCommandPair(MakeParticleFiles("p", 6, 20));
+    p->AddModifierCommand("SequenceRemap_cls", "Remap");
+    ASSERT_NE(p->GetPCSequenceRemap(), nullptr);
+    double mb = 0.0;
+    // Frame 0 shows step 4: that step and the one after it are read, nothing else.
+    for (int pass = 0; pass < 3; ++pass) {
+        DataMemoryCtrl_cls::ProcIdlePass(Ctrl(), false, mb);
+        WaitReads(p->mCSequence);
+    }
+    EXPECT_EQ(CountStarted(p->mCSequence), 2);
+    ASSERT_NE(p->mCSequence.GetPCSnap(4), nullptr);
+    EXPECT_TRUE(p->mCSequence.GetPCSnap(4)->mReadStarted);
+    EXPECT_TRUE(p->mCSequence.GetPCSnap(5)->mReadStarted);
+    // Switched off, frame 0 shows step 0 again.
+    p->SetModifierValidityCommand("Remap", false);
+    EXPECT_EQ(p->GetPCSequenceRemap(), nullptr);
+    DataMemoryCtrl_cls::ProcIdlePass(Ctrl(), false, mb);
+    WaitReads(p->mCSequence);
+    ASSERT_NE(p->mCSequence.GetPCSnap(0), nullptr);
+    EXPECT_TRUE(p->mCSequence.GetPCSnap(0)->mReadStarted);
 }
