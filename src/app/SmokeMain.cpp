@@ -8,6 +8,7 @@
 #include "SceneServices.h"
 #include "TimeServices.h"
 #include "UndoManager_cls.h"
+#include "ViewerServices.h"
 
 #include <wx/filename.h>
 #include <wx/init.h>
@@ -37,6 +38,7 @@ int main(int argc, char** argv) {
     RegisterTimeServices();
     RegisterLuaServices();
     RegisterSceneServices();
+    RegisterViewerServices();
     RegisterPrepServices();
     Main_cls* pMain = new Main_cls();
     std::atomic<bool> bFinished{false};

@@ -3,8 +3,10 @@
 #include "LuaErrorSink_cls.h"
 #include "Main_cls.h"
 #include "Preference_cls.h"
+#include "ReadEventSink_cls.h"
 #include "RibbonUI_cls.h"
 #include "SceneCommand_cls.h"
+#include "SceneObjCtrl_cls.h"
 #include "SplittableWindow_cls.h"
 #include "TimeCtrl_cls.h"
 #include "UndoManager_cls.h"
@@ -44,6 +46,18 @@ private:
     wxEvtHandler* mpTarget;
 };
 
+// A finished read from any reader thread reaches this frame as menu event 6043.
+class FrameMain_cls::ReadSink_cls : public ReadEventSink_cls {
+public:
+    explicit ReadSink_cls(wxEvtHandler* pTarget) : mpTarget(pTarget) {}
+    void PostReadFinished() override {
+        wxQueueEvent(mpTarget, new wxCommandEvent(wxEVT_MENU, ID_MENU_FROM_SUB_THREAD));
+    }
+
+private:
+    wxEvtHandler* mpTarget;
+};
+
 FrameMain_cls::FrameMain_cls(const wxString& strTitle, Main_cls* pMain, int x, int y, int width, int height)
     : wxFrame(nullptr, wxID_ANY, strTitle, wxPoint(x, y), wxSize(width, height)), mpCMain(pMain),
       mStrBaseTitle(strTitle) {
@@ -69,6 +83,20 @@ FrameMain_cls::FrameMain_cls(const wxString& strTitle, Main_cls* pMain, int x, i
     // The scene tools act through the scene controller; they report "not available" while
     // there is none.
     mFuncSceneCommand = &SceneCommand_cls::ProcRibbonCommand;
+    // The data viewers of the scene: memory sum, eviction and read-ahead of the idle loop. The
+    // controller is looked up at each call, since it is made after this window.
+    mFuncSceneMemoryMB = [] {
+        int count = 0;
+        return GpCSceneObjCtrl ? static_cast<long long>(GpCSceneObjCtrl->GetTotalUsedMemoryMB(count)) : 0LL;
+    };
+    mFuncReleaseMemory = [] {
+        if (GpCSceneObjCtrl)
+            GpCSceneObjCtrl->ReleaseMemory();
+    };
+    mFuncPrefetch = [] {
+        if (GpCSceneObjCtrl)
+            GpCSceneObjCtrl->Prefetch();
+    };
     BindEvents();
     Layout();
     wxSizeEvent sizeEvent(pStatus->GetSize());
@@ -78,6 +106,8 @@ FrameMain_cls::FrameMain_cls(const wxString& strTitle, Main_cls* pMain, int x, i
         if (mpCMain->mVPFrameMain.empty()) {
             mpCLuaSink = std::make_unique<LuaSink_cls>(this);
             LuaErrorSink_cls::Install(mpCLuaSink.get());
+            mpCReadSink = std::make_unique<ReadSink_cls>(this);
+            ReadEventSink_cls::Install(mpCReadSink.get());
         }
         mpCMain->AddFrame(this);
     }
@@ -86,6 +116,8 @@ FrameMain_cls::FrameMain_cls(const wxString& strTitle, Main_cls* pMain, int x, i
 FrameMain_cls::~FrameMain_cls() {
     if (mpCLuaSink && LuaErrorSink_cls::Get() == mpCLuaSink.get())
         LuaErrorSink_cls::Install(nullptr);
+    if (mpCReadSink && ReadEventSink_cls::Get() == mpCReadSink.get())
+        ReadEventSink_cls::Install(nullptr);
     if (mpCMain && GCClassProvider == mpCMain)
         mpCMain->RemoveFrame(this);
 }

@@ -154,4 +154,6 @@ private:
 
     class LuaSink_cls;
     std::unique_ptr<LuaSink_cls> mpCLuaSink;
+    class ReadSink_cls;
+    std::unique_ptr<ReadSink_cls> mpCReadSink;
 };

@@ -12,6 +12,7 @@
 #include "SceneServices.h"
 #include "TimeServices.h"
 #include "UIServices.h"
+#include "ViewerServices.h"
 #include "wxLogGuiEX.h"
 #include "wxPanelEX.h"
 
@@ -46,6 +47,7 @@ bool MyApp::OnInit() {
     RegisterTimeServices();
     RegisterLuaServices();
     RegisterSceneServices();
+    RegisterViewerServices();
     RegisterPrepServices();
     RegisterUIServices();
     mpCMain = new Main_cls();
