@@ -13,7 +13,13 @@ build: deps
 	@cmake --build $(BUILD) -j $(JOBS)
 
 # The window program when there is a display to show it on, else the headless smoke program.
+# The program reads no command line: the demo project is put first in the build's recent files,
+# so it opens from the ribbon's recent list.
 run: build
+	@recent=$(BUILD)/bin/Orvantis4Recent.txt; demo=$(CURDIR)/examples/demo.ovp; \
+	if ! grep -qxF "$$demo" "$$recent" 2>/dev/null; then \
+		{ echo "$$demo"; cat "$$recent" 2>/dev/null; } | head -n 10 > "$$recent.new" && mv "$$recent.new" "$$recent"; \
+	fi
 	@if [ -x $(BUILD)/bin/orvantis4 ] && [ -n "$$DISPLAY$$WAYLAND_DISPLAY" ]; then \
 		$(BUILD)/bin/orvantis4; \
 	else \
