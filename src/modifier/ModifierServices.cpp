@@ -1,0 +1,30 @@
+#include "ModifierServices.h"
+
+#include "DataViewerBase_cls.h"
+#include "ParticleFiltering_cls.h"
+#include "Particle_cls.h"
+#include "SceneObj_cls.h"
+#include "SequenceRemap_cls.h"
+
+namespace {
+
+bool IsViewer(SceneObj_cls* p) {
+    return dynamic_cast<DataViewerBase_cls*>(p) != nullptr;
+}
+bool IsParticle(SceneObj_cls* p) {
+    return dynamic_cast<Particle_cls*>(p) != nullptr;
+}
+
+} // namespace
+
+void RegisterModifierServices() {
+    // Each kind refuses the objects it does not fit.
+    SceneObj_cls::SetAttributeMaker("Modifier", "SequenceRemap_cls",
+                                    [](SceneObj_cls* p, const wxString& strName) -> Attribute_cls* {
+                                        return IsViewer(p) ? new SequenceRemap_cls(strName) : nullptr;
+                                    });
+    SceneObj_cls::SetAttributeMaker("Modifier", "ParticleFiltering_cls",
+                                    [](SceneObj_cls* p, const wxString& strName) -> Attribute_cls* {
+                                        return IsParticle(p) ? new ParticleFiltering_cls(strName) : nullptr;
+                                    });
+}
