@@ -1,6 +1,9 @@
 #include "ModifierServices.h"
 
 #include "DataViewerBase_cls.h"
+#include "ModifyApparentSize_cls.h"
+#include "ModifyParticleSize_cls.h"
+#include "ParticleDownsizing_cls.h"
 #include "ParticleFiltering_cls.h"
 #include "Particle_cls.h"
 #include "SceneObj_cls.h"
@@ -26,5 +29,17 @@ void RegisterModifierServices() {
     SceneObj_cls::SetAttributeMaker("Modifier", "ParticleFiltering_cls",
                                     [](SceneObj_cls* p, const wxString& strName) -> Attribute_cls* {
                                         return IsParticle(p) ? new ParticleFiltering_cls(strName) : nullptr;
+                                    });
+    SceneObj_cls::SetAttributeMaker("DataProc", "ParticleDownsizing_cls",
+                                    [](SceneObj_cls* p, const wxString& strName) -> Attribute_cls* {
+                                        return IsParticle(p) ? new ParticleDownsizing_cls(strName) : nullptr;
+                                    });
+    SceneObj_cls::SetAttributeMaker("Modifier", "ModifyParticleSize_cls",
+                                    [](SceneObj_cls* p, const wxString& strName) -> Attribute_cls* {
+                                        return IsParticle(p) ? new ModifyParticleSize_cls(strName) : nullptr;
+                                    });
+    SceneObj_cls::SetAttributeMaker("Modifier", "ModifyApparentSize_cls",
+                                    [](SceneObj_cls* p, const wxString& strName) -> Attribute_cls* {
+                                        return IsParticle(p) ? new ModifyApparentSize_cls(strName) : nullptr;
                                     });
 }
