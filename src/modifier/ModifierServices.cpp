@@ -1,13 +1,16 @@
 #include "ModifierServices.h"
 
+#include "BooleanBase_cls.h"
 #include "DataViewerBase_cls.h"
 #include "ModifyApparentSize_cls.h"
 #include "ModifyParticleSize_cls.h"
 #include "ParticleDownsizing_cls.h"
 #include "ParticleFiltering_cls.h"
+#include "ParticleTweak_cls.h"
 #include "Particle_cls.h"
 #include "SceneObj_cls.h"
 #include "SequenceRemap_cls.h"
+#include "Trimming_cls.h"
 
 namespace {
 
@@ -41,5 +44,17 @@ void RegisterModifierServices() {
     SceneObj_cls::SetAttributeMaker("Modifier", "ModifyApparentSize_cls",
                                     [](SceneObj_cls* p, const wxString& strName) -> Attribute_cls* {
                                         return IsParticle(p) ? new ModifyApparentSize_cls(strName) : nullptr;
+                                    });
+    SceneObj_cls::SetAttributeMaker("Modifier", "ParticleBoolean_cls",
+                                    [](SceneObj_cls* p, const wxString& strName) -> Attribute_cls* {
+                                        return IsParticle(p) ? new ParticleBoolean_cls(strName) : nullptr;
+                                    });
+    SceneObj_cls::SetAttributeMaker("Modifier", "ParticleTweak_cls",
+                                    [](SceneObj_cls* p, const wxString& strName) -> Attribute_cls* {
+                                        return IsParticle(p) ? new ParticleTweak_cls(strName) : nullptr;
+                                    });
+    SceneObj_cls::SetAttributeMaker("Modifier", "Trimming_cls",
+                                    [](SceneObj_cls* p, const wxString& strName) -> Attribute_cls* {
+                                        return IsViewer(p) ? new Trimming_cls(strName) : nullptr;
                                     });
 }

@@ -1,0 +1,30 @@
+// The shared layer of the two Boolean kinds (particles and volumes): the type, the shape, the
+// named object and the box given by three Min/Max groups. Main thread only.
+#pragma once
+
+#include "ModifierBase_cls.h"
+#include "TensorMath_cls.h"
+
+class SceneObj_cls;
+
+class BooleanBase_cls : public ModifierBase_cls, public TensorMath_cls {
+public:
+    BooleanBase_cls(const wxString& strClass, const wxString& strName, const wxString& strTag);
+
+    // The object named by BooleanObject= when it is a "MeshObj_cls" or "Primitive_cls"; null
+    // for "None" or anything else.
+    SceneObj_cls* SelectObject();
+    // The inverse of the named object's matrix at t; false (identity) without an object.
+    bool GetMatrix16TgtInv(double* out, double t);
+    // Part of the stamp of the viewer: the named object's transform changes the result.
+    wxString GetStrProcCounterForTgtObj(double t);
+
+    ConfItemINT_cls mCBooleanType;   // "BooleanType=": 0 "Intersect", 1 "Diffierence", 2 "Add"
+    ConfItemINT_cls mCBooleanShape;  // "BooleanShape=": 0 box, 1 sphere, 2 object
+    ConfItemSTR_cls mCBooleanObject; // "BooleanObject="
+};
+
+class ParticleBoolean_cls : public BooleanBase_cls {
+public:
+    explicit ParticleBoolean_cls(const wxString& strName);
+};
