@@ -1,6 +1,8 @@
 #include "ModifierServices.h"
 
+#include "ArrayCopy_cls.h"
 #include "BooleanBase_cls.h"
+#include "ClassProvider_cls.h"
 #include "DataViewerBase_cls.h"
 #include "ModifyApparentSize_cls.h"
 #include "ModifyParticleSize_cls.h"
@@ -10,6 +12,8 @@
 #include "Particle_cls.h"
 #include "SceneObj_cls.h"
 #include "SequenceRemap_cls.h"
+#include "TimeCtrl_cls.h"
+#include "Tracking_cls.h"
 #include "Trimming_cls.h"
 
 namespace {
@@ -57,4 +61,20 @@ void RegisterModifierServices() {
                                     [](SceneObj_cls* p, const wxString& strName) -> Attribute_cls* {
                                         return IsViewer(p) ? new Trimming_cls(strName) : nullptr;
                                     });
+    SceneObj_cls::SetAttributeMaker(
+        "Modifier", "Tracking_cls",
+        [](SceneObj_cls*, const wxString& strName) -> Attribute_cls* { return new Tracking_cls(strName); });
+    SceneObj_cls::SetAttributeMaker(
+        "Modifier", "ArrayCopy_cls",
+        [](SceneObj_cls*, const wxString& strName) -> Attribute_cls* { return new ArrayCopy_cls(strName); });
+    // The scene's seams for the two kinds that act inside the object's own operations.
+    SceneObj_cls::msFuncTracking = [](SceneObj_cls* pObj, Attribute_cls* pAttr, double* C, double* P,
+                                      double t) {
+        if (auto* p = dynamic_cast<Tracking_cls*>(pAttr))
+            p->Execute(pObj, C, P, t);
+    };
+    SceneObj_cls::msFuncArrayCopyCount = [](SceneObj_cls*, Attribute_cls* pAttr) {
+        auto* p = dynamic_cast<ArrayCopy_cls*>(pAttr);
+        return p ? p->GetCopyCount(GpCTimeCtrl ? GpCTimeCtrl->GetCurrentNT() : 0.0) : 0;
+    };
 }
