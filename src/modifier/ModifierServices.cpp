@@ -8,10 +8,12 @@
 #include "ModifyParticleSize_cls.h"
 #include "ParticleDownsizing_cls.h"
 #include "ParticleFiltering_cls.h"
+#include "ParticleMerge_cls.h"
 #include "ParticleTweak_cls.h"
 #include "Particle_cls.h"
 #include "SceneObj_cls.h"
 #include "SequenceRemap_cls.h"
+#include "TexSpaceMod_cls.h"
 #include "TimeCtrl_cls.h"
 #include "Tracking_cls.h"
 #include "Trimming_cls.h"
@@ -67,6 +69,15 @@ void RegisterModifierServices() {
     SceneObj_cls::SetAttributeMaker(
         "Modifier", "ArrayCopy_cls",
         [](SceneObj_cls*, const wxString& strName) -> Attribute_cls* { return new ArrayCopy_cls(strName); });
+    SceneObj_cls::SetAttributeMaker("DataProc", "ParticleMerge_cls",
+                                    [](SceneObj_cls* p, const wxString& strName) -> Attribute_cls* {
+                                        return IsParticle(p) ? new ParticleMerge_cls(strName) : nullptr;
+                                    });
+    // Objects with textures: the scene has no common base for them, so any object takes it.
+    SceneObj_cls::SetAttributeMaker("Modifier", "TexSpaceMod_cls",
+                                    [](SceneObj_cls*, const wxString& strName) -> Attribute_cls* {
+                                        return new TexSpaceMod_cls(strName);
+                                    });
     // The scene's seams for the two kinds that act inside the object's own operations.
     SceneObj_cls::msFuncTracking = [](SceneObj_cls* pObj, Attribute_cls* pAttr, double* C, double* P,
                                       double t) {
