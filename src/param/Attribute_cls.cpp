@@ -353,31 +353,24 @@ void Attribute_cls::SyncronizeConfAndParam2(double t, const wxString& strGroup, 
 
 void Attribute_cls::SyncronizeParamForModifier(const wxString& strGroup, std::vector<float> values,
                                                SceneObj_cls* pObj) {
-    ParamGroup_cls* pGroup = GetPCParamGroup(strGroup);
-    if (!pGroup) {
-        wxLogWarning("Attribute %s: no group %s", GetStrName(), strGroup);
-        return;
-    }
-    if (values.size() != pGroup->mVCParam.size()) {
-        wxLogWarning("Attribute %s: %d values for group %s (dim == pCParamGroup->mVCParam.size())",
-                     GetStrName(), static_cast<int>(values.size()), strGroup);
-        return;
-    }
     if (!msFuncSceneObjName) {
         wxLogWarning("Attribute %s: no scene to name the object", GetStrName());
         return;
     }
-    const wxString strHead = msStrSceneObjCtrlSelf + "Obj::" + msFuncSceneObjName(pObj) + "::";
-    const float t = static_cast<float>(CurrentNT());
-    for (size_t i = 0; i < values.size(); ++i) {
-        Parameter_cls& param = pGroup->mVCParam[i];
-        if (Misc_cls::IsNearlySame(param.GetValue(t), values[i], 5e-7))
-            continue;
-        param.SetValueAtCommand(values[i], t, GetStrMemberTag(strHead, strGroup, param), -1, 1.0);
-    }
+    SetGroupValuesCommand(strGroup, values,
+                          msStrSceneObjCtrlSelf + "Obj::" + msFuncSceneObjName(pObj) + "::");
 }
 
 void Attribute_cls::SyncronizeParamForFilter(const wxString& strGroup, std::vector<float> values) {
+    if (!msFuncFilterCtrlSelf) {
+        wxLogWarning("Attribute %s: no filter chain to address", GetStrName());
+        return;
+    }
+    SetGroupValuesCommand(strGroup, values, msFuncFilterCtrlSelf());
+}
+
+void Attribute_cls::SetGroupValuesCommand(const wxString& strGroup, const std::vector<float>& values,
+                                          const wxString& strHead) {
     ParamGroup_cls* pGroup = GetPCParamGroup(strGroup);
     if (!pGroup) {
         wxLogWarning("Attribute %s: no group %s", GetStrName(), strGroup);
@@ -388,11 +381,6 @@ void Attribute_cls::SyncronizeParamForFilter(const wxString& strGroup, std::vect
                      GetStrName(), static_cast<int>(values.size()), strGroup);
         return;
     }
-    if (!msFuncFilterCtrlSelf) {
-        wxLogWarning("Attribute %s: no filter chain to address", GetStrName());
-        return;
-    }
-    const wxString strHead = msFuncFilterCtrlSelf();
     const float t = static_cast<float>(CurrentNT());
     for (size_t i = 0; i < values.size(); ++i) {
         Parameter_cls& param = pGroup->mVCParam[i];

@@ -131,6 +131,10 @@ private:
     // The tag of a member for the commands of the Syncronize family.
     wxString GetStrMemberTag(const wxString& strHead, const wxString& strGroup,
                              const Parameter_cls& param) const;
+    // Sets each member of strGroup that differs from values at the current time, as commands
+    // addressed below strHead.
+    void SetGroupValuesCommand(const wxString& strGroup, const std::vector<float>& values,
+                               const wxString& strHead);
     // Reads the lines of one ReadParamGroup block into pGroup, up to its end line.
     void ReadParamGroupBlock(std::wistream& stream, ParamGroup_cls* pGroup);
 

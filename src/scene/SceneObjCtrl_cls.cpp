@@ -205,30 +205,24 @@ wxString SceneObjCtrl_cls::AppendSceneObjCommand(const wxString& strKind, wxStri
 }
 
 wxString SceneObjCtrl_cls::AppendPrimitiveCommand(int kind, wxString strName) {
-    const wxArrayString& astr = SceneClassWord_cls::GetAstrPrimitiveType();
-    if (kind < 0 || kind >= static_cast<int>(astr.GetCount()))
-        return wxString();
-    const wxString strVariant = astr[static_cast<size_t>(kind)];
-    if (strName.empty())
-        strName = strVariant;
-    if (!IsGoodName(strName))
-        return wxString();
-    strName = GetStrUniqueName(strName);
-    AppendCommandBase("Primitive_cls", strName, strVariant);
-    return strName;
+    return AppendVariantCommand("Primitive_cls", SceneClassWord_cls::GetAstrPrimitiveType(), kind, strName);
 }
 
 wxString SceneObjCtrl_cls::AppendLightCommand(int kind, wxString strName) {
-    const wxArrayString& astr = SceneClassWord_cls::GetAstrLightType();
-    if (kind < 0 || kind >= static_cast<int>(astr.GetCount()))
+    return AppendVariantCommand("LightSource_cls", SceneClassWord_cls::GetAstrLightType(), kind, strName);
+}
+
+wxString SceneObjCtrl_cls::AppendVariantCommand(const wxString& strClass, const wxArrayString& astrVariant,
+                                                int kind, wxString strName) {
+    if (kind < 0 || kind >= static_cast<int>(astrVariant.GetCount()))
         return wxString();
-    const wxString strVariant = astr[static_cast<size_t>(kind)];
+    const wxString strVariant = astrVariant[static_cast<size_t>(kind)];
     if (strName.empty())
         strName = strVariant;
     if (!IsGoodName(strName))
         return wxString();
     strName = GetStrUniqueName(strName);
-    AppendCommandBase("LightSource_cls", strName, strVariant);
+    AppendCommandBase(strClass, strName, strVariant);
     return strName;
 }
 

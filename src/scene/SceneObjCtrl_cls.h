@@ -129,6 +129,9 @@ public:
     std::vector<SceneObj_cls*> mVPCSelected; // each entry holds a reference
 
 private:
+    // An object of a kind with variants (primitives, lights): kind indexes astrVariant.
+    wxString AppendVariantCommand(const wxString& strClass, const wxArrayString& astrVariant, int kind,
+                                  wxString strName);
     // Deletes one object with the undo pairs of DeleteItemsCommand.
     void DeleteOneItemCommand(SceneObj_cls* p);
     ParentObj_cls* GetPCParentFromName(const wxString& strName);
