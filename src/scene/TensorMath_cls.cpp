@@ -43,37 +43,32 @@ void TensorMath_cls::Scale(double* m, double x, double y, double z) {
     Multiply(m, m, s);
 }
 
-void TensorMath_cls::RotateX(double* m, double rad) {
+namespace {
+
+// Multiplies m by a rotation in the plane of axes i and j (column-major, right-handed).
+void RotatePlane(double* m, double rad, int i, int j) {
     double r[16];
-    SetIdentity(r);
+    TensorMath_cls::SetIdentity(r);
     const double c = std::cos(rad), s = std::sin(rad);
-    r[5] = c;
-    r[6] = s;
-    r[9] = -s;
-    r[10] = c;
-    Multiply(m, m, r);
+    r[i * 4 + i] = c;
+    r[j * 4 + j] = c;
+    r[i * 4 + j] = s;
+    r[j * 4 + i] = -s;
+    TensorMath_cls::Multiply(m, m, r);
+}
+
+} // namespace
+
+void TensorMath_cls::RotateX(double* m, double rad) {
+    RotatePlane(m, rad, 1, 2);
 }
 
 void TensorMath_cls::RotateY(double* m, double rad) {
-    double r[16];
-    SetIdentity(r);
-    const double c = std::cos(rad), s = std::sin(rad);
-    r[0] = c;
-    r[2] = -s;
-    r[8] = s;
-    r[10] = c;
-    Multiply(m, m, r);
+    RotatePlane(m, rad, 2, 0);
 }
 
 void TensorMath_cls::RotateZ(double* m, double rad) {
-    double r[16];
-    SetIdentity(r);
-    const double c = std::cos(rad), s = std::sin(rad);
-    r[0] = c;
-    r[1] = s;
-    r[4] = -s;
-    r[5] = c;
-    Multiply(m, m, r);
+    RotatePlane(m, rad, 0, 1);
 }
 
 void TensorMath_cls::TransformPoint(const double* m, const double* p, double* out) {

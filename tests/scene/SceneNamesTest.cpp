@@ -54,6 +54,14 @@ TEST(TensorMath, RotationOrderAndInverse) {
     EXPECT_NEAR(out[0], 1.0, 1e-12);
     EXPECT_NEAR(out[1], 0.0, 1e-12);
     EXPECT_NEAR(out[2], 0.0, 1e-12);
+    // Z turns +x to +y, counter-clockwise seen from +z.
+    double z[16];
+    TensorMath_cls::SetIdentity(z);
+    TensorMath_cls::RotateZ(z, M_PI / 2);
+    const double x[3] = {1.0, 0.0, 0.0};
+    TensorMath_cls::TransformVector(z, x, out);
+    EXPECT_NEAR(out[0], 0.0, 1e-12);
+    EXPECT_NEAR(out[1], 1.0, 1e-12);
     TensorMath_cls::Translate(m, 1.0, 2.0, 3.0);
     TensorMath_cls::Scale(m, 2.0, 3.0, 4.0);
     double inv[16], id[16];
