@@ -2,6 +2,7 @@
 
 #include "Main_cls.h"
 #include "Preference_cls.h"
+#include "ReadEventSink_cls.h"
 #include "SequenceRemapBase_cls.h"
 #include "TimeCtrl_cls.h"
 
@@ -248,4 +249,17 @@ wxString DataSequence_cls::GetStrInfo(bool bDetail) const {
     if (bDetail)
         str += "\nPath: " + FileSequence_cls::mPath;
     return str;
+}
+
+void DataSequence_cls::FinishRead(std::chrono::steady_clock::time_point start, const wxString& strFile,
+                                  std::atomic<bool>* pbFinished, DataSequence_cls* pSequence) {
+    const long elapsed = static_cast<long>(
+        std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start)
+            .count());
+    const wxString strLog = wxString::Format("ReadLog :: %s::%ldms\n", strFile, elapsed);
+    pbFinished->store(true, std::memory_order_release);
+    if (pSequence)
+        pSequence->PopLock();
+    ReadEventSink_cls::Post();
+    wxLogMessage("%s", strLog);
 }

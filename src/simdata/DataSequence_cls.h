@@ -12,6 +12,7 @@
 
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -50,6 +51,12 @@ public:
     // Number of running reads. Any thread.
     void PushLock() { mReadingLock.fetch_add(1, std::memory_order_acq_rel); }
     void PopLock();
+    // The last acts of a reader thread whose read began at start: logs "ReadLog :: " with the
+    // file and the milliseconds, sets the finished flag, pops the lock of pSequence (may be null)
+    // and wakes the main loop. Only copies are used once the flag is set, since the main thread
+    // may then free the snap.
+    static void FinishRead(std::chrono::steady_clock::time_point start, const wxString& strFile,
+                           std::atomic<bool>* pbFinished, DataSequence_cls* pSequence);
 
     // The snap of index, created when the slot is empty. index is limited to the slot count - 1;
     // with mIsSequence false, or below 0, it is 0. Null before counting.

@@ -2,7 +2,6 @@
 
 #include "ParticleSequence_cls.h"
 #include "ParticleSnap_cls.h"
-#include "ReadEventSink_cls.h"
 
 #include <wx/log.h>
 
@@ -66,17 +65,7 @@ void ParticleReadBase_cls::DummyEntry() {
 void ParticleReadBase_cls::Entry() {
     const auto start = std::chrono::steady_clock::now();
     DummyEntry();
-    const long elapsed = static_cast<long>(
-        std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start)
-            .count());
-    ParticleSequence_cls* pSequence = mpSequence;
-    const wxString strLog = wxString::Format("ReadLog :: %s::%ldms\n", mStrFile, elapsed);
-    // From here on the snap may be freed by the main thread: only copies are used.
-    mpbFinished->store(true, std::memory_order_release);
-    if (pSequence)
-        pSequence->PopLock();
-    ReadEventSink_cls::Post();
-    wxLogMessage("%s", strLog);
+    DataSequence_cls::FinishRead(start, mStrFile, mpbFinished, mpSequence);
 }
 
 int ParticleReadBase_cls::SetTagForRemoveDupli(const std::vector<LongLongArrayAndIndex_cls>& keys,
