@@ -60,6 +60,128 @@ inline void Load3(double* d, const float* s) {
     d[2] = s[2];
 }
 
+// What an element of one material needs, worked out once per worker instead of once per element.
+struct MaterialRow_cls {
+    double mSizeFactor = 1.0;
+    bool mbSizeConst = false; // SizeType= 1, or no sizes in A: the size is the factor
+    bool mbCurve = false;     // ColorCurveType= 1
+    int mDepend = 3;
+    float mColorT = 0.0f;
+    double mRange0 = 0.0;
+    double mRange1 = 1.0;
+};
+
+// Every pointer and value the per-element loop reads, fetched once before it.
+struct PassArrays_cls {
+    const float* mpXYZA = nullptr;
+    const float* mpXYZB = nullptr;
+    const float* mpXYZ0 = nullptr;
+    const int* mpNext = nullptr; // null when matched by index
+    const int* mpPrevA = nullptr;
+    int mCount0 = 0;
+    const float* mpSizeA = nullptr;
+    const float* mpSizeB = nullptr;
+    const unsigned char* mpTypeA = nullptr;
+    const int* mpIDA = nullptr;
+    const long long* mpIDLongA = nullptr;
+    const float* mpValueA[3] = {};
+    float* mpOutXYZ = nullptr;
+    unsigned char* mpOutType = nullptr;
+    float* mpOutSize = nullptr;
+    float* mpOutS = nullptr;
+    float* mpOutT = nullptr;
+    double mT = 0.0;
+    double mU = 1.0;           // 1 - t
+    bool mbInterpSize = false; // Linear and the Bezier forms interpolate size; Step and Hermite keep A's
+    bool mbExtrapolate = false;
+    int mVanishSizeType = 2;
+    MaterialRow_cls mRow[PrepareSetting_cls::kMaterialMax];
+};
+
+// Size and colour coordinates of output o from element i of A; n is the partner in B, -1 when the
+// particle vanished (only looked at when sizes interpolate).
+inline void WriteSizeAndColor(const PassArrays_cls& a, int i, int o, int n, int m) {
+    const MaterialRow_cls& row = a.mRow[m];
+    double size;
+    if (row.mbSizeConst) {
+        size = row.mSizeFactor;
+    } else {
+        const double sa = a.mpSizeA[i];
+        if (!a.mbInterpSize)
+            size = sa * row.mSizeFactor;
+        else if (n >= 0)
+            size = a.mpSizeB ? (sa * a.mU + a.mpSizeB[n] * a.mT) * row.mSizeFactor : sa * row.mSizeFactor;
+        else if (a.mVanishSizeType == 0)
+            size = row.mSizeFactor * sa;
+        else if (a.mVanishSizeType == 1)
+            size = row.mSizeFactor * sa * a.mU;
+        else
+            size = 0.0;
+    }
+    a.mpOutSize[o] = static_cast<float>(size);
+
+    // Colour: S from the curve's input over its range, T the row of the material.
+    a.mpOutT[o] = row.mColorT;
+    if (!row.mbCurve) {
+        a.mpOutS[o] = 0.0f;
+        return;
+    }
+    double value = 0.0;
+    switch (row.mDepend) {
+    case 0:
+        value = i;
+        break;
+    case 1:
+        value = a.mpOutSize[o];
+        break;
+    case 2:
+        value = a.mpIDA ? a.mpIDA[i] : (a.mpIDLongA ? static_cast<double>(a.mpIDLongA[i]) : i);
+        break;
+    case 3:
+    case 4:
+    case 5: {
+        const float* pValue = a.mpValueA[row.mDepend - 3];
+        value = pValue ? pValue[i] : 0.0;
+        break;
+    }
+    case 6:
+    case 7:
+    case 8:
+        value = a.mpOutXYZ[3 * static_cast<size_t>(o) + (row.mDepend - 6)];
+        break;
+    default:
+        // 9, the sort index, is filled after the sort.
+        return;
+    }
+    const double r0 = row.mRange0, r1 = row.mRange1;
+    a.mpOutS[o] = static_cast<float>(r1 == r0 ? 1.0 : (value - r0) / (r1 - r0));
+}
+
+// The linear form, inline: p = pA (1 - t) + pB t with pB at the partner n, or the vanish rule.
+inline void InterpolateLinear(const PassArrays_cls& a, int i, int n, float* q) {
+    const float* pa = a.mpXYZA + 3 * static_cast<size_t>(i);
+    const double x = pa[0], y = pa[1], z = pa[2];
+    if (n >= 0) {
+        const float* pb = a.mpXYZB + 3 * static_cast<size_t>(n);
+        q[0] = static_cast<float>(x * a.mU + pb[0] * a.mT);
+        q[1] = static_cast<float>(y * a.mU + pb[1] * a.mT);
+        q[2] = static_cast<float>(z * a.mU + pb[2] * a.mT);
+        return;
+    }
+    // Vanished in B: the location stays, or goes on along its last move.
+    const int prev = a.mpPrevA ? a.mpPrevA[i] : -1;
+    if (!a.mbExtrapolate || prev < 0 || prev >= a.mCount0) {
+        q[0] = pa[0];
+        q[1] = pa[1];
+        q[2] = pa[2];
+        return;
+    }
+    const float* p0 = a.mpXYZ0 + 3 * static_cast<size_t>(prev);
+    q[0] = static_cast<float>(x + (x - p0[0]) * a.mT);
+    q[1] = static_cast<float>(y + (y - p0[1]) * a.mT);
+    q[2] = static_cast<float>(z + (z - p0[2]) * a.mT);
+}
+
 } // namespace
 
 int ThreadInterpStep_cls::SearchIDFrom(const int* ids, int n, int hint, int id) {
@@ -266,70 +388,6 @@ void ThreadInterpStep_cls::InterpolatePosition(int i, int interp, bool byID, dou
         p[k] = pa[k] * (1.0 - t) + pb[k] * t;
 }
 
-void ThreadInterpStep_cls::SetSizeAndColor(int i, int o) const {
-    const PrepareSetting_cls& s = *mpCSetting;
-    const ParticleSnap_cls* pA = mpCSnap1;
-    ParticleForRender_cls* pOut = mpCOut;
-    const int m = std::min<int>(pOut->mType[o], PrepareSetting_cls::kMaterialMax - 1);
-    const double factor = s.mSizeFactor[m];
-    double size;
-    if (s.mSizeType[m] == 1 || !pA->mSize) {
-        size = factor;
-    } else {
-        const double sa = pA->mSize[i];
-        // Step and Hermite keep the size of A.
-        const bool bInterp = mInterp == 1 || mInterp == 3 || mInterp == 4;
-        const int n = !bInterp ? i : (mbByIDActive ? pA->mNextIndex[i] : i);
-        if (n >= 0 && bInterp && mpCSnap2->mSize)
-            size = (sa * (1.0 - mT) + mpCSnap2->mSize[n] * mT) * factor;
-        else if (n >= 0 || !bInterp)
-            size = sa * factor;
-        else if (s.mVanishSizeType == 0)
-            size = factor * sa;
-        else if (s.mVanishSizeType == 1)
-            size = factor * sa * (1.0 - mT);
-        else
-            size = 0.0;
-    }
-    pOut->mSize[o] = static_cast<float>(size);
-
-    // Colour: S from the curve's input over its range, T the row of the material.
-    pOut->mColorT[o] = static_cast<float>((m + 0.5) / std::max(1, s.mCurveCount) / 3.0);
-    if (s.mColorCurveType[m] != 1) {
-        pOut->mColorS[o] = 0.0f;
-        return;
-    }
-    double value = 0.0;
-    switch (s.mColorCurveDepend[m]) {
-    case 0:
-        value = i;
-        break;
-    case 1:
-        value = pOut->mSize[o];
-        break;
-    case 2:
-        value = pA->mID ? pA->mID[i] : (pA->mIDLong ? static_cast<double>(pA->mIDLong[i]) : i);
-        break;
-    case 3:
-    case 4:
-    case 5: {
-        const float* pValue = pA->mValue[s.mColorCurveDepend[m] - 3].get();
-        value = pValue ? pValue[i] : 0.0;
-        break;
-    }
-    case 6:
-    case 7:
-    case 8:
-        value = pOut->mXYZ[3 * static_cast<size_t>(o) + (s.mColorCurveDepend[m] - 6)];
-        break;
-    default:
-        // 9, the sort index, is filled after the sort.
-        return;
-    }
-    const double r0 = s.mRange0[m], r1 = s.mRange1[m];
-    pOut->mColorS[o] = static_cast<float>(r1 == r0 ? 1.0 : (value - r0) / (r1 - r0));
-}
-
 bool ThreadInterpStep_cls::ClassifyByExpression(int firstOut, int count, const int* pElement) {
     const bool bID = mpCSnap1->mID || mpCSnap1->mIDLong;
     wxString strChunk =
@@ -374,44 +432,96 @@ bool ThreadInterpStep_cls::ClassifyByExpression(int firstOut, int count, const i
     return true;
 }
 
-template <class KeyFn> void ThreadInterpStep_cls::Interpolate(KeyFn key) {
+template <bool bLinear, class KeyFn> void ThreadInterpStep_cls::Interpolate(KeyFn key) {
     const ParticleSnap_cls* pA = mpCSnap1;
+    const ParticleSnap_cls* pB = mpCSnap2;
     ParticleForRender_cls* pOut = mpCOut;
-    const bool bClassify = mpCSetting->mClassifyType == 1;
+    const PrepareSetting_cls& s = *mpCSetting;
+
+    PassArrays_cls a;
+    a.mpXYZA = pA->mXYZ.get();
+    a.mpXYZB = pB->mXYZ.get();
+    a.mpXYZ0 = mpCSnap0->mXYZ.get();
+    a.mpNext = mbByIDActive ? pA->mNextIndex.get() : nullptr;
+    a.mpPrevA = pA->mPrevIndex.get();
+    a.mCount0 = mpCSnap0->mNumber.load(std::memory_order_relaxed);
+    a.mpSizeA = pA->mSize.get();
+    a.mpSizeB = pB->mSize.get();
+    a.mpTypeA = pA->mType.get();
+    a.mpIDA = pA->mID.get();
+    a.mpIDLongA = pA->mIDLong.get();
+    for (int c = 0; c < 3; ++c)
+        a.mpValueA[c] = pA->mValue[c].get();
+    a.mpOutXYZ = pOut->mXYZ.get();
+    a.mpOutType = pOut->mType.get();
+    a.mpOutSize = pOut->mSize.get();
+    a.mpOutS = pOut->mColorS.get();
+    a.mpOutT = pOut->mColorT.get();
+    a.mT = mT;
+    a.mU = 1.0 - mT;
+    a.mbInterpSize = mInterp == 1 || mInterp == 3 || mInterp == 4;
+    // In downsize mode 1 a vanished particle keeps its place: extrapolation is not applied there.
+    a.mbExtrapolate = s.mExtrapolateType != 0 && mDownsizeType != 1 && mpCSnap0 != pA;
+    a.mVanishSizeType = s.mVanishSizeType;
+    for (int m = 0; m < PrepareSetting_cls::kMaterialMax; ++m) {
+        MaterialRow_cls& row = a.mRow[m];
+        row.mSizeFactor = s.mSizeFactor[m];
+        row.mbSizeConst = s.mSizeType[m] == 1 || !a.mpSizeA;
+        row.mbCurve = s.mColorCurveType[m] == 1;
+        row.mDepend = s.mColorCurveDepend[m];
+        row.mColorT = static_cast<float>((m + 0.5) / std::max(1, s.mCurveCount) / 3.0);
+        row.mRange0 = s.mRange0[m];
+        row.mRange1 = s.mRange1[m];
+    }
+    constexpr int kLastMaterial = PrepareSetting_cls::kMaterialMax - 1;
+    // The partner in B that the size reads: A's own index unless sizes interpolate by ID.
+    auto sizePartner = [&a](int i) { return a.mbInterpSize && a.mpNext ? a.mpNext[i] : i; };
+
+    // Bounds in locals: the byte stores of the type may alias anything, members included.
+    const int ini = mIni, fin = mFin, downsize = mDownsize, startOut = mStartOut;
+    const bool bClassify = s.mClassifyType == 1;
     std::vector<int> vElement;
     if (bClassify)
-        vElement.reserve(static_cast<size_t>(std::max(0, mFin - mIni)));
-    const unsigned char* pTypeA = pA->mType.get();
-    float* pXYZ = pOut->mXYZ.get();
+        vElement.reserve(static_cast<size_t>(std::max(0, fin - ini)));
     // Without downsizing no key is computed: a division per element would cost more than the rest.
-    const bool bAll = mDownsize == 1;
-    int o = mStartOut;
-    for (int i = mIni; i < mFin; ++i) {
-        if (!bAll && key(i) % mDownsize != 0)
+    const bool bAll = downsize == 1;
+    int o = startOut;
+    for (int i = ini; i < fin; ++i) {
+        if (!bAll && key(i) % downsize != 0)
             continue;
-        double p[3];
-        InterpolatePosition(i, mInterp, mbByIDActive, p);
-        float* q = pXYZ + 3 * static_cast<size_t>(o);
-        q[0] = static_cast<float>(p[0]);
-        q[1] = static_cast<float>(p[1]);
-        q[2] = static_cast<float>(p[2]);
-        pOut->mType[o] = pTypeA ? pTypeA[i] : 0;
+        float* q = a.mpOutXYZ + 3 * static_cast<size_t>(o);
+        int n = i;
+        if constexpr (bLinear) {
+            n = a.mpNext ? a.mpNext[i] : i;
+            InterpolateLinear(a, i, n, q);
+        } else {
+            double p[3];
+            InterpolatePosition(i, mInterp, mbByIDActive, p);
+            q[0] = static_cast<float>(p[0]);
+            q[1] = static_cast<float>(p[1]);
+            q[2] = static_cast<float>(p[2]);
+            n = sizePartner(i);
+        }
+        const unsigned char type = a.mpTypeA ? a.mpTypeA[i] : 0;
+        a.mpOutType[o] = type;
+        // The size needs the material, so with an expression it waits for the classification.
         if (bClassify)
             vElement.push_back(i);
+        else
+            WriteSizeAndColor(a, i, o, n, std::min<int>(type, kLastMaterial));
         ++o;
     }
-    if (bClassify)
-        ClassifyByExpression(mStartOut, static_cast<int>(vElement.size()), vElement.data());
-    o = mStartOut;
-    for (int i = mIni; i < mFin; ++i) {
-        if (!bAll && key(i) % mDownsize != 0)
-            continue;
-        SetSizeAndColor(i, o);
-        ++o;
+    if (bClassify) {
+        ClassifyByExpression(startOut, static_cast<int>(vElement.size()), vElement.data());
+        o = startOut;
+        for (int i : vElement) {
+            WriteSizeAndColor(a, i, o, sizePartner(i), std::min<int>(a.mpOutType[o], kLastMaterial));
+            ++o;
+        }
     }
     if (mDownsizeType != 0) {
         // The part of the range that no kept element filled is made invisible.
-        const int end = mStartOut + (mFin - mIni);
+        const int end = startOut + (fin - ini);
         for (int k = o; k < end; ++k) {
             pOut->mSize[k] = 0.0f;
             pOut->mXYZ[3 * static_cast<size_t>(k)] = 0.0f;
@@ -443,19 +553,25 @@ void ThreadInterpStep_cls::Work() {
         mInterp = 0; // different counts by index: Step
     if (mbByIDActive && !pA->mIDDone)
         SearchNextIndexByID();
+    // Linear, the common form, has its own loop with the position computed inline.
+    const bool bLinear = mInterp == 1;
     switch (mDownsizeType) {
     case 1: {
         const int* pID = pA->mID.get();
-        Interpolate([pID](int i) { return static_cast<long long>(pID[i]); });
+        auto key = [pID](int i) { return static_cast<long long>(pID[i]); };
+        bLinear ? Interpolate<true>(key) : Interpolate<false>(key);
         break;
     }
     case 2: {
         const long long* pID = pA->mIDLong.get();
-        Interpolate([pID](int i) { return pID[i]; });
+        auto key = [pID](int i) { return pID[i]; };
+        bLinear ? Interpolate<true>(key) : Interpolate<false>(key);
         break;
     }
-    default:
-        Interpolate([](int i) { return static_cast<long long>(i); });
+    default: {
+        auto key = [](int i) { return static_cast<long long>(i); };
+        bLinear ? Interpolate<true>(key) : Interpolate<false>(key);
         break;
+    }
     }
 }

@@ -61,12 +61,13 @@ protected:
     void Work() override;
 
 private:
-    template <class KeyFn> void Interpolate(KeyFn key);
+    // The pass over the range: position, type, size and colour of each kept element. bLinear selects
+    // the inline linear form; the others go through InterpolatePosition.
+    template <bool bLinear, class KeyFn> void Interpolate(KeyFn key);
     // The interpolated position of element i of A.
     void InterpolatePosition(int i, int interp, bool byID, double* p) const;
     // Sets the type of the outputs of this range by the expression; false when no state could be had.
     bool ClassifyByExpression(int firstOut, int count, const int* pElement);
-    void SetSizeAndColor(int i, int o) const;
     int mInterp = 1;
     bool mbByIDActive = false;
 };
