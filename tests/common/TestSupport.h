@@ -5,8 +5,14 @@
 #include <wx/log.h>
 #include <wx/string.h>
 
+#include <ostream>
 #include <string>
 #include <vector>
+
+// Lets failed expectations show the text instead of its code points.
+inline void PrintTo(const wxString& str, std::ostream* pOs) {
+    *pOs << "\"" << str.utf8_str().data() << "\"";
+}
 
 // Collects every log line while it lives, so a test can assert on the texts the system logs.
 class LogCapture_cls : public wxLog {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "LuaErrorSink_cls.h"
+#include "TestSupport.h"
 
 #include <iostream>
 #include <mutex>
@@ -47,8 +48,3 @@ private:
     std::ostringstream mStream;
     std::streambuf* mpOld = nullptr;
 };
-
-// Lets failed expectations show the text instead of its code points.
-inline void PrintTo(const wxString& str, std::ostream* pOs) {
-    *pOs << str.utf8_str().data();
-}

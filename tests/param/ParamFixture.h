@@ -15,6 +15,7 @@
 #include "TimeServices.h"
 #include "UndoManager_cls.h"
 
+#include "CommandText.h"
 #include "TestSupport.h"
 
 #include <gtest/gtest.h>
@@ -24,11 +25,6 @@
 #include <memory>
 #include <sstream>
 #include <vector>
-
-// Readable failure messages.
-inline void PrintTo(const wxString& str, std::ostream* os) {
-    *os << "\"" << str.ToStdString() << "\"";
-}
 
 // Collects what Lua and the expressions report instead of logging it.
 class SinkCapture_cls : public LuaErrorSink_cls {
@@ -110,15 +106,7 @@ protected:
     }
 
     // Runs one text of the command language line by line, as the undo manager does.
-    void RunText(const wxString& strText) {
-        std::wistringstream stream(strText.ToStdWstring());
-        std::wstring line;
-        while (std::getline(stream, line)) {
-            wxString strRest(line);
-            wxString strHead = Parser_cls::PopStrItemFromStrLine(strRest, "::");
-            mpMain->ReadStrCommand(stream, strHead, strRest);
-        }
-    }
+    void RunText(const wxString& strText) { RunCommandText(*mpMain, strText); }
 
     void SetClock(int frameMax, int frame, int sub) {
         GpCTimeCtrl->mCFrameMax.SetBodyFromData(static_cast<long long>(frameMax));

@@ -16,6 +16,7 @@
 #include "TimeServices.h"
 #include "UndoManager_cls.h"
 
+#include "CommandText.h"
 #include "TestSupport.h"
 
 #include <gtest/gtest.h>
@@ -23,10 +24,6 @@
 
 #include <memory>
 #include <sstream>
-
-inline void PrintTo(const wxString& str, std::ostream* os) {
-    *os << "\"" << str.ToStdString() << "\"";
-}
 
 // A modifier of the tests: a validity switch, a text item and one animated group.
 class TestModifier_cls : public Attribute_cls {
@@ -73,15 +70,7 @@ protected:
     SceneObj_cls* Obj(const wxString& strName) { return GpCSceneObjCtrl->GetPCFromName(strName); }
 
     // Runs one text of the command language line by line, as a project load does.
-    void RunText(const wxString& strText) {
-        std::wistringstream stream(strText.ToStdWstring());
-        std::wstring line;
-        while (std::getline(stream, line)) {
-            wxString strRest(line);
-            wxString strHead = Parser_cls::PopStrItemFromStrLine(strRest, "::");
-            mpMain->ReadStrCommand(stream, strHead, strRest);
-        }
-    }
+    void RunText(const wxString& strText) { RunCommandText(*mpMain, strText); }
 
     wxString SceneText() {
         wxString str;

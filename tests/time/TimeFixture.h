@@ -12,6 +12,7 @@
 #include "TimeServices.h"
 #include "UndoManager_cls.h"
 
+#include "CommandText.h"
 #include "TestSupport.h"
 
 #include <gtest/gtest.h>
@@ -66,15 +67,7 @@ protected:
         mpMain->ReadStrCommand(stream, strHead, strRest);
     }
     // Runs a multi-line text (list blocks) line by line.
-    void RunText(const wxString& strText) {
-        std::wistringstream stream(strText.ToStdWstring());
-        std::wstring line;
-        while (std::getline(stream, line)) {
-            wxString strRest(line);
-            wxString strHead = Parser_cls::PopStrItemFromStrLine(strRest, "::");
-            mpMain->ReadStrCommand(stream, strHead, strRest);
-        }
-    }
+    void RunText(const wxString& strText) { RunCommandText(*mpMain, strText); }
     wxString TimeText() {
         wxString str;
         mpTime->Serialize(str);

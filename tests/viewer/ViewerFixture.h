@@ -26,10 +26,6 @@
 #include <sstream>
 #include <string>
 
-inline void PrintTo(const wxString& str, std::ostream* os) {
-    *os << "\"" << str.ToStdString() << "\"";
-}
-
 class ViewerFixture : public ::testing::Test {
 protected:
     void SetUp() override {
