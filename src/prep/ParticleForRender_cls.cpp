@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <mutex>
 #include <new>
 #include <thread>
 
@@ -106,6 +107,16 @@ wxString ParticleForRender_cls::GetStrInfo() const {
     return wxString::Format("Elements %lld, data %d, sort %d", mNumber, mDataCounter, mSortCounter);
 }
 
+std::mutex ParticleForRender_cls::msTableMutex;
+
+bool ParticleForRender_cls::ClaimIDSearch(ParticleSnap_cls* pSnap) {
+    bool bExpected = false;
+    if (!pSnap->mIDStarted.compare_exchange_strong(bExpected, true, std::memory_order_acq_rel))
+        return false;
+    pSnap->mIDRan = true;
+    return true;
+}
+
 bool ParticleForRender_cls::WaitIDDone(ParticleSnap_cls* pSnap) {
     const auto start = std::chrono::steady_clock::now();
     while (!pSnap->mIDDone) {
@@ -194,6 +205,8 @@ bool ParticleForRender_cls::PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cl
         }
         const bool bByID = setting.mInterpolateBy == 1 && HasIDs(snap1) && HasIDs(snap2);
         if (bByID) {
+            // Two sets may prepare from the same snaps at once: whichever comes first makes the tables.
+            std::lock_guard<std::mutex> lock(msTableMutex);
             AllocateTables(snap1);
             AllocateTables(snap2);
             if (snap3)
@@ -204,7 +217,7 @@ bool ParticleForRender_cls::PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cl
         }
         // Tables of B against the snap after it, for the outer neighbour of the cubic forms.
         if (bByID && snap3 && snap3 != snap2 && HasIDs(snap3) && !snap2->mIDDone) {
-            if (snap2->mIDStarted && !WaitIDDone(snap2))
+            if (!ClaimIDSearch(snap2) && !WaitIDDone(snap2))
                 wxLogMessage("Wait ID Calc Timeout B\n");
             if (!snap2->mIDDone) {
                 RunIDPass(snap2, snap3, false);
@@ -212,14 +225,20 @@ bool ParticleForRender_cls::PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cl
                 snap3->mPrevDone = true;
             }
         }
-        if (bByID && snap1->mIDStarted && !snap1->mIDDone && !WaitIDDone(snap1)) {
-            wxLogMessage("Wait ID Calc Timeout B\n");
-            wxLogMessage("%s", snap1->mFile);
-        }
+        // A's tables: searched by this pass's workers unless another pass has them or is making them.
+        bool bSearchA = false;
         if (bByID && !snap1->mIDDone) {
-            // The workers search; the flags have one writer, this thread.
-            snap1->mIDStarted = true;
-            snap1->mIDRan = true;
+            if (ClaimIDSearch(snap1)) {
+                bSearchA = true;
+            } else if (!WaitIDDone(snap1)) {
+                wxLogMessage("Wait ID Calc Timeout B\n");
+                wxLogMessage("%s", snap1->mFile);
+            }
+            if (!snap1->mIDDone) {
+                // Time-out: the pass goes on and builds the tables itself.
+                bSearchA = true;
+                snap1->mIDRan = true;
+            }
         }
 
         int n = 0;
@@ -231,12 +250,13 @@ bool ParticleForRender_cls::PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cl
             auto* pWorker = new ThreadInterpStep_cls;
             pWorker->SetParameters(this, snap1, snap2, snap0, snap3, &mCSetting, false);
             pWorker->mByID = bByID;
+            pWorker->mbSearch = bSearchA;
             pWorker->SetParametersTime(t, step, frame, subframe);
             pWorker->SetParametersDownsize(startOut, factor, type);
             StartWorker(pWorker, &list[k], ini, fin);
         }
         WaitThreadsAndDeleteFlag(list, n, kSleepMsData);
-        if (bByID && snap1->mIDRan) {
+        if (bSearchA) {
             snap1->mIDDone = true;
             snap2->mPrevDone = true;
         }

@@ -11,6 +11,7 @@
 #include <wx/string.h>
 
 #include <memory>
+#include <mutex>
 
 class ParticleSnap_cls;
 class ViewerClone_cls;
@@ -73,7 +74,12 @@ public:
 private:
     // Runs a worker pass over pSnap with the tables only (the pair pSnap, pNext).
     void RunIDPass(ParticleSnap_cls* pSnap, ParticleSnap_cls* pNext, bool bNext);
+    // Takes the search of pSnap's tables for this pass: true when no other pass had begun it, which
+    // then marks it begun and ran. The test and the mark are one step, so two sets never both search.
+    static bool ClaimIDSearch(ParticleSnap_cls* pSnap);
     // Waits for tables another pass is building; false on time-out.
     static bool WaitIDDone(ParticleSnap_cls* pSnap);
+    // Held while the tables of snaps are checked and made, by whichever set comes first.
+    static std::mutex msTableMutex;
     long long mCapacity = 0;
 };

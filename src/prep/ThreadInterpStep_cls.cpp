@@ -336,7 +336,7 @@ void ThreadInterpStep_cls::InterpolatePosition(int i, int interp, bool byID, dou
     const double t = mT;
     if (n < 0) {
         // Vanished in B: the location stays, or goes on along its last move.
-        const int prev = pA->mPrevIndex ? pA->mPrevIndex[i] : -1;
+        const int prev = mpPrevA ? mpPrevA[i] : -1;
         if (mpCSetting->mExtrapolateType == 0 || prev < 0 || mDownsizeType == 1 || mpCSnap0 == pA ||
             prev >= mpCSnap0->mNumber.load(std::memory_order_relaxed)) {
             Load3(p, xyzA);
@@ -367,7 +367,7 @@ void ThreadInterpStep_cls::InterpolatePosition(int i, int interp, bool byID, dou
         // The outer neighbours; a missing one falls back to the linear form.
         int i0 = -1, i3 = -1;
         if (byID) {
-            i0 = pA->mPrevIndex ? pA->mPrevIndex[i] : -1;
+            i0 = mpPrevA ? mpPrevA[i] : -1;
             i3 = mpCSnap2->mNextIndex ? mpCSnap2->mNextIndex[n] : -1;
         } else if (mpCSnap0->mNumber.load(std::memory_order_relaxed) == pA->mNumber.load() &&
                    mpCSnap3->mNumber.load(std::memory_order_relaxed) == pA->mNumber.load()) {
@@ -443,7 +443,7 @@ template <bool bLinear, class KeyFn> void ThreadInterpStep_cls::Interpolate(KeyF
     a.mpXYZB = pB->mXYZ.get();
     a.mpXYZ0 = mpCSnap0->mXYZ.get();
     a.mpNext = mbByIDActive ? pA->mNextIndex.get() : nullptr;
-    a.mpPrevA = pA->mPrevIndex.get();
+    a.mpPrevA = mpPrevA;
     a.mCount0 = mpCSnap0->mNumber.load(std::memory_order_relaxed);
     a.mpSizeA = pA->mSize.get();
     a.mpSizeB = pB->mSize.get();
@@ -551,8 +551,10 @@ void ThreadInterpStep_cls::Work() {
     if (!mbByIDActive && mInterp != 0 &&
         pA->mNumber.load(std::memory_order_relaxed) != mpCSnap2->mNumber.load(std::memory_order_relaxed))
         mInterp = 0; // different counts by index: Step
-    if (mbByIDActive && !pA->mIDDone)
+    if (mbByIDActive && mbSearch)
         SearchNextIndexByID();
+    // Another set may be searching the pair before A right now; its table is read only once complete.
+    mpPrevA = pA->mPrevDone.load(std::memory_order_acquire) ? pA->mPrevIndex.get() : nullptr;
     // Linear, the common form, has its own loop with the position computed inline.
     const bool bLinear = mInterp == 1;
     switch (mDownsizeType) {

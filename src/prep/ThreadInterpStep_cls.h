@@ -52,6 +52,8 @@ public:
     int mDownsizeType = 0;
     bool mIDOnly = false;
     bool mByID = false;
+    // This pass builds A's tables before it interpolates; decided once by the caller, which claimed them.
+    bool mbSearch = false;
     double mT = 0.0;
     int mStep = 0;
     int mFrame = 0;
@@ -70,4 +72,6 @@ private:
     bool ClassifyByExpression(int firstOut, int count, const int* pElement);
     int mInterp = 1;
     bool mbByIDActive = false;
+    // A's predecessors, when the search that writes them has finished; else null, as if none were known.
+    const int* mpPrevA = nullptr;
 };

@@ -2,8 +2,14 @@
 // is when it is the frame now wanted, and prepared again now otherwise.
 #include "ViewerFixture.h"
 
+#include "ConfItem_cls.h"
 #include "DataMemoryCtrl_cls.h"
+#include "ParticleSnap_cls.h"
 #include "Particle_cls.h"
+#include "ThreadParticlePrepareNext_cls.h"
+#include "ViewerClone_cls.h"
+
+#include <vector>
 
 namespace {
 
@@ -159,4 +165,133 @@ TEST_F(RenderSetTest, HalfFramesInterpolateAndDeletionWaitsForTheWorker) {
     Ctrl()->Clear();
     EXPECT_EQ(Obj("Particle"), nullptr);
     mpP = nullptr;
+}
+
+namespace {
+
+// Snaps by ID in memory, as a reader leaves them: step s holds the IDs 0 .. count - 1 but those with
+// (id + s) % 50 == 0, so particles vanish and appear between every pair; x = id / 2, y = step.
+std::vector<std::unique_ptr<ParticleSnap_cls>> MakeSnapsByID(int steps, int count) {
+    std::vector<std::unique_ptr<ParticleSnap_cls>> snaps;
+    for (int step = 0; step < steps; ++step) {
+        std::vector<int> ids;
+        for (int id = 0; id < count; ++id)
+            if ((id + step) % 50 != 0)
+                ids.push_back(id);
+        auto pSnap = std::make_unique<ParticleSnap_cls>(nullptr, step);
+        pSnap->mHasID = pSnap->mHasType = pSnap->mHasSize = true;
+        const int n = static_cast<int>(ids.size());
+        pSnap->AllocateIfNot(n);
+        for (int i = 0; i < n; ++i) {
+            pSnap->mID[i] = ids[i];
+            pSnap->mXYZ[3 * i] = 0.5f * ids[i];
+            pSnap->mXYZ[3 * i + 1] = static_cast<float>(step);
+            pSnap->mXYZ[3 * i + 2] = static_cast<float>(ids[i] % 7);
+            pSnap->mType[i] = static_cast<unsigned char>(ids[i] % 2);
+            pSnap->mSize[i] = 1.0f + ids[i] % 3;
+        }
+        pSnap->mTime = step;
+        snaps.push_back(std::move(pSnap));
+    }
+    return snaps;
+}
+
+// By ID, linear, vanished particles shrink and move on along their last step, sorted by distance.
+ViewerClone_cls* MakeByIDViewer() {
+    auto* pViewer = new ViewerClone_cls;
+    pViewer->mCConfList.Add(new ConfItemSTR_cls, "InterpolateBy=", "1");
+    pViewer->mCConfList.Add(new ConfItemSTR_cls, "InterpType=", "1");
+    pViewer->mCConfList.Add(new ConfItemSTR_cls, "VanishSizeType=", "1");
+    pViewer->mCConfList.Add(new ConfItemSTR_cls, "ExtrapolateType=", "1");
+    pViewer->mCConfList.Add(new ConfItemSTR_cls, "SortType=", "3");
+    return pViewer;
+}
+
+struct FrameArgs {
+    int a, b, before, after; // indices of the snaps, -1 for none
+    double t;
+};
+
+bool PrepareFrame(ParticleForRender_cls& set, std::vector<std::unique_ptr<ParticleSnap_cls>>& snaps,
+                  const FrameArgs& f, bool bNext) {
+    auto get = [&snaps](int k) { return k < 0 ? nullptr : snaps[k].get(); };
+    PositionAndDirection_cls camera;
+    camera.mPos[2] = 50.0;
+    return set.PrepareData(get(f.a), get(f.b), get(f.before), get(f.after), f.a, 0, 0, f.t, MakeByIDViewer(),
+                           nullptr, f.t, camera, bNext);
+}
+
+// Every prepared array, element by element, bit for bit.
+void ExpectSameSet(const ParticleForRender_cls& got, const ParticleForRender_cls& want) {
+    ASSERT_EQ(got.mNumber, want.mNumber);
+    ASSERT_GT(got.mNumber, 0);
+    for (long long i = 0; i < want.mNumber; ++i) {
+        for (int k = 0; k < 3; ++k)
+            ASSERT_EQ(got.mXYZ[3 * i + k], want.mXYZ[3 * i + k]) << "element " << i;
+        ASSERT_EQ(got.mSize[i], want.mSize[i]) << "element " << i;
+        ASSERT_EQ(got.mType[i], want.mType[i]) << "element " << i;
+        ASSERT_EQ(got.mColorS[i], want.mColorS[i]) << "element " << i;
+        ASSERT_EQ(got.mColorT[i], want.mColorT[i]) << "element " << i;
+        ASSERT_EQ(got.mOrder[i].mIndex, want.mOrder[i].mIndex) << "element " << i;
+        ASSERT_EQ(got.mOrder[i].mValue, want.mOrder[i].mValue) << "element " << i;
+    }
+}
+
+int CountSearches(const LogCapture_cls& log, double time) {
+    return CountLines(log, wxString::Format("time %g", time));
+}
+
+} // namespace
+
+// The worker prepares one set while the main thread prepares the other, from the same snaps whose index
+// tables neither has built yet: each pair is searched by one of them while the other waits for the
+// tables, and both sets come out as if prepared one after the other.
+TEST(RenderSetsAtOnce, WorkerAndMainThreadPrepareFromTheSameSnaps) {
+    const int kCount = 200000; // several workers per pass on both paths
+    struct Case {
+        const char* name;
+        FrameArgs main, next;
+    } cases[] = {
+        // Two factors of the same pair: both need A against B and B against the snap after it.
+        {"same pair", {1, 2, 0, 3, 0.25}, {1, 2, 0, 3, 0.5}},
+        // The frame after: the worker's A is the main pass's B. At factor 0 its result does not depend
+        // on whether the predecessors of its A are known yet.
+        {"next pair", {1, 2, 0, 3, 0.75}, {2, 3, 1, -1, 0.0}},
+    };
+    for (const Case& c : cases) {
+        for (int round = 0; round < 3; ++round) {
+            SCOPED_TRACE(testing::Message() << c.name << ", round " << round);
+            // The reference: fresh snaps, one set after the other on this thread.
+            auto refSnaps = MakeSnapsByID(4, kCount);
+            ParticleForRender_cls refBefore, refMain, refNext;
+            ASSERT_TRUE(PrepareFrame(refBefore, refSnaps, {0, 1, -1, -1, 0.5}, false));
+            ASSERT_TRUE(PrepareFrame(refMain, refSnaps, c.main, false));
+            ASSERT_TRUE(PrepareFrame(refNext, refSnaps, c.next, true));
+
+            auto snaps = MakeSnapsByID(4, kCount);
+            ParticleForRender_cls before, current, next;
+            // The pair before is searched first, as the frame before would have done.
+            ASSERT_TRUE(PrepareFrame(before, snaps, {0, 1, -1, -1, 0.5}, false));
+            wxLog::FlushActive(); // lines of the passes above, which the toolkit holds until a flush
+            LogCapture_cls log;
+            ThreadParticlePrepareNext_cls worker;
+            worker.Start([&]() { return PrepareFrame(next, snaps, c.next, true); });
+            const bool bMain = PrepareFrame(current, snaps, c.main, false);
+            const bool bWorker = worker.Join();
+            wxLog::FlushActive(); // the workers' lines wait in the toolkit's buffer until now
+            ASSERT_TRUE(bMain);
+            ASSERT_TRUE(bWorker);
+            ExpectSameSet(current, refMain);
+            ExpectSameSet(next, refNext);
+            // Each pair searched by one pass only: 3 lines from a pass due now, 2 from the background.
+            const int searchesA = CountSearches(log, 1.0), searchesB = CountSearches(log, 2.0);
+            EXPECT_TRUE(searchesA == 2 || searchesA == 3) << searchesA << " lines for the pair 1, 2";
+            EXPECT_TRUE(searchesB == 2 || searchesB == 3) << searchesB << " lines for the pair 2, 3";
+            EXPECT_FALSE(log.Contains("Timeout"));
+            for (int k = 1; k < 3; ++k) {
+                EXPECT_TRUE(snaps[k]->mIDDone) << "snap " << k;
+                EXPECT_TRUE(snaps[k + 1]->mPrevDone) << "snap " << k + 1;
+            }
+        }
+    }
 }
