@@ -54,18 +54,26 @@ const Preset kPresets[ColorCurveProvider_cls::kPresetCount] = {
 
 } // namespace
 
+bool ColorCurveProvider_cls::SetPresetKeys(int index, ColorCurve_cls* p) {
+    if (!p || index < 0 || index >= kPresetCount || p->mVCParam.size() != 4)
+        return false;
+    const Preset& preset = kPresets[index];
+    double rows[7][5];
+    for (int r = 0; r < preset.count; ++r)
+        for (int c = 0; c < 5; ++c)
+            rows[r][c] = preset.rows[r][c];
+    p->SetInitKeyframes(preset.count, rows);
+    return true;
+}
+
 void ColorCurveProvider_cls::SetToDefault() {
     mVPCColorCurve.clear();
     wxArrayString astrMembers;
     for (const char* str : {"R", "G", "B", "A"})
         astrMembers.Add(str);
-    for (const Preset& preset : kPresets) {
-        auto pCurve = std::make_unique<ColorCurve_cls>(preset.strName, astrMembers);
-        double rows[7][5];
-        for (int r = 0; r < preset.count; ++r)
-            for (int c = 0; c < 5; ++c)
-                rows[r][c] = preset.rows[r][c];
-        pCurve->SetInitKeyframes(preset.count, rows);
+    for (int i = 0; i < kPresetCount; ++i) {
+        auto pCurve = std::make_unique<ColorCurve_cls>(kPresets[i].strName, astrMembers);
+        SetPresetKeys(i, pCurve.get());
         mVPCColorCurve.push_back(std::move(pCurve));
     }
 }

@@ -1,17 +1,47 @@
-// Colour curves: the presets, the colour look-up, the range mapping and the texel bytes with their
-// digest.
+// Colour curves: the presets, the colour look-up, the range mapping, the texel bytes with their
+// digest, the project form and the copies between curves.
 #include "ColorCurveProvider_cls.h"
 #include "ColorCurve_cls.h"
+
+#include "TestSupport.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <memory>
+#include <sstream>
+#include <string>
 
 namespace {
 
 std::array<unsigned char, 4> Texel(const ColorCurve_cls& curve, int i) {
     const unsigned char* p = &curve.mVTextureBytes[4 * static_cast<size_t>(i)];
     return {p[0], p[1], p[2], p[3]};
+}
+
+wxArrayString Rgba() {
+    wxArrayString astr;
+    for (const char* str : {"R", "G", "B", "A"})
+        astr.Add(str);
+    return astr;
+}
+
+// Reads text into p the way an owner does: the first line's head, then the block from the stream.
+// Returns what is left of the stream.
+wxString ReadInto(ColorCurve_cls& curve, const wxString& strText, bool bCheckName, bool* pTaken = nullptr) {
+    std::wistringstream stream(strText.ToStdWstring());
+    std::wstring line;
+    std::getline(stream, line);
+    wxString strRest(line);
+    const wxString strHead = Parser_cls::PopStrItemFromStrLine(strRest, "::");
+    const bool bTaken = curve.ReadStrLine(stream, strHead, strRest, bCheckName);
+    if (pTaken)
+        *pTaken = bTaken;
+    std::wstring strLeft;
+    std::wstring part;
+    while (std::getline(stream, part))
+        strLeft += part + L"\n";
+    return wxString(strLeft);
 }
 
 } // namespace
@@ -105,4 +135,137 @@ TEST(ColorCurve, TexelsAndDigest) {
     p->ClearTexture();
     EXPECT_TRUE(p->mVTextureBytes.empty());
     EXPECT_TRUE(p->PrepareTexture(false, 1.0f, true));
+}
+
+TEST(ColorCurve, ProjectFormRoundTrip) {
+    ColorCurveProvider_cls provider;
+    ColorCurve_cls* pSource = provider.GetPCColorCurve(2);
+    pSource->GetPCRange()->SetInitValue(-1.0, 3.0);
+    wxString strText;
+    pSource->Serialize(strText);
+    EXPECT_TRUE(strText.StartsWith("ReadColorCurve::Black White::Begin\n"
+                                   "ReadAttribute::ColorCurve_cls::Black White::Begin\n"))
+        << strText;
+    EXPECT_TRUE(strText.Contains("ReadAttribute::End\nReadParamGroup::Black White\n")) << strText;
+    EXPECT_TRUE(strText.EndsWith("ReadParamGroup::End\nReadColorCurve::End\n")) << strText;
+
+    ColorCurve_cls copy("Black White", Rgba());
+    bool bTaken = false;
+    EXPECT_EQ(ReadInto(copy, strText + "after\n", true, &bTaken), "after\n");
+    EXPECT_TRUE(bTaken);
+    wxString strCopy;
+    copy.Serialize(strCopy);
+    EXPECT_EQ(strCopy, strText);
+    EXPECT_EQ(copy.GetColor(1.0, nullptr), (std::array<unsigned char, 4>{255, 255, 255, 255}));
+    EXPECT_DOUBLE_EQ(copy.GetRemapX(1.0, 0.0), 0.5);
+
+    // Without the name check a curve of another name takes the block under its own name.
+    ColorCurve_cls other("Other", Rgba());
+    ReadInto(other, strText, false);
+    EXPECT_EQ(other.GetStrName(), "Other");
+    EXPECT_EQ(other.GetColor(1.0, nullptr), (std::array<unsigned char, 4>{255, 255, 255, 255}));
+    EXPECT_DOUBLE_EQ(other.GetRemapX(1.0, 0.0), 0.5);
+    // Lines that are not a curve block are not the curve's.
+    std::wistringstream empty;
+    EXPECT_FALSE(other.ReadStrLine(empty, "Visible=1", "", true));
+}
+
+TEST(ColorCurve, MalformedBlocksAreLoggedAndStop) {
+    ColorCurveProvider_cls provider;
+    wxString strText;
+    provider.GetPCColorCurve(5)->Serialize(strText);
+    ColorCurve_cls curve("Mine", Rgba());
+    ColorCurveProvider_cls::SetPresetKeys(0, &curve);
+    wxString strMine;
+    curve.Serialize(strMine);
+    {
+        SCOPED_TRACE("another name: skipped to its end, the rest stays");
+        LogCapture_cls log;
+        bool bTaken = false;
+        EXPECT_EQ(ReadInto(curve, strText + "next\n", true, &bTaken), "next\n");
+        EXPECT_TRUE(bTaken);
+        EXPECT_TRUE(log.Contains("strName.IsSameAs(mCstrName.GetBodySTR())"));
+        wxString strNow;
+        curve.Serialize(strNow);
+        EXPECT_EQ(strNow, strMine);
+    }
+    {
+        SCOPED_TRACE("no end line before the next block");
+        wxString strCut = strMine;
+        strCut.Replace("ReadColorCurve::End\n", "");
+        LogCapture_cls log;
+        EXPECT_EQ(ReadInto(curve, strCut + "ReadProperties::End\n", true), "ReadProperties::End\n");
+        EXPECT_TRUE(log.Contains("PopStrItemFromStrLine(strLine, wxT(\"::\")).IsSameAs(wxT(\"End\"))"));
+    }
+    {
+        SCOPED_TRACE("the channels end early, then the text ends");
+        LogCapture_cls log;
+        EXPECT_EQ(
+            ReadInto(curve, "ReadColorCurve::Mine::Begin\nReadParamGroup::Mine\nName=R\nkeyNum=2\n", true),
+            "");
+        EXPECT_TRUE(log.Contains("the text ends inside the block"));
+        EXPECT_TRUE(log.Contains("the text ends inside the channels"));
+    }
+    {
+        SCOPED_TRACE("no Begin");
+        LogCapture_cls log;
+        EXPECT_EQ(ReadInto(curve, "ReadColorCurve::Mine::Start\nnext\n", true), "next\n");
+        EXPECT_TRUE(log.Contains("::Begin expected"));
+    }
+    // Random bytes and huge key counts: no crash, no giant allocation.
+    std::string junk;
+    for (int i = 0; i < 4000; ++i)
+        junk.push_back(static_cast<char>((i * 7919) % 95 + 32));
+    LogCapture_cls log;
+    ReadInto(curve,
+             "ReadColorCurve::Mine::Begin\nReadParamGroup::Mine\nName=G\nkeyNum=2000000000\n" +
+                 wxString(junk) + "\n",
+             true);
+    EXPECT_LE(curve.mVCParam[1].GetKeyNum(), 1);
+}
+
+TEST(ColorCurve, CopiesFromTextAndPointer) {
+    ColorCurveProvider_cls provider;
+    ColorCurve_cls curve("Mine", Rgba());
+    ColorCurveProvider_cls::SetPresetKeys(0, &curve);
+    curve.GetPCRange()->SetInitValue(2.0, 4.0);
+    wxString strSpectrum;
+    provider.GetPCColorCurve(5)->Serialize(strSpectrum);
+    {
+        SCOPED_TRACE("text without alpha");
+        const auto alphaKeys = curve.mVCParam[3].mVCKey.size();
+        ASSERT_TRUE(curve.CopyColorCurveFromString(strSpectrum, false));
+        EXPECT_EQ(curve.mVCParam[0].GetKeyNum(), 7);
+        EXPECT_EQ(curve.mVCParam[3].mVCKey.size(), alphaKeys);
+        EXPECT_DOUBLE_EQ(curve.GetRemapX(3.0, 0.0), 0.5); // the range is the curve's own
+    }
+    {
+        SCOPED_TRACE("text with alpha");
+        ASSERT_TRUE(curve.CopyColorCurveFromString("\n" + strSpectrum, true));
+        EXPECT_EQ(curve.mVCParam[3].GetKeyNum(), 7);
+    }
+    {
+        SCOPED_TRACE("not a curve");
+        LogCapture_cls log;
+        EXPECT_FALSE(curve.CopyColorCurveFromString("ReadAttribute::X::Begin\n", true));
+        EXPECT_FALSE(curve.CopyColorCurveFromString("", true));
+        EXPECT_TRUE(log.Contains("no colour curve"));
+        EXPECT_EQ(curve.mVCParam[0].GetKeyNum(), 7);
+    }
+    {
+        SCOPED_TRACE("pointer: all four channels, a counted edit");
+        const wxString strStamp = curve.ParamGroup_cls::GetStrProcCounter();
+        curve.CopyColorCurveFromP(provider.GetPCColorCurve(2));
+        EXPECT_NE(curve.ParamGroup_cls::GetStrProcCounter(), strStamp);
+        EXPECT_EQ(curve.GetColor(1.0, nullptr), (std::array<unsigned char, 4>{255, 255, 255, 255}));
+        double alpha = 0.0;
+        curve.GetColor(1.0, &alpha);
+        EXPECT_DOUBLE_EQ(alpha, 1.0);
+    }
+    {
+        SCOPED_TRACE("without undo the command copies directly");
+        curve.CopyColorCurveCommand(provider.GetPCColorCurve(0), "", true);
+        EXPECT_EQ(curve.GetColor(0.0, nullptr), (std::array<unsigned char, 4>{255, 0, 0, 255}));
+    }
+    EXPECT_FALSE(ColorCurveProvider_cls::SetPresetKeys(12, &curve));
 }
