@@ -547,6 +547,11 @@ void SceneObj_cls::AddMaterialCommand() {
     }
     const wxString strName = GetStrUniqueName("Material");
     PushAndDo(GetStrTag() + "::Delete::Material::" + strName, GetStrTag() + "::New::Material::" + strName);
+    // A kind may refuse one more (a particle object has at most ten): leave no empty step.
+    if (GpCUndo && !GetPCAttribute(strName, 0) && GpCUndo->GetCurrent() == GpCUndo->GetCount()) {
+        GpCUndo->PopCommandPair();
+        --GpCUndo->mCurrent;
+    }
 }
 
 void SceneObj_cls::DeleteSelectedTLKeyCommand() {
@@ -663,7 +668,8 @@ bool SceneObj_cls::ProcNewMaterial(const wxString& strName) {
     Attribute_cls* p = pOps->mFuncNewMaterial(this, strName);
     if (!p)
         return false;
-    AddOwnAttribute(p);
+    mVPCOwnAttribute.push_back(p);
+    p->SetConfListTagForSceneObjAttribute(p->GetStrName(), GetStrName());
     AfterMath("ModifierChange", GetStrTag() + "::" + strName);
     return true;
 }
@@ -796,6 +802,7 @@ void SceneObj_cls::AddOwnAttribute(Attribute_cls* p) {
     if (!p)
         return;
     mVPCOwnAttribute.push_back(p);
+    mAstrBuiltInOwnAttribute.Add(p->GetStrName());
     p->SetConfListTagForSceneObjAttribute(p->GetStrName(), GetStrName());
 }
 
@@ -825,9 +832,23 @@ void SceneObj_cls::Serialize(wxString& strOut) {
 void SceneObj_cls::SerializeClassBlocks(wxString& strOut) {
     // The material of the kinds that have one, the fog of the world; then what a kind of a
     // layer above writes (the formats of particles and stream lines).
-    if (HasMaterialBlock(mStrClassWord) || IsClassSameAs("World_cls"))
-        for (Attribute_cls* p : mVPCOwnAttribute)
+    if (HasMaterialBlock(mStrClassWord) || IsClassSameAs("World_cls")) {
+        for (Attribute_cls* p : mVPCOwnAttribute) {
+            // A material the user added comes back through its line; a built-in one is there
+            // again when the object is made.
+            if (mAstrBuiltInOwnAttribute.Index(p->GetStrName()) == wxNOT_FOUND)
+                strOut += "New::Material::" + p->GetStrName() + "\n";
             p->Serialize(strOut);
+        }
+        // A built-in material the user deleted goes again after the others are back.
+        for (const wxString& strName : mAstrBuiltInOwnAttribute) {
+            bool bPresent = false;
+            for (Attribute_cls* p : mVPCOwnAttribute)
+                bPresent = bPresent || p->GetStrName() == strName;
+            if (!bPresent)
+                strOut += "Delete::Material::" + strName + "\n";
+        }
+    }
     if (const ClassOps_cls* pOps = GetClassOps(mStrClassWord))
         if (pOps->mFuncSerializeExtra)
             pOps->mFuncSerializeExtra(this, strOut);
@@ -852,7 +873,8 @@ void SceneObj_cls::SerializePropertiesOnly(wxString& strOut) {
     for (Attribute_cls* p : mLPCModifier) {
         const bool bBuiltIn = index++ < mNumBuiltInModifier;
         if (IsColorCurve(p) && ColorCurveOps().mFuncSerialize) {
-            strOut += "New::ColorCurve::" + p->GetStrName() + "\n";
+            if (!bBuiltIn)
+                strOut += "New::ColorCurve::" + p->GetStrName() + "\n";
             ColorCurveOps().mFuncSerialize(p, strOut);
             continue;
         }

@@ -201,6 +201,9 @@ public:
     std::vector<ParamGroup_cls*> mVPCParamGroup; // Position, RotationEuler, Scale; owned
     // Attributes the class makes for itself and writes in a block of its own (material, fog).
     std::vector<Attribute_cls*> mVPCOwnAttribute;
+    // The names of those the constructor made: they are there again when the object is made
+    // anew, so only the others are announced with a New line in the project.
+    wxArrayString mAstrBuiltInOwnAttribute;
     std::list<Attribute_cls*> mLPCModifier; // owned; built-in entries first
     int32_t mModifierCount = 0;
     std::list<Attribute_cls*> mLPCDataProc; // owned
@@ -214,7 +217,7 @@ public:
     double mModifierTime = 0.0;
 
 protected:
-    // For the constructors of the kinds.
+    // For the constructors of the kinds: the attribute counts as built in.
     void AddOwnAttribute(Attribute_cls* p);
     void AddBuiltInModifier(Attribute_cls* p);
 
