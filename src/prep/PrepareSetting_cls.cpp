@@ -63,7 +63,13 @@ void PrepareSetting_cls::ReadFromClone(ViewerClone_cls* pViewer, ViewerClone_cls
         mBaseType[m] = static_cast<int>(GetItemINT(pMat, "BaseType=", 0));
         mSizeType[m] = static_cast<int>(GetItemINT(pMat, "SizeType=", 0));
         mEmission[m] = GetGroupValue(pMat, "Emission", time, 0.0);
-        mAlpha[m] = GetGroupValue(pMat, "Alpha Modifier", time, 1.0);
+        // AlphaFactor, AlphaModBase, AlphaModMax.
+        std::vector<double> alpha;
+        if (ParamGroup_cls* pAlpha = pMat->GetPCParamGroup("Alpha Modifier"))
+            alpha = pAlpha->GetVInterpolatedValue(time, true, nullptr, false);
+        alpha.resize(3, 1.0);
+        mAlpha[m] = GetMaterialAlpha(static_cast<int>(GetItemINT(pMat, "AlphaModifier=", 0)), alpha[0],
+                                     alpha[1], alpha[2]);
         // Two components: the point size and the sphere size.
         mSizeFactor[m] = GetGroupValue(pMat, "SizeFactor", time, 1.0, mBaseType[m] == 2 ? 1 : 0);
         AttributeClone_cls* pCurve =
@@ -72,6 +78,14 @@ void PrepareSetting_cls::ReadFromClone(ViewerClone_cls* pViewer, ViewerClone_cls
         mRange0[m] = GetGroupValue(pCurve, "Range", time, 0.0, 0);
         mRange1[m] = GetGroupValue(pCurve, "Range", time, 1.0, 1);
     }
+}
+
+double PrepareSetting_cls::GetMaterialAlpha(int modifier, double factor, double base, double max) {
+    if (modifier != 1)
+        return factor;
+    if (base <= 0.0)
+        return factor * max;
+    return factor * std::min(max, 1.0 / (base * base));
 }
 
 wxString PrepareSetting_cls::GetStrValues() const {

@@ -15,6 +15,10 @@ public:
     void ReadFromClone(ViewerClone_cls* pViewer, ViewerClone_cls* pMaterial, double time);
     // Every value above as one text, for the change stamp.
     wxString GetStrValues() const;
+    // A material's alpha from its "Alpha Modifier" values: factor alone with modifier 0 ("No
+    // Modify"); with 1 ("Square Inverse") factor * min(max, 1 / base^2), and factor * max when
+    // base is 0 or less. The one rule for the material and its clone.
+    static double GetMaterialAlpha(int modifier, double factor, double base, double max);
 
     int mInterpolateBy = 0;   // 0 by index, 1 by ID
     int mInterpType = 1;      // 0 step, 1 linear, 2 Hermite, 3 Bezier, 4 smooth Bezier

@@ -2,6 +2,9 @@
 
 #include "AttributeClone_cls.h"
 #include "Attribute_cls.h"
+#include "ClassProvider_cls.h"
+#include "ColorCurveProvider_cls.h"
+#include "ColorCurve_cls.h"
 #include "DataSequence_cls.h"
 #include "SequenceRemapBase_cls.h"
 #include "ViewerClone_cls.h"
@@ -59,10 +62,37 @@ void DataViewerBase_cls::Clone(ViewerClone_cls& clone, double time) {
     clone.mCConfList.CloneConfListFrom(*this);
     clone.mStrClassWord = mStrClassWord;
     GetMatrix16(clone.mMatrix, time);
+    for (Attribute_cls* p : mVPCOwnAttribute) {
+        auto* pClone = new AttributeClone_cls;
+        p->Clone(*pClone);
+        clone.AddAttribute(pClone);
+    }
     for (const std::list<Attribute_cls*>* pList : {&mLPCModifier, &mLPCDataProc})
         for (Attribute_cls* p : *pList) {
             auto* pClone = new AttributeClone_cls;
             p->Clone(*pClone);
             clone.AddAttribute(pClone);
         }
+}
+
+ColorCurve_cls* DataViewerBase_cls::GetPNewColorCurve(SceneObj_cls* pOwner, const wxString& strName) {
+    wxArrayString astrMembers;
+    for (const char* str : {"R", "G", "B", "A"})
+        astrMembers.Add(str);
+    auto* pCurve = new ColorCurve_cls(strName, astrMembers);
+    pCurve->mpCOwner = pOwner;
+    // A new curve draws at once: it starts as a copy of the first preset.
+    if (GpCColorCurveProvider && GpCColorCurveProvider->GetPCColorCurve(0))
+        pCurve->CopyColorCurveFromP(GpCColorCurveProvider->GetPCColorCurve(0));
+    else
+        ColorCurveProvider_cls::SetPresetKeys(0, pCurve);
+    return pCurve;
+}
+
+bool DataViewerBase_cls::IsDataViewerClass(const wxString& strClass) {
+    for (const char* str :
+         {"Particle_cls", "VolumeBox_cls", "Streamline_cls", "HeightField_cls", "Isosurface_cls"})
+        if (strClass == str)
+            return true;
+    return false;
 }

@@ -5,6 +5,7 @@
 #include "ConfItem_cls.h"
 #include "SceneObj_cls.h"
 
+class ColorCurve_cls;
 class DataSequence_cls;
 class SequenceRemapBase_cls;
 class ViewerClone_cls;
@@ -21,9 +22,15 @@ public:
     // The object's active "SequenceRemap_cls" modifier, when the modifier layer made one that
     // speaks to sequences; null otherwise. Not owned.
     SequenceRemapBase_cls* GetPCSequenceRemap();
-    // Copies the object's items, its matrix at time, then its modifiers and its data processes
-    // (as attribute clones, in that order) into clone, for a worker to read.
+    // Copies the object's items, its matrix at time, then its own attributes (the materials),
+    // its modifiers (colour curves among them) and its data processes (as attribute clones, in
+    // that order) into clone, for a worker to read.
     void Clone(ViewerClone_cls& clone, double time);
+    // A colour curve of a data viewer, channels R, G, B, A, with the keys of preset 0 ("Red
+    // Yellow"); pOwner is the object it will hang on (not owned). The caller owns the curve.
+    static ColorCurve_cls* GetPNewColorCurve(SceneObj_cls* pOwner, const wxString& strName);
+    // Whether an object of that class word shows data and so takes colour curves.
+    static bool IsDataViewerClass(const wxString& strClass);
     // Folds a frame number into 0 .. count - 1 (clamped, or wrapped with repeat).
     static void ModFrame(int& frame, int count, bool repeat);
 

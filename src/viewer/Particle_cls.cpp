@@ -1,6 +1,7 @@
 #include "Particle_cls.h"
 
 #include "ClassProvider_cls.h"
+#include "ColorCurve_cls.h"
 #include "Main_cls.h"
 #include "ParticleFormatClone_cls.h"
 #include "TimeCtrl_cls.h"
@@ -45,6 +46,21 @@ Particle_cls::Particle_cls(ParentObj_cls* pParent) : DataViewerBase_cls(pParent,
     Add(&mCTwistRandom, "TwistRandom=", "0", kDraw);
     mpCCurrent = std::make_unique<ParticleForRender_cls>();
     mpCNext = std::make_unique<ParticleForRender_cls>();
+    AddOwnAttribute(new MaterialParticle_cls("Material"));
+    AddBuiltInModifier(GetPNewColorCurve(this, "ColorCurve"));
+}
+
+MaterialParticle_cls* Particle_cls::GetPNewMaterial(const wxString& strName) {
+    if (GetNumMaterial() >= MaterialParticle_cls::kMaterialMax) {
+        wxLogWarning("%s: a particle object has at most %d materials; \"%s\" is not added", GetStrName(),
+                     MaterialParticle_cls::kMaterialMax, strName);
+        return nullptr;
+    }
+    return new MaterialParticle_cls(strName);
+}
+
+MaterialParticle_cls* Particle_cls::GetPCMaterialParticle(int index) {
+    return static_cast<MaterialParticle_cls*>(GetPCAttributeFromAttribName("MaterialParticle_cls", index));
 }
 
 Particle_cls::~Particle_cls() {

@@ -3,6 +3,7 @@
 // Main thread only; readers get a clone of the format.
 #pragma once
 #include "DataViewerBase_cls.h"
+#include "MaterialParticle_cls.h"
 #include "ParticleForRender_cls.h"
 #include "ParticleFormat_cls.h"
 #include "ParticleSequence_cls.h"
@@ -13,6 +14,8 @@
 
 class Particle_cls : public DataViewerBase_cls {
 public:
+    // Starts with one material ("Material") and one colour curve ("ColorCurve", the keys of
+    // "Red Yellow"), so that a new object draws; neither is announced in the project.
     explicit Particle_cls(ParentObj_cls* pParent);
     // Waits for the preparation thread: it works on this object's render set and snaps.
     ~Particle_cls() override;
@@ -29,6 +32,13 @@ public:
     int GetTotalUsedMemoryMB() { return mCSequence.GetTotalUsedMemoryMB(); }
     int GetInterpType() const { return static_cast<int>(mCInterpType.GetBodyINT()); }
     bool IsInterpolateByID() const { return mCInterpolateBy.GetBodyINT() == 1; }
+
+    // A further material for "New::Material::<name>"; null, with a log line, when the object
+    // has ten already. The caller owns it.
+    MaterialParticle_cls* GetPNewMaterial(const wxString& strName);
+    // The index-th material, null past the end. Not owned.
+    MaterialParticle_cls* GetPCMaterialParticle(int index);
+    int GetNumMaterial() { return GetNumAttribute("MaterialParticle_cls"); }
 
     // The format block in the project: its list tag follows the object's name.
     void SerializeFormat(wxString& strOut);

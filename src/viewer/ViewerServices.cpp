@@ -1,9 +1,42 @@
 #include "ViewerServices.h"
 
+#include "ClassProvider_cls.h"
+#include "ColorCurveProvider_cls.h"
+#include "ColorCurve_cls.h"
 #include "Particle_cls.h"
 #include "VolumeBox_cls.h"
 
+#include <wx/log.h>
+
 void RegisterViewerServices() {
+    // The presets live as long as the program: every new colour curve starts from one.
+    ClassProvider_cls::SetServiceMaker(
+        SVC_ColorCurveProvider, [] { GpCColorCurveProvider = new ColorCurveProvider_cls(); },
+        [] {
+            delete GpCColorCurveProvider;
+            GpCColorCurveProvider = nullptr;
+        });
+
+    // The scene makes, writes and reads colour curves through these; it knows them only as
+    // attributes of the class word "ColorCurve_cls".
+    SceneObj_cls::ColorCurveOps_cls curves;
+    curves.mFuncMake = [](SceneObj_cls* pObj, const wxString& strName) -> Attribute_cls* {
+        if (!DataViewerBase_cls::IsDataViewerClass(pObj->mStrClassWord)) {
+            wxLogWarning("%s: a %s shows no data and takes no colour curve", pObj->GetStrName(),
+                         pObj->mStrClassWord);
+            return nullptr;
+        }
+        return DataViewerBase_cls::GetPNewColorCurve(pObj, strName);
+    };
+    curves.mFuncSerialize = [](Attribute_cls* p, wxString& strOut) {
+        static_cast<ColorCurve_cls*>(p)->Serialize(strOut);
+    };
+    curves.mFuncReadStrLine = [](Attribute_cls* p, std::wistream& stream, const wxString& strHead,
+                                 const wxString& strRest) {
+        return static_cast<ColorCurve_cls*>(p)->ReadStrLine(stream, strHead, strRest, true);
+    };
+    SceneObj_cls::SetColorCurveOps(curves);
+
     SceneObj_cls::ClassOps_cls particle;
     particle.mFuncMake = [](ParentObj_cls* pParent, const wxString&) -> SceneObj_cls* {
         return new Particle_cls(pParent);
@@ -21,6 +54,9 @@ void RegisterViewerServices() {
     };
     particle.mFuncPrefetch = [](SceneObj_cls* p) { static_cast<Particle_cls*>(p)->PrefetchData(); };
     particle.mFuncRelease = [](SceneObj_cls* p) { static_cast<Particle_cls*>(p)->ReleaseMemoryData(); };
+    particle.mFuncNewMaterial = [](SceneObj_cls* p, const wxString& strName) -> Attribute_cls* {
+        return static_cast<Particle_cls*>(p)->GetPNewMaterial(strName);
+    };
     SceneObj_cls::SetClassOps("Particle_cls", particle);
 
     SceneObj_cls::ClassOps_cls volume;
