@@ -13,6 +13,10 @@
 #include <cmath>
 #include <vector>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace {
 
 // One stage of the search: from lo to hi, looking look elements ahead and jumping look + 1 while
@@ -22,9 +26,39 @@ namespace {
 constexpr int kAbsent = -1;
 constexpr int kNotInWindow = -2;
 
+// From i on, the first place below hi where the scan of SearchStage does anything but step on: an ID not
+// below id, or a look-ahead element below id (a jump). Positions it passes are ones the scan would only
+// step over, so the stage's result is the same for any array, sorted or not. 64-bit IDs step one by one.
+template <class T> inline int SkipSteps(const T*, int i, int, T, int) {
+    return i;
+}
+
+#if defined(__SSE2__)
+inline int SkipSteps(const int* ids, int i, int hi, int id, int look) {
+    // Four places at a time while all four look-ahead reads stay below hi.
+    const int end = hi - 3 - look;
+    const __m128i vID = _mm_set1_epi32(id);
+    while (i < end) {
+        const __m128i here = _mm_loadu_si128(reinterpret_cast<const __m128i*>(ids + i));
+        int step = _mm_movemask_ps(_mm_castsi128_ps(_mm_cmplt_epi32(here, vID)));
+        if (look > 0) {
+            const __m128i ahead = _mm_loadu_si128(reinterpret_cast<const __m128i*>(ids + i + look));
+            step &= ~_mm_movemask_ps(_mm_castsi128_ps(_mm_cmplt_epi32(ahead, vID)));
+        }
+        if (step != 0xf)
+            return i + __builtin_ctz(~step & 0xf);
+        i += 4;
+    }
+    return i;
+}
+#endif
+
 template <class T> int SearchStage(const T* ids, int n, int lo, int hi, T id, int look) {
     int i = lo;
     while (i < hi) {
+        i = SkipSteps(ids, i, hi, id, look);
+        if (i >= hi)
+            break;
         if (look > 0 && i + look < hi && ids[i + look] < id) {
             i += look + 1;
             continue;
@@ -284,17 +318,29 @@ void ThreadInterpStep_cls::SearchNextIndexByID() {
     const bool bTypes = pA->mHasType && pB->mHasType && pA->mType && pB->mType;
     const unsigned char* pTypeA = pA->mType.get();
     const unsigned char* pTypeB = pB->mType.get();
-    int hint = mIni;
+    const int ini = mIni, fin = mFin;
+    // The hint follows the raw result of the search; a type change only drops the match afterwards.
+    auto keep = [&](int i, int n) {
+        if (n >= 0 && bTypes && pTypeA[i] != pTypeB[n]) {
+            // A particle that changes type counts as vanished in A and new in B.
+            pNextIndex[i] = -1;
+            return;
+        }
+        pNextIndex[i] = n;
+        if (n >= 0)
+            pPrevB[n] = i;
+    };
+    int hint = ini;
     int prev = -1;
     if (pA->mID) {
         const int* pID1 = pA->mID.get();
         const int* pID2 = pB->mID.get();
         wxASSERT_MSG(pID2 != NULL, "pID2 != NULL");
-        for (int i = mIni; i < mFin; ++i) {
-            if (i > mIni)
+        for (int i = ini; i < fin; ++i) {
+            if (i > ini)
                 hint = prev >= 0 ? prev + 1 : i;
             prev = pID2 ? SearchIDFrom(pID2, nB, hint, pID1[i]) : -1;
-            pNextIndex[i] = prev;
+            keep(i, prev);
         }
     } else {
         const long long* pIDLong1 = pA->mIDLong.get();
@@ -302,23 +348,12 @@ void ThreadInterpStep_cls::SearchNextIndexByID() {
         wxASSERT_MSG(pIDLong1 != NULL, "pIDLong1 != NULL");
         if (!pIDLong1)
             return;
-        for (int i = mIni; i < mFin; ++i) {
-            if (i > mIni)
+        for (int i = ini; i < fin; ++i) {
+            if (i > ini)
                 hint = prev >= 0 ? prev + 1 : i;
             prev = pIDLong2 ? SearchIDLongFrom(pIDLong2, nB, hint, pIDLong1[i]) : -1;
-            pNextIndex[i] = prev;
+            keep(i, prev);
         }
-    }
-    for (int i = mIni; i < mFin; ++i) {
-        const int n = pNextIndex[i];
-        if (n < 0)
-            continue;
-        // A particle that changes type counts as vanished in A and new in B.
-        if (bTypes && pTypeA[i] != pTypeB[n]) {
-            pNextIndex[i] = -1;
-            continue;
-        }
-        pPrevB[n] = i;
     }
     wxLogInfo("Search ID %d - %d time %g", mIni, mFin, pA->mTime);
 }

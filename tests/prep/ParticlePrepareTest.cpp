@@ -224,6 +224,83 @@ TEST(ParticlePrepare, SearchWindowsWidenAndStopAtLargerID) {
     EXPECT_EQ(ThreadInterpStep_cls::SearchIDLongFrom(big.data(), 3, 0, 1LL << 41), 2);
 }
 
+namespace {
+
+// The widening search as a plain scan, one place at a time, from its description: the fast search must
+// give the same index for any array, sorted or not, since unsorted input is not detected.
+int PlainStage(const std::vector<int>& ids, int lo, int hi, int id, int look, bool& bInWindow) {
+    bInWindow = true;
+    for (int i = lo; i < hi;) {
+        if (look > 0 && i + look < hi && ids[i + look] < id) {
+            i += look + 1;
+            continue;
+        }
+        if (ids[i] == id)
+            return i;
+        if (ids[i] > id) {
+            bInWindow = i > lo || lo == 0;
+            return -1;
+        }
+        ++i;
+    }
+    bInWindow = hi >= static_cast<int>(ids.size());
+    return -1;
+}
+
+int PlainSearch(const std::vector<int>& ids, int hint, int id) {
+    const int n = static_cast<int>(ids.size());
+    if (n == 0)
+        return -1;
+    hint = std::clamp(hint, 0, n - 1);
+    const int window[4] = {10, 100, 1000, 10000}, look[4] = {0, 10, 100, 1000};
+    bool bInWindow = false;
+    for (int s = 0; s < 4; ++s) {
+        const int r = PlainStage(ids, std::max(0, hint - window[s]), std::min(n, hint + window[s] + 1), id,
+                                 look[s], bInWindow);
+        if (bInWindow)
+            return r;
+    }
+    return PlainStage(ids, 0, n, id, 1000, bInWindow);
+}
+
+} // namespace
+
+TEST(ParticlePrepare, SearchAgreesWithThePlainScanOnAnyArray) {
+    std::mt19937 rng(3);
+    for (int n : {1, 2, 3, 4, 5, 7, 11, 50, 1003, 4099, 30011}) {
+        std::vector<int> sorted(n);
+        int id = -n;
+        for (int& v : sorted)
+            v = (id += 1 + static_cast<int>(rng() % 3)); // ascending with gaps, negatives included
+        std::vector<int> shuffled = sorted;
+        std::shuffle(shuffled.begin() + n / 4, shuffled.begin() + n / 2, rng);
+        std::vector<int> repeated = sorted;
+        for (int k = 0; k + 1 < n; k += 5)
+            repeated[k + 1] = repeated[k];
+        std::vector<int> descending(sorted.rbegin(), sorted.rend());
+        const std::pair<const char*, const std::vector<int>*> arrays[] = {{"sorted", &sorted},
+                                                                          {"partly shuffled", &shuffled},
+                                                                          {"repeated", &repeated},
+                                                                          {"descending", &descending}};
+        for (const auto& [name, pIDs] : arrays) {
+            SCOPED_TRACE(testing::Message() << name << ", " << n << " IDs");
+            const std::vector<int>& ids = *pIDs;
+            std::vector<long long> idsLong(ids.begin(), ids.end());
+            for (int k = 0; k < 3000; ++k) {
+                const int hint = static_cast<int>(rng() % (n + 40)) - 20;
+                // IDs of the array, and others between, below and above them.
+                const int target =
+                    k % 2 == 0 ? ids[rng() % n] : static_cast<int>(rng() % (4 * n + 20)) - 2 * n - 10;
+                const int want = PlainSearch(ids, hint, target);
+                ASSERT_EQ(ThreadInterpStep_cls::SearchIDFrom(ids.data(), n, hint, target), want)
+                    << "hint " << hint << " id " << target;
+                ASSERT_EQ(ThreadInterpStep_cls::SearchIDLongFrom(idsLong.data(), n, hint, target), want)
+                    << "hint " << hint << " id " << target;
+            }
+        }
+    }
+}
+
 TEST(ParticlePrepare, CubicFormsAndMissingNeighbours) {
     double p0[3] = {0, 0, 0}, p1[3] = {1, 0, 0}, p2[3] = {2, 0, 0}, p3[3] = {3, 0, 0}, out[3];
     for (double t : {0.0, 0.25, 0.5, 1.0}) {
