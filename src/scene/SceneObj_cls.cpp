@@ -545,13 +545,11 @@ void SceneObj_cls::AddMaterialCommand() {
         wxLogWarning("%s: a %s has one material and takes no other", GetStrName(), mStrClassWord);
         return;
     }
+    // A kind may refuse one more (a particle object has at most ten): then no step at all.
+    if (pOps->mFuncCanAddMaterial && !pOps->mFuncCanAddMaterial(this))
+        return;
     const wxString strName = GetStrUniqueName("Material");
     PushAndDo(GetStrTag() + "::Delete::Material::" + strName, GetStrTag() + "::New::Material::" + strName);
-    // A kind may refuse one more (a particle object has at most ten): leave no empty step.
-    if (GpCUndo && !GetPCAttribute(strName, 0) && GpCUndo->GetCurrent() == GpCUndo->GetCount()) {
-        GpCUndo->PopCommandPair();
-        --GpCUndo->mCurrent;
-    }
 }
 
 void SceneObj_cls::DeleteSelectedTLKeyCommand() {

@@ -175,6 +175,8 @@ public:
         std::function<bool(SceneObj_cls*, std::wistream&, const wxString&, const wxString&)> mFuncReadExtra;
         std::function<void(SceneObj_cls*)> mFuncSyncConfListTag;
         std::function<Attribute_cls*(SceneObj_cls*, const wxString&)> mFuncNewMaterial;
+        // Whether the object takes one more material; logs why not. Unset: always.
+        std::function<bool(SceneObj_cls*)> mFuncCanAddMaterial;
         std::function<double(SceneObj_cls*)> mFuncUsedMemoryMB;
         std::function<void(SceneObj_cls*)> mFuncPrefetch;
         std::function<void(SceneObj_cls*)> mFuncRelease;

@@ -50,13 +50,16 @@ Particle_cls::Particle_cls(ParentObj_cls* pParent) : DataViewerBase_cls(pParent,
     AddBuiltInModifier(GetPNewColorCurve(this, "ColorCurve"));
 }
 
+bool Particle_cls::CanAddMaterial(const wxString& strName) {
+    if (GetNumMaterial() < MaterialParticle_cls::kMaterialMax)
+        return true;
+    wxLogWarning("%s: a particle object has at most %d materials; \"%s\" is not added", GetStrName(),
+                 MaterialParticle_cls::kMaterialMax, strName);
+    return false;
+}
+
 MaterialParticle_cls* Particle_cls::GetPNewMaterial(const wxString& strName) {
-    if (GetNumMaterial() >= MaterialParticle_cls::kMaterialMax) {
-        wxLogWarning("%s: a particle object has at most %d materials; \"%s\" is not added", GetStrName(),
-                     MaterialParticle_cls::kMaterialMax, strName);
-        return nullptr;
-    }
-    return new MaterialParticle_cls(strName);
+    return CanAddMaterial(strName) ? new MaterialParticle_cls(strName) : nullptr;
 }
 
 MaterialParticle_cls* Particle_cls::GetPCMaterialParticle(int index) {

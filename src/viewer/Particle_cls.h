@@ -36,6 +36,8 @@ public:
     // A further material for "New::Material::<name>"; null, with a log line, when the object
     // has ten already. The caller owns it.
     MaterialParticle_cls* GetPNewMaterial(const wxString& strName);
+    // False, with a log line naming strName, when the object has its ten materials already.
+    bool CanAddMaterial(const wxString& strName);
     // The index-th material, null past the end. Not owned.
     MaterialParticle_cls* GetPCMaterialParticle(int index);
     int GetNumMaterial() { return GetNumAttribute("MaterialParticle_cls"); }

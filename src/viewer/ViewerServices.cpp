@@ -57,6 +57,9 @@ void RegisterViewerServices() {
     particle.mFuncNewMaterial = [](SceneObj_cls* p, const wxString& strName) -> Attribute_cls* {
         return static_cast<Particle_cls*>(p)->GetPNewMaterial(strName);
     };
+    particle.mFuncCanAddMaterial = [](SceneObj_cls* p) {
+        return static_cast<Particle_cls*>(p)->CanAddMaterial("Material");
+    };
     SceneObj_cls::SetClassOps("Particle_cls", particle);
 
     SceneObj_cls::ClassOps_cls volume;
