@@ -669,3 +669,105 @@ TEST(ParticlePrepare, ColourCoordinatesByDependAndBySortKey) {
         }
     }
 }
+
+// The pass writes size and colour in the same loop as the position when the file gives the type, and in
+// a second loop after the expression when one does. An expression that returns the file's type must
+// then give the very same arrays, for every form, vanish rule, material and downsize mode.
+TEST(ParticlePrepare, ExpressionOfTheFileTypeGivesTheSameArrays) {
+    const int n = 1000;
+    std::mt19937 rng(9);
+    auto make = [&](int step) {
+        SnapDesc d;
+        for (int id = 0; id < n; ++id) {
+            if ((id + step) % 13 == 0)
+                continue; // vanishes or appears between the steps
+            d.ids.push_back(id);
+            d.xyz.insert(d.xyz.end(),
+                         {0.01f * id + step, 0.3f * step, static_cast<float>(rng() % 100) / 7.0f});
+            d.types.push_back(static_cast<unsigned char>((id / 7 + (id % 97 == step ? 1 : 0)) % 5));
+            d.sizes.push_back(0.5f + static_cast<float>(rng() % 10) / 3.0f);
+        }
+        d.time = step;
+        return MakeSnap(d);
+    };
+    auto s0 = make(0), a = make(1), b = make(2), s3 = make(3);
+    // Materials 0 to 3: sizes from the data or constant with their own factors, colour by index, size,
+    // ID and x; type 4 falls beyond them.
+    auto addMaterials = [](ViewerClone_cls* pViewer) {
+        auto* pCurve = new AttributeClone_cls;
+        pCurve->mStrAttributeName = "ColorCurve_cls";
+        wxArrayString range;
+        range.Add("min");
+        range.Add("max");
+        pCurve->mVCParamGroup.emplace_back("Range", range);
+        pCurve->mVCParamGroup.back().SetInitValue(-2.0, 40.0);
+        pViewer->AddAttribute(pCurve);
+        const int depend[4] = {0, 1, 2, 6};
+        for (int m = 0; m < 4; ++m) {
+            auto* pMat = new AttributeClone_cls;
+            pMat->mStrAttributeName = "MaterialParticle_cls";
+            pMat->mCConfList.Add(new ConfItemSTR_cls, "SizeType=", m == 2 ? "1" : "0");
+            pMat->mCConfList.Add(new ConfItemSTR_cls, "ColorCurveType=", m == 3 ? "0" : "1");
+            pMat->mCConfList.Add(new ConfItemSTR_cls, "ColorCurveDepend=", wxString::Format("%d", depend[m]));
+            wxArrayString factor;
+            factor.Add("point");
+            factor.Add("sphere");
+            pMat->mVCParamGroup.emplace_back("SizeFactor", factor);
+            pMat->mVCParamGroup.back().SetInitValue(1.5 + m, 2.0);
+            pViewer->AddAttribute(pMat);
+        }
+    };
+    for (int by : {0, 1}) {
+        for (int interp : {0, 1, 2, 3, 4}) {
+            for (int vanish : {0, 1, 2}) {
+                for (int extrapolate : {0, 1}) {
+                    for (int downsizeType : {-1, 0, 1}) {
+                        SCOPED_TRACE(testing::Message()
+                                     << "by " << by << " interp " << interp << " vanish " << vanish
+                                     << " extrapolate " << extrapolate << " downsize " << downsizeType);
+                        ParticleForRender_cls out[2];
+                        for (int classify : {0, 1}) {
+                            auto keys = ByID(interp, vanish, extrapolate);
+                            keys["InterpolateBy="] = wxString::Format("%d", by);
+                            keys["ClassifyType="] = wxString::Format("%d", classify);
+                            keys["Classify="] = "return type";
+                            auto* pViewer = MakeViewer(keys);
+                            addMaterials(pViewer);
+                            if (downsizeType >= 0) {
+                                auto* pDown = new AttributeClone_cls;
+                                pDown->mStrAttributeName = "ParticleDownsizing_cls";
+                                pDown->mCConfList.Add(new ConfItemSTR_cls, "Downsize=", "3");
+                                pDown->mCConfList.Add(new ConfItemSTR_cls,
+                                                      "DownsizeType=", wxString::Format("%d", downsizeType));
+                                pViewer->AddAttribute(pDown);
+                            }
+                            // The pair before first, so that the predecessors of A are known.
+                            ParticleForRender_cls before;
+                            ASSERT_TRUE(
+                                Prepare(before, s0.get(), a.get(), nullptr, nullptr, 0, 0.5, ByID(1)));
+                            ASSERT_TRUE(out[classify].PrepareData(a.get(), b.get(), s0.get(), s3.get(), 1, 0,
+                                                                  0, 0.375, pViewer, nullptr, 0.0,
+                                                                  PositionAndDirection_cls(), false));
+                        }
+                        ASSERT_EQ(out[0].mNumber, out[1].mNumber);
+                        ASSERT_GT(out[0].mNumber, 0);
+                        int vanished = 0;
+                        for (long long o = 0; o < out[0].mNumber; ++o) {
+                            for (int k = 0; k < 3; ++k)
+                                ASSERT_EQ(out[0].mXYZ[3 * o + k], out[1].mXYZ[3 * o + k]) << "output " << o;
+                            ASSERT_EQ(out[0].mType[o], out[1].mType[o]) << "output " << o;
+                            ASSERT_EQ(out[0].mSize[o], out[1].mSize[o]) << "output " << o;
+                            ASSERT_EQ(out[0].mColorS[o], out[1].mColorS[o]) << "output " << o;
+                            ASSERT_EQ(out[0].mColorT[o], out[1].mColorT[o]) << "output " << o;
+                            vanished += out[0].mSize[o] == 0.0f ? 1 : 0;
+                        }
+                        // The set-to-0 rule shows that the cases reach vanished particles at all.
+                        if (by == 1 && vanish == 2 && interp != 0 && interp != 2) {
+                            EXPECT_GT(vanished, 0);
+                        }
+                    }
+                }
+            }
+        }
+    }
+}
