@@ -117,17 +117,21 @@ bool ParticleForRender_cls::ClaimIDSearch(ParticleSnap_cls* pSnap) {
     return true;
 }
 
-bool ParticleForRender_cls::WaitIDDone(ParticleSnap_cls* pSnap) {
+void ParticleForRender_cls::WaitIDDone(ParticleSnap_cls* pSnap, bool bFileName) {
     const auto start = std::chrono::steady_clock::now();
-    while (!pSnap->mIDDone) {
+    bool bLogged = false;
+    while (!pSnap->mIDDone.load(std::memory_order_acquire)) {
         const auto us =
             std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - start)
                 .count();
-        if (us > kWaitIDMicroSec)
-            return false;
+        if (us > kWaitIDMicroSec && !bLogged) {
+            wxLogMessage("Wait ID Calc Timeout B\n");
+            if (bFileName)
+                wxLogMessage("%s", pSnap->mFile);
+            bLogged = true;
+        }
         std::this_thread::sleep_for(std::chrono::milliseconds(kSleepMsData));
     }
-    return true;
 }
 
 void ParticleForRender_cls::RunIDPass(ParticleSnap_cls* pSnap, ParticleSnap_cls* pNext, bool bNext) {
@@ -217,8 +221,8 @@ bool ParticleForRender_cls::PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cl
         }
         // Tables of B against the snap after it, for the outer neighbour of the cubic forms.
         if (bByID && snap3 && snap3 != snap2 && HasIDs(snap3) && !snap2->mIDDone) {
-            if (!ClaimIDSearch(snap2) && !WaitIDDone(snap2))
-                wxLogMessage("Wait ID Calc Timeout B\n");
+            if (!ClaimIDSearch(snap2))
+                WaitIDDone(snap2, false);
             if (!snap2->mIDDone) {
                 RunIDPass(snap2, snap3, false);
                 snap2->mIDDone = true;
@@ -230,14 +234,8 @@ bool ParticleForRender_cls::PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cl
         if (bByID && !snap1->mIDDone) {
             if (ClaimIDSearch(snap1)) {
                 bSearchA = true;
-            } else if (!WaitIDDone(snap1)) {
-                wxLogMessage("Wait ID Calc Timeout B\n");
-                wxLogMessage("%s", snap1->mFile);
-            }
-            if (!snap1->mIDDone) {
-                // Time-out: the pass goes on and builds the tables itself.
-                bSearchA = true;
-                snap1->mIDRan = true;
+            } else {
+                WaitIDDone(snap1, true);
             }
         }
 

@@ -23,7 +23,8 @@ public:
     static constexpr int kSleepMsSort = 1;
     // Above this many elements the order is sorted on four threads.
     static constexpr long long kParallelSortMin = 640000;
-    // How long a pass waits for tables that another pass is building, in microseconds.
+    // How long a pass waits for tables that another pass is building before it logs a time-out, in
+    // microseconds.
     static constexpr long long kWaitIDMicroSec = 5001000;
 
     // Prepares the frame: snap1 is A (the step at or before the time), snap2 B (after it, may be
@@ -77,8 +78,10 @@ private:
     // Takes the search of pSnap's tables for this pass: true when no other pass had begun it, which
     // then marks it begun and ran. The test and the mark are one step, so two sets never both search.
     static bool ClaimIDSearch(ParticleSnap_cls* pSnap);
-    // Waits for tables another pass is building; false on time-out.
-    static bool WaitIDDone(ParticleSnap_cls* pSnap);
+    // Waits until another pass has finished pSnap's tables. The pass that claimed them always finishes
+    // them, so past kWaitIDMicroSec the time-out is logged (with the file's name when bFileName) and the
+    // wait goes on: building them here as well would write the same tables from two passes at once.
+    static void WaitIDDone(ParticleSnap_cls* pSnap, bool bFileName);
     // Held while the tables of snaps are checked and made, by whichever set comes first.
     static std::mutex msTableMutex;
     long long mCapacity = 0;

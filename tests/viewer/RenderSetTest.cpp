@@ -247,7 +247,7 @@ int CountSearches(const LogCapture_cls& log, double time) {
 // tables neither has built yet: each pair is searched by one of them while the other waits for the
 // tables, and both sets come out as if prepared one after the other.
 TEST(RenderSetsAtOnce, WorkerAndMainThreadPrepareFromTheSameSnaps) {
-    const int kCount = 200000; // several workers per pass on both paths
+    const int kCount = 60000; // two workers per pass due now, one in the background
     struct Case {
         const char* name;
         FrameArgs main, next;
@@ -283,10 +283,10 @@ TEST(RenderSetsAtOnce, WorkerAndMainThreadPrepareFromTheSameSnaps) {
             ASSERT_TRUE(bWorker);
             ExpectSameSet(current, refMain);
             ExpectSameSet(next, refNext);
-            // Each pair searched by one pass only: 3 lines from a pass due now, 2 from the background.
+            // Each pair searched by one pass only: 2 lines from a pass due now, 1 from the background.
             const int searchesA = CountSearches(log, 1.0), searchesB = CountSearches(log, 2.0);
-            EXPECT_TRUE(searchesA == 2 || searchesA == 3) << searchesA << " lines for the pair 1, 2";
-            EXPECT_TRUE(searchesB == 2 || searchesB == 3) << searchesB << " lines for the pair 2, 3";
+            EXPECT_TRUE(searchesA == 1 || searchesA == 2) << searchesA << " lines for the pair 1, 2";
+            EXPECT_TRUE(searchesB == 1 || searchesB == 2) << searchesB << " lines for the pair 2, 3";
             EXPECT_FALSE(log.Contains("Timeout"));
             for (int k = 1; k < 3; ++k) {
                 EXPECT_TRUE(snaps[k]->mIDDone) << "snap " << k;
