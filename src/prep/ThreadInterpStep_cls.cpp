@@ -56,9 +56,6 @@ inline int SkipSteps(const int* ids, int i, int hi, int id, int look) {
 template <class T> int SearchStage(const T* ids, int n, int lo, int hi, T id, int look) {
     int i = lo;
     while (i < hi) {
-        i = SkipSteps(ids, i, hi, id, look);
-        if (i >= hi)
-            break;
         if (look > 0 && i + look < hi && ids[i + look] < id) {
             i += look + 1;
             continue;
@@ -67,7 +64,8 @@ template <class T> int SearchStage(const T* ids, int n, int lo, int hi, T id, in
             return i;
         if (ids[i] > id)
             return (i > lo || lo == 0) ? kAbsent : kNotInWindow;
-        ++i;
+        // A plain step: the places after it are passed in blocks up to the next stop or jump.
+        i = SkipSteps(ids, i + 1, hi, id, look);
     }
     return hi >= n ? kAbsent : kNotInWindow;
 }
