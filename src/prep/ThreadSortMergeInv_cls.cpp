@@ -2,17 +2,6 @@
 
 #include <algorithm>
 
-void ThreadSortMergeInv_cls::SetParameters(ArrayAndIndex_cls* target, ArrayAndIndex_cls* source, int ini1,
-                                           int fin1, int ini2, int fin2, int block) {
-    mpTarget = target;
-    mpSource = source;
-    mIni1 = ini1;
-    mFin1 = fin1;
-    mIni2 = ini2;
-    mFin2 = fin2;
-    mBlock = block;
-}
-
 void ThreadSortMergeInv_cls::MergeBack(ArrayAndIndex_cls* target, const ArrayAndIndex_cls* source, int ini1,
                                        int fin1, int ini2, int fin2, int block) {
     int a = fin1 - 1;
