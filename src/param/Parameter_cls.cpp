@@ -413,6 +413,10 @@ void Parameter_cls::InsertKeyCommand(double x, wxString strTag, int type, double
         mpCParamGroup->InsertKeyCommand(x, strTag, type, ease);
         return;
     }
+    // A key already at x is the key there: a second one would make a segment of zero length,
+    // whose slope is 0 / 0 and turns the Hermite segment before it into NaN.
+    if (IsKeyExist(x))
+        return;
     double value = 0.0;
     if (IsTimeDepend())
         value = GetValue(x);

@@ -2,6 +2,8 @@
 // tags, initial keys, text form and copies.
 #include "ParamFixture.h"
 
+#include <cmath>
+
 class ParamGroupTest : public ParamFixture {
 protected:
     void SetUp() override {
@@ -104,6 +106,21 @@ TEST_F(ParamGroupTest, UnlinkedKeyStaysOnItsMember) {
     EXPECT_EQ(M(2).GetKeyNum(), 1);
     M(0).DeleteKeyCommand(0.5, "Test::Position", false);
     EXPECT_EQ(M(0).GetKeyNum(), 1);
+
+    // Inserting twice at one time leaves one key there, as in a linked group: two keys at one
+    // x would give a slope of 0 / 0 and a NaN Hermite segment before them.
+    mpGroup->InsertKeyCommand(0.5, "Test::Position", 2, 1.0);
+    for (int i = 0; i < 3; ++i)
+        M(i).mVCKey[0].mType = 2;
+    const int count = GpCUndo->GetCount();
+    mpGroup->InsertKeyCommand(0.5, "Test::Position", 2, 1.0);
+    M(1).InsertKeyCommand(0.5 + 0.5e-6, "Test::Position::y", 2, 1.0, false);
+    EXPECT_EQ(GpCUndo->GetCount(), count);
+    for (int i = 0; i < 3; ++i) {
+        SCOPED_TRACE(testing::Message() << "member " << i);
+        EXPECT_EQ(M(i).GetKeyNum(), 2);
+        EXPECT_TRUE(std::isfinite(M(i).GetValue(0.25)));
+    }
 }
 
 TEST_F(ParamGroupTest, GroupDeleteAndTypeChangeActOnMembersWithAKeyThere) {
