@@ -161,6 +161,28 @@ TEST_F(ParamExpressionTest, ErrorsAreReportedOnceAndValuesPassThrough) {
     EXPECT_EQ(mSink.Count("::Size"), 2);
 }
 
+TEST_F(ParamExpressionTest, AnEndlessLoopIsStoppedAndTheKeyFramedValuesGoOn) {
+    // Typed live: the half-written loop must not freeze the program.
+    mpGroup->mVCParam[0].mCTimeDepend.SetBodyFromData(wxString("1"));
+    mpGroup->mVCParam[0].mVCKey.push_back(mpGroup->mVCParam[0].mVCKey[0]);
+    mpGroup->mVCParam[0].mVCKey[1].mX = 1.0;
+    mpGroup->mVCParam[0].mVCKey[1].mValue = 4.0;
+    SetExpression(*mpGroup, "while true do s = s + 1 end\nreturn s");
+    EXPECT_EQ(Eval(*mpGroup, 0.5), std::vector<double>{3.0});
+    ASSERT_EQ(mSink.mVStrTexts.size(), 1u);
+    EXPECT_TRUE(mSink.mVStrTexts[0].Contains("endless loop")) << mSink.mVStrTexts[0];
+    EXPECT_TRUE(mSink.mVStrTexts[0].EndsWith("::Size")) << mSink.mVStrTexts[0];
+    EXPECT_FALSE(mpGroup->IsLuaOpen());
+    EXPECT_EQ(mpGroup->mRecursionDepth, 0);
+    // Reported once; later frames run on the key frames alone without trying again.
+    EXPECT_EQ(Eval(*mpGroup, 0.25), std::vector<double>{2.5});
+    EXPECT_EQ(mSink.mVStrTexts.size(), 1u);
+    // The finished text works.
+    SetExpression(*mpGroup, "for i = 1, 3 do s = s + 1 end\nreturn s");
+    EXPECT_EQ(Eval(*mpGroup, 0.5), std::vector<double>{6.0});
+    EXPECT_EQ(mSink.mVStrTexts.size(), 1u);
+}
+
 TEST_F(ParamExpressionTest, ACopyCompilesItsOwnState) {
     SetExpression(*mpGroup, "return s * 3");
     EXPECT_EQ(Eval(*mpGroup, 0.5), std::vector<double>{6.0});
