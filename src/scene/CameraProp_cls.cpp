@@ -11,6 +11,9 @@ CameraProp_cls::CameraProp_cls() : Attribute_cls("CameraProp_cls", "CameraProp")
     Add(&mCPassepartout, "Passepartout=", "0", strTag);
     Add(&mCPassepartoutAspect, "PassepartoutAspect=", "1.777778", strTag);
     Add(&mCPassepartoutAlpha, "PassepartoutAlpha=", "0.500000", strTag);
+    Add(&mCSizeOverride, "SizeOverride=", "0", strTag);
+    Add(&mCOverrideWidth, "OverrideWidth=", "1920", strTag);
+    Add(&mCOverrideHeight, "OverrideHeight=", "1080", strTag);
     AddOneDimParam("ViewAngle", "Angle", 45.0);
     AddOneDimParam("WideAngle", "Angle", 180.0);
     InitializeAndPushParam(GetPCNewParamGroup("ClipRange", "Near", "Far"), 0.01, 1000.0);
@@ -47,4 +50,12 @@ std::vector<float> CameraProp_cls::GetVPasspartoutInfo() const {
         return {-1.0f, -1.0f};
     return {static_cast<float>(mCPassepartoutAspect.GetBodyDOUBLE()),
             static_cast<float>(mCPassepartoutAlpha.GetBodyDOUBLE())};
+}
+
+void CameraProp_cls::GetOverrideSize(int& width, int& height) const {
+    // A side is an int of the image writer: a hand-edited zero, negative or huge value is
+    // held to a size that can be made.
+    const auto side = [](long long v) { return static_cast<int>(std::max(1LL, std::min(v, 65536LL))); };
+    width = side(mCOverrideWidth.GetBodyINT());
+    height = side(mCOverrideHeight.GetBodyINT());
 }

@@ -31,6 +31,13 @@ std::vector<float> Camera_cls::GetVPasspartoutInfo() const {
     return mpCCameraProp->GetVPasspartoutInfo();
 }
 
+bool Camera_cls::GetOverrideSize(int& width, int& height) const {
+    if (!mpCCameraProp->IsSizeOverride())
+        return false;
+    mpCCameraProp->GetOverrideSize(width, height);
+    return true;
+}
+
 int Camera_cls::GetStereoNum() const {
     return mpCStereoProp->GetStereoNum();
 }

@@ -24,6 +24,8 @@ public:
     double GetAngleL(double t);
     std::vector<double> GetVMinMax(double t);
     std::vector<float> GetVPasspartoutInfo() const;
+    // True when the camera's own size replaces the output size; then width and height are set.
+    bool GetOverrideSize(int& width, int& height) const;
     int GetStereoNum() const;
     int GetEyeType() const;
     // The camera's pose at t, from its matrix through the parent chain.

@@ -90,6 +90,15 @@ TEST_F(SceneFixture, CameraProperties) {
     EXPECT_EQ(pCamera->GetVPasspartoutInfo(), (std::vector<float>{-1.0f, -1.0f}));
     pProp->mCPassepartout.SetBodyFromData(wxString("1"));
     EXPECT_FLOAT_EQ(pCamera->GetVPasspartoutInfo()[0], 1.777778f);
+    // The image size of the camera counts only with its switch on; a side is at least a pixel.
+    int width = -1, height = -1;
+    EXPECT_FALSE(pCamera->GetOverrideSize(width, height));
+    EXPECT_EQ(width, -1);
+    RunText("ConfItemList::Begin::SceneObj::Camera::CameraProp\nSizeOverride=1\nOverrideWidth=800\n"
+            "OverrideHeight=0\nConfItemList::End\n");
+    ASSERT_TRUE(pCamera->GetOverrideSize(width, height));
+    EXPECT_EQ(width, 800);
+    EXPECT_EQ(height, 1);
     // Its pose: at its position, looking along its -z.
     pCamera->GetPCParamGroup("", "Position")->SetInitValue(0.0, 0.0, 10.0);
     pCamera->GetPCParamGroup("", "RotationEuler")->SetInitValue(0.0, 90.0, 0.0);
