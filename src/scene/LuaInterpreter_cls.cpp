@@ -8,6 +8,8 @@
 #include "TimeCtrl_cls.h"
 #include "UndoManager_cls.h"
 
+#include <cmath>
+
 namespace {
 
 void PushStr(lua_State* pL, const wxString& str) {
@@ -306,8 +308,16 @@ int l_Data_GetParent(lua_State* pL) {
 
 int l_Data_GetChild(lua_State* pL) {
     SceneObj_cls* p = LuaInterpreter_cls::GetPCSceneObjFromFirstArg(pL);
+    // Lua 5.3 gives "1.0" for a whole number reached by division: a whole float is an index too.
+    const wxString strIndex = LuaInterpreter_cls::GetStrArg(pL, 2);
     long index = -1;
-    LuaInterpreter_cls::GetStrArg(pL, 2).ToLong(&index);
+    double value = 0.0;
+    if (!strIndex.ToLong(&index)) {
+        // A failed read may leave a partial number behind.
+        index = -1;
+        if (strIndex.ToCDouble(&value) && value == std::floor(value) && std::fabs(value) < 1e9)
+            index = static_cast<long>(value);
+    }
     SceneObj_cls* pChild = p ? p->GetPCFromIndex(static_cast<int>(index)) : nullptr;
     PushStr(pL, pChild ? pChild->GetStrName() : wxString("None"));
     return 1;

@@ -39,6 +39,7 @@ TEST_F(LuaFixture, DataTableReadsTheScene) {
     EXPECT_EQ(Run("print(Data.GetChildList('ROOT'))"), "World Initial Light Camera \n");
     EXPECT_EQ(Run("print(Data.GetChildList('Box'))"), "None \n");
     EXPECT_EQ(Run("print(Data.GetChild('Camera', 0), Data.GetChild('Camera', 1))"), "Box None \n");
+    EXPECT_EQ(Run("print(Data.GetChild('Camera', 2 / 2 - 1), Data.GetChild('Camera', 0.5))"), "Box None \n");
     EXPECT_EQ(Run("print(Data.GetPosition('Box'))"), "1.5 -2.0 3.0 \n");
     EXPECT_EQ(Run("print(Data.GetScale('Box'))"), "1.0 1.0 1.0 \n");
     EXPECT_EQ(Run("print(select('#', Data.GetPosition('Nothing')))"), "0 \n");
