@@ -59,6 +59,49 @@ TEST_F(SceneFixture, DataViewersComeFromTheirLayer) {
     EXPECT_EQ(SceneText(), strText);
 }
 
+// Each of the eleven class words of a New line makes an object of that class, appended in the
+// order of the lines; the kinds of this layer carry their draw order.
+TEST_F(SceneFixture, EveryObjectClassWordMakesItsKind) {
+    for (const char* pViewer :
+         {"VolumeBox_cls", "Isosurface_cls", "Particle_cls", "Streamline_cls", "HeightField_cls"}) {
+        SceneObj_cls::ClassOps_cls ops;
+        const wxString strClass = pViewer;
+        ops.mFuncMake = [strClass](ParentObj_cls* pParent, const wxString&) {
+            return new SceneObj_cls(pParent, strClass);
+        };
+        SceneObj_cls::SetClassOps(strClass, ops);
+    }
+    const struct {
+        const char* pClass;
+        int drawOrder;
+    } cases[] = {{"Primitive_cls", 2},  {"MeshObj_cls", 2},     {"TextObj_cls", 1},    {"LightSource_cls", 4},
+                 {"Camera_cls", 2},     {"VolumeBox_cls", 2},   {"Isosurface_cls", 2}, {"Particle_cls", 2},
+                 {"Streamline_cls", 2}, {"HeightField_cls", 2}, {"World_cls", 3}};
+    Ctrl()->Clear();
+    wxString strText;
+    for (const auto& c : cases)
+        strText += kSelf + "New::" + c.pClass + "::ANY::" + c.pClass + "\n";
+    RunText(strText);
+    EXPECT_EQ(Tree(), "Primitive_cls,MeshObj_cls,TextObj_cls,LightSource_cls,Camera_cls,VolumeBox_cls,"
+                      "Isosurface_cls,Particle_cls,Streamline_cls,HeightField_cls,World_cls");
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.pClass);
+        SceneObj_cls* p = Obj(c.pClass);
+        ASSERT_NE(p, nullptr);
+        EXPECT_EQ(p->mStrClassWord, c.pClass);
+        EXPECT_EQ(p->mDrawOrder, c.drawOrder);
+        EXPECT_EQ(p->GetTag(), wxString("SceneObj::") + c.pClass);
+    }
+    // The last one made is the only selection.
+    ASSERT_EQ(Ctrl()->mVPCSelected.size(), 1u);
+    EXPECT_EQ(Ctrl()->GetActiveObjectName(), "World_cls");
+    // The text reads back to the same scene.
+    const wxString strScene = SceneText();
+    Ctrl()->Clear();
+    RunText(strScene);
+    EXPECT_EQ(SceneText(), strScene);
+}
+
 TEST_F(SceneFixture, ColorCurvesThroughTheirOps) {
     SceneObj_cls::ColorCurveOps_cls ops;
     ops.mFuncMake = [](SceneObj_cls*, const wxString& strName) { return new TestCurve_cls(strName); };
