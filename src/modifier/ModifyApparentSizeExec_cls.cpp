@@ -60,9 +60,9 @@ void ModifyApparentSizeExec_cls::Execute(float* alpha, const float* factor, int 
         return;
     const double pMin = PowerOf(mPowerMin), pMax = PowerOf(mPowerMax);
     for (long long i = 0; i < n; ++i) {
-        if (alpha[i] == 0.0f)
-            continue;
         const long long e = order[i].mIndex;
+        if (alpha[e] == 0.0f)
+            continue;
         const int t = type ? type[e] : 0;
         if (mTargetType > 0 && t != mTargetType - 1)
             continue;
@@ -84,7 +84,7 @@ void ModifyApparentSizeExec_cls::Execute(float* alpha, const float* factor, int 
             if (ratio >= 1.0) {
                 size[e] = static_cast<float>(size[e] * ratio);
                 if (mbAlphaMin)
-                    alpha[i] = static_cast<float>(std::pow(ratio, -pMin));
+                    alpha[e] = static_cast<float>(std::pow(ratio, -pMin));
                 continue;
             }
         }
@@ -93,7 +93,7 @@ void ModifyApparentSizeExec_cls::Execute(float* alpha, const float* factor, int 
             if (ratio < 1.0 && ratio > 0.0) {
                 size[e] = static_cast<float>(size[e] * ratio);
                 if (mbAlphaMax)
-                    alpha[i] = static_cast<float>(std::pow(ratio, pMax));
+                    alpha[e] = static_cast<float>(std::pow(ratio, pMax));
             }
         }
     }

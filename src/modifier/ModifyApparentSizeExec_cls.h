@@ -17,11 +17,11 @@ public:
     void SetCamera(const float* xyz, const double pos[3], const double dir[3]);
 
     // For output element i with particle e = order[i].mIndex that matches TargetType=, with
-    // alpha[i] not 0 and a depth not 0: the apparent size is factor[type] * size[e] / depth.
+    // alpha[e] not 0 and a depth not 0: the apparent size is factor[type] * size[e] / depth.
     // Below MinApparent the size grows to the limit (ratio = MinApparent / apparent >= 1) and,
-    // with ModifyAlphaMin=, alpha[i] becomes ratio^-p with p 0.5, 1, 2 for PowerAlphaMin= 0, 1, 2.
+    // with ModifyAlphaMin=, alpha[e] becomes ratio^-p with p 0.5, 1, 2 for PowerAlphaMin= 0, 1, 2.
     // Above MaxApparent the size shrinks to the limit (ratio = MaxApparent / apparent < 1) and,
-    // with ModifyAlphaMax=, alpha[i] becomes ratio^p with p 0.5, 1, 2, 3 for PowerAlphaMax=.
+    // with ModifyAlphaMax=, alpha[e] becomes ratio^p with p 0.5, 1, 2, 3 for PowerAlphaMax=.
     // factor is one size factor per material type (typeCount of them; other types use 1).
     // Returns at once when switched off.
     void Execute(float* alpha, const float* factor, int typeCount, float* size, const unsigned char* type,

@@ -99,9 +99,9 @@ void ModifyParticleSizeExec_cls::Execute(const float* alpha, float* size, const 
     if (width == 0.0)
         width = 1.0;
     for (long long i = 0; i < n; ++i) {
-        if (alpha[i] == 0.0f)
-            continue;
         const long long e = order[i].mIndex;
+        if (alpha[e] == 0.0f)
+            continue;
         if (mTargetType > 0 && (!type || type[e] != mTargetType - 1))
             continue;
         const double x = (GetSource(e, size, src) - mRange0) / width;

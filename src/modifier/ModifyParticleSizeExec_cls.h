@@ -28,7 +28,7 @@ public:
     // False when switched off or when the curve is missing; Execute then does nothing.
     bool IsReady() const { return mbValid && !mVTable.empty(); }
     // For output element i with particle e = order[i].mIndex, matching TargetType= and with
-    // alpha[i] not 0: x = (source(e) - r0) / (r1 - r0) picks an entry of the table (below 0 the
+    // alpha[e] not 0: x = (source(e) - r0) / (r1 - r0) picks an entry of the table (below 0 the
     // first, above 1 the last) and size[e] is multiplied by it.
     void Execute(const float* alpha, float* size, const unsigned char* type, const ArrayAndIndex_cls* order,
                  long long n, const ModifySizeSource_cls& src) const;

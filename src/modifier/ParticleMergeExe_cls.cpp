@@ -5,6 +5,7 @@
 #include "ParticleForRender_cls.h"
 
 #include <algorithm>
+#include <climits>
 #include <vector>
 
 ParticleMergeExe_cls::ParticleMergeExe_cls(AttributeClone_cls* pClone, ParticleForRender_cls* pOwn,
@@ -43,6 +44,10 @@ bool ParticleMergeExe_cls::Execute() {
     std::vector<float> s = Keep(mpOwn->mColorS, nOwn);
     std::vector<float> t = Keep(mpOwn->mColorT, nOwn);
     std::vector<ArrayAndIndex_cls> order = Keep(mpOwn->mOrder, nOwn);
+    std::vector<float> alpha = Keep(mpOwn->mAlpha, nOwn);
+    // Filled only when the pass thinned; otherwise element e is particle e.
+    const bool bSource = !mpOwn->mbSourceIdentity;
+    std::vector<int> source = bSource ? Keep(mpOwn->mSource, nOwn) : std::vector<int>();
     if (!mpOwn->Allocate(nOwn + nOther))
         return false;
     Put(mpOwn->mXYZ, xyz, mpOther->mXYZ, nOther * 3);
@@ -51,7 +56,14 @@ bool ParticleMergeExe_cls::Execute() {
     Put(mpOwn->mColorS, s, mpOther->mColorS, nOther);
     Put(mpOwn->mColorT, t, mpOther->mColorT, nOther);
     Put(mpOwn->mOrder, order, mpOther->mOrder, nOther);
-    for (long long i = nOwn; i < nOwn + nOther; ++i)
+    Put(mpOwn->mAlpha, alpha, mpOther->mAlpha, nOther);
+    std::copy(source.begin(), source.end(), mpOwn->mSource.get());
+    for (long long i = nOwn; i < nOwn + nOther; ++i) {
         mpOwn->mOrder[i].mIndex += static_cast<int>(nOwn);
+        // The other's elements are no particles of own's file: past its end for the filters, and shown.
+        // Without thinning their places lie past own's count already.
+        if (bSource)
+            mpOwn->mSource[i] = INT_MAX;
+    }
     return true;
 }

@@ -53,6 +53,9 @@ void ParticleForRender_cls::Clear() {
     mColorS.reset();
     mColorT.reset();
     mOrder.reset();
+    mAlpha.reset();
+    mSource.reset();
+    mbSourceIdentity = true;
     mCapacity = 0;
     mNumber = 0;
     mLastStep = -1;
@@ -69,7 +72,8 @@ bool ParticleForRender_cls::Allocate(long long n) {
     if (n > mCapacity) {
         const size_t count = static_cast<size_t>(n);
         const bool bOk = Grow(mXYZ, count * 3) && Grow(mType, count) && Grow(mSize, count) &&
-                         Grow(mColorS, count) && Grow(mColorT, count) && Grow(mOrder, count);
+                         Grow(mColorS, count) && Grow(mColorT, count) && Grow(mOrder, count) &&
+                         Grow(mAlpha, count) && Grow(mSource, count);
         if (!bOk) {
             wxLogMessage("ParticleForRender: out of memory for %lld elements", n);
             Clear();
@@ -101,6 +105,26 @@ wxString ParticleForRender_cls::GetStrProcCounterClone(ViewerClone_cls* viewer, 
     if (viewer->IsParamGroupTimeDepend())
         str << "@" << wxString::Format("%.17g", time);
     return str;
+}
+
+std::function<void(int, ParticleModifierCall_cls&)> ParticleForRender_cls::msFuncParticleModifier;
+
+bool ParticleForRender_cls::HasSizeModifier(ViewerClone_cls* viewer) {
+    return viewer && (viewer->GetNumAttribute("ModifyApparentSize_cls") > 0 ||
+                      viewer->GetNumAttribute("ModifyParticleSize_cls") > 0);
+}
+
+bool ParticleForRender_cls::HasActiveMerge(ViewerClone_cls* viewer) {
+    if (!viewer)
+        return false;
+    for (const auto& pAttr : viewer->mVPCAttribute) {
+        const ConfItem_cls* pValid = pAttr->GetPCItem("Validity=");
+        const ConfItem_cls* pTarget = pAttr->GetPCItem("Target=");
+        if (pAttr->IsAttributeSameAs("ParticleMerge_cls") && (!pValid || pValid->GetBodyINT() != 0) &&
+            pTarget && pTarget->GetBodySTR() != "None")
+            return true;
+    }
+    return false;
 }
 
 wxString ParticleForRender_cls::GetStrInfo() const {
@@ -190,7 +214,17 @@ bool ParticleForRender_cls::PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cl
         else
             strStamp << "|-";
     }
+    // The size modifiers scale the sizes of the pass in place and read the camera: with one of them a
+    // new camera or sort type means a new pass, never a second scaling of the same sizes.
+    const bool bSizeModifier = HasSizeModifier(viewer);
+    if (bSizeModifier)
+        strStamp << wxString::Format("|cam %.17g,%.17g,%.17g,%.17g,%.17g,%.17g sort %d", camera.mPos[0],
+                                     camera.mPos[1], camera.mPos[2], camera.mTgt[0], camera.mTgt[1],
+                                     camera.mTgt[2], setting.mSortType);
+    // A merge appends another object's frame, whose changes leave no trace in this object's inputs: such
+    // a frame is always made anew.
     const bool bRecompute =
+        HasActiveMerge(viewer) ||
         !(step == mLastStep && static_cast<float>(t) == mLastInterp && strStamp == mLastProcCounter);
     mLastStep = step;
     mLastInterp = static_cast<float>(t);
@@ -250,6 +284,7 @@ bool ParticleForRender_cls::PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cl
             pWorker->mByID = bByID;
             pWorker->mbSearch = bSearchA;
             pWorker->SetParametersTime(t, step, frame, subframe);
+            pWorker->mNT = time;
             pWorker->SetParametersDownsize(startOut, factor, type);
             StartWorker(pWorker, &list[k], ini, fin);
         }
@@ -258,7 +293,20 @@ bool ParticleForRender_cls::PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cl
             snap1->mIDDone = true;
             snap2->mPrevDone = true;
         }
+        mbSourceIdentity = factor == 1;
         ++mDataCounter;
+        // Right after the interpolation: the merges of other particle objects' frames.
+        if (msFuncParticleModifier && HasActiveMerge(viewer)) {
+            ParticleModifierCall_cls call;
+            call.mpCSet = this;
+            call.mpCViewer = viewer;
+            call.mpCSnapA = snap1;
+            call.mTime = time;
+            call.mCamera = camera;
+            call.mSortType = setting.mSortType;
+            call.mbNext = bNext;
+            msFuncParticleModifier(ParticleModifierCall_cls::kStageMerge, call);
+        }
     }
 
     // Sort when the data changed, the camera really moved, or the sort type changed.
@@ -276,16 +324,28 @@ bool ParticleForRender_cls::PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cl
         mLastSortType = s;
     }
     if ((bNew || bRecompute) && mNumber > 0)
-        ProcIndexAndZ(setting, camera, bNext);
+        ProcIndexAndZ(setting, viewer, snap1, time, camera, bNext);
     wxLogInfo("PrepareData Time=%ld", watch.Time());
     return true;
 }
 
-void ParticleForRender_cls::ProcIndexAndZ(const PrepareSetting_cls& setting,
+void ParticleForRender_cls::ProcIndexAndZ(const PrepareSetting_cls& setting, ViewerClone_cls* viewer,
+                                          const ParticleSnap_cls* snapA, double time,
                                           const PositionAndDirection_cls& camera, bool bNext) {
     wxStopWatch watch;
     const int count = static_cast<int>(mNumber);
     const int s = setting.mSortType;
+    ParticleModifierCall_cls call;
+    call.mpCSet = this;
+    call.mpCViewer = viewer;
+    call.mpCSnapA = snapA;
+    call.mTime = time;
+    call.mCamera = camera;
+    call.mSortType = s;
+    call.mbNext = bNext;
+    // The key workers also set every filter alpha back to 1 (0 for empty places), so the filters and
+    // shapes below, which only multiply it, never see the alpha of an earlier run. They read the
+    // elements and not the order, so running them after the keys and before the sort is the same.
     int n = 0;
     std::atomic<bool>* list = GetNewPCbFinishList(n, count, bNext);
     for (int k = 0; k < n; ++k) {
@@ -296,6 +356,8 @@ void ParticleForRender_cls::ProcIndexAndZ(const PrepareSetting_cls& setting,
         StartWorker(pWorker, &list[k], ini, fin);
     }
     WaitThreadsAndDeleteFlag(list, n, kSleepMsSort);
+    if (msFuncParticleModifier)
+        msFuncParticleModifier(ParticleModifierCall_cls::kStageRemove, call);
     // 0 keeps the order of the data; 7 fills the keys for later use and leaves the order.
     if (s != 0 && s != 7) {
         if (mNumber <= kParallelSortMin)
@@ -303,6 +365,9 @@ void ParticleForRender_cls::ProcIndexAndZ(const PrepareSetting_cls& setting,
         else
             SortParallel_cls().SortParallel(mOrder.get(), count);
     }
+    // The size modifiers read the keys as depths.
+    if (msFuncParticleModifier && HasSizeModifier(viewer))
+        msFuncParticleModifier(ParticleModifierCall_cls::kStageSize, call);
     bool bDepend = false;
     for (int m = 0; m < PrepareSetting_cls::kMaterialMax; ++m)
         if (setting.mColorCurveType[m] == 1 && setting.mColorCurveDepend[m] == 9)

@@ -10,11 +10,30 @@
 
 #include <wx/string.h>
 
+#include <functional>
 #include <memory>
 #include <mutex>
 
+class ParticleForRender_cls;
 class ParticleSnap_cls;
 class ViewerClone_cls;
+
+// What the particle modifiers see at their places in a pass. Not owned: all belong to the pass.
+class ParticleModifierCall_cls {
+public:
+    // The places, in the order a pass reaches them: right after the interpolation (merges, main thread
+    // only), before the order is sorted (filters and shapes set the filter alpha), after the keys (the
+    // size modifiers).
+    enum { kStageMerge = 0, kStageRemove = 1, kStageSize = 2 };
+
+    ParticleForRender_cls* mpCSet = nullptr;
+    ViewerClone_cls* mpCViewer = nullptr;
+    const ParticleSnap_cls* mpCSnapA = nullptr; // the snap the elements come from
+    double mTime = 0.0;
+    PositionAndDirection_cls mCamera; // in the object's space
+    int mSortType = 0;
+    bool mbNext = false;
+};
 
 class ParticleForRender_cls : public ThreadCommon_cls {
 public:
@@ -44,8 +63,21 @@ public:
     // Elements that a pass over count elements of A writes.
     static long long GetNumDownsized(long long count, int factor, int type);
 
-    // Keys of the order and, when due, the sort and the colour coordinates that depend on depth.
-    void ProcIndexAndZ(const PrepareSetting_cls& setting, const PositionAndDirection_cls& camera, bool bNext);
+    // Keys of the order with the filter alpha back to 1, the filters and shapes, the sort when due,
+    // the size modifiers and the colour coordinates that depend on depth. snapA is the snap the elements
+    // came from (for their IDs and values); viewer may be null.
+    void ProcIndexAndZ(const PrepareSetting_cls& setting, ViewerClone_cls* viewer,
+                       const ParticleSnap_cls* snapA, double time, const PositionAndDirection_cls& camera,
+                       bool bNext);
+
+    // The particle modifiers, installed by the modifier layer: called with the stage and the pass's
+    // arrays. Without it a pass runs no modifier.
+    static std::function<void(int stage, ParticleModifierCall_cls& call)> msFuncParticleModifier;
+    // Whether a clone carries an entry that changes sizes after the keys; such entries scale mSize in
+    // place, so their pass must always follow a fresh data pass.
+    static bool HasSizeModifier(ViewerClone_cls* viewer);
+    // Whether a clone carries a merge that is switched on and names a target.
+    static bool HasActiveMerge(ViewerClone_cls* viewer);
 
     // Frees the arrays and resets the stamps.
     void Clear();
@@ -61,6 +93,13 @@ public:
     std::unique_ptr<float[]> mColorS;
     std::unique_ptr<float[]> mColorT;
     std::unique_ptr<ArrayAndIndex_cls[]> mOrder;
+    // The filter alpha of each element: 1 shown, 0 hidden by a filter or shape, or a place left empty by a
+    // thinning by ID; the apparent-size limit may lower it.
+    std::unique_ptr<float[]> mAlpha;
+    // The index in snap A of each element when the pass thinned the data (-1 for an empty place); when
+    // mbSourceIdentity is set, element e is particle e and the array is not filled.
+    std::unique_ptr<int[]> mSource;
+    bool mbSourceIdentity = true;
     int mLastStep = -1;
     float mLastInterp = -1.0f;
     int mLastSortType = -1;

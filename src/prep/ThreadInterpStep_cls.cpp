@@ -122,6 +122,7 @@ struct PassArrays_cls {
     float* mpOutSize = nullptr;
     float* mpOutS = nullptr;
     float* mpOutT = nullptr;
+    int* mpOutSource = nullptr; // the element's index in A, written only when the pass thins
     double mT = 0.0;
     double mU = 1.0;           // 1 - t
     bool mbInterpSize = false; // Linear and the Bezier forms interpolate size; Step and Hermite keep A's
@@ -440,7 +441,7 @@ bool ThreadInterpStep_cls::ClassifyByExpression(int firstOut, int count, const i
             mpCOut->mType[firstOut + k] = 0;
         return true;
     }
-    LuaBase_cls::SetVariable(pL, mT, "nt");
+    LuaBase_cls::SetVariable(pL, mNT, "nt");
     LuaBase_cls::SetVariable(pL, mFrame, "frame");
     LuaBase_cls::SetVariable(pL, mSubframe, "subframe");
     LuaBase_cls::SetVariable(pL, mStep, "seq");
@@ -490,6 +491,7 @@ template <bool bLinear, class KeyFn> void ThreadInterpStep_cls::Interpolate(KeyF
     a.mpOutSize = pOut->mSize.get();
     a.mpOutS = pOut->mColorS.get();
     a.mpOutT = pOut->mColorT.get();
+    a.mpOutSource = mDownsize == 1 ? nullptr : pOut->mSource.get();
     a.mT = mT;
     a.mU = 1.0 - mT;
     a.mbInterpSize = mInterp == 1 || mInterp == 3 || mInterp == 4;
@@ -537,6 +539,8 @@ template <bool bLinear, class KeyFn> void ThreadInterpStep_cls::Interpolate(KeyF
         }
         const unsigned char type = a.mpTypeA ? a.mpTypeA[i] : 0;
         a.mpOutType[o] = type;
+        if (!bAll && a.mpOutSource)
+            a.mpOutSource[o] = i;
         // The size needs the material, so with an expression it waits for the classification.
         if (bClassify)
             vElement.push_back(i);
@@ -563,6 +567,8 @@ template <bool bLinear, class KeyFn> void ThreadInterpStep_cls::Interpolate(KeyF
             pOut->mType[k] = 0;
             pOut->mColorS[k] = 0.0f;
             pOut->mColorT[k] = 0.0f;
+            if (a.mpOutSource)
+                a.mpOutSource[k] = -1;
         }
     }
 }

@@ -55,6 +55,8 @@ public:
     // This pass builds A's tables before it interpolates; decided once by the caller, which claimed them.
     bool mbSearch = false;
     double mT = 0.0;
+    // The frame's normalised time: "nt" of the classification expression.
+    double mNT = 0.0;
     int mStep = 0;
     int mFrame = 0;
     int mSubframe = 0;

@@ -28,11 +28,13 @@ inline float KeyOf(int sortType, const float* p, unsigned char type, const Posit
 
 // One loop per sort type, so that the choice is made once per range and not per element; the keys are
 // those of GetKey, folded by the compiler for the constant type.
+// The filter alpha goes back to 1, or 0 for a place that a thinning by ID left empty (pSource not null).
 template <int kSortType>
-void FillKeys(ArrayAndIndex_cls* pOrder, const float* pXYZ, const unsigned char* pType, int ini, int fin,
-              const PositionAndDirection_cls& camera) {
+void FillKeys(ArrayAndIndex_cls* pOrder, float* pAlpha, const int* pSource, const float* pXYZ,
+              const unsigned char* pType, int ini, int fin, const PositionAndDirection_cls& camera) {
     const PositionAndDirection_cls c = camera; // a local copy: the stores below cannot touch it
     for (int i = ini; i < fin; ++i) {
+        pAlpha[i] = (!pSource || pSource[i] >= 0) ? 1.0f : 0.0f;
         pOrder[i].mIndex = i;
         pOrder[i].mValue =
             KeyOf(kSortType, pXYZ + 3 * static_cast<size_t>(i), kSortType == 5 ? pType[i] : 0, c);
@@ -57,27 +59,30 @@ void ThreadSetArrayZ_cls::Work() {
     ArrayAndIndex_cls* pOrder = mpCOut->mOrder.get();
     const float* pXYZ = mpCOut->mXYZ.get();
     const unsigned char* pType = mpCOut->mType.get();
+    float* pAlpha = mpCOut->mAlpha.get();
+    const int* pSource = mpCOut->mbSourceIdentity ? nullptr : mpCOut->mSource.get();
     switch (mSortType) {
     case 1:
     case 6:
-        FillKeys<1>(pOrder, pXYZ, pType, mIni, mFin, mCamera);
+        FillKeys<1>(pOrder, pAlpha, pSource, pXYZ, pType, mIni, mFin, mCamera);
         break;
     case 2:
-        FillKeys<2>(pOrder, pXYZ, pType, mIni, mFin, mCamera);
+        FillKeys<2>(pOrder, pAlpha, pSource, pXYZ, pType, mIni, mFin, mCamera);
         break;
     case 3:
     case 7:
-        FillKeys<3>(pOrder, pXYZ, pType, mIni, mFin, mCamera);
+        FillKeys<3>(pOrder, pAlpha, pSource, pXYZ, pType, mIni, mFin, mCamera);
         break;
     case 4:
-        FillKeys<4>(pOrder, pXYZ, pType, mIni, mFin, mCamera);
+        FillKeys<4>(pOrder, pAlpha, pSource, pXYZ, pType, mIni, mFin, mCamera);
         break;
     case 5:
-        FillKeys<5>(pOrder, pXYZ, pType, mIni, mFin, mCamera);
+        FillKeys<5>(pOrder, pAlpha, pSource, pXYZ, pType, mIni, mFin, mCamera);
         break;
     default:
         // No key: the order of the data, read from nothing.
         for (int i = mIni; i < mFin; ++i) {
+            pAlpha[i] = (!pSource || pSource[i] >= 0) ? 1.0f : 0.0f;
             pOrder[i].mIndex = i;
             pOrder[i].mValue = 0.0f;
         }

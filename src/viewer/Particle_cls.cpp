@@ -223,11 +223,29 @@ bool Particle_cls::PrepareDraw(int step, int composite) {
     }
     if (bPlaying && mbPrefetchNext) {
         const double ntNext = GpCTimeCtrl->GetNextNT(false);
-        auto* pNext = new ViewerClone_cls;
+        auto pNext = std::make_unique<ViewerClone_cls>();
         Clone(*pNext, ntNext);
-        PrepareDataNext(pNext, nullptr, composite, ntNext, mCCameraNext);
+        if (!IsPreparedOnMainThreadOnly(*pNext))
+            PrepareDataNext(pNext.release(), nullptr, composite, ntNext, mCCameraNext);
     }
     return true;
+}
+
+bool Particle_cls::IsPreparedOnMainThreadOnly(ViewerClone_cls& clone) {
+    // A merge takes another object's frame, and a shape given by an object reads that object's pose:
+    // both read the scene, which only the main thread may.
+    for (const auto& pAttr : clone.mVPCAttribute) {
+        const ConfItem_cls* pValid = pAttr->GetPCItem("Validity=");
+        if (pValid && pValid->GetBodyINT() == 0)
+            continue;
+        const ConfItem_cls* pTarget = pAttr->GetPCItem("Target=");
+        if (pAttr->IsAttributeSameAs("ParticleMerge_cls") && pTarget && pTarget->GetBodySTR() != "None")
+            return true;
+        const ConfItem_cls* pShape = pAttr->GetPCItem("BooleanShape=");
+        if (pAttr->IsAttributeSameAs("ParticleBoolean_cls") && pShape && pShape->GetBodyINT() == 2)
+            return true;
+    }
+    return false;
 }
 
 bool Particle_cls::PrepareDataNext(ViewerClone_cls* pViewer, ViewerClone_cls* pMaterial, int composite,

@@ -70,6 +70,9 @@ public:
     // frees the clones and returns false. Takes the clones.
     bool PrepareDataNext(ViewerClone_cls* pViewer, ViewerClone_cls* pMaterial, int composite, double time,
                          PositionAndDirection_cls camera);
+    // Whether a frame with these entries must be prepared on the main thread: an active merge with a target,
+    // or a shape given by a scene object. Such frames are never prepared in the background.
+    static bool IsPreparedOnMainThreadOnly(ViewerClone_cls& clone);
     // Joins the preparation thread; true when it prepared a frame.
     bool WaitPrepareNext();
     // The camera poses of this draw and of the next frame, in the scene's space.
