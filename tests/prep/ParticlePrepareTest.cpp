@@ -535,6 +535,14 @@ TEST(ParticlePrepare, ClassificationByExpression) {
         for (int i = 0; i < 4; ++i)
             EXPECT_EQ(out.mType[i], c.types[i]) << "element " << i;
     }
+    SCOPED_TRACE("nt is the frame's normalised time, not the factor between the steps");
+    auto keys = ByID(1);
+    keys["ClassifyType="] = "1";
+    keys["Classify="] = "return nt * 2 + seq";
+    ParticleForRender_cls out;
+    ASSERT_TRUE(out.PrepareData(a.get(), a.get(), nullptr, nullptr, 4, 0, 0, 0.25, MakeViewer(keys), nullptr,
+                                1.5, PositionAndDirection_cls(), false));
+    EXPECT_EQ(out.mType[0], 7);
 }
 
 TEST(ParticlePrepare, CameraIsTakenIntoObjectSpace) {
