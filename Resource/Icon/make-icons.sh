@@ -149,3 +149,19 @@ convert "${BASE[@]}" -fill '#e8ecf0' -stroke '#8a96a3' -draw "roundrectangle 1,1
 convert "${BASE[@]}" -fill '#5b6b7c' -stroke '#3a4654' -draw "roundrectangle 1,1 30,30 5,5" \
     -fill white -stroke none -font $FONT -pointsize 18 -gravity center -annotate +0+1 "A" \
     -strip "PNG32:wxART_TLICON_AUTO_P.png"
+
+# ---- 3D view: the button that opens the numeric panel, drawn over the picture ----
+icon wxART_SHOW_GL -fill '#e8ecf0c0' -stroke '#3a4654' -draw "roundrectangle 1,1 30,30 5,5" \
+    -fill none -stroke '#303840' -strokewidth 3 -draw "line 19,8 11,16" -draw "line 11,16 19,24"
+
+# ---- colour-curve editor: the A channel shown or hidden, and the channel selector ----
+CHECKER=(-fill '#ffffff' -stroke '#8a96a3' -draw "rectangle 2,2 29,29" -stroke none -fill '#c8ccd2'
+         -draw "rectangle 2,2 8,8" -draw "rectangle 16,2 22,8" -draw "rectangle 9,9 15,15"
+         -draw "rectangle 23,9 29,15" -draw "rectangle 2,16 8,22" -draw "rectangle 16,16 22,22"
+         -draw "rectangle 9,23 15,29" -draw "rectangle 23,23 29,29")
+icon wxART_ALPHA_ON "${CHECKER[@]}" -fill '#2f6fb5' -font $FONT -pointsize 22 -gravity center \
+    -annotate +0+1 "A"
+icon wxART_ALPHA_OFF "${CHECKER[@]}" -fill '#9aa3ad' -font $FONT -pointsize 22 -gravity center \
+    -annotate +0+1 "A" -gravity none -fill none -stroke '#d03030' -strokewidth 3 -draw "line 4,27 27,4"
+tl_icon wxART_SELECTOR -fill '#303840' -stroke white -strokewidth 1 \
+    -draw "polygon 10,5 10,25 15,20 19,28 22,27 18,19 25,19"

@@ -48,7 +48,11 @@ const std::vector<wxString>& MyArtProvider::GetTags() {
         // key types of new keys, normal and pressed
         "wxART_TLICON_LINEAR_N", "wxART_TLICON_LINEAR_P", "wxART_TLICON_HERMITE_AUTO_N",
         "wxART_TLICON_HERMITE_AUTO_P", "wxART_TLICON_HERMITE_EASE_N", "wxART_TLICON_HERMITE_EASE_P",
-        "wxART_TLICON_STEP_N", "wxART_TLICON_STEP_P", "wxART_TLICON_AUTO", "wxART_TLICON_AUTO_P"};
+        "wxART_TLICON_STEP_N", "wxART_TLICON_STEP_P", "wxART_TLICON_AUTO", "wxART_TLICON_AUTO_P",
+        // the button of the 3D view that opens its numeric panel
+        "wxART_SHOW_GL",
+        // colour-curve editor: the A channel shown or hidden, the channel selector
+        "wxART_ALPHA_ON", "wxART_ALPHA_OFF", "wxART_SELECTOR_N", "wxART_SELECTOR_P"};
     return sVStrTags;
 }
 
