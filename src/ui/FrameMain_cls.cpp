@@ -375,6 +375,10 @@ void FrameMain_cls::ProceedParse(std::wistream& stream, const wxString& strRest)
             break;
         }
     }
+    // A block that held no tree (empty, or cut short before it) would leave a window without any
+    // panel and no bar to make one: it gets the single view instead.
+    if (!mpCSWindowTop)
+        MakeSinglePanel();
     if (mpCSWindowTop)
         mpCSWindowTop->SetMinimumSize();
 }

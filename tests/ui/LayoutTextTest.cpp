@@ -106,6 +106,11 @@ TEST_F(LayoutTextTest, BodylessPanelsAndUnknownNamesAreReadInOrder) {
          "FrameMain::0::1000::800\nSplittableWindow::Panel\nwxPanelEX::Undefiend\nSplittableWindow::Close\n"
          "FrameMain::Close\n",
          {}},
+        {"a window block without a tree gets the single 3D view",
+         "FrameMain::0::1000::800\nFrameMain::Close\n",
+         "FrameMain::0::1000::800\nSplittableWindow::Panel\nwxPanelEX::VIEW3D\nSplittableWindow::Close\n"
+         "FrameMain::Close\n",
+         {"VIEW3D"}},
         {"a block of a panel that has none is not written back",
          "FrameMain::0::1000::800\nSplittableWindow::Panel\nwxPanelEX::CONSOLE\nConfItemList::Begin::"
          "Console\n"
