@@ -21,6 +21,7 @@
 #include <set>
 #include <string>
 #include <thread>
+#include <vector>
 
 #if defined(ORV_GUI_EXE) && defined(ORV_BUILD_DIR)
 
@@ -67,9 +68,10 @@ size_t CountColours(const wxImage& image, const wxRect& rect) {
     return colours.size();
 }
 
-// The point of the Add tool, relative to the window's origin, in a main window of the program's
-// size: the ribbon lays out the same there as in the program.
-wxPoint FindAddToolPoint() {
+// The centres of ribbon tools, relative to the window's origin, in a main window of the
+// program's size: the ribbon lays out the same there as in the program. (-1, -1) for a tool
+// that was not found.
+std::vector<wxPoint> FindToolPoints(const std::vector<int>& vIds) {
     PrepareWindowResources();
     auto* pProbe = new FrameMain_cls("Orvantis4 probe", nullptr, 0, 0, 1280, 960);
     pProbe->Show();
@@ -78,16 +80,20 @@ wxPoint FindAddToolPoint() {
         wxTheApp->Yield(true);
         wxMilliSleep(10);
     }
-    wxPoint point(-1, -1);
-    if (wxRibbonToolBar* pBar = pProbe->GetPCRibbon()->GetToolBar(ID_RBN_NEW_OBJ)) {
-        wxRect rect = pBar->GetToolRect(ID_RBN_NEW_OBJ);
-        if (!rect.IsEmpty())
-            point = pBar->ClientToScreen(rect.GetPosition() + wxSize(rect.width / 2, rect.height / 2)) -
-                    pProbe->GetScreenPosition();
+    std::vector<wxPoint> vPoints;
+    for (int id : vIds) {
+        wxPoint point(-1, -1);
+        if (wxRibbonToolBar* pBar = pProbe->GetPCRibbon()->GetToolBar(id)) {
+            wxRect rect = pBar->GetToolRect(id);
+            if (!rect.IsEmpty())
+                point = pBar->ClientToScreen(rect.GetPosition() + wxSize(rect.width / 2, rect.height / 2)) -
+                        pProbe->GetScreenPosition();
+        }
+        vPoints.push_back(point);
     }
     pProbe->Destroy();
     wxTheApp->ProcessPendingEvents();
-    return point;
+    return vPoints;
 }
 
 // Runs a shell command and gives back its first line of output.
@@ -201,17 +207,21 @@ TEST(EndToEndTest, TheProgramShowsItsWindowAndQuitsWritingItsSettings) {
 }
 
 // A user adds a box: a click on the ribbon's Add tool opens the menu of object kinds, the first
-// item (Box) is taken with the keyboard, and the outliner at the right shows the new object.
-TEST(EndToEndTest, AddingABoxFromTheRibbonShowsItInTheOutliner) {
+// item (Box) is taken with the keyboard, and the outliner at the right shows the new object;
+// a click on Undo takes it away again.
+TEST(EndToEndTest, AddingABoxFromTheRibbonShowsItInTheOutlinerAndUndoTakesItBack) {
     if (!X11Support::IsDisplayReachable() || !IsGuiAvailable())
         GTEST_SKIP() << "no display: the end-to-end test needs one (run under xvfb-run)";
     if (!wxFileExists("/usr/bin/xdotool"))
         GTEST_SKIP() << "xdotool is not installed";
     if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
         wxImage::AddHandler(new wxPNGHandler);
-    const wxPoint point = FindAddToolPoint();
+    const std::vector<wxPoint> vPoints = FindToolPoints({ID_RBN_NEW_OBJ, ID_RBN_UNDO});
+    const wxPoint point = vPoints[0], pointUndo = vPoints[1];
     ASSERT_GE(point.x, 0);
     ASSERT_GE(point.y, 0);
+    ASSERT_GE(pointUndo.x, 0);
+    ASSERT_GE(pointUndo.y, 0);
 
     TempDir_cls temp;
     std::string strExe = std::string(temp.Path("orvantis4").utf8_str());
@@ -263,6 +273,17 @@ TEST(EndToEndTest, AddingABoxFromTheRibbonShowsItInTheOutliner) {
     EXPECT_GT(CountChangedPixels(before, after, wxRect(950, 150, 320, 250)), 20u);
     // The 3D view and the timeline on the left do not change with it.
     EXPECT_EQ(CountChangedPixels(before, after, wxRect(0, 300, 900, 500)), 0u);
+
+    // The Undo tool takes the box back: the outliner shows the scene as it was.
+    std::string strUndo = "xdotool mousemove --window " + strWindow + " " + std::to_string(pointUndo.x) +
+                          " " + std::to_string(pointUndo.y) + " click 1 mousemove --window " + strWindow +
+                          " 600 600";
+    ASSERT_EQ(system(strUndo.c_str()), 0) << strUndo;
+    std::this_thread::sleep_for(std::chrono::milliseconds(1200));
+    wxImage undone;
+    ASSERT_TRUE(TakeScreenshot(strShotDir + "/add-box-undone.png", undone));
+    EXPECT_GT(CountChangedPixels(after, undone, wxRect(950, 150, 320, 250)), 20u);
+    EXPECT_EQ(CountChangedPixels(before, undone, wxRect(950, 150, 320, 250)), 0u);
 
     EXPECT_GT(X11Support::AskWindowsToClose("Orvantis4 ver"), 0);
     int exitCode = WaitForExit(pid, 20);

@@ -94,16 +94,19 @@ TEST_F(FrameMainTest, EscapeLeavesFullScreenUnlessATextWidgetHasTheFocus) {
     wxKeyEvent key(wxEVT_KEY_DOWN);
     key.m_keyCode = WXK_ESCAPE;
 
+    mpFrame->ShowFullScreen(true, wxFULLSCREEN_ALL);
     pRibbon->Hide();
     mpFrame->SetStatusText("text", 0);
     mpFrame->OnKeyDown(key);
     EXPECT_EQ(shortcutCalls, 0);
+    EXPECT_TRUE(mpFrame->IsFullScreen());
     EXPECT_FALSE(pRibbon->IsShown());
     EXPECT_TRUE(key.GetSkipped());
 
     mpFrame->SetStatusText("VIEW3D", 0);
     mpFrame->OnKeyDown(key);
     EXPECT_EQ(shortcutCalls, 1);
+    EXPECT_FALSE(mpFrame->IsFullScreen());
     EXPECT_TRUE(pRibbon->IsShown());
 
     SCOPED_TRACE("the key reaches the frame from the top of the panel tree");

@@ -410,10 +410,13 @@ TEST_F(ScenePanelsTest, TextFieldsKeepTheNameThatKeepsEscapeInside) {
         GTEST_SKIP() << "the display gives no keyboard focus to the test window";
     mpFrame->ProcIdle();
     EXPECT_EQ(mpFrame->GetStatusBar()->GetStatusText(0), "text");
+    mpFrame->ShowFullScreen(true, wxFULLSCREEN_ALL);
     wxKeyEvent key(wxEVT_KEY_DOWN);
     key.m_keyCode = WXK_ESCAPE;
     mpFrame->OnKeyDown(key);
+    EXPECT_TRUE(mpFrame->IsFullScreen());
     EXPECT_FALSE(pRibbon->IsShown());
+    mpFrame->ShowFullScreen(false, wxFULLSCREEN_ALL);
 }
 
 TEST_F(ScenePanelsTest, PropertyAndEditorBlocksRoundTripThroughTheLayout) {
