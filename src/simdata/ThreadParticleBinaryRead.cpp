@@ -6,10 +6,56 @@
 #include <wx/log.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <cstring>
 #include <memory>
 #include <new>
+
+namespace {
+
+// The two chunk buffers of the record loop, kept from one read for the next. Fresh pages cost
+// a fault each, and on a 20,000,000-particle file those faults took about a quarter of the read.
+struct ChunkBuffers_cls {
+    std::unique_ptr<char[]> mBuf[2];
+    long long mBytes = 0; // of each buffer
+};
+
+// One pair is kept, and only while a buffer holds at most this much, so an idle program keeps
+// little. Readers of several sequences may run at once: whoever takes the pair owns it.
+constexpr long long kMaxKeptBufferBytes = 16LL << 20;
+
+struct KeptBuffers_cls {
+    std::atomic<ChunkBuffers_cls*> mpKept{nullptr};
+    ~KeptBuffers_cls() { delete mpKept.exchange(nullptr); }
+};
+KeptBuffers_cls gKeptBuffers;
+
+std::unique_ptr<ChunkBuffers_cls> TakeChunkBuffers(long long bytes) {
+    std::unique_ptr<ChunkBuffers_cls> p(gKeptBuffers.mpKept.exchange(nullptr, std::memory_order_acquire));
+    if (p && p->mBytes >= bytes)
+        return p;
+    p.reset(new (std::nothrow) ChunkBuffers_cls);
+    if (!p)
+        return nullptr;
+    for (auto& buf : p->mBuf) {
+        buf.reset(new (std::nothrow) char[static_cast<size_t>(bytes)]);
+        if (!buf)
+            return nullptr;
+    }
+    p->mBytes = bytes;
+    return p;
+}
+
+void KeepChunkBuffers(std::unique_ptr<ChunkBuffers_cls> p) {
+    if (!p || p->mBytes > kMaxKeptBufferBytes)
+        return;
+    ChunkBuffers_cls* pExpected = nullptr;
+    if (gKeptBuffers.mpKept.compare_exchange_strong(pExpected, p.get(), std::memory_order_acq_rel))
+        p.release();
+}
+
+} // namespace
 
 void ThreadParticleBinaryRead::ReadBodyBinary() {
     ParticleFileStream_cls file;
@@ -34,14 +80,12 @@ void ThreadParticleBinaryRead::ReadBodyStream(std::istream& stream) {
         return;
     const int chunkRecords = std::min(msChunkRecords, mNumber);
     const long long bufferBytes = chunkRecords * recordBytes;
-    std::unique_ptr<char[]> buffers[2];
-    for (auto& p : buffers) {
-        p.reset(new (std::nothrow) char[static_cast<size_t>(bufferBytes)]);
-        if (!p) {
-            wxLogMessage("Read buffer of %lld bytes could not be allocated: %s", bufferBytes, mStrFile);
-            return;
-        }
+    std::unique_ptr<ChunkBuffers_cls> pBuffers = TakeChunkBuffers(bufferBytes);
+    if (!pBuffers) {
+        wxLogMessage("Read buffer of %lld bytes could not be allocated: %s", bufferBytes, mStrFile);
+        return;
     }
+    std::unique_ptr<char[]>* buffers = pBuffers->mBuf;
     const int chunks = (mNumber + msChunkRecords - 1) / msChunkRecords;
     auto recordsOf = [&](int c) { return std::min(msChunkRecords, mNumber - c * msChunkRecords); };
 
@@ -54,20 +98,18 @@ void ThreadParticleBinaryRead::ReadBodyStream(std::istream& stream) {
     for (int c = 0; c < chunks; ++c) {
         const int cur = c & 1;
         bool bStarted = false;
-        ThreadReadBuffer_cls next;
-        std::atomic<bool> bNextFinished{false};
         if (c + 1 < chunks) {
-            next.SetParameters(&bNextFinished, &stream, buffers[cur ^ 1].get(),
-                               recordsOf(c + 1) * recordBytes);
-            next.Run();
+            helper.SetParameters(&bFinished, &stream, buffers[cur ^ 1].get(), recordsOf(c + 1) * recordBytes);
+            helper.Run();
             bStarted = true;
         }
         DecodeRecords(buffers[cur].get(), readBytes, c * msChunkRecords, recordsOf(c), items);
         if (bStarted) {
-            next.Wait();
-            readBytes = next.GetReadBytes();
+            helper.Wait();
+            readBytes = helper.GetReadBytes();
         }
     }
+    KeepChunkBuffers(std::move(pBuffers));
 }
 
 void ThreadParticleBinaryRead::DecodeRecords(const char* buf, long long bytes, int first, int count,
@@ -160,16 +202,24 @@ void ThreadParticleBinaryRead::ReadBodyStreamVertical(std::istream& stream) {
             // No step and no bytes consumed, as in the record form.
             break;
         case PB_TYPE: {
-            std::unique_ptr<int[]> tmp(new (std::nothrow) int[n]);
-            if (!tmp || !mType) {
+            if (!mType) {
                 stream.seekg(static_cast<std::streamoff>(n * 4), std::ios::cur);
                 break;
             }
-            stream.read(reinterpret_cast<char*>(tmp.get()), static_cast<std::streamsize>(n * 4));
-            // Only what was read: on a short read the rest of the types stays zero.
-            const size_t got = static_cast<size_t>(stream.gcount()) / 4;
-            for (size_t i = 0; i < got; ++i)
-                mType[i] = static_cast<unsigned char>(tmp[i] & 0xff);
+            // The ints pass through a small buffer that stays in the cache: a temporary array of
+            // the whole column would cost a page fault per 1024 particles.
+            constexpr size_t kTypeBlock = 65536;
+            std::vector<int> tmp(std::min(n, kTypeBlock));
+            for (size_t i0 = 0; i0 < n; i0 += kTypeBlock) {
+                const size_t want = std::min(n - i0, kTypeBlock);
+                stream.read(reinterpret_cast<char*>(tmp.data()), static_cast<std::streamsize>(want * 4));
+                // Only what was read: on a short read the rest of the types stays zero.
+                const size_t got = static_cast<size_t>(stream.gcount()) / 4;
+                for (size_t i = 0; i < got; ++i)
+                    mType[i0 + i] = static_cast<unsigned char>(tmp[i] & 0xff);
+                if (got < want)
+                    break;
+            }
             break;
         }
         case PB_SIZE:
