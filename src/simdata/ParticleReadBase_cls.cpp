@@ -8,24 +8,31 @@
 #include <algorithm>
 #include <chrono>
 #include <cstring>
+#include <memory>
 
 namespace {
 
 // Rewrites one array of count elements of width values each in the order of keys, leaving out
-// the tagged ones.
+// the tagged ones. The copy aside goes to scratch, which serves every array in turn: fresh pages
+// for each copy would cost a fault per 4 KB, as much as the rewriting itself.
 template <typename T>
 void Permute(T* p, int width, const std::vector<LongLongArrayAndIndex_cls>& keys,
-             const std::vector<unsigned char>& tags) {
+             const std::vector<unsigned char>& tags, std::unique_ptr<char[]>& scratch, size_t& scratchBytes) {
     if (!p)
         return;
     const size_t n = keys.size();
-    std::vector<T> copy(p, p + n * width);
+    const size_t bytes = n * width * sizeof(T);
+    if (scratchBytes < bytes) {
+        scratch.reset(new char[bytes]);
+        scratchBytes = bytes;
+    }
+    std::memcpy(scratch.get(), p, bytes);
+    const T* copy = reinterpret_cast<const T*>(scratch.get());
     size_t j = 0;
     for (size_t i = 0; i < n; ++i) {
         if (!tags.empty() && tags[i])
             continue;
-        std::memcpy(p + j * width, copy.data() + static_cast<size_t>(keys[i].mIndex) * width,
-                    sizeof(T) * width);
+        std::memcpy(p + j * width, copy + static_cast<size_t>(keys[i].mIndex) * width, sizeof(T) * width);
         ++j;
     }
     // The tail behind the survivors keeps stale values; mNumber hides it.
@@ -107,15 +114,18 @@ void ParticleReadBase_cls::SortDataByID(bool sort, bool removeDuplicates) {
     // Unsorted and nothing dropped: the index order is the identity, nothing to rewrite.
     if (!sort && k == 0)
         return;
-    // One array at a time, so that at most one extra copy exists at once.
-    Permute(mXYZ, 3, keys, tags);
-    Permute(mVelocity, 3, keys, tags);
-    Permute(mID, 1, keys, tags);
-    Permute(mIDLong, 1, keys, tags);
-    Permute(mType, 1, keys, tags);
-    Permute(mSize, 1, keys, tags);
+    // One array at a time, so that at most one extra copy exists at once; the widest goes first
+    // and its copy space serves the rest.
+    std::unique_ptr<char[]> scratch;
+    size_t scratchBytes = 0;
+    Permute(mXYZ, 3, keys, tags, scratch, scratchBytes);
+    Permute(mVelocity, 3, keys, tags, scratch, scratchBytes);
+    Permute(mIDLong, 1, keys, tags, scratch, scratchBytes);
+    Permute(mID, 1, keys, tags, scratch, scratchBytes);
+    Permute(mType, 1, keys, tags, scratch, scratchBytes);
+    Permute(mSize, 1, keys, tags, scratch, scratchBytes);
     for (int v = 0; v < 3; ++v)
-        Permute(mValue[v], 1, keys, tags);
+        Permute(mValue[v], 1, keys, tags, scratch, scratchBytes);
     if (k > 0) {
         mNumber = n - k;
         if (mpSnap)
