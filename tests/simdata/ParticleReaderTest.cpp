@@ -289,6 +289,54 @@ INSTANTIATE_TEST_SUITE_P(SyncAndAsync, ParticleReaderTest, ::testing::Values(fal
 
 class ParticleHeaderTest : public ParticleFixture {};
 
+TEST_F(ParticleHeaderTest, ReadersOfTwoSequencesRunAtOnce) {
+    // Two reads at once, each over more than one chunk and of another record size: each keeps its
+    // own chunk buffers. The vertical one has more types than one pass of its type buffer.
+    const int nH = 200000 + 33;
+    Bytes_cls h;
+    for (int i = 0; i < nH; ++i)
+        h.F(static_cast<float>(i)).F(1).F(2).I(i).F(0.5f);
+    const int nV = 2 * 65536 + 9;
+    Bytes_cls v;
+    for (int i = 0; i < nV; ++i)
+        v.F(static_cast<float>(-i)).F(0).F(0);
+    for (int i = 0; i < nV; ++i)
+        v.I(i);
+    ASSERT_TRUE(WriteBytes(P("h.dat"), h.mStr));
+    ASSERT_TRUE(WriteBytes(P("v.dat"), v.mStr));
+    ParticleFormatClone_cls cloneH, cloneV;
+    MakeClone(cloneH, 1, 0, Names({}), Names({"XYZ(float)", "ID(int)", "Size(float)"}));
+    MakeClone(cloneV, 1, 1, Names({}), Names({"XYZ(float)", "Type(int)"}));
+    // One read alone first: the toolkit sets up its logging from worker threads on first use,
+    // which is not what this test is about.
+    ASSERT_TRUE(Read(P("v.dat"), cloneV, true));
+    for (int round = 0; round < 2; ++round) {
+        SCOPED_TRACE(round);
+        ParticleSequence_cls seqH, seqV;
+        ParticleSnap_cls snapH(&seqH, 0), snapV(&seqV, 0);
+        snapH.SetStrFile(P("h.dat"));
+        snapV.SetStrFile(P("v.dat"));
+        ASSERT_TRUE(snapH.ReadHeader(&cloneH));
+        ASSERT_TRUE(snapV.ReadHeader(&cloneV));
+        ASSERT_TRUE(snapH.ReadData(&cloneH, true));
+        ASSERT_TRUE(snapV.ReadData(&cloneV, true));
+        snapH.WaitReadingThread(1);
+        snapV.WaitReadingThread(1);
+        FlushThreadLogs();
+        ASSERT_EQ(snapH.mNumber.load(), nH);
+        ASSERT_EQ(snapV.mNumber.load(), nV);
+        for (int i : {0, 199999, 200000, nH - 1}) {
+            EXPECT_FLOAT_EQ(snapH.mXYZ[3 * i], static_cast<float>(i)) << i;
+            EXPECT_EQ(snapH.mID[i], i) << i;
+            EXPECT_FLOAT_EQ(snapH.mSize[i], 0.5f) << i;
+        }
+        for (int i : {0, 65535, 65536, 131071, 131072, nV - 1}) {
+            EXPECT_FLOAT_EQ(snapV.mXYZ[3 * i], static_cast<float>(-i)) << i;
+            EXPECT_EQ(snapV.mType[i], i & 0xff) << i;
+        }
+    }
+}
+
 TEST_F(ParticleHeaderTest, BinaryCountFollowsTheFileSize) {
     struct Case {
         const char* name;
