@@ -43,9 +43,6 @@ void VolumeSnap_cls::ReadHeader(bool zStack) {
         if (fp) {
             int16_t sizes[3] = {0, 0, 0};
             const size_t got = fread(sizes, 2, 3, fp);
-            long long bytes = -1;
-            if (fseek(fp, 0, SEEK_END) == 0)
-                bytes = ftell(fp);
             fclose(fp);
             for (auto& s : sizes)
                 MyEndian::SwapByte(&s, 2);
@@ -56,9 +53,11 @@ void VolumeSnap_cls::ReadHeader(bool zStack) {
             if (got != 3) {
                 wxLogMessage("df3 header of %s is truncated: no data read", mFile);
                 mSizeX = mSizeY = mSizeZ = 0;
-            } else if (mSizeX < 0 || mSizeY < 0 || mSizeZ < 0 || voxels > bytes - 6 || voxels > msMaxVoxels) {
-                wxLogMessage("df3 sizes %d %d %d do not fit the %lld bytes of %s: no data read", mSizeX,
-                             mSizeY, mSizeZ, bytes, mFile);
+            } else if (mSizeX < 0 || mSizeY < 0 || mSizeZ < 0 || voxels > msMaxVoxels) {
+                // A file cut short is still read as far as it goes (the reader logs the short read);
+                // only sizes no volume can have are refused before anything is allocated.
+                wxLogMessage("df3 sizes %d %d %d of %s cannot be a volume: no data read", mSizeX, mSizeY,
+                             mSizeZ, mFile);
                 mSizeX = mSizeY = mSizeZ = 0;
             }
         } else {

@@ -116,9 +116,8 @@ TEST_F(VolumeReaderTest, BadHeadersAreReadAsNoData) {
         const char* logText;
     } cases[] = {
         {"sizes 0", Df3(0, 5, 5, 10), ""},
-        {"sizes far beyond the file", Df3(32767, 32767, 32767, 100), "do not fit"},
-        {"negative size", Df3(-2, 4, 4, 100), "do not fit"},
-        {"voxels missing", Df3(4, 4, 4, 10), "do not fit"},
+        {"sizes beyond any volume", Df3(32767, 32767, 32767, 100), "cannot be a volume"},
+        {"negative size", Df3(-2, 4, 4, 100), "cannot be a volume"},
         {"truncated header", std::string("\x00\x02\x00", 3), "truncated"},
         {"empty file", std::string(), "truncated"},
     };
@@ -136,6 +135,20 @@ TEST_F(VolumeReaderTest, BadHeadersAreReadAsNoData) {
         }
         snap.ReadData();
     }
+}
+
+TEST_F(VolumeReaderTest, ShortDf3IsReadAsFarAsItGoes) {
+    const std::string bytes = Df3(4, 4, 4, 10);
+    ASSERT_TRUE(WriteBytes(P("short.df3"), bytes));
+    VolumeSnap_cls snap(&mSeq, 0);
+    snap.SetStrFile(P("short.df3"));
+    snap.ReadHeader(false);
+    ASSERT_EQ(snap.GetUsedMemoryByte(), 64);
+    ASSERT_TRUE(snap.ReadData());
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(snap.mData.get()), 10), bytes.substr(6));
+    for (int i = 10; i < 64; ++i)
+        ASSERT_EQ(snap.mData[i], 0) << i;
+    EXPECT_TRUE(mLog.Contains("is short: 10 of 64 voxels read"));
 }
 
 TEST_F(VolumeReaderTest, ArraysAreKeptWhileTheSizeStays) {
