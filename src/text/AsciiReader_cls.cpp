@@ -5,6 +5,8 @@
 #include <wx/stdpaths.h>
 #include <wx/textfile.h>
 
+#include <sys/stat.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -88,7 +90,9 @@ char* AsciiReader_cls::GetPNewBufferFromFile(const wxString& strPath, long& size
     FILE* fp = fopen(strPath.fn_str(), "rb");
     if (!fp)
         return nullptr;
-    if (fseek(fp, 0, SEEK_END) != 0) {
+    // A directory opens too and claims a size of 2^63 - 1: only regular files are read.
+    struct stat st;
+    if (fstat(fileno(fp), &st) != 0 || !S_ISREG(st.st_mode) || fseek(fp, 0, SEEK_END) != 0) {
         fclose(fp);
         return nullptr;
     }

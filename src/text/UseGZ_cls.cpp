@@ -2,6 +2,7 @@
 
 #include "TextHost_cls.h"
 
+#include <sys/stat.h>
 #include <zlib.h>
 
 #include <algorithm>
@@ -13,27 +14,37 @@ namespace {
 
 const size_t CHUNK = 1 << 20;
 
-// Reads a whole gzip (or plain: zlib passes plain data through) file into out.
+// Only regular files are read: a directory opens on Linux and reports a size of 2^63 - 1.
+bool IsRegularPath(const wxString& strPath) {
+    struct stat st;
+    return stat(strPath.fn_str(), &st) == 0 && S_ISREG(st.st_mode);
+}
+
+bool IsRegularFile(FILE* fp) {
+    struct stat st;
+    return fstat(fileno(fp), &st) == 0 && S_ISREG(st.st_mode);
+}
+
+// Reads a whole gzip (or plain: zlib passes plain data through) file into out. A read error
+// ends the data where it happened, as the end of the file does: what was decoded is kept.
 bool ReadAllGZ(const wxString& strPath, std::string& out) {
+    if (!IsRegularPath(strPath))
+        return false;
     gzFile gz = gzopen(strPath.fn_str(), "rb");
     if (!gz)
         return false;
     gzbuffer(gz, 256 * 1024);
-    out.clear();
+    std::string data;
     for (;;) {
-        size_t old = out.size();
-        out.resize(old + CHUNK);
-        int n = gzread(gz, &out[old], static_cast<unsigned>(CHUNK));
-        if (n < 0) {
-            gzclose(gz);
-            out.clear();
-            return false;
-        }
-        out.resize(old + static_cast<size_t>(n));
-        if (n == 0)
+        size_t old = data.size();
+        data.resize(old + CHUNK);
+        int n = gzread(gz, &data[old], static_cast<unsigned>(CHUNK));
+        data.resize(old + static_cast<size_t>(std::max(n, 0)));
+        if (n <= 0)
             break;
     }
     gzclose(gz);
+    out.swap(data);
     return true;
 }
 
@@ -41,6 +52,10 @@ bool ReadAllPlain(const wxString& strPath, std::string& out) {
     FILE* fp = fopen(strPath.fn_str(), "rb");
     if (!fp)
         return false;
+    if (!IsRegularFile(fp)) {
+        fclose(fp);
+        return false;
+    }
     out.clear();
     if (fseek(fp, 0, SEEK_END) == 0) {
         long len = ftell(fp);
@@ -79,13 +94,11 @@ void UseGZ_cls::VersionCheck() {
 bool UseGZ_cls::CopyToMemory(unsigned char** ppOut, const wxString& strPath, long long& size) {
     if (IsGZPath(strPath))
         return CopyToMemoryGZ(ppOut, strPath, size);
-    *ppOut = nullptr;
-    size = 0;
     FILE* fp = fopen(strPath.fn_str(), "rb");
     if (!fp)
         return false;
     // Read straight into the caller's array: no second copy of large files.
-    if (fseek(fp, 0, SEEK_END) != 0) {
+    if (!IsRegularFile(fp) || fseek(fp, 0, SEEK_END) != 0) {
         fclose(fp);
         return false;
     }
@@ -105,8 +118,6 @@ bool UseGZ_cls::CopyToMemory(unsigned char** ppOut, const wxString& strPath, lon
 }
 
 bool UseGZ_cls::CopyToMemoryGZ(unsigned char** ppOut, const wxString& strPath, long long& size) {
-    *ppOut = nullptr;
-    size = 0;
     std::string data;
     if (!ReadAllGZ(strPath, data))
         return false;

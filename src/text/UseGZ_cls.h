@@ -12,6 +12,7 @@ public:
     static void VersionCheck();
     // The whole file into a new array (delete[] by the caller) with a zero byte behind the
     // data; size is the byte count plus 1. A path ending in "gz" is read through zlib.
+    // Only regular files are read; on failure the outputs are left as they were.
     static bool CopyToMemory(unsigned char** ppOut, const wxString& strPath, long long& size);
     static bool CopyToMemoryGZ(unsigned char** ppOut, const wxString& strPath, long long& size);
     // The same into a string.
