@@ -34,14 +34,16 @@ bool IsLayoutPath(const wxString& strPath) {
 // destroys the previous file.
 bool WriteTextFileSafely(const wxString& strPath, const wxString& strText) {
     wxScopedCharBuffer buf = strText.mb_str(*wxConvFileName);
-    if (!buf.data() && !strText.empty())
+    // A text the locale cannot hold converts to nothing: write it as UTF-8 instead, which the
+    // reader takes when the locale's conversion fails, rather than an empty file.
+    if (buf.length() == 0 && !strText.empty())
         buf = strText.utf8_str();
     wxString strTemp = strPath + ".saving~";
     FILE* fp = fopen(strTemp.fn_str(), "wb");
     if (!fp)
         return false;
-    size_t len = strlen(buf.data());
-    bool bOk = fwrite(buf.data(), 1, len, fp) == len;
+    size_t len = buf.length();
+    bool bOk = len == 0 || fwrite(buf.data(), 1, len, fp) == len;
     bOk = (fflush(fp) == 0) && bOk;
     bOk = (fclose(fp) == 0) && bOk;
     if (bOk)
