@@ -102,6 +102,9 @@ TEST_F(MainTest, OneLineBlockCommentAndClosingLineIsDropped) {
     EXPECT_EQ(mFrame.mStrLayout, "D");
     ASSERT_TRUE(OpenText("/* one line */\nFrameMain::0::A\n"));
     EXPECT_EQ(mFrame.mStrLayout, "A");
+    // A "/*" further along a line is live text and opens nothing.
+    ASSERT_TRUE(OpenText("a /* b\nFrameMain::0::E\n"));
+    EXPECT_EQ(mFrame.mStrLayout, "E");
 }
 
 TEST_F(MainTest, FailedOpensChangeNothing) {
@@ -203,23 +206,66 @@ TEST_F(MainTest, OpenProjectAsksAndSavesAsAddsTheExtension) {
     EXPECT_TRUE(wxFileName::FileExists(mDir.Path("saved.ovp")));
 }
 
-// Any bytes given as a project load without a crash or hang.
+// Any bytes given as a project load without a crash or hang: the shipped demo project and
+// start-up layout, with the core's own blocks, cut at every byte and mutated at random.
 TEST_F(MainTest, TruncatedAndMutatedProjectsLoad) {
-    std::string text = "FrameMain::0::layout\n"
-                       "ConfItemList::Begin::MainConfList\nLastFileIMG=a.png\nConfItemList::End\n"
-                       "ConfItemList::Begin::Preference\nRelativePath=0\nConfItemList::End\n"
-                       "/* comment\n*/\n-- x\n";
+    const std::string core = "FrameMain::0::layout\n"
+                             "ConfItemList::Begin::MainConfList\nLastFileIMG=a.png\nLastFileHF=h.raw\n"
+                             "ConfItemList::End\n"
+                             "ConfItemList::Begin::Preference\nRelativePath=0\nConfItemList::End\n";
+    const std::string demo = ReadBytes(ORV_SOURCE_DIR "/examples/demo.ovp");
+    const std::string layout = ReadBytes(ORV_SOURCE_DIR "/Resource/InitLayout.ovp");
+    ASSERT_FALSE(demo.empty());
+    ASSERT_FALSE(layout.empty());
+    const std::string text = demo + core + layout;
+    const size_t beforeImg = demo.size() + core.find("LastFileIMG=") + 12;
+    const size_t afterImg = demo.size() + core.find("LastFileHF=");
+    const size_t afterHF = demo.size() + core.find("ConfItemList::End");
+
+    LogCapture_cls log;
     std::mt19937 rng(1234);
     for (size_t cut = 0; cut <= text.size(); ++cut) {
         SCOPED_TRACE(cut);
-        OpenText(text.substr(0, cut));
+        mpMain->mCLastFileIMG.SetBodyFromData(wxString("NONE"));
+        mpMain->mCLastFileHF.SetBodyFromData(wxString("NONE"));
+        GpCUndo->PushCommandPair("x", "y");
+        bool bOk = OpenText(text.substr(0, cut));
+        EXPECT_FALSE(GbLockProjectLoading);
+        EXPECT_EQ(bOk, cut > 0);
+        if (bOk) {
+            EXPECT_EQ(GpCUndo->GetCount(), 0);
+        }
+        // A block cut short keeps the items read before the cut.
+        if (cut >= afterImg) {
+            EXPECT_EQ(mpMain->mCLastFileIMG.GetBodySTR(), "a.png");
+        } else if (cut < beforeImg) {
+            EXPECT_EQ(mpMain->mCLastFileIMG.GetBodySTR(), "NONE");
+        }
+        if (cut >= afterHF) {
+            EXPECT_EQ(mpMain->mCLastFileHF.GetBodySTR(), "h.raw");
+        }
     }
-    for (int round = 0; round < 300; ++round) {
+    for (int round = 0; round < 400; ++round) {
         std::string mutated = text;
         int changes = 1 + static_cast<int>(rng() % 8);
-        for (int i = 0; i < changes; ++i)
-            mutated[rng() % mutated.size()] = static_cast<char>(rng() % 256);
+        for (int i = 0; i < changes; ++i) {
+            size_t at = rng() % mutated.size();
+            switch (rng() % 3) {
+            case 0:
+                mutated[at] = static_cast<char>(rng() % 256);
+                break;
+            case 1:
+                mutated.erase(at, 1 + rng() % 16);
+                break;
+            default:
+                mutated.insert(at, text.substr(rng() % text.size(), 1 + rng() % 24));
+                break;
+            }
+            if (mutated.empty())
+                mutated = "x";
+        }
         OpenText(mutated);
+        EXPECT_FALSE(GbLockProjectLoading);
     }
     std::string noise(4096, '\0');
     for (char& c : noise)
@@ -228,4 +274,103 @@ TEST_F(MainTest, TruncatedAndMutatedProjectsLoad) {
     ASSERT_TRUE(OpenText(text));
     EXPECT_EQ(mpMain->mCLastFileIMG.GetBodySTR(), "a.png");
     EXPECT_EQ(GpCPreference->GetRelativePath(), 0);
+    EXPECT_EQ(mpMain->mCLastFilePARTICLE.GetBodySTR(), "particles/snap_%04d.dat");
+}
+
+// Settings and recent files of any bytes, and a folder given as a file, neither crash nor hang.
+TEST_F(MainTest, BadSettingsRecentAndFolderPaths) {
+    std::mt19937 rng(99);
+    std::string noise(2048, '\0');
+    for (char& c : noise)
+        c = static_cast<char>(rng() % 256);
+    LogCapture_cls log;
+    OpenText(noise, false, "Orvantis4Configure.txt");
+    WriteBytes(mDir.Path("recent.txt"), noise);
+    mpMain->OpenRecentFile(mDir.Path("recent.txt"));
+    for (int i = 0; i < 10; ++i)
+        EXPECT_FALSE(mpMain->GetStrRecent(i).Contains("\n"));
+
+    // A folder opens like a file on Linux and claims an enormous size: it is refused.
+    ASSERT_TRUE(wxFileName::Mkdir(mDir.Path("folder.ovp")));
+    ASSERT_TRUE(wxFileName::Mkdir(mDir.Path("folder.ovp.gz")));
+    EXPECT_FALSE(mpMain->OpenProjectMain(mDir.Path("folder.ovp"), true));
+    EXPECT_TRUE(log.Contains("Read Configure Fails " + mDir.Path("folder.ovp")));
+    EXPECT_FALSE(mpMain->OpenProjectMain(mDir.Path("folder.ovp.gz"), true));
+    mpMain->OpenRecentFile(mDir.Path("folder.ovp"));
+}
+
+// Each line is offered to every receiver in the fixed order, taken or not; writing goes in
+// the same order.
+TEST_F(MainTest, EveryReceiverHearsEveryLineInOrder) {
+    // Every slot but the frame, the core's own list and the preferences gets a probe.
+    std::vector<int> vSlots;
+    for (int slot = RECV_COLOR_PROVIDER; slot < RECV_COUNT; ++slot)
+        if (slot != RECV_PREFERENCE)
+            vSlots.push_back(slot);
+    std::vector<int> vOrder;
+    for (int slot : vSlots)
+        mpMain->SetReceiver(
+            static_cast<Receiver_enum>(slot),
+            [&vOrder, slot](std::wistream&, const wxString& strHead, const wxString&) {
+                if (strHead != "Probe")
+                    return false;
+                vOrder.push_back(slot);
+                return true; // taking the line does not stop the broadcast
+            },
+            [slot](wxString& strOut) { strOut += wxString::Format("W%d\n", slot); });
+    ASSERT_TRUE(OpenText("Probe::1\nConfItemList::Begin::Preference\nRelativePath=0\nConfItemList::End\n"));
+    EXPECT_EQ(vOrder, vSlots);
+    EXPECT_EQ(GpCPreference->GetRelativePath(), 0); // a block still reaches its list
+
+    const wxString strText = mpMain->SerializeProject();
+    std::vector<size_t> vPos = {strText.find("FrameMain::0::"),
+                                strText.find("ConfItemList::Begin::MainConfList")};
+    for (int slot : vSlots) {
+        if (slot == RECV_MOUSE_PREFERENCE)
+            vPos.push_back(strText.find("ConfItemList::Begin::Preference"));
+        vPos.push_back(strText.find(wxString::Format("W%d\n", slot)));
+    }
+    for (size_t i = 0; i < vPos.size(); ++i) {
+        SCOPED_TRACE(i);
+        ASSERT_NE(vPos[i], wxString::npos);
+        if (i > 0) {
+            EXPECT_GT(vPos[i], vPos[i - 1]);
+        }
+    }
+    EXPECT_EQ(vPos[0], 0u);
+}
+
+// The loading flag stands exactly while the lines are replayed; the panels hear of the load.
+TEST_F(MainTest, LoadMarksTheFlagAndUpdatesPanels) {
+    std::vector<bool> vSeen;
+    mpMain->SetReceiver(
+        RECV_SCENE_OBJ_CTRL,
+        [&](std::wistream&, const wxString&, const wxString&) {
+            vSeen.push_back(GbLockProjectLoading);
+            return false;
+        },
+        nullptr);
+    std::vector<wxString> vPref;
+    GpCPreference->mFuncUpdatePanels = [&](const wxString& str) { vPref.push_back(str); };
+    EXPECT_FALSE(GbLockProjectLoading);
+    ASSERT_TRUE(OpenText("a\nb\n", false));
+    EXPECT_EQ(vSeen, (std::vector<bool>{true, true}));
+    EXPECT_FALSE(GbLockProjectLoading);
+    EXPECT_EQ(mpMain->mVStrPanelQueue, std::vector<wxString>{"PROPERTY_OBJECT"});
+    EXPECT_EQ(vPref, std::vector<wxString>{"ALL"});
+    EXPECT_FALSE(mpMain->OpenProjectMain(mDir.Path("missing.ovp"), false));
+    EXPECT_FALSE(GbLockProjectLoading);
+}
+
+// A text the locale cannot hold is saved whole, never as an empty file, and reads back.
+TEST_F(MainTest, NonAsciiTextSavesAndReadsBack) {
+    const wxString strName = wxString::FromUTF8("W\xc3\xbcrfel/\xe7\x90\x83.png");
+    mpMain->mCVersionProject.SetBodyFromData(strName);
+    mpMain->mCLastFileIMG.SetBodyFromData(strName);
+    wxString strConf = mDir.Path("Orvantis4Configure.txt");
+    ASSERT_TRUE(mpMain->SaveConfigureFile(strConf));
+    EXPECT_NE(ReadBytes(strConf).find("LastFileIMG="), std::string::npos);
+    mpMain->mCLastFileIMG.SetBodyFromData(wxString("NONE"));
+    ASSERT_TRUE(mpMain->OpenProjectMain(strConf, false));
+    EXPECT_EQ(mpMain->mCLastFileIMG.GetBodySTR(), strName);
 }
