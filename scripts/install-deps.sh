@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(
-    build-essential cmake pkg-config ccache
+    build-essential cmake pkg-config ccache clang-format git
     libwxgtk3.2-dev liblua5.3-dev libglut-dev libglu1-mesa-dev libgl1-mesa-dri
     libpng-dev zlib1g-dev
     libgtest-dev libgmock-dev libbenchmark-dev
