@@ -6,6 +6,7 @@
 #include <wx/string.h>
 
 #include <ostream>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -75,4 +76,28 @@ inline std::string ReadBytes(const wxString& strPath) {
         out.append(buf, n);
     fclose(fp);
     return out;
+}
+
+// A copy of text with one to eight random edits: a byte changed, up to 16 bytes removed, or up
+// to 24 bytes of the text inserted elsewhere (so that heads and separators move about).
+inline std::string MutateText(const std::string& text, std::mt19937& rng) {
+    std::string mutated = text.empty() ? std::string("x") : text;
+    const int changes = 1 + static_cast<int>(rng() % 8);
+    for (int i = 0; i < changes; ++i) {
+        const size_t at = rng() % mutated.size();
+        switch (rng() % 3) {
+        case 0:
+            mutated[at] = static_cast<char>(rng() % 256);
+            break;
+        case 1:
+            mutated.erase(at, 1 + rng() % 16);
+            break;
+        default:
+            mutated.insert(at, text.substr(rng() % text.size(), 1 + rng() % 24));
+            break;
+        }
+        if (mutated.empty())
+            mutated = "x";
+    }
+    return mutated;
 }

@@ -246,24 +246,7 @@ TEST_F(MainTest, TruncatedAndMutatedProjectsLoad) {
         }
     }
     for (int round = 0; round < 400; ++round) {
-        std::string mutated = text;
-        int changes = 1 + static_cast<int>(rng() % 8);
-        for (int i = 0; i < changes; ++i) {
-            size_t at = rng() % mutated.size();
-            switch (rng() % 3) {
-            case 0:
-                mutated[at] = static_cast<char>(rng() % 256);
-                break;
-            case 1:
-                mutated.erase(at, 1 + rng() % 16);
-                break;
-            default:
-                mutated.insert(at, text.substr(rng() % text.size(), 1 + rng() % 24));
-                break;
-            }
-            if (mutated.empty())
-                mutated = "x";
-        }
+        const std::string mutated = MutateText(text, rng);
         OpenText(mutated);
         EXPECT_FALSE(GbLockProjectLoading);
     }
