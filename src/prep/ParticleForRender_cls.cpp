@@ -214,6 +214,10 @@ bool ParticleForRender_cls::PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cl
         else
             strStamp << "|-";
     }
+    // A classification by expression reads the frame's time ("nt", "frame", "subframe"): two frames
+    // on the same step and factor (past the last step, or remapped) may still classify differently.
+    if (setting.mClassifyType == 1)
+        strStamp << wxString::Format("|nt %.17g %d %d", time, frame, subframe);
     // The size modifiers scale the sizes of the pass in place and read the camera: with one of them a
     // new camera or sort type means a new pass, never a second scaling of the same sizes.
     const bool bSizeModifier = HasSizeModifier(viewer);

@@ -543,6 +543,10 @@ TEST(ParticlePrepare, ClassificationByExpression) {
     ASSERT_TRUE(out.PrepareData(a.get(), a.get(), nullptr, nullptr, 4, 0, 0, 0.25, MakeViewer(keys), nullptr,
                                 1.5, PositionAndDirection_cls(), false));
     EXPECT_EQ(out.mType[0], 7);
+    // A later frame on the same step and factor (past the last step) is classified anew.
+    ASSERT_TRUE(out.PrepareData(a.get(), a.get(), nullptr, nullptr, 4, 1, 0, 0.25, MakeViewer(keys), nullptr,
+                                2.5, PositionAndDirection_cls(), false));
+    EXPECT_EQ(out.mType[0], 9);
 }
 
 TEST(ParticlePrepare, CameraIsTakenIntoObjectSpace) {
