@@ -301,14 +301,7 @@ bool ParticleForRender_cls::PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cl
         ++mDataCounter;
         // Right after the interpolation: the merges of other particle objects' frames.
         if (msFuncParticleModifier && HasActiveMerge(viewer)) {
-            ParticleModifierCall_cls call;
-            call.mpCSet = this;
-            call.mpCViewer = viewer;
-            call.mpCSnapA = snap1;
-            call.mTime = time;
-            call.mCamera = camera;
-            call.mSortType = setting.mSortType;
-            call.mbNext = bNext;
+            ParticleModifierCall_cls call{this, viewer, snap1, time, camera, setting.mSortType, bNext};
             msFuncParticleModifier(ParticleModifierCall_cls::kStageMerge, call);
         }
     }
@@ -339,14 +332,7 @@ void ParticleForRender_cls::ProcIndexAndZ(const PrepareSetting_cls& setting, Vie
     wxStopWatch watch;
     const int count = static_cast<int>(mNumber);
     const int s = setting.mSortType;
-    ParticleModifierCall_cls call;
-    call.mpCSet = this;
-    call.mpCViewer = viewer;
-    call.mpCSnapA = snapA;
-    call.mTime = time;
-    call.mCamera = camera;
-    call.mSortType = s;
-    call.mbNext = bNext;
+    ParticleModifierCall_cls call{this, viewer, snapA, time, camera, s, bNext};
     // The key workers also set every filter alpha back to 1 (0 for empty places), so the filters and
     // shapes below, which only multiply it, never see the alpha of an earlier run. They read the
     // elements and not the order, so running them after the keys and before the sort is the same.
