@@ -4,6 +4,8 @@
 #include <wx/init.h>
 #include <wx/log.h>
 
+#include <thread>
+
 #include "TestSupport.h"
 
 namespace {
@@ -23,6 +25,10 @@ int main(int argc, char** argv) {
         return 1;
     }
     delete wxLog::SetActiveTarget(new wxLogStderr);
+    // The toolkit makes the shared list of per-thread log states on a thread's first log: one short
+    // thread makes it before any worker starts (ThreadSanitizer cannot see the toolkit's guard of
+    // that lazy start and would report two workers logging first at once).
+    std::thread([] { wxLog::IsEnabled(); }).join();
     wxSetAssertHandler(FailOnWxAssert);
     int result = RUN_ALL_TESTS();
     wxUninitialize();
