@@ -89,13 +89,14 @@ void RunMerges(ParticleModifierCall_cls& call) {
         ConfItem_cls* pTargetItem = pClone->GetPCItem("Target=");
         if (!pTargetItem || pTargetItem->GetBodySTR() == "None" || !GpCSceneObjCtrl)
             continue;
+        // Looking up the target reads the scene: never from a worker.
+        wxASSERT_MSG(!call.mbNext, "bNext == FALSE");
+        if (call.mbNext)
+            continue;
         auto* pTarget =
             dynamic_cast<Particle_cls*>(GpCSceneObjCtrl->GetPCFromName(pTargetItem->GetBodySTR()));
         if (!pTarget || pTarget->mpCCurrent.get() == call.mpCSet || pTarget->mpCNext.get() == call.mpCSet ||
             !pTarget->mCVisible.GetBodyBOOL())
-            continue;
-        wxASSERT_MSG(!call.mbNext, "bNext == FALSE");
-        if (call.mbNext)
             continue;
         ParticleMergeExe_cls(pClone.get(), call.mpCSet, pTarget->mpCCurrent.get()).Execute();
     }
