@@ -234,13 +234,12 @@ bool Particle_cls::PrepareDraw(int step, int composite) {
 bool Particle_cls::IsPreparedOnMainThreadOnly(ViewerClone_cls& clone) {
     // A merge takes another object's frame, and a shape given by an object reads that object's pose:
     // both read the scene, which only the main thread may.
+    if (ParticleForRender_cls::HasActiveMerge(&clone))
+        return true;
     for (const auto& pAttr : clone.mVPCAttribute) {
         const ConfItem_cls* pValid = pAttr->GetPCItem("Validity=");
         if (pValid && pValid->GetBodyINT() == 0)
             continue;
-        const ConfItem_cls* pTarget = pAttr->GetPCItem("Target=");
-        if (pAttr->IsAttributeSameAs("ParticleMerge_cls") && pTarget && pTarget->GetBodySTR() != "None")
-            return true;
         const ConfItem_cls* pShape = pAttr->GetPCItem("BooleanShape=");
         if (pAttr->IsAttributeSameAs("ParticleBoolean_cls") && pShape && pShape->GetBodyINT() == 2)
             return true;
