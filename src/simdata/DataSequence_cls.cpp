@@ -43,7 +43,7 @@ void DataSequence_cls::CalcMaxOffset(bool useSequence) {
         FileSequence_cls::mMaxOffset = 1;
         CheckSingleFileValidity();
     } else {
-        FileSequence_cls::CalcMaxOffset(true);
+        FileSequence_cls::CalcMaxOffset(true, mStrScript);
     }
     if (FileSequence_cls::mMaxOffset != 0)
         AllocateSlots(FileSequence_cls::mMaxOffset);

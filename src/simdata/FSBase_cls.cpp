@@ -197,6 +197,14 @@ int FSBase_cls::TrailingDigitCount(const wxString& text) {
     return n;
 }
 
+wxString FSBase_cls::GetGZTwin(const wxString& path) {
+    return wxFileName(path).GetExt() == "gz" ? path.Left(path.length() - 3) : path + ".gz";
+}
+
+bool FSBase_cls::ExistsPlainOrGZ(const wxString& path) {
+    return wxFileName::FileExists(path) || wxFileName::FileExists(GetGZTwin(path));
+}
+
 bool FSBase_cls::ProbeFile(const wxString& path) const {
     FILE* fp = std::fopen(path.fn_str(), "rb");
     const bool opened = fp != nullptr;
@@ -217,9 +225,7 @@ int FSBase_cls::CountByGallop(const std::function<wxString(int)>& nameOf) const 
         const wxString name = nameOf(trial);
         bool ok = ProbeFile(name);
         if (!ok) {
-            const wxString alt =
-                wxFileName(name).GetExt() == "gz" ? name.Left(name.length() - 3) : name + ".gz";
-            ok = ProbeFile(alt);
+            ok = ProbeFile(GetGZTwin(name));
         }
         if (ok) {
             found += step;

@@ -55,6 +55,11 @@ protected:
     // Length of the run of digits at the end of text; 0 when it does not end in a digit.
     static int TrailingDigitCount(const wxString& text);
 
+    // The other form of a name: without its ".gz" when it has one, else with ".gz" added.
+    static wxString GetGZTwin(const wxString& path);
+    // Whether a regular file stands under the name or its gzip twin. Not reported as a probe.
+    static bool ExistsPlainOrGZ(const wxString& path);
+
     // Tries to open path for reading and reports the probe to mFuncProbeHook.
     bool ProbeFile(const wxString& path) const;
 

@@ -1,6 +1,12 @@
 #include "FileSequence_cls.h"
 
+#include <wx/dir.h>
 #include <wx/filename.h>
+#include <wx/log.h>
+
+#include <algorithm>
+#include <climits>
+#include <vector>
 
 #include <cstdlib>
 
@@ -91,7 +97,7 @@ wxString FileSequence_cls::GetModifiedStr(int index, int side, wxString script) 
     return GetMarkedFileName(mFormat, marker);
 }
 
-void FileSequence_cls::CalcMaxOffset(bool showMessage) {
+void FileSequence_cls::CalcMaxOffset(bool showMessage, const wxString& script) {
     if (mDigits == -1) {
         mMaxOffset = 1;
         if (!ProbeFile(GetModifiedStr(0, 0, wxEmptyString)))
@@ -99,7 +105,7 @@ void FileSequence_cls::CalcMaxOffset(bool showMessage) {
         return;
     }
     mMaxOffset = 0;
-    const wxString first = GetModifiedStr(0, 0, wxEmptyString);
+    const wxString first = GetModifiedStr(0, 0, script);
     if (!ProbeFile(first)) {
         // Step 0 is tried under its plain name only, unlike the later steps.
         if (showMessage)
@@ -107,8 +113,68 @@ void FileSequence_cls::CalcMaxOffset(bool showMessage) {
         mValid = false;
         return;
     }
-    mMaxOffset += CountByGallop([this](int i) { return GetModifiedStr(i, 0, wxEmptyString); });
+    // Simulation codes write every N steps: without a file for the next number the stride on disk is
+    // the step, so that no step stands for a number that was never written.
+    if (script.empty() && !ExistsPlainOrGZ(GetModifiedStr(1, 0, wxEmptyString))) {
+        const int stride = FindStrideOnDisk();
+        if (stride > 0 && stride != mStep) {
+            wxLogMessage("File sequence %s: the numbers on disk go up by %d, taken as the step", mFormat,
+                         stride);
+            mStep = stride;
+        }
+    }
+    mMaxOffset += CountByGallop([this, &script](int i) { return GetModifiedStr(i, 0, script); });
     mMaxOffset += 1;
+}
+
+int FileSequence_cls::FindStrideOnDisk() const {
+    const wxFileName fnFormat(mFormat);
+    const wxString strDir = fnFormat.GetPath();
+    const wxString strNameFormat = fnFormat.GetFullName();
+    const int pos = strNameFormat.Find('%');
+    if (strDir.Contains("%") || pos == wxNOT_FOUND || CountString(strNameFormat, "%") != 1)
+        return 0;
+    const size_t end = strNameFormat.find('d', static_cast<size_t>(pos));
+    if (end == wxString::npos)
+        return 0;
+    const wxString strBefore = strNameFormat.Left(static_cast<size_t>(pos));
+    const wxString strAfter = strNameFormat.Mid(end + 1);
+    wxDir dir(strDir.empty() ? wxString(".") : strDir);
+    if (!dir.IsOpened())
+        return 0;
+    std::vector<long> numbers;
+    wxString strName;
+    for (bool bMore = dir.GetFirst(&strName, wxEmptyString, wxDIR_FILES); bMore;
+         bMore = dir.GetNext(&strName)) {
+        // The gzip twin of a name counts as the name, as it does when the steps are counted.
+        const bool bGZ = strName.EndsWith(".gz"), bFormatGZ = strAfter.EndsWith(".gz");
+        if (bGZ && !bFormatGZ)
+            strName.RemoveLast(3);
+        else if (!bGZ && bFormatGZ)
+            strName += ".gz";
+        if (strName.length() <= strBefore.length() + strAfter.length() || !strName.StartsWith(strBefore) ||
+            !strName.EndsWith(strAfter))
+            continue;
+        const wxString strDigits =
+            strName.Mid(strBefore.length(), strName.length() - strBefore.length() - strAfter.length());
+        if (strDigits.length() > 9 ||
+            static_cast<size_t>(TrailingDigitCount(strDigits)) != strDigits.length())
+            continue;
+        const long value = std::strtol(strDigits.mb_str(), nullptr, 10);
+        // Only names the format itself would print: "0050" fits "%04d", "50" does not, nor "050" "%d".
+        if (FormatName(strNameFormat, nullptr, {static_cast<int>(value)}) == strName)
+            numbers.push_back(value);
+    }
+    std::sort(numbers.begin(), numbers.end());
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+    const auto first = std::find(numbers.begin(), numbers.end(), static_cast<long>(mOffset));
+    if (first == numbers.end() || numbers.end() - first < 2)
+        return 0;
+    const long stride = *(first + 1) - *first;
+    for (auto it = first + 1; it != numbers.end(); ++it)
+        if (*it - *(it - 1) != stride)
+            return 0;
+    return stride > 0 && stride <= INT_MAX ? static_cast<int>(stride) : 0;
 }
 
 void FileSequence_cls::CheckSingleFileValidity() {

@@ -25,8 +25,11 @@ public:
     // it is run on each call. Any thread, on a rule that no other thread changes.
     wxString GetModifiedStr(int index, int side, wxString script) const;
 
-    // Counts the files on disk into mMaxOffset; clears mValid when the first cannot be opened.
-    void CalcMaxOffset(bool showMessage);
+    // Counts the files on disk into mMaxOffset; clears mValid when the first cannot be opened. With a
+    // lookup script every counted name comes through the script. Without one, when the number after
+    // step 0 has no file, a stride that the numbers on disk follow becomes mStep (files written every
+    // 50 steps count as one step each); where every number exists nothing changes.
+    void CalcMaxOffset(bool showMessage, const wxString& script = wxEmptyString);
     // For a sequence switched off: clears mValid when the name of step 0 cannot be opened.
     void CheckSingleFileValidity();
 
@@ -37,6 +40,10 @@ public:
     // Gives a path without a number field the default field "%04d" ahead of its extensions and sets
     // the rule again from step 1 and offset 0; used before writing an image sequence.
     void AppendDefaultSequenceTag();
+
+    // The constant stride of the numbers on disk that fit the format, from mOffset on; 0 when they
+    // do not step evenly, or when the number field is not in the file name. Looks at the folder once.
+    int FindStrideOnDisk() const;
 
     wxString mPath;
     wxString mHead;

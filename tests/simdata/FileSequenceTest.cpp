@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <wx/filefn.h>
+
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -388,3 +390,59 @@ TEST(FSBaseTest, FormatNameBehavesAsPrintf) {
 }
 
 } // namespace
+
+TEST_F(FileSequenceTest, StrideOnDiskBecomesTheStepWhenTheNextNumberIsMissing) {
+    struct Case {
+        const char* name;
+        std::vector<wxString> files;
+        wxString path;
+        int step, count;
+    } cases[] = {
+        {"every 50, padded", {"d.0000.txt", "d.0050.txt", "d.0100.txt", "d.0150.txt"}, "d.%04d.txt", 50, 4},
+        {"every 50, the name of the first file", {"e0000.txt", "e0050.txt", "e0100.txt"}, "e0000.txt", 50, 3},
+        {"unpadded, as LAMMPS writes by default",
+         {"dump.0", "dump.50", "dump.100", "dump.150", "dump.200"},
+         "dump.%d",
+         50,
+         5},
+        {"the later steps compressed", {"g0000.dat", "g0010.dat.gz", "g0020.dat.gz"}, "g%04d.dat", 10, 3},
+        {"from a number in the name", {"h0100.v", "h0125.v", "h0150.v", "h0000.v"}, "h0100.v", 25, 3},
+        // Not a constant stride: the count stays as the probes find it.
+        {"uneven numbers", {"u0000.d", "u0030.d", "u0050.d"}, "u%04d.d", 1, 1},
+        {"a name that does not fit the padding", {"w0000.d", "w50.d", "w0100.d"}, "w%04d.d", 100, 2},
+        // Every number there: nothing changes.
+        {"every number", {"a0000.d", "a0001.d", "a0002.d", "a0050.d"}, "a%04d.d", 1, 3},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        TempDir_cls dir;
+        for (const wxString& f : c.files)
+            ASSERT_TRUE(WriteBytes(dir.Path(f), "x"));
+        FileSequence_cls seq;
+        seq.Set(dir.Path(c.path), 0, 1);
+        seq.CalcMaxOffset(false);
+        EXPECT_TRUE(seq.mValid);
+        EXPECT_EQ(seq.mStep, c.step);
+        EXPECT_EQ(seq.mMaxOffset, c.count);
+        // Each counted step names a file that is there.
+        for (int i = 0; i < seq.mMaxOffset; ++i) {
+            const wxString name = seq.GetModifiedStr(i, 0, "");
+            EXPECT_TRUE(wxFileExists(name) || wxFileExists(name + ".gz")) << name;
+        }
+    }
+}
+
+TEST_F(FileSequenceTest, LookupScriptDecidesTheCount) {
+    for (int i = 0; i <= 500; i += 50)
+        Touch(Num("s.%04d.txt", i));
+    FileSequence_cls seq;
+    seq.Set(P("s.%04d.txt"), 0, 1);
+    seq.CalcMaxOffset(false, "return index*50");
+    EXPECT_EQ(seq.mStep, 1) << "the script names the files; the step stays";
+    EXPECT_EQ(seq.mMaxOffset, 11);
+    EXPECT_EQ(seq.GetModifiedStr(10, 0, "return index*50"), P("s.0500.txt"));
+    // A script whose first name has no file leaves the sequence invalid.
+    seq.Set(P("s.%04d.txt"), 0, 1);
+    seq.CalcMaxOffset(false, "return index*50+1");
+    EXPECT_FALSE(seq.mValid);
+}
