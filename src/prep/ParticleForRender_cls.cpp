@@ -44,6 +44,25 @@ void AllocateTables(ParticleSnap_cls* pSnap) {
     pSnap->CheckAllocateNextIndex(true);
 }
 
+// Makes A's next table and B's previous table belong to the pair (A, B) as both stand now. A table
+// built for another partner, or for data that has been read again since, is marked as not built, and
+// B's predecessors are cleared, so the search of this pair runs again. Under the table lock.
+void BindTables(ParticleSnap_cls* pA, ParticleSnap_cls* pB) {
+    AllocateTables(pA);
+    AllocateTables(pB);
+    if (!pA->mNextIndex || !pB->mPrevIndex)
+        return;
+    const ParticleSnap_cls::MatchKey_cls next = pA->GetMatchKey(pB);
+    const ParticleSnap_cls::MatchKey_cls prev = pB->GetMatchKey(pA);
+    if (pA->mNextKey == next && pB->mPrevKey == prev)
+        return;
+    pA->mIDStarted = pA->mIDDone = pA->mIDRan = false;
+    pA->mNextKey = next;
+    pB->mPrevDone = false;
+    std::fill(pB->mPrevIndex.get(), pB->mPrevIndex.get() + std::max(0, pB->mNumber.load()), -1);
+    pB->mPrevKey = prev;
+}
+
 } // namespace
 
 void ParticleForRender_cls::Clear() {
@@ -245,20 +264,25 @@ bool ParticleForRender_cls::PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cl
             mNumber = 0;
             return true;
         }
-        const bool bByID = setting.mInterpolateBy == 1 && HasIDs(snap1) && HasIDs(snap2);
+        // A frame on a step itself (B is A) has nothing to match: every particle is its own partner,
+        // and the tables that A holds for its real neighbours stay as they are.
+        const bool bByID = setting.mInterpolateBy == 1 && snap2 != snap1 && HasIDs(snap1) && HasIDs(snap2);
+        const bool bNextB = bByID && snap3 && snap3 != snap2 && HasIDs(snap3);
+        bool bPrevA = false;
         if (bByID) {
             // Two sets may prepare from the same snaps at once: whichever comes first makes the tables.
             std::lock_guard<std::mutex> lock(msTableMutex);
-            AllocateTables(snap1);
-            AllocateTables(snap2);
-            if (snap3)
-                AllocateTables(snap3);
-        } else {
+            BindTables(snap1, snap2);
+            if (bNextB)
+                BindTables(snap2, snap3);
+            // A's predecessors count only when they were found in the snap before A that this frame has.
+            bPrevA = snap0 && snap0 != snap1 && snap1->mPrevKey == snap1->GetMatchKey(snap0);
+        } else if (setting.mInterpolateBy != 1) {
             snap1->CheckAllocateNextIndex(false);
             snap2->CheckAllocateNextIndex(false);
         }
         // Tables of B against the snap after it, for the outer neighbour of the cubic forms.
-        if (bByID && snap3 && snap3 != snap2 && HasIDs(snap3) && !snap2->mIDDone) {
+        if (bNextB && !snap2->mIDDone) {
             if (!ClaimIDSearch(snap2))
                 WaitIDDone(snap2, false);
             if (!snap2->mIDDone) {
@@ -287,6 +311,8 @@ bool ParticleForRender_cls::PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cl
             pWorker->SetParameters(this, snap1, snap2, snap0, snap3, &mCSetting, false);
             pWorker->mByID = bByID;
             pWorker->mbSearch = bSearchA;
+            pWorker->mbPrevAValid = bPrevA;
+            pWorker->mbNextBValid = bNextB;
             pWorker->SetParametersTime(t, step, frame, subframe);
             pWorker->mNT = time;
             pWorker->SetParametersDownsize(startOut, factor, type);

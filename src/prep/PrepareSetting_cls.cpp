@@ -3,6 +3,7 @@
 #include "ViewerClone_cls.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace {
 
@@ -23,6 +24,23 @@ double GetGroupValue(AttributeClone_cls* pAttribute, const wxString& strGroup, d
     return member < values.size() ? values[member] : def;
 }
 
+// Three numbers separated by blanks or commas into out; out stays as it is unless all three read.
+void ReadTriple(const wxString& str, double* out) {
+    double v[3];
+    wxString rest = str;
+    rest.Replace(",", " ");
+    const wxScopedCharBuffer buf = rest.utf8_str();
+    const char* p = buf.data();
+    for (double& x : v) {
+        char* pEnd = nullptr;
+        x = std::strtod(p, &pEnd);
+        if (pEnd == p)
+            return;
+        p = pEnd;
+    }
+    std::copy(v, v + 3, out);
+}
+
 } // namespace
 
 void PrepareSetting_cls::ReadFromClone(ViewerClone_cls* pViewer, ViewerClone_cls* pMaterial, double time) {
@@ -36,6 +54,9 @@ void PrepareSetting_cls::ReadFromClone(ViewerClone_cls* pViewer, ViewerClone_cls
         mClassifyType = static_cast<int>(pViewer->GetINT("ClassifyType=", mClassifyType));
         mStrClassify = pViewer->GetSTR("Classify=", mStrClassify);
         mAlphaCrit = pViewer->GetDOUBLE("AlphaCrit=", mAlphaCrit);
+        mPeriodicType = static_cast<int>(pViewer->GetINT("PeriodicBox=", mPeriodicType));
+        ReadTriple(pViewer->GetSTR("PeriodicBoxLow=", wxEmptyString), mBoxLo);
+        ReadTriple(pViewer->GetSTR("PeriodicBoxHigh=", wxEmptyString), mBoxHi);
         // Downsizing entries multiply; the type of the last active one counts.
         const int nDown = pViewer->GetNumAttribute("ParticleDownsizing_cls");
         for (int i = 0; i < nDown; ++i) {
@@ -92,7 +113,9 @@ wxString PrepareSetting_cls::GetStrValues() const {
     wxString str;
     str << mInterpolateBy << "," << mInterpType << "," << mVanishSizeType << "," << mExtrapolateType << ","
         << mClassifyType << "," << mStrClassify << "," << mDownsize << "," << mDownsizeType << ","
-        << mMaterialCount << "," << mCurveCount;
+        << mMaterialCount << "," << mCurveCount << "," << mPeriodicType
+        << wxString::Format(",%.17g,%.17g,%.17g,%.17g,%.17g,%.17g", mBoxLo[0], mBoxLo[1], mBoxLo[2],
+                            mBoxHi[0], mBoxHi[1], mBoxHi[2]);
     for (int m = 0; m < kMaterialMax; ++m)
         str << ";" << mSizeType[m] << ","
             << wxString::Format("%.9g,%.9g,%.9g", mSizeFactor[m], mAlpha[m], mEmission[m]) << ","

@@ -29,6 +29,11 @@ public:
     int mClassifyType = 0;
     wxString mStrClassify = "return 0";
     double mAlphaCrit = 0.01;
+    // A periodic box (0 none, 1 the bounds of snap A's header, 2 the typed bounds): particles move by
+    // the shortest way across its faces and are drawn wrapped into it.
+    int mPeriodicType = 0;
+    double mBoxLo[3] = {0.0, 0.0, 0.0};
+    double mBoxHi[3] = {1.0, 1.0, 1.0};
     // Product of the active downsizing entries, and the type of the last one.
     int mDownsize = 1;
     int mDownsizeType = 0;

@@ -357,6 +357,20 @@ void ThreadInterpStep_cls::SearchNextIndexByID() {
     wxLogInfo("Search ID %d - %d time %g", mIni, mFin, pA->mTime);
 }
 
+void ThreadInterpStep_cls::NearestImage(const double* ref, double* p) const {
+    for (int k = 0; k < 3; ++k)
+        p[k] -= mBoxLen[k] * std::nearbyint((p[k] - ref[k]) / mBoxLen[k]);
+}
+
+void ThreadInterpStep_cls::WrapIntoBox(double* p) const {
+    for (int k = 0; k < 3; ++k) {
+        p[k] -= mBoxLen[k] * std::floor((p[k] - mBoxLo[k]) / mBoxLen[k]);
+        // Rounding may leave a point on the upper face: it belongs to the lower one.
+        if (p[k] >= mBoxLo[k] + mBoxLen[k])
+            p[k] = mBoxLo[k];
+    }
+}
+
 void ThreadInterpStep_cls::InterpolatePosition(int i, int interp, bool byID, double* p) const {
     const ParticleSnap_cls* pA = mpCSnap1;
     const float* xyzA = pA->mXYZ.get() + 3 * static_cast<size_t>(i);
@@ -378,12 +392,17 @@ void ThreadInterpStep_cls::InterpolatePosition(int i, int interp, bool byID, dou
         }
         double p0[3];
         Load3(p0, mpCSnap0->mXYZ.get() + 3 * static_cast<size_t>(prev));
+        if (mbPeriodic)
+            NearestImage(pa, p0);
         for (int k = 0; k < 3; ++k)
             p[k] = pa[k] + (pa[k] - p0[k]) * t;
         return;
     }
     double pb[3];
     Load3(pb, mpCSnap2->mXYZ.get() + 3 * static_cast<size_t>(n));
+    // Across a face of a periodic box the partner is the image next to A, so the move is the short one.
+    if (mbPeriodic)
+        NearestImage(pa, pb);
     if (interp == 2) {
         const double h = mpCSnap2->mTime - pA->mTime;
         double va[3] = {0, 0, 0}, vb[3] = {0, 0, 0};
@@ -402,7 +421,7 @@ void ThreadInterpStep_cls::InterpolatePosition(int i, int interp, bool byID, dou
         int i0 = -1, i3 = -1;
         if (byID) {
             i0 = mpPrevA ? mpPrevA[i] : -1;
-            i3 = mpCSnap2->mNextIndex ? mpCSnap2->mNextIndex[n] : -1;
+            i3 = mbNextBValid && mpCSnap2->mNextIndex ? mpCSnap2->mNextIndex[n] : -1;
         } else if (mpCSnap0->mNumber.load(std::memory_order_relaxed) == pA->mNumber.load() &&
                    mpCSnap3->mNumber.load(std::memory_order_relaxed) == pA->mNumber.load()) {
             i0 = i3 = i;
@@ -411,6 +430,10 @@ void ThreadInterpStep_cls::InterpolatePosition(int i, int interp, bool byID, dou
             double p0[3], p3[3];
             Load3(p0, mpCSnap0->mXYZ.get() + 3 * static_cast<size_t>(i0));
             Load3(p3, mpCSnap3->mXYZ.get() + 3 * static_cast<size_t>(i3));
+            if (mbPeriodic) {
+                NearestImage(pa, p0);
+                NearestImage(pb, p3);
+            }
             if (interp == 3)
                 ExecBezier(p, p0, pa, pb, p3, t);
             else
@@ -532,6 +555,8 @@ template <bool bLinear, class KeyFn> void ThreadInterpStep_cls::Interpolate(KeyF
         } else {
             double p[3];
             InterpolatePosition(i, mInterp, mbByIDActive, p);
+            if (mbPeriodic)
+                WrapIntoBox(p);
             q[0] = static_cast<float>(p[0]);
             q[1] = static_cast<float>(p[1]);
             q[2] = static_cast<float>(p[2]);
@@ -586,6 +611,9 @@ void ThreadInterpStep_cls::Work() {
         mInterp = 0;
     if ((mInterp == 3 || mInterp == 4) && (mpCSnap0 == pA || mpCSnap3 == mpCSnap2))
         mInterp = 1;
+    // On a step itself there is nothing to move towards: A's own values, whatever the form.
+    if (mpCSnap2 == pA)
+        mInterp = 0;
     mbByIDActive = mByID && bHasIDs && pA->mNextIndex && mpCSnap2->mPrevIndex;
     if (!mbByIDActive && mInterp != 0 &&
         pA->mNumber.load(std::memory_order_relaxed) != mpCSnap2->mNumber.load(std::memory_order_relaxed))
@@ -593,9 +621,22 @@ void ThreadInterpStep_cls::Work() {
     if (mbByIDActive && mbSearch)
         SearchNextIndexByID();
     // Another set may be searching the pair before A right now; its table is read only once complete.
-    mpPrevA = pA->mPrevDone.load(std::memory_order_acquire) ? pA->mPrevIndex.get() : nullptr;
-    // Linear, the common form, has its own loop with the position computed inline.
-    const bool bLinear = mInterp == 1;
+    mpPrevA = mbPrevAValid && pA->mPrevDone.load(std::memory_order_acquire) ? pA->mPrevIndex.get() : nullptr;
+    const PrepareSetting_cls& s = *mpCSetting;
+    const double* pLo = s.mPeriodicType == 1 && pA->mHasBox ? pA->mBoxLo
+                        : s.mPeriodicType == 2              ? s.mBoxLo
+                                                            : nullptr;
+    const double* pHi = s.mPeriodicType == 1 && pA->mHasBox ? pA->mBoxHi : s.mBoxHi;
+    mbPeriodic = pLo != nullptr;
+    for (int k = 0; pLo && k < 3; ++k) {
+        mBoxLo[k] = pLo[k];
+        mBoxLen[k] = pHi[k] - pLo[k];
+        if (!(mBoxLen[k] > 0.0) || !std::isfinite(mBoxLen[k]))
+            mbPeriodic = false;
+    }
+    // Linear, the common form, has its own loop with the position computed inline; the periodic box
+    // goes through the general one.
+    const bool bLinear = mInterp == 1 && !mbPeriodic;
     switch (mDownsizeType) {
     case 1: {
         const int* pID = pA->mID.get();

@@ -54,6 +54,10 @@ public:
     bool mByID = false;
     // This pass builds A's tables before it interpolates; decided once by the caller, which claimed them.
     bool mbSearch = false;
+    // A's predecessor table was built against this frame's snap before A, and B's next table against
+    // the snap after B; a table built for another pair is never read.
+    bool mbPrevAValid = false;
+    bool mbNextBValid = false;
     double mT = 0.0;
     // The frame's normalised time: "nt" of the classification expression.
     double mNT = 0.0;
@@ -72,8 +76,15 @@ private:
     void InterpolatePosition(int i, int interp, bool byID, double* p) const;
     // Sets the type of the outputs of this range by the expression; false when no state could be had.
     bool ClassifyByExpression(int firstOut, int count, const int* pElement);
+    // The minimum image of p next to ref in the periodic box, and p wrapped into the box.
+    void NearestImage(const double* ref, double* p) const;
+    void WrapIntoBox(double* p) const;
     int mInterp = 1;
     bool mbByIDActive = false;
+    // The periodic box of this pass, when there is one.
+    bool mbPeriodic = false;
+    double mBoxLo[3] = {0.0, 0.0, 0.0};
+    double mBoxLen[3] = {1.0, 1.0, 1.0};
     // A's predecessors, when the search that writes them has finished; else null, as if none were known.
     const int* mpPrevA = nullptr;
 };

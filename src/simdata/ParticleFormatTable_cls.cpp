@@ -2,9 +2,10 @@
 
 namespace {
 
-const char* const kHeaderNames[PH_COUNT] = {"ParticleNumber", "Time", "Dummy", "Dummyx3", "Dummyx10"};
-const int kHeaderBytes[PH_COUNT] = {4, 4, 4, 12, 40};
-const int kHeaderLines[PH_COUNT] = {1, 1, 1, 3, 10};
+const char* const kHeaderNames[PH_COUNT] = {"ParticleNumber", "Time",     "Dummy",
+                                            "Dummyx3",        "Dummyx10", "BoxBounds"};
+const int kHeaderBytes[PH_COUNT] = {4, 4, 4, 12, 40, 24};
+const int kHeaderLines[PH_COUNT] = {1, 1, 1, 3, 10, 3};
 
 const char* const kBinaryNames[PB_COUNT] = {
     "XYZ(float)",    "VXVYVZ(float)", "Type(int)",     "Size(float)",  "ID(int)",         "ID(long long)",

@@ -14,7 +14,10 @@ enum ParticleHeaderItem_enum : int {
     PH_DUMMY = 2,
     PH_DUMMYX3 = 3,
     PH_DUMMYX10 = 4,
-    PH_COUNT = 5,
+    // The bounds of a periodic box: three lines "lo hi" (x, y, z) in a text file, as LAMMPS writes
+    // under "ITEM: BOX BOUNDS"; six floats xlo xhi ylo yhi zlo zhi in a binary one.
+    PH_BOX_BOUNDS = 5,
+    PH_COUNT = 6,
 };
 
 // Body items of a binary file, by index.

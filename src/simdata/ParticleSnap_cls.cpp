@@ -11,9 +11,12 @@
 #include <wx/filename.h>
 #include <wx/log.h>
 
+#include <algorithm>
 #include <climits>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <new>
 #include <string>
 
@@ -93,6 +96,12 @@ void ParticleSnap_cls::ReadHeaderBinary(ParticleFormatClone_cls* pFormat, long l
                 time = t;
             break;
         }
+        case PH_BOX_BOUNDS: {
+            float bounds[6];
+            if (stream.read(reinterpret_cast<char*>(bounds), sizeof bounds))
+                SetBox(bounds[0], bounds[1], bounds[2], bounds[3], bounds[4], bounds[5]);
+            break;
+        }
         default:
             stream.seekg(ParticleFormatTable_cls::GetHeaderItemByte(item), std::ios::cur);
             break;
@@ -101,6 +110,33 @@ void ParticleSnap_cls::ReadHeaderBinary(ParticleFormatClone_cls* pFormat, long l
     // The number in the file can only lower the count, never raise it.
     if (bHasCount && count < n)
         n = count;
+}
+
+void ParticleSnap_cls::SetBox(double xlo, double xhi, double ylo, double yhi, double zlo, double zhi) {
+    const double lo[3] = {xlo, ylo, zlo}, hi[3] = {xhi, yhi, zhi};
+    mHasBox = true;
+    for (int k = 0; k < 3; ++k) {
+        mBoxLo[k] = lo[k];
+        mBoxHi[k] = hi[k];
+        if (!(hi[k] > lo[k]) || !std::isfinite(hi[k] - lo[k]))
+            mHasBox = false;
+    }
+    if (!mHasBox)
+        wxLogMessage("The box bounds in the header of %s are not a box: no periodic box", mFile);
+}
+
+bool ParticleSnap_cls::ReadBoxLines(std::istream& stream, std::string& line) {
+    // LAMMPS writes "lo hi" on each line, and a tilt factor behind them for a triclinic box.
+    double bounds[6] = {0, 0, 0, 0, 0, 0};
+    for (int k = 0; k < 3; ++k) {
+        if (k > 0 && !std::getline(stream, line))
+            return false;
+        char* pEnd = nullptr;
+        bounds[2 * k] = strtod(line.c_str(), &pEnd);
+        bounds[2 * k + 1] = strtod(pEnd, nullptr);
+    }
+    SetBox(bounds[0], bounds[1], bounds[2], bounds[3], bounds[4], bounds[5]);
+    return true;
 }
 
 void ParticleSnap_cls::ReadHeaderAscii(ParticleFormatClone_cls* pFormat, long long& n, double& time) {
@@ -132,6 +168,8 @@ void ParticleSnap_cls::ReadHeaderAscii(ParticleFormatClone_cls* pFormat, long lo
             bOk = skipLines(2);
         else if (item == PH_DUMMYX10)
             bOk = skipLines(9);
+        else if (item == PH_BOX_BOUNDS)
+            bOk = ReadBoxLines(stream, line);
         if (!bOk)
             break;
     }
@@ -178,6 +216,7 @@ bool ParticleSnap_cls::ReadHeader(ParticleFormatClone_cls* pFormat) {
         WaitReadingThread(3);
     double time = static_cast<double>(mIndex);
     long long n = 0;
+    mHasBox = false;
     if (pFormat->GetDataType() == 1)
         ReadHeaderBinary(pFormat, n, time);
     else
@@ -270,16 +309,44 @@ void ParticleSnap_cls::Clear() {
     mAllocated = false;
     mReadStarted = false;
     mReadFinished.store(false, std::memory_order_release);
+    NewGeneration();
+}
+
+void ParticleSnap_cls::NewGeneration() {
+    mGeneration.fetch_add(1, std::memory_order_acq_rel);
+    mNextKey = MatchKey_cls();
+    mPrevKey = MatchKey_cls();
+    mIDsAscending = -1;
+}
+
+bool ParticleSnap_cls::AreIDsAscending() {
+    const unsigned generation = GetGeneration();
+    if (mIDsAscending >= 0 && mIDsAscendingGeneration == generation)
+        return mIDsAscending == 1;
+    const size_t n = static_cast<size_t>(std::max(0, mNumber.load(std::memory_order_relaxed)));
+    bool bAscending = true;
+    if (mHasID && mID)
+        bAscending = std::adjacent_find(mID.get(), mID.get() + n, std::greater_equal<int>()) == mID.get() + n;
+    else if (mHasIDLong && mIDLong)
+        bAscending = std::adjacent_find(mIDLong.get(), mIDLong.get() + n, std::greater_equal<long long>()) ==
+                     mIDLong.get() + n;
+    mIDsAscending = bAscending ? 1 : 0;
+    mIDsAscendingGeneration = generation;
+    return bAscending;
 }
 
 void ParticleSnap_cls::CheckAllocateNextIndex(bool bAllocate) {
     if (!bAllocate) {
         mNextIndex.reset();
         mPrevIndex.reset();
+        mNextKey = MatchKey_cls();
+        mPrevKey = MatchKey_cls();
         return;
     }
     if (mNextIndex && mPrevIndex)
         return;
+    mNextKey = MatchKey_cls();
+    mPrevKey = MatchKey_cls();
     const size_t n = static_cast<size_t>(mAllocNumber);
     mNextIndex.reset(new (std::nothrow) int[n]);
     mPrevIndex.reset(new (std::nothrow) int[n]);
@@ -340,6 +407,7 @@ bool ParticleSnap_cls::DefaultData() {
                 p[i] = static_cast<float>(r());
     }
     mReadFile = "#DefaultData";
+    NewGeneration();
     mReadStarted = true;
     mReadFinished.store(true, std::memory_order_release);
     return true;
@@ -365,6 +433,7 @@ bool ParticleSnap_cls::ReadData(ParticleFormatClone_cls* pFormat, bool async) {
     pReader->SetParameters(&mReadFinished, this, mFile, *pFormat);
     wxLogMessage("Read Stert :: index = %d", mIndex);
     mReadFile = mFile;
+    NewGeneration();
     if (async) {
         // The lock is taken here, before the thread exists, so that the next idle pass already
         // sees the read; the thread gives it back.

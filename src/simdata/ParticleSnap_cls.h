@@ -9,7 +9,9 @@
 
 #include <array>
 #include <atomic>
+#include <iosfwd>
 #include <memory>
+#include <string>
 
 class ParticleFormatClone_cls;
 class ParticleSequence_cls;
@@ -39,8 +41,35 @@ public:
     void AllocateIfNot(int n);
     // Waits for the reader, frees everything, clears mAllocated, mReadStarted, mReadFinished.
     void Clear();
-    // Allocates (bAllocate) or frees mNextIndex (i) and mPrevIndex (-1).
+    // Allocates (bAllocate) or frees mNextIndex (i) and mPrevIndex (-1). Tables made or freed here
+    // belong to no pair yet.
     void CheckAllocateNextIndex(bool bAllocate);
+
+    // What a match table was built for: the partner snap and the read generations of both sides. A
+    // table whose key differs from the pair at hand is stale and must be built again.
+    struct MatchKey_cls {
+        const ParticleSnap_cls* mpPartner = nullptr;
+        unsigned mPartnerGeneration = 0;
+        unsigned mOwnGeneration = 0;
+        bool operator==(const MatchKey_cls& o) const {
+            return mpPartner == o.mpPartner && mPartnerGeneration == o.mPartnerGeneration &&
+                   mOwnGeneration == o.mOwnGeneration;
+        }
+        bool operator!=(const MatchKey_cls& o) const { return !(*this == o); }
+    };
+    // The key of the tables this snap would hold when matched to pPartner (it is the next snap for
+    // mNextIndex, the previous one for mPrevIndex).
+    MatchKey_cls GetMatchKey(const ParticleSnap_cls* pPartner) const {
+        return {pPartner, pPartner ? pPartner->GetGeneration() : 0u, GetGeneration()};
+    }
+    // Marks new data in the arrays: the match tables and the ID order known so far are stale. Read,
+    // Clear and DefaultData call it; whoever else writes the arrays must too. Main thread.
+    void NewGeneration();
+    // Goes up whenever the arrays take other data: a read, the substitute data, a clear.
+    unsigned GetGeneration() const { return mGeneration.load(std::memory_order_acquire); }
+    // Whether the IDs ascend strictly, as matching by ID needs; cached for the data now in the snap.
+    // True for a snap without IDs. Main thread, on a snap that is not being read.
+    bool AreIDsAscending();
 
     long long GetUsedMemoryByte() const override;
     wxString GetStrFile() const override { return mFile; }
@@ -66,12 +95,20 @@ public:
     // finished flag.
     std::atomic<int> mNumber{0};
     double mTime = 0.0;
+    // The periodic box of the header's "BoxBounds" item, when the format has one.
+    bool mHasBox = false;
+    double mBoxLo[3] = {0.0, 0.0, 0.0};
+    double mBoxHi[3] = {0.0, 0.0, 0.0};
     std::unique_ptr<float[]> mXYZ;      // 3 per particle
     std::unique_ptr<float[]> mVelocity; // 3 per particle
     std::unique_ptr<int[]> mID;
     std::unique_ptr<long long[]> mIDLong;
+    // mNextIndex matches this snap to mNextKey's partner; mPrevIndex holds, for each particle, its
+    // index in mPrevKey's partner (-1: none). Both are written under the preparation's table lock.
     std::unique_ptr<int[]> mNextIndex;
     std::unique_ptr<int[]> mPrevIndex;
+    MatchKey_cls mNextKey;
+    MatchKey_cls mPrevKey;
     std::unique_ptr<unsigned char[]> mType;
     std::unique_ptr<float[]> mSize;
     std::array<std::unique_ptr<float[]>, 3> mValue;
@@ -82,8 +119,16 @@ public:
 private:
     void ReadHeaderBinary(ParticleFormatClone_cls* pFormat, long long& n, double& time);
     void ReadHeaderAscii(ParticleFormatClone_cls* pFormat, long long& n, double& time);
+    // Keeps the bounds when they make a box (hi above lo on each axis), else logs and keeps none.
+    void SetBox(double xlo, double xhi, double ylo, double yhi, double zlo, double zhi);
+    // The three "lo hi" lines of a text header, the first already in line.
+    bool ReadBoxLines(std::istream& stream, std::string& line);
     // The particle count of the present allocation and the flags it was made for.
     int mAllocNumber = 0;
     unsigned int mAllocFlags = 0;
     unsigned int GetFlagBits() const;
+    std::atomic<unsigned> mGeneration{0};
+    // -1 not known for this generation, 0 not ascending, 1 ascending.
+    int mIDsAscending = -1;
+    unsigned mIDsAscendingGeneration = 0;
 };

@@ -44,6 +44,9 @@ Particle_cls::Particle_cls(ParentObj_cls* pParent) : DataViewerBase_cls(pParent,
     Add(&mCInfoIndex, "InfoIndex=", "0", "PROPERTY_INFO");
     Add(&mCCastShadow, "CastShadow=", "1", kDraw);
     Add(&mCTwistRandom, "TwistRandom=", "0", kDraw);
+    Add(&mCPeriodicBox, "PeriodicBox=", "0", kObject);
+    Add(&mCPeriodicBoxLow, "PeriodicBoxLow=", "0 0 0", kObject);
+    Add(&mCPeriodicBoxHigh, "PeriodicBoxHigh=", "1 1 1", kObject);
     mpCCurrent = std::make_unique<ParticleForRender_cls>();
     mpCNext = std::make_unique<ParticleForRender_cls>();
     AddOwnAttribute(new MaterialParticle_cls("Material"));
@@ -71,7 +74,27 @@ Particle_cls::~Particle_cls() {
 }
 
 int Particle_cls::CheckFileSequence() {
+    mbWarnedIDOrder = false;
     return DataViewerBase_cls::CheckFileSequence(mCSequence);
+}
+
+bool Particle_cls::CheckIDOrder(const FrameInfo_cls& info) {
+    if (mbWarnedIDOrder || !IsInterpolateByID() || mCFormat.IsPreSortByID())
+        return false;
+    for (int slot = 1; slot <= 2; ++slot) {
+        if (!IsIndexNeeded(info, slot))
+            continue;
+        ParticleSnap_cls* pSnap = mCSequence.GetPCSnap(info.mIndex[slot]);
+        if (!pSnap || !pSnap->mAllocated || pSnap->IsReading() || pSnap->AreIDsAscending())
+            continue;
+        mbWarnedIDOrder = true;
+        wxLogWarning("Particle object \"%s\": the IDs in %s are not in ascending order, so the "
+                     "interpolation by ID misses particles. Turn on \"Do Sort by ID\" (PreSortByID=) "
+                     "in the object's particle format.",
+                     GetStrName(), pSnap->mReadFile);
+        return true;
+    }
+    return false;
 }
 
 bool Particle_cls::PrefetchData() {
@@ -193,6 +216,7 @@ bool Particle_cls::PrepareDraw(int step, int composite) {
         return false;
     if (bRead && GCClassProvider)
         GCClassProvider->UpdatePanels("PROPERTY_INFO");
+    CheckIDOrder(info);
     PrefetchData();
 
     // The hand-over: the spare set is the worker's until it is joined here.

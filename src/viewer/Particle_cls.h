@@ -57,6 +57,10 @@ public:
         double mInterp = 0.0;
         int mIndex[4] = {-1, -1, -1, -1};
     };
+    // Matching by ID needs ascending IDs. When a read snap of the frame has them out of order while
+    // the reader does not sort them, warns once per sequence, naming the object and the setting that
+    // helps. Main thread. True when it warned now.
+    bool CheckIDOrder(const FrameInfo_cls& info);
     // Frame, steps and interpolation factor at normalised time nt. False without steps.
     bool GetFrameInfo(double nt, FrameInfo_cls& info);
     // Main thread, before drawing; step 0 is the first draw of a frame (composite is taken as
@@ -104,6 +108,12 @@ public:
     ConfItemINT_cls mCInterpolateBy;
     ConfItemINT_cls mCVanishSizeType;
     ConfItemINT_cls mCExtrapolateType;
+    // 0 "No periodic box", 1 "Box from the file header", 2 "Box typed in": particles that cross a face
+    // of the box move the short way and are drawn wrapped into it.
+    ConfItemINT_cls mCPeriodicBox;
+    ConfItemSTR_cls mCPeriodicBoxLow;  // "x y z"
+    ConfItemSTR_cls mCPeriodicBoxHigh; // "x y z"
+
     ConfItemSTR_cls mCTexturePath0;
     ConfItemSTR_cls mCTexturePath1;
     ConfItemSTR_cls mCTexturePath2;
@@ -130,5 +140,6 @@ private:
 
     PositionAndDirection_cls mCCameraNow;
     PositionAndDirection_cls mCCameraNext;
-    bool mbNextStarted = false; // a preparation of mpCNext was started and not yet taken
+    bool mbNextStarted = false;   // a preparation of mpCNext was started and not yet taken
+    bool mbWarnedIDOrder = false; // the IDs-out-of-order warning was given for this sequence
 };
