@@ -177,20 +177,171 @@ void ParticleForRender_cls::WaitIDDone(ParticleSnap_cls* pSnap, bool bFileName) 
     }
 }
 
-void ParticleForRender_cls::RunIDPass(ParticleSnap_cls* pSnap, ParticleSnap_cls* pNext, bool bNext) {
-    const int count = pSnap->mNumber.load(std::memory_order_relaxed);
-    pSnap->mIDStarted = true;
-    pSnap->mIDRan = true;
+template <class Worker, class Setup>
+void ParticleForRender_cls::RunWorkers(int count, bool bNext, int sleepMs, Setup setup) {
     int n = 0;
     std::atomic<bool>* list = GetNewPCbFinishList(n, count, bNext);
     for (int k = 0; k < n; ++k) {
         int ini = 0, fin = 0;
         GetIniAndFin(ini, fin, k, n, count);
-        auto* pWorker = new ThreadInterpStep_cls;
-        pWorker->SetParameters(this, pSnap, pNext, nullptr, nullptr, &mCSetting, true);
+        auto* pWorker = new Worker;
+        setup(*pWorker, ini);
         StartWorker(pWorker, &list[k], ini, fin);
     }
-    WaitThreadsAndDeleteFlag(list, n, kSleepMsData);
+    WaitThreadsAndDeleteFlag(list, n, sleepMs);
+}
+
+void ParticleForRender_cls::RunIDPass(ParticleSnap_cls* pSnap, ParticleSnap_cls* pNext, bool bNext) {
+    pSnap->mIDStarted = true;
+    pSnap->mIDRan = true;
+    RunWorkers<ThreadInterpStep_cls>(pSnap->mNumber.load(std::memory_order_relaxed), bNext, kSleepMsData,
+                                     [&](ThreadInterpStep_cls& w, int) {
+                                         w.SetParameters(this, pSnap, pNext, nullptr, nullptr, &mCSetting,
+                                                         true);
+                                     });
+}
+
+void ParticleForRender_cls::TransformCameraToObject(const ViewerClone_cls* viewer,
+                                                    PositionAndDirection_cls& camera) {
+    // The inverse of the object's matrix times the camera.
+    double inverse[16];
+    if (!viewer || !TensorMath_cls::Invert(viewer->mMatrix, inverse))
+        return;
+    TensorMath_cls::TransformPoint(inverse, camera.mPos, camera.mPos);
+    double v[3];
+    TensorMath_cls::TransformVector(inverse, camera.mTgt, v);
+    std::copy(v, v + 3, camera.mTgt);
+    TensorMath_cls::TransformVector(inverse, camera.mTop, v);
+    std::copy(v, v + 3, camera.mTop);
+    camera.Normalize();
+}
+
+wxString ParticleForRender_cls::GetStrStamp(const PrepareSetting_cls& setting, ViewerClone_cls* viewer,
+                                            ViewerClone_cls* material, ParticleSnap_cls* const snaps[4],
+                                            double time, int frame, int subframe,
+                                            const PositionAndDirection_cls& camera) const {
+    // The clones' counters, the values read from them, and which data stand in the snaps.
+    wxString strStamp = GetStrProcCounterClone(viewer, time);
+    if (material)
+        strStamp << "|" << GetStrProcCounterClone(material, time);
+    strStamp << "|" << setting.GetStrValues();
+    for (int k = 0; k < 4; ++k) {
+        if (const ParticleSnap_cls* pSnap = snaps[k])
+            strStamp << wxString::Format("|%p:%d:", static_cast<const void*>(pSnap), pSnap->mNumber.load())
+                     << pSnap->mReadFile;
+        else
+            strStamp << "|-";
+    }
+    // A classification by expression reads the frame's time ("nt", "frame", "subframe"): two frames
+    // on the same step and factor (past the last step, or remapped) may still classify differently.
+    if (setting.mClassifyType == 1)
+        strStamp << wxString::Format("|nt %.17g %d %d", time, frame, subframe);
+    // The size modifiers scale the sizes of the pass in place and read the camera: with one of them a
+    // new camera or sort type means a new pass, never a second scaling of the same sizes.
+    if (HasSizeModifier(viewer))
+        strStamp << wxString::Format("|cam %.17g,%.17g,%.17g,%.17g,%.17g,%.17g sort %d", camera.mPos[0],
+                                     camera.mPos[1], camera.mPos[2], camera.mTgt[0], camera.mTgt[1],
+                                     camera.mTgt[2], setting.mSortType);
+    return strStamp;
+}
+
+ParticleForRender_cls::PairTables_cls ParticleForRender_cls::PrepareTables(ParticleSnap_cls* snap1,
+                                                                           ParticleSnap_cls* snap2,
+                                                                           ParticleSnap_cls* snap0,
+                                                                           ParticleSnap_cls* snap3) {
+    PairTables_cls tables;
+    // A frame on a step itself (B is A) has nothing to match: every particle is its own partner,
+    // and the tables that A holds for its real neighbours stay as they are.
+    tables.mbByID = mCSetting.mInterpolateBy == 1 && snap2 != snap1 && HasIDs(snap1) && HasIDs(snap2);
+    tables.mbNextB = tables.mbByID && snap3 && snap3 != snap2 && HasIDs(snap3);
+    if (!tables.mbByID) {
+        if (mCSetting.mInterpolateBy != 1) {
+            snap1->CheckAllocateNextIndex(false);
+            snap2->CheckAllocateNextIndex(false);
+        }
+        return tables;
+    }
+    {
+        // Two sets may prepare from the same snaps at once: whichever comes first makes the tables.
+        std::lock_guard<std::mutex> lock(msTableMutex);
+        BindTables(snap1, snap2);
+        if (tables.mbNextB)
+            BindTables(snap2, snap3);
+        // A's predecessors count only when they were found in the snap before A that this frame has.
+        tables.mbPrevA = snap0 && snap0 != snap1 && snap1->mPrevKey == snap1->GetMatchKey(snap0);
+    }
+    // Tables of B against the snap after it, for the outer neighbour of the cubic forms.
+    if (tables.mbNextB && !snap2->mIDDone) {
+        if (!ClaimIDSearch(snap2))
+            WaitIDDone(snap2, false);
+        if (!snap2->mIDDone) {
+            RunIDPass(snap2, snap3, false);
+            snap2->mIDDone = true;
+            snap3->mPrevDone = true;
+        }
+    }
+    // A's tables: searched by this pass's workers unless another pass has them or is making them.
+    if (!snap1->mIDDone) {
+        if (ClaimIDSearch(snap1))
+            tables.mbSearchA = true;
+        else
+            WaitIDDone(snap1, true);
+    }
+    return tables;
+}
+
+void ParticleForRender_cls::RunDataPass(ParticleSnap_cls* const snaps[4], int step, int frame, int subframe,
+                                        double t, double time, ViewerClone_cls* viewer,
+                                        const PositionAndDirection_cls& camera, bool bNext) {
+    ParticleSnap_cls* snap1 = snaps[0];
+    ParticleSnap_cls* snap2 = snaps[1];
+    int type = 0;
+    const int factor = GetDownsize(mCSetting, type);
+    const int countA = snap1->mNumber.load(std::memory_order_relaxed);
+    const int mode = GetEffectiveDownsizeType(snap1, type);
+    const long long nOut = GetNumDownsized(countA, factor, mode);
+    if (!Allocate(nOut) || nOut == 0) {
+        mNumber = 0;
+        return;
+    }
+    const PairTables_cls tables = PrepareTables(snap1, snap2, snaps[2], snaps[3]);
+    RunWorkers<ThreadInterpStep_cls>(countA, bNext, kSleepMsData, [&](ThreadInterpStep_cls& w, int ini) {
+        w.SetParameters(this, snap1, snap2, snaps[2], snaps[3], &mCSetting, false);
+        w.mByID = tables.mbByID;
+        w.mbSearch = tables.mbSearchA;
+        w.mbPrevAValid = tables.mbPrevA;
+        w.mbNextBValid = tables.mbNextB;
+        w.SetParametersTime(t, step, frame, subframe);
+        w.mNT = time;
+        w.SetParametersDownsize(mode == 0 ? (ini + factor - 1) / factor : ini, factor, type);
+    });
+    if (tables.mbSearchA) {
+        snap1->mIDDone = true;
+        snap2->mPrevDone = true;
+    }
+    mbSourceIdentity = factor == 1;
+    ++mDataCounter;
+    // Right after the interpolation: the merges of other particle objects' frames.
+    if (msFuncParticleModifier && HasActiveMerge(viewer)) {
+        ParticleModifierCall_cls call{this, viewer, snap1, time, camera, mCSetting.mSortType, bNext};
+        msFuncParticleModifier(ParticleModifierCall_cls::kStageMerge, call);
+    }
+}
+
+bool ParticleForRender_cls::IsSortDue(int s, const PositionAndDirection_cls& camera, double sortFrequency) {
+    bool bNew = false;
+    if (s == 1)
+        bNew = !(Direction_cls::IsSimilarTgtDirection(mLastCamera, camera, sortFrequency) &&
+                 sortFrequency != 1.0);
+    else if (s == 3 || s == 4 || s == 6 || s == 7)
+        bNew = !Position_cls::IsSimilarPosition(mLastCamera, camera, 1e-6);
+    if (s != mLastSortType)
+        bNew = true;
+    if (bNew) {
+        mLastCamera = camera;
+        mLastSortType = s;
+    }
+    return bNew;
 }
 
 bool ParticleForRender_cls::PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cls* snap2,
@@ -204,46 +355,13 @@ bool ParticleForRender_cls::PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cl
     wxASSERT_MSG(snap1 != NULL, "pCSnap1 != NULL");
     if (!snap1)
         return false;
-    if (!snap2)
-        snap2 = snap1;
-
-    // The camera into the object's space: the inverse of the object's matrix times the camera.
-    double inverse[16];
-    if (viewer && TensorMath_cls::Invert(viewer->mMatrix, inverse)) {
-        TensorMath_cls::TransformPoint(inverse, camera.mPos, camera.mPos);
-        double v[3];
-        TensorMath_cls::TransformVector(inverse, camera.mTgt, v);
-        std::copy(v, v + 3, camera.mTgt);
-        TensorMath_cls::TransformVector(inverse, camera.mTop, v);
-        std::copy(v, v + 3, camera.mTop);
-        camera.Normalize();
-    }
+    ParticleSnap_cls* const snaps[4] = {snap1, snap2 ? snap2 : snap1, snap0, snap3};
+    TransformCameraToObject(viewer, camera);
     PrepareSetting_cls setting;
     setting.ReadFromClone(viewer, material, time);
 
-    // The stamp: the clones' counters, the values read from them, and which data stand in the snaps.
-    wxString strStamp = GetStrProcCounterClone(viewer, time);
-    if (pMaterial)
-        strStamp << "|" << GetStrProcCounterClone(pMaterial.get(), time);
-    strStamp << "|" << setting.GetStrValues();
-    for (ParticleSnap_cls* pSnap : {snap1, snap2, snap0, snap3}) {
-        if (pSnap)
-            strStamp << wxString::Format("|%p:%d:", static_cast<void*>(pSnap), pSnap->mNumber.load())
-                     << pSnap->mReadFile;
-        else
-            strStamp << "|-";
-    }
-    // A classification by expression reads the frame's time ("nt", "frame", "subframe"): two frames
-    // on the same step and factor (past the last step, or remapped) may still classify differently.
-    if (setting.mClassifyType == 1)
-        strStamp << wxString::Format("|nt %.17g %d %d", time, frame, subframe);
-    // The size modifiers scale the sizes of the pass in place and read the camera: with one of them a
-    // new camera or sort type means a new pass, never a second scaling of the same sizes.
-    const bool bSizeModifier = HasSizeModifier(viewer);
-    if (bSizeModifier)
-        strStamp << wxString::Format("|cam %.17g,%.17g,%.17g,%.17g,%.17g,%.17g sort %d", camera.mPos[0],
-                                     camera.mPos[1], camera.mPos[2], camera.mTgt[0], camera.mTgt[1],
-                                     camera.mTgt[2], setting.mSortType);
+    const wxString strStamp =
+        GetStrStamp(setting, viewer, pMaterial.get(), snaps, time, frame, subframe, camera);
     // A merge appends another object's frame, whose changes leave no trace in this object's inputs: such
     // a frame is always made anew.
     const bool bRecompute =
@@ -252,100 +370,14 @@ bool ParticleForRender_cls::PrepareData(ParticleSnap_cls* snap1, ParticleSnap_cl
     mLastStep = step;
     mLastInterp = static_cast<float>(t);
     mLastProcCounter = strStamp;
-
     if (bRecompute) {
         mCSetting = setting;
-        int type = 0;
-        const int factor = GetDownsize(setting, type);
-        const int countA = snap1->mNumber.load(std::memory_order_relaxed);
-        const int mode = GetEffectiveDownsizeType(snap1, type);
-        const long long nOut = GetNumDownsized(countA, factor, mode);
-        if (!Allocate(nOut) || nOut == 0) {
-            mNumber = 0;
-            return true;
-        }
-        // A frame on a step itself (B is A) has nothing to match: every particle is its own partner,
-        // and the tables that A holds for its real neighbours stay as they are.
-        const bool bByID = setting.mInterpolateBy == 1 && snap2 != snap1 && HasIDs(snap1) && HasIDs(snap2);
-        const bool bNextB = bByID && snap3 && snap3 != snap2 && HasIDs(snap3);
-        bool bPrevA = false;
-        if (bByID) {
-            // Two sets may prepare from the same snaps at once: whichever comes first makes the tables.
-            std::lock_guard<std::mutex> lock(msTableMutex);
-            BindTables(snap1, snap2);
-            if (bNextB)
-                BindTables(snap2, snap3);
-            // A's predecessors count only when they were found in the snap before A that this frame has.
-            bPrevA = snap0 && snap0 != snap1 && snap1->mPrevKey == snap1->GetMatchKey(snap0);
-        } else if (setting.mInterpolateBy != 1) {
-            snap1->CheckAllocateNextIndex(false);
-            snap2->CheckAllocateNextIndex(false);
-        }
-        // Tables of B against the snap after it, for the outer neighbour of the cubic forms.
-        if (bNextB && !snap2->mIDDone) {
-            if (!ClaimIDSearch(snap2))
-                WaitIDDone(snap2, false);
-            if (!snap2->mIDDone) {
-                RunIDPass(snap2, snap3, false);
-                snap2->mIDDone = true;
-                snap3->mPrevDone = true;
-            }
-        }
-        // A's tables: searched by this pass's workers unless another pass has them or is making them.
-        bool bSearchA = false;
-        if (bByID && !snap1->mIDDone) {
-            if (ClaimIDSearch(snap1)) {
-                bSearchA = true;
-            } else {
-                WaitIDDone(snap1, true);
-            }
-        }
-
-        int n = 0;
-        std::atomic<bool>* list = GetNewPCbFinishList(n, countA, bNext);
-        for (int k = 0; k < n; ++k) {
-            int ini = 0, fin = 0;
-            GetIniAndFin(ini, fin, k, n, countA);
-            const int startOut = mode == 0 ? (ini + factor - 1) / factor : ini;
-            auto* pWorker = new ThreadInterpStep_cls;
-            pWorker->SetParameters(this, snap1, snap2, snap0, snap3, &mCSetting, false);
-            pWorker->mByID = bByID;
-            pWorker->mbSearch = bSearchA;
-            pWorker->mbPrevAValid = bPrevA;
-            pWorker->mbNextBValid = bNextB;
-            pWorker->SetParametersTime(t, step, frame, subframe);
-            pWorker->mNT = time;
-            pWorker->SetParametersDownsize(startOut, factor, type);
-            StartWorker(pWorker, &list[k], ini, fin);
-        }
-        WaitThreadsAndDeleteFlag(list, n, kSleepMsData);
-        if (bSearchA) {
-            snap1->mIDDone = true;
-            snap2->mPrevDone = true;
-        }
-        mbSourceIdentity = factor == 1;
-        ++mDataCounter;
-        // Right after the interpolation: the merges of other particle objects' frames.
-        if (msFuncParticleModifier && HasActiveMerge(viewer)) {
-            ParticleModifierCall_cls call{this, viewer, snap1, time, camera, setting.mSortType, bNext};
-            msFuncParticleModifier(ParticleModifierCall_cls::kStageMerge, call);
-        }
+        RunDataPass(snaps, step, frame, subframe, t, time, viewer, camera, bNext);
+        if (mNumber == 0)
+            return true; // nothing to order
     }
-
     // Sort when the data changed, the camera really moved, or the sort type changed.
-    const int s = setting.mSortType;
-    bool bNew = false;
-    if (s == 1)
-        bNew = !(Direction_cls::IsSimilarTgtDirection(mLastCamera, camera, setting.mSortFrequency) &&
-                 setting.mSortFrequency != 1.0);
-    else if (s == 3 || s == 4 || s == 6 || s == 7)
-        bNew = !Position_cls::IsSimilarPosition(mLastCamera, camera, 1e-6);
-    if (s != mLastSortType)
-        bNew = true;
-    if (bNew) {
-        mLastCamera = camera;
-        mLastSortType = s;
-    }
+    const bool bNew = IsSortDue(setting.mSortType, camera, setting.mSortFrequency);
     if ((bNew || bRecompute) && mNumber > 0)
         ProcIndexAndZ(setting, viewer, snap1, time, camera, bNext);
     wxLogInfo("PrepareData Time=%ld", watch.Time());
@@ -362,16 +394,8 @@ void ParticleForRender_cls::ProcIndexAndZ(const PrepareSetting_cls& setting, Vie
     // The key workers also set every filter alpha back to 1 (0 for empty places), so the filters and
     // shapes below, which only multiply it, never see the alpha of an earlier run. They read the
     // elements and not the order, so running them after the keys and before the sort is the same.
-    int n = 0;
-    std::atomic<bool>* list = GetNewPCbFinishList(n, count, bNext);
-    for (int k = 0; k < n; ++k) {
-        int ini = 0, fin = 0;
-        GetIniAndFin(ini, fin, k, n, count);
-        auto* pWorker = new ThreadSetArrayZ_cls;
-        pWorker->SetParameters(this, s, camera);
-        StartWorker(pWorker, &list[k], ini, fin);
-    }
-    WaitThreadsAndDeleteFlag(list, n, kSleepMsSort);
+    RunWorkers<ThreadSetArrayZ_cls>(count, bNext, kSleepMsSort,
+                                    [&](ThreadSetArrayZ_cls& w, int) { w.SetParameters(this, s, camera); });
     if (msFuncParticleModifier)
         msFuncParticleModifier(ParticleModifierCall_cls::kStageRemove, call);
     // 0 keeps the order of the data; 7 fills the keys for later use and leaves the order.
@@ -388,17 +412,10 @@ void ParticleForRender_cls::ProcIndexAndZ(const PrepareSetting_cls& setting, Vie
     for (int m = 0; m < PrepareSetting_cls::kMaterialMax; ++m)
         if (setting.mColorCurveType[m] == 1 && setting.mColorCurveDepend[m] == 9)
             bDepend = true;
-    if (bDepend) {
-        list = GetNewPCbFinishList(n, count, bNext);
-        for (int k = 0; k < n; ++k) {
-            int ini = 0, fin = 0;
-            GetIniAndFin(ini, fin, k, n, count);
-            auto* pWorker = new ThreadCurveDependOnSort_cls;
-            pWorker->SetParameters(this, &mCSetting);
-            StartWorker(pWorker, &list[k], ini, fin);
-        }
-        WaitThreadsAndDeleteFlag(list, n, kSleepMsSort);
-    }
+    if (bDepend)
+        RunWorkers<ThreadCurveDependOnSort_cls>(
+            count, bNext, kSleepMsSort,
+            [&](ThreadCurveDependOnSort_cls& w, int) { w.SetParameters(this, &mCSetting); });
     ++mSortCounter;
     wxLogInfo("ProcIndexAndZ Internal Time=%ld", watch.Time());
 }

@@ -112,6 +112,32 @@ public:
     PrepareSetting_cls mCSetting;
 
 private:
+    // What the tables of a frame allow its workers: matching by ID, A's search to be run by them, A's
+    // predecessors and B's successors to be read.
+    struct PairTables_cls {
+        bool mbByID = false;
+        bool mbSearchA = false;
+        bool mbPrevA = false;
+        bool mbNextB = false;
+    };
+    // The stages of PrepareData.
+    static void TransformCameraToObject(const ViewerClone_cls* viewer, PositionAndDirection_cls& camera);
+    wxString GetStrStamp(const PrepareSetting_cls& setting, ViewerClone_cls* viewer,
+                         ViewerClone_cls* material, ParticleSnap_cls* const snaps[4], double time, int frame,
+                         int subframe, const PositionAndDirection_cls& camera) const;
+    // Binds the tables of the frame's pairs and builds B's against the snap after it; claims or awaits
+    // A's search. Reads mCSetting.
+    PairTables_cls PrepareTables(ParticleSnap_cls* snap1, ParticleSnap_cls* snap2, ParticleSnap_cls* snap0,
+                                 ParticleSnap_cls* snap3);
+    // Allocation, tables, the interpolation workers and the merges. snaps: A, B, before A, after B.
+    void RunDataPass(ParticleSnap_cls* const snaps[4], int step, int frame, int subframe, double t,
+                     double time, ViewerClone_cls* viewer, const PositionAndDirection_cls& camera,
+                     bool bNext);
+    // Whether the camera or the sort type changed enough for new keys; keeps the new ones.
+    bool IsSortDue(int sortType, const PositionAndDirection_cls& camera, double sortFrequency);
+    // Splits count elements over the workers of a pass, sets each up (setup(worker, ini)), runs them and
+    // waits with sleeps of sleepMs.
+    template <class Worker, class Setup> void RunWorkers(int count, bool bNext, int sleepMs, Setup setup);
     // Runs a worker pass over pSnap with the tables only (the pair pSnap, pNext).
     void RunIDPass(ParticleSnap_cls* pSnap, ParticleSnap_cls* pNext, bool bNext);
     // Takes the search of pSnap's tables for this pass: true when no other pass had begun it, which
