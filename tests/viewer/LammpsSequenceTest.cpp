@@ -211,3 +211,18 @@ TEST_F(ViewerFixture, BundledLammpsExampleOpensElevenSteps) {
     EXPECT_EQ(pSnap->mNumber.load(), 256);
     EXPECT_TRUE(pSnap->AreIDsAscending());
 }
+
+TEST_F(LammpsSequenceTest, FileThatDisappearsLaterGetsTheSubstituteWithItsNameLogged) {
+    for (int i = 0; i <= 500; i += 50)
+        ASSERT_TRUE(wxCopyFile(kData + wxString::Format("dump.melt.%04d.txt", i),
+                               mDir.Path(wxString::Format("dump.melt.%04d.txt", i))));
+    mpP->mCPath.PushCommandPair(mDir.Path("dump.melt.%04d.txt"));
+    ASSERT_EQ(mpP->CheckFileSequence(), 11);
+    ASSERT_TRUE(wxRemoveFile(mDir.Path("dump.melt.0150.txt")));
+    LogCapture_cls log;
+    ParticleSnap_cls* pSnap = ReadStep(3);
+    ASSERT_NE(pSnap, nullptr);
+    EXPECT_EQ(pSnap->mReadFile, "#DefaultData");
+    EXPECT_TRUE(log.Contains("Read Header Fails!! " + mDir.Path("dump.melt.0150.txt")));
+    EXPECT_EQ(ReadStep(4)->mNumber.load(), 256) << "the steps around it read as before";
+}
