@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
-#include <memory>
 #include <vector>
 
 namespace {
@@ -15,13 +14,6 @@ constexpr uint32_t kBitFields = 3;
 constexpr uint32_t kAlphaBitFields = 6;
 // File header, the largest info header, four masks and a palette of 256 entries.
 constexpr size_t kMaxHeadBytes = 14 + 124 + 16 + 4 * 256;
-
-struct FileCloser {
-    void operator()(FILE* fp) const {
-        if (fp)
-            fclose(fp);
-    }
-};
 
 uint32_t U16(const unsigned char* p) {
     return p[0] | p[1] << 8;
@@ -208,12 +200,9 @@ bool DecodeRle(const BmpHeader& h, const std::vector<unsigned char>& data, Slice
 
 } // namespace
 
-bool BmpSlice_cls::Read(const wxString& strPath, bool bSizeOnly, SlicePixels_cls& slice) {
-    std::unique_ptr<FILE, FileCloser> fp(fopen(strPath.fn_str(), "rb"));
-    if (!fp)
-        return slice.Fail("the file cannot be opened");
+bool BmpSlice_cls::Read(FILE* fp, bool bSizeOnly, SlicePixels_cls& slice) {
     std::vector<unsigned char> head(kMaxHeadBytes);
-    head.resize(fread(head.data(), 1, head.size(), fp.get()));
+    head.resize(fread(head.data(), 1, head.size(), fp));
     BmpHeader h;
     if (!ParseHeader(head, h, slice))
         return false;
@@ -224,15 +213,14 @@ bool BmpSlice_cls::Read(const wxString& strPath, bool bSizeOnly, SlicePixels_cls
     // more than the file holds.
     const bool bRle = h.compression == kRle8 || h.compression == kRle4;
     const size_t need = bRle ? static_cast<size_t>((2 * h.width + 4) * h.height + 2) : h.Stride() * h.height;
-    if (fseek(fp.get(), 0, SEEK_END) != 0)
+    if (fseek(fp, 0, SEEK_END) != 0)
         return slice.Fail("BMP data cannot be read");
-    const long fileSize = ftell(fp.get());
+    const long fileSize = ftell(fp);
     if (fileSize < 0 || static_cast<unsigned long>(fileSize) <= h.offBits ||
         (!bRle && static_cast<unsigned long>(fileSize) - h.offBits < need))
         return slice.Fail("BMP data ends early");
     std::vector<unsigned char> data(std::min(need, static_cast<size_t>(fileSize) - h.offBits));
-    if (fseek(fp.get(), h.offBits, SEEK_SET) != 0 ||
-        fread(data.data(), 1, data.size(), fp.get()) != data.size())
+    if (fseek(fp, h.offBits, SEEK_SET) != 0 || fread(data.data(), 1, data.size(), fp) != data.size())
         return slice.Fail("BMP data cannot be read");
     slice.SetSize(h.width, h.height, true);
     if (bRle)

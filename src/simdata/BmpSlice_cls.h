@@ -7,10 +7,11 @@
 
 #include "SlicePixels_cls.h"
 
-#include <wx/string.h>
+#include <cstdio>
 
 class BmpSlice_cls {
 public:
-    // Any thread. False, with the reason in slice.mStrWhy, when the file cannot be decoded.
-    static bool Read(const wxString& strPath, bool bSizeOnly, SlicePixels_cls& slice);
+    // Any thread. fp is open at the start of the file and stays the caller's. False, with the
+    // reason in slice.mStrWhy, when the file cannot be decoded.
+    static bool Read(FILE* fp, bool bSizeOnly, SlicePixels_cls& slice);
 };

@@ -8,16 +8,8 @@
 #include <jpeglib.h>
 
 #include <csetjmp>
-#include <memory>
 
 namespace {
-
-struct FileCloser {
-    void operator()(FILE* fp) const {
-        if (fp)
-            fclose(fp);
-    }
-};
 
 // libjpeg's error manager with a way out: errors leave through longjmp with libjpeg's text kept,
 // and a warning that the data ended early is noted.
@@ -72,10 +64,7 @@ bool Decode(jpeg_decompress_struct& info, JpegError& error, FILE* fp, bool bSize
 
 } // namespace
 
-bool JpegSlice_cls::Read(const wxString& strPath, bool bSizeOnly, SlicePixels_cls& slice) {
-    std::unique_ptr<FILE, FileCloser> fp(fopen(strPath.fn_str(), "rb"));
-    if (!fp)
-        return slice.Fail("the file cannot be opened");
+bool JpegSlice_cls::Read(FILE* fp, bool bSizeOnly, SlicePixels_cls& slice) {
     jpeg_decompress_struct info{};
     JpegError error{};
     info.err = jpeg_std_error(&error.mgr);
@@ -84,7 +73,7 @@ bool JpegSlice_cls::Read(const wxString& strPath, bool bSizeOnly, SlicePixels_cl
     error.strMessage[0] = '\0';
     error.bEndedEarly = false;
     bool bSizeRefused = false;
-    bool bOk = Decode(info, error, fp.get(), bSizeOnly, slice, bSizeRefused);
+    bool bOk = Decode(info, error, fp, bSizeOnly, slice, bSizeRefused);
     jpeg_destroy_decompress(&info);
     if (bSizeRefused)
         return false;

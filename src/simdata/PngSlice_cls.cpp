@@ -5,17 +5,9 @@
 #include <csetjmp>
 #include <cstdio>
 #include <cstring>
-#include <memory>
 #include <vector>
 
 namespace {
-
-struct FileCloser {
-    void operator()(FILE* fp) const {
-        if (fp)
-            fclose(fp);
-    }
-};
 
 // The libpng part, kept free of C++ objects with destructors because an error leaves through
 // longjmp; libpng's message is copied into strError on the way out.
@@ -67,6 +59,8 @@ bool ReadInfo(FILE* fp, PngRead& r) {
         png_set_gray_to_rgb(r.png);
     if (bitDepth < 8 && colorType != PNG_COLOR_TYPE_GRAY)
         png_set_packing(r.png);
+    // Adam7 pictures are put together by libpng; png_read_image then gives whole rows.
+    png_set_interlace_handling(r.png);
     png_read_update_info(r.png, r.info);
     r.width = png_get_image_width(r.png, r.info);
     r.height = png_get_image_height(r.png, r.info);
@@ -105,12 +99,9 @@ bool Decode(FILE* fp, PngRead& r, bool bSizeOnly, SlicePixels_cls& slice) {
 
 } // namespace
 
-bool PngSlice_cls::Read(const wxString& strPath, bool bSizeOnly, SlicePixels_cls& slice) {
-    std::unique_ptr<FILE, FileCloser> fp(fopen(strPath.fn_str(), "rb"));
-    if (!fp)
-        return slice.Fail("the file cannot be opened");
+bool PngSlice_cls::Read(FILE* fp, bool bSizeOnly, SlicePixels_cls& slice) {
     PngRead r;
-    const bool bOk = Decode(fp.get(), r, bSizeOnly, slice);
+    const bool bOk = Decode(fp, r, bSizeOnly, slice);
     if (r.png)
         png_destroy_read_struct(&r.png, r.info ? &r.info : nullptr, nullptr);
     return bOk;

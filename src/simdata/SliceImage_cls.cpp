@@ -3,6 +3,7 @@
 #include "BmpSlice_cls.h"
 #include "JpegSlice_cls.h"
 #include "PngSlice_cls.h"
+#include "SliceFile_cls.h"
 #include "TiffSlice_cls.h"
 
 #include <cstdio>
@@ -34,22 +35,23 @@ bool SliceImage_cls::Load(const wxString& strPath, SlicePixels_cls& slice) {
 
 bool SliceImage_cls::Read(const wxString& strPath, bool bSizeOnly, SlicePixels_cls& slice) {
     slice.Reset();
-    unsigned char head[4] = {0, 0, 0, 0};
-    size_t got = 0;
-    FILE* fp = fopen(strPath.fn_str(), "rb");
+    SliceFile_cls file(strPath);
+    FILE* fp = file.Get();
     if (!fp)
         return slice.Fail("the file cannot be opened");
-    got = fread(head, 1, sizeof head, fp);
-    fclose(fp);
+    unsigned char head[4] = {0, 0, 0, 0};
+    const size_t got = fread(head, 1, sizeof head, fp);
+    rewind(fp);
     switch (Sniff(head, got)) {
     case Type::Png:
-        return PngSlice_cls::Read(strPath, bSizeOnly, slice);
+        return PngSlice_cls::Read(fp, bSizeOnly, slice);
     case Type::Tiff:
+        // libtiff opens the file by its name, so that it can map it into memory.
         return TiffSlice_cls::Read(strPath, bSizeOnly, slice);
     case Type::Jpeg:
-        return JpegSlice_cls::Read(strPath, bSizeOnly, slice);
+        return JpegSlice_cls::Read(fp, bSizeOnly, slice);
     case Type::Bmp:
-        return BmpSlice_cls::Read(strPath, bSizeOnly, slice);
+        return BmpSlice_cls::Read(fp, bSizeOnly, slice);
     case Type::Unknown:
         break;
     }

@@ -45,6 +45,7 @@ make() { # dir variant kind extension convert-options...
 make png grey8 grey8 png -depth 8 -type Grayscale -define png:exclude-chunk=date,time
 make png grey16 grey16 png -depth 16 -type Grayscale -define png:exclude-chunk=date,time
 make png rgb8 rgb8 png -depth 8 -type TrueColor -define png:color-type=2 -define png:exclude-chunk=date,time
+make png interlaced grey8 png -depth 8 -type Grayscale -interlace PNG -define png:exclude-chunk=date,time
 
 make tiff grey8 grey8 tif -depth 8 -type Grayscale -compress None
 make tiff grey16 grey16 tif -depth 16 -type Grayscale -compress LZW

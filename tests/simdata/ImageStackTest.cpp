@@ -121,6 +121,7 @@ TEST_F(ImageStackTest, EveryFormatAsWrittenByImageMagick) {
         {"png/grey8_000.png", false, 0},
         {"png/grey16_000.png", false, 0},
         {"png/rgb8_000.png", false, 0},
+        {"png/interlaced_000.png", false, 0}, // Adam7
         {"tiff/grey8_000.tif", false, 0},
         {"tiff/grey16_000.tif", false, 0}, // LZW; 16-bit samples keep their high byte, as in PNG
         {"tiff/rgb8_000.tif", false, 0},   // deflate
