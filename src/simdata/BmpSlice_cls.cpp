@@ -128,7 +128,7 @@ bool ParseHeader(const std::vector<unsigned char>& head, BmpHeader& h, SlicePixe
 
 void DecodePlain(const BmpHeader& h, const unsigned char* pData, SlicePixels_cls& slice) {
     const size_t stride = h.Stride();
-    const uint32_t indexMask = (1u << h.bpp) - 1;
+    const uint32_t indexMask = h.bpp <= 8 ? (1u << h.bpp) - 1 : 0; // used for palette pictures only
     for (int r = 0; r < slice.mHeight; ++r) {
         const unsigned char* p = pData + static_cast<size_t>(r) * stride;
         unsigned char* pRow = slice.Row(h.bTopDown ? r : slice.mHeight - 1 - r);
