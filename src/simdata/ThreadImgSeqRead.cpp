@@ -5,7 +5,7 @@
 
 #include <wx/log.h>
 
-#include <vector>
+#include <algorithm>
 
 void ThreadImgSeqRead::SetParameters(std::atomic<bool>* pbFinished, VolumeSnap_cls* pSnap) {
     VolumeReadBase_cls::SetParameters(pbFinished, pSnap);
@@ -25,21 +25,19 @@ void ThreadImgSeqRead::ReadImgSeq() {
     if (slices < 1)
         return;
     const size_t plane = static_cast<size_t>(mSizeX) * mSizeY;
-    std::vector<unsigned char> red;
+    SlicePixels_cls slice; // one buffer for the whole stack
     for (int z = 0; z < slices && z < mSizeZ; ++z) {
         const wxString strName = mFileSequenceDual.GetModifiedStrDual(mIndexT, z, 0, wxString());
-        int width = 0;
-        int height = 0;
-        if (!SliceImage_cls::LoadRed(strName, red, width, height) || width != mSizeX || height != mSizeY) {
-            wxLogMessage("Image stack reading stops at slice %d: %s", z, strName);
+        bool bOk = SliceImage_cls::Load(strName, slice);
+        if (bOk && (slice.mWidth != mSizeX || slice.mHeight != mSizeY))
+            bOk = slice.Fail(wxString::Format("%d x %d where the stack is %d x %d", slice.mWidth,
+                                              slice.mHeight, mSizeX, mSizeY));
+        if (!bOk) {
+            wxLogMessage("Image stack reading stops at slice %d: %s (%s)", z, strName, slice.mStrWhy);
             return;
         }
         unsigned char* pSlice = mData + plane * z;
-        for (int y = 0; y < mSizeY; ++y) {
-            const unsigned char* src = red.data() + static_cast<size_t>(y) * mSizeX;
-            unsigned char* dst = pSlice + static_cast<size_t>(mSizeY - 1 - y) * mSizeX;
-            for (int x = 0; x < mSizeX; ++x)
-                dst[x] = src[x];
-        }
+        for (int y = 0; y < mSizeY; ++y)
+            std::copy_n(slice.Row(y), mSizeX, pSlice + static_cast<size_t>(mSizeY - 1 - y) * mSizeX);
     }
 }

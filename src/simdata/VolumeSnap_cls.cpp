@@ -73,17 +73,18 @@ void VolumeSnap_cls::ReadHeader(bool zStack) {
 }
 
 void VolumeSnap_cls::ReadHeaderZStack() {
-    int width = 0;
-    int height = 0;
+    SlicePixels_cls slice;
     const wxString strFirst = mFileSequenceDual.GetModifiedStrDual(mZStackIndex, 0, 0, wxString());
-    if (!SliceImage_cls::ReadSize(strFirst, width, height)) {
-        wxLogMessage("First slice of the image stack cannot be read: %s", strFirst);
+    if (!SliceImage_cls::ReadSize(strFirst, slice)) {
+        wxLogMessage("First slice of the image stack cannot be read: %s (%s)", strFirst, slice.mStrWhy);
         return;
     }
+    const int width = slice.mWidth;
+    const int height = slice.mHeight;
     mFileSequenceDual.CalcMaxOffsetZ(mZStackIndex, true);
     const int depth = std::max(mFileSequenceDual.mMaxOffsetZ, 0);
     const long long voxels = static_cast<long long>(width) * height * depth;
-    if (width * static_cast<long long>(height) > SliceImage_cls::msMaxPixels || voxels > msMaxVoxels) {
+    if (voxels > msMaxVoxels) {
         wxLogMessage("Image stack of %d x %d x %d is too large: no data read from %s", width, height, depth,
                      strFirst);
         mSizeX = mSizeY = mSizeZ = 0;

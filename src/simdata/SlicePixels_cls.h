@@ -1,0 +1,42 @@
+// One decoded slice of an image stack as the stack reader needs it: one byte per pixel, the red
+// channel (the grey value of a grey picture), rows from the top. Each format's decoder fills it;
+// when one fails, the reason is left in mStrWhy for the reader's log line.
+#pragma once
+
+#include <wx/string.h>
+
+#include <vector>
+
+class SlicePixels_cls {
+public:
+    // A slice larger than this many pixels is refused rather than allocated.
+    static constexpr long long msMaxPixels = 1LL << 26;
+
+    // Takes the size from a header. An empty or oversized picture is refused (false, with the
+    // reason) before anything is allocated; bAllocate sizes mRed for the pixels.
+    bool SetSize(long long width, long long height, bool bAllocate) {
+        if (width <= 0 || height <= 0 || width * height > msMaxPixels)
+            return Fail(wxString::Format("picture of size %lld x %lld cannot be a slice", width, height));
+        mWidth = static_cast<int>(width);
+        mHeight = static_cast<int>(height);
+        if (bAllocate)
+            mRed.assign(static_cast<size_t>(width * height), 0);
+        return true;
+    }
+    bool Fail(const wxString& strWhy) {
+        mStrWhy = strWhy;
+        return false;
+    }
+    unsigned char* Row(int y) { return mRed.data() + static_cast<size_t>(y) * mWidth; }
+    // Keeps the buffer's capacity, so a reader going through a stack does not allocate per slice.
+    void Reset() {
+        mWidth = mHeight = 0;
+        mRed.clear();
+        mStrWhy.clear();
+    }
+
+    int mWidth = 0;
+    int mHeight = 0;
+    std::vector<unsigned char> mRed;
+    wxString mStrWhy;
+};
