@@ -6,6 +6,7 @@ set -euo pipefail
 packages=(
     build-essential cmake pkg-config ccache clang-format git
     libwxgtk3.2-dev liblua5.3-dev libglut-dev libglu1-mesa-dev libgl1-mesa-dri
+    libegl-dev libepoxy-dev libfreetype-dev libfontconfig-dev
     libpng-dev zlib1g-dev libtiff-dev libjpeg-dev libdeflate-dev libfast-float-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     xvfb xauth xdotool imagemagick gcovr
