@@ -14,13 +14,6 @@ namespace {
 
 constexpr int kSections = 4;
 
-std::atomic<bool>* NewFlagList(int count) {
-    std::atomic<bool>* list = new std::atomic<bool>[count];
-    for (int i = 0; i < count; ++i)
-        list[i].store(false, std::memory_order_relaxed);
-    return list;
-}
-
 // Both halves of the merge of A = ini1 .. fin1 and B = ini2 .. fin2, on two threads.
 void StartMergePair(ArrayAndIndex_cls* target, ArrayAndIndex_cls* source, int ini1, int fin1, int ini2,
                     int fin2, std::atomic<bool>* flags) {
@@ -44,13 +37,11 @@ void SortParallel_cls::SortParallel(ArrayAndIndex_cls* data, int count) {
         GetIniAndFin(ini[i], fin[i], i, kSections, count);
 
     // Stage 1: each section on its own.
-    std::atomic<bool>* list = NewFlagList(kSections);
-    for (int i = 0; i < kSections; ++i) {
+    RunPassOn(kSections, count, kSleepMs, [data](int, int) {
         auto* pSort = new ThreadSortParallel_cls;
         pSort->SetParameters(data);
-        StartWorker(pSort, &list[i], ini[i], fin[i]);
-    }
-    WaitThreadsAndDeleteFlag(list, kSections, kSleepMs);
+        return pSort;
+    });
 
     std::unique_ptr<ArrayAndIndex_cls[]> temp(new (std::nothrow) ArrayAndIndex_cls[count > 0 ? count : 1]);
     if (!temp) {
@@ -60,13 +51,13 @@ void SortParallel_cls::SortParallel(ArrayAndIndex_cls* data, int count) {
     }
 
     // Stage 2: S0 with S1 and S2 with S3, from data to temp.
-    list = NewFlagList(kSections);
+    std::atomic<bool>* list = GetNewPCbFinishList(kSections);
     StartMergePair(temp.get(), data, ini[0], fin[0], ini[1], fin[1], &list[0]);
     StartMergePair(temp.get(), data, ini[2], fin[2], ini[3], fin[3], &list[2]);
     WaitThreadsAndDeleteFlag(list, kSections, kSleepMs);
 
     // Stage 3: the two halves, back from temp to data.
-    list = NewFlagList(2);
+    list = GetNewPCbFinishList(2);
     StartMergePair(data, temp.get(), ini[0], fin[1], ini[2], fin[3], list);
     WaitThreadsAndDeleteFlag(list, 2, kSleepMs);
 }
