@@ -14,6 +14,13 @@ namespace {
 
 constexpr int kSections = 4;
 
+std::atomic<bool>* NewFlagList(int count) {
+    std::atomic<bool>* list = new std::atomic<bool>[count];
+    for (int i = 0; i < count; ++i)
+        list[i].store(false, std::memory_order_relaxed);
+    return list;
+}
+
 // Both halves of the merge of A = ini1 .. fin1 and B = ini2 .. fin2, on two threads.
 void StartMergePair(ArrayAndIndex_cls* target, ArrayAndIndex_cls* source, int ini1, int fin1, int ini2,
                     int fin2, std::atomic<bool>* flags) {
@@ -37,11 +44,13 @@ void SortParallel_cls::SortParallel(ArrayAndIndex_cls* data, int count) {
         GetIniAndFin(ini[i], fin[i], i, kSections, count);
 
     // Stage 1: each section on its own.
-    RunPassOn(kSections, count, kSleepMs, [data](int, int) {
+    std::atomic<bool>* list = NewFlagList(kSections);
+    for (int i = 0; i < kSections; ++i) {
         auto* pSort = new ThreadSortParallel_cls;
         pSort->SetParameters(data);
-        return pSort;
-    });
+        StartWorker(pSort, &list[i], ini[i], fin[i]);
+    }
+    WaitThreadsAndDeleteFlag(list, kSections, kSleepMs);
 
     std::unique_ptr<ArrayAndIndex_cls[]> temp(new (std::nothrow) ArrayAndIndex_cls[count > 0 ? count : 1]);
     if (!temp) {
@@ -51,13 +60,13 @@ void SortParallel_cls::SortParallel(ArrayAndIndex_cls* data, int count) {
     }
 
     // Stage 2: S0 with S1 and S2 with S3, from data to temp.
-    std::atomic<bool>* list = GetNewPCbFinishList(kSections);
+    list = NewFlagList(kSections);
     StartMergePair(temp.get(), data, ini[0], fin[0], ini[1], fin[1], &list[0]);
     StartMergePair(temp.get(), data, ini[2], fin[2], ini[3], fin[3], &list[2]);
     WaitThreadsAndDeleteFlag(list, kSections, kSleepMs);
 
     // Stage 3: the two halves, back from temp to data.
-    list = GetNewPCbFinishList(2);
+    list = NewFlagList(2);
     StartMergePair(data, temp.get(), ini[0], fin[1], ini[2], fin[3], list);
     WaitThreadsAndDeleteFlag(list, 2, kSleepMs);
 }

@@ -26,10 +26,6 @@ int ThreadCommon_cls::GetThreadCount(int elementCount, bool background) {
 std::atomic<bool>* ThreadCommon_cls::GetNewPCbFinishList(int& threadCount, int elementCount,
                                                          bool background) {
     threadCount = GetThreadCount(elementCount, background);
-    return GetNewPCbFinishList(threadCount);
-}
-
-std::atomic<bool>* ThreadCommon_cls::GetNewPCbFinishList(int threadCount) {
     std::atomic<bool>* list = new std::atomic<bool>[threadCount];
     for (int i = 0; i < threadCount; ++i)
         list[i].store(false, std::memory_order_relaxed);
@@ -70,21 +66,4 @@ void ThreadCommon_cls::StartWorker(ThreadInstance_cls* pWorker, std::atomic<bool
     wxLogMessage("Worker thread could not be started; range %d to %d is done on this thread", ini, fin);
     pWorker->RunOnThisThread();
     delete pWorker;
-}
-
-void ThreadCommon_cls::RunPass(int elementCount, bool background, int sleepMs, const WorkerMaker& funcMake) {
-    RunPassOn(GetThreadCount(elementCount, background), elementCount, sleepMs, funcMake);
-}
-
-void ThreadCommon_cls::RunPassOn(int threadCount, int elementCount, int sleepMs,
-                                 const WorkerMaker& funcMake) {
-    if (threadCount < 1)
-        return;
-    std::atomic<bool>* list = GetNewPCbFinishList(threadCount);
-    for (int k = 0; k < threadCount; ++k) {
-        int ini = 0, fin = 0;
-        GetIniAndFin(ini, fin, k, threadCount, elementCount);
-        StartWorker(funcMake(ini, fin), &list[k], ini, fin);
-    }
-    WaitThreadsAndDeleteFlag(list, threadCount, sleepMs);
 }

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <atomic>
-#include <functional>
 
 class ThreadInstance_cls;
 
@@ -20,8 +19,6 @@ public:
     // Decides the thread count of a pass, writes it to threadCount and returns a new list of that many
     // finish flags, all false. The caller hands it to WaitThreadsAndDeleteFlag.
     static std::atomic<bool>* GetNewPCbFinishList(int& threadCount, int elementCount, bool background);
-    // A new list of threadCount finish flags, all false.
-    static std::atomic<bool>* GetNewPCbFinishList(int threadCount);
 
     // The half-open range of one thread: equal shares, the last takes the remainder.
     static void GetIniAndFin(int& ini, int& fin, int threadIndex, int threadCount, int elementCount);
@@ -35,13 +32,4 @@ public:
     // work is done here on the calling thread instead and the worker deleted, so the pass still completes
     // and its wait still ends. Either way the caller must not touch the worker afterwards.
     static void StartWorker(ThreadInstance_cls* pWorker, std::atomic<bool>* pbFinish, int ini, int fin);
-
-    // Makes the worker of one range [ini, fin) with the pass's own settings; the pass owns it.
-    using WorkerMaker = std::function<ThreadInstance_cls*(int ini, int fin)>;
-    // One whole pass: elementCount elements split over the threads GetThreadCount gives, a worker
-    // made and started for each range, then the wait for all of them with sleepMs between looks.
-    // Returns when every range is done. The calling thread only waits.
-    static void RunPass(int elementCount, bool background, int sleepMs, const WorkerMaker& funcMake);
-    // The same on a fixed number of threads.
-    static void RunPassOn(int threadCount, int elementCount, int sleepMs, const WorkerMaker& funcMake);
 };

@@ -12,7 +12,6 @@
 #include <chrono>
 #include <climits>
 #include <thread>
-#include <utility>
 #include <vector>
 
 namespace {
@@ -128,24 +127,21 @@ private:
 };
 
 TEST(ThreadCommonTest, ThreadedPassFillsEveryElementOfItsRange) {
-    CPUCountScope scope(4);
     for (bool background : {false, true}) {
         SCOPED_TRACE(background ? "background" : "now");
         const int count = 250001;
         std::vector<int> out(count, -1);
-        // The ranges the pass asks workers for, in order: the table's thread count, end to end.
-        std::vector<std::pair<int, int>> vRanges;
-        ThreadCommon_cls::RunPass(count, background, 1, [&](int ini, int fin) {
-            vRanges.emplace_back(ini, fin);
+        int n = 0;
+        std::atomic<bool>* list = ThreadCommon_cls::GetNewPCbFinishList(n, count, background);
+        ASSERT_EQ(n, background ? 2 : 3);
+        for (int i = 0; i < n; ++i) {
+            int ini, fin;
+            ThreadCommon_cls::GetIniAndFin(ini, fin, i, n, count);
             auto* pWorker = new FillWorker_cls;
             pWorker->SetParameters(out.data());
-            return pWorker;
-        });
-        ASSERT_EQ(vRanges.size(), background ? 2u : 3u);
-        EXPECT_EQ(vRanges.front().first, 0);
-        EXPECT_EQ(vRanges.back().second, count);
-        for (size_t k = 1; k < vRanges.size(); ++k)
-            EXPECT_EQ(vRanges[k].first, vRanges[k - 1].second);
+            ThreadCommon_cls::StartWorker(pWorker, &list[i], ini, fin);
+        }
+        ThreadCommon_cls::WaitThreadsAndDeleteFlag(list, n, 1);
         int wrong = 0;
         for (int i = 0; i < count; ++i)
             if (out[i] != 3 * i + 1 && wrong++ < 5)
@@ -154,32 +150,6 @@ TEST(ThreadCommonTest, ThreadedPassFillsEveryElementOfItsRange) {
         // Each worker has deleted itself before its flag was set.
         EXPECT_EQ(gFillWorkersAlive.load(), 0);
     }
-}
-
-TEST(ThreadCommonTest, PassOnFixedThreadsCoversSmallCountsAndNoThreadsDoesNothing) {
-    for (int threads : {1, 4, 7}) {
-        for (int count : {0, 3, 10}) {
-            SCOPED_TRACE(testing::Message() << count << " elements on " << threads << " threads");
-            std::vector<int> out(count, -1);
-            int made = 0;
-            ThreadCommon_cls::RunPassOn(threads, count, 1, [&](int, int) {
-                ++made;
-                auto* pWorker = new FillWorker_cls;
-                pWorker->SetParameters(out.data());
-                return pWorker;
-            });
-            EXPECT_EQ(made, threads);
-            for (int i = 0; i < count; ++i)
-                EXPECT_EQ(out[i], 3 * i + 1) << i;
-        }
-    }
-    int made = 0;
-    ThreadCommon_cls::RunPassOn(0, 10, 1, [&](int, int) -> ThreadInstance_cls* {
-        ++made;
-        return nullptr;
-    });
-    EXPECT_EQ(made, 0);
-    EXPECT_EQ(gFillWorkersAlive.load(), 0);
 }
 
 TEST(ThreadCommonTest, WorkOnThisThreadSetsTheFlag) {
