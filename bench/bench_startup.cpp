@@ -3,17 +3,11 @@
 // the same steps in this process as the application object does them (the core, the services on
 // the start-up worker while the first window is built, the settings, then the first idle pass,
 // which reads the start layout). Needs a display (run under xvfb-run -a).
-#include "CoreServices.h"
 #include "FrameMain_cls.h"
-#include "LuaServices.h"
 #include "Main_cls.h"
 #include "MyApp.h"
 #include "PanelMakers.h"
-#include "PrepServices.h"
-#include "SceneServices.h"
-#include "TimeServices.h"
-#include "UIServices.h"
-#include "ViewerServices.h"
+#include "ServiceRegistry.h"
 
 #include <benchmark/benchmark.h>
 #include <wx/app.h>
@@ -48,14 +42,8 @@ void BM_StartUpToFirstIdle(benchmark::State& state) {
     wxRemoveFile(strAppDir);
     wxMkdir(strAppDir);
     for (auto _ : state) {
-        ClassProvider_cls::ResetRegistrations();
-        RegisterCoreServices();
-        RegisterTimeServices();
-        RegisterLuaServices();
-        RegisterSceneServices();
-        RegisterViewerServices();
-        RegisterPrepServices();
-        RegisterUIServices();
+        // Every layer, as the program's entry registers them.
+        RegisterServices();
         auto* pMain = new Main_cls(strAppDir);
         FrameMain_cls* pFrame = MyApp::StartCore(pMain);
         pFrame->ProcInitIdle();

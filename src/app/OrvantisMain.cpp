@@ -1,4 +1,13 @@
-// The entry point of the window program.
+// The entry point of the window program: every layer registers its services through the
+// composition root, then the toolkit runs the application object, which builds the core.
 #include "MyApp.h"
+#include "ServiceRegistry.h"
 
-wxIMPLEMENT_APP(MyApp);
+#include <wx/init.h>
+
+wxIMPLEMENT_APP_NO_MAIN(MyApp);
+
+int main(int argc, char** argv) {
+    RegisterServices();
+    return wxEntry(argc, argv);
+}

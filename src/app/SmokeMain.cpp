@@ -1,22 +1,27 @@
 // Starts the application core without a display: the services are made on a worker as at a
-// real start, the given project is loaded through the command language and written back out.
-#include "CoreServices.h"
+// real start, the given project is loaded through the command language and written back out,
+// to standard output and, when a second path is given, to that file as the program saves.
 #include "InitializeParallel_cls.h"
-#include "LuaServices.h"
 #include "Main_cls.h"
-#include "PrepServices.h"
-#include "SceneServices.h"
-#include "TimeServices.h"
+#include "ServiceRegistry.h"
 #include "UndoManager_cls.h"
-#include "ViewerServices.h"
 
 #include <wx/filename.h>
 #include <wx/init.h>
 #include <wx/log.h>
-#include <wx/utils.h>
 
 #include <atomic>
 #include <cstdio>
+
+namespace {
+
+wxString AbsolutePath(const char* pArg) {
+    wxFileName fn(wxString::FromUTF8(pArg));
+    fn.MakeAbsolute();
+    return fn.GetFullPath();
+}
+
+} // namespace
 
 int main(int argc, char** argv) {
     wxInitializer init;
@@ -25,38 +30,26 @@ int main(int argc, char** argv) {
         return 1;
     }
     delete wxLog::SetActiveTarget(new wxLogStderr);
-    if (argc < 2) {
-        fprintf(stderr, "usage: orvantis4-smoke <project.ovp>\n");
+    if (argc < 2 || argc > 3) {
+        fprintf(stderr, "usage: orvantis4-smoke <project.ovp> [<saved.ovp>]\n");
         return 2;
     }
-    wxString strProject = wxString::FromUTF8(argv[1]);
-    wxFileName fnProject(strProject);
-    fnProject.MakeAbsolute();
-    strProject = fnProject.GetFullPath();
+    // Both are taken before the project is opened, which moves into the project's folder.
+    const wxString strProject = AbsolutePath(argv[1]);
+    const wxString strSaved = argc > 2 ? AbsolutePath(argv[2]) : wxString();
 
-    RegisterCoreServices();
-    RegisterTimeServices();
-    RegisterLuaServices();
-    RegisterSceneServices();
-    RegisterViewerServices();
-    RegisterPrepServices();
+    RegisterServices<ServiceLayer_enum::Headless>();
+    // The pause after a save shows the window's busy state; there is no window here.
+    Main_cls::msSaveBusyMillis = 0;
     Main_cls* pMain = new Main_cls();
     std::atomic<bool> bFinished{false};
-    int millis = 0;
-    auto* pThread = new InitializeParallel_cls();
-    pThread->SetParameters(&bFinished, &millis);
-    if (pThread->Run() != wxTHREAD_NO_ERROR) {
-        delete pThread;
-        InitializeParallel_cls::InitializeParallel();
-        bFinished = true;
-    }
-    while (!bFinished.load(std::memory_order_acquire))
-        wxMilliSleep(3);
-    pMain->mMillisParallel = millis;
+    InitializeParallel_cls::Start(&bFinished, &pMain->mMillisParallel);
+    InitializeParallel_cls::WaitFinished(bFinished);
     pMain->CreateSingletonSerial();
     pMain->OpenProjectMain(pMain->GetStrConfigurePath(), false);
 
-    printf("Orvantis4 ver %s: services made in %d ms\n", Main_cls::msStrVersion.utf8_str().data(), millis);
+    printf("Orvantis4 ver %s: services made in %d ms\n", Main_cls::msStrVersion.utf8_str().data(),
+           pMain->mMillisParallel);
     if (!pMain->OpenProject(strProject)) {
         fprintf(stderr, "Could not open %s\n", argv[1]);
         delete pMain;
@@ -64,6 +57,11 @@ int main(int argc, char** argv) {
     }
     printf("Opened %s; undo steps after loading: %d\n", argv[1], GpCUndo ? GpCUndo->GetCount() : 0);
     printf("---- project text as it would be saved ----\n%s", pMain->SerializeProject().utf8_str().data());
+    int result = 0;
+    if (!strSaved.empty() && !pMain->SaveProjectMain(strSaved, 0)) {
+        fprintf(stderr, "Could not save %s\n", argv[2]);
+        result = 1;
+    }
     delete pMain;
-    return 0;
+    return result;
 }

@@ -6,6 +6,8 @@
 #include "UseGZ_cls.h"
 
 void RegisterCoreServices() {
+    // The bottom of every registry: what an earlier one registered is forgotten.
+    ClassProvider_cls::ResetRegistrations();
     ClassProvider_cls::AddStaticInitializer([] { UseGZ_cls::VersionCheck(); });
     ClassProvider_cls::SetServiceMaker(
         SVC_Preference,

@@ -3,6 +3,7 @@
 #include "Main_cls.h"
 
 #include <wx/stopwatch.h>
+#include <wx/utils.h>
 
 void InitializeParallel_cls::InitializeParallel() {
     ClassProvider_cls::InitializeStaticMembers();
@@ -10,11 +11,29 @@ void InitializeParallel_cls::InitializeParallel() {
     GCClassProvider->OpenRecentFile(GCClassProvider->GetStrRecentPath());
 }
 
-wxThread::ExitCode InitializeParallel_cls::Entry() {
+void InitializeParallel_cls::RunAndSignal(std::atomic<bool>* pbFinished, int* pnMillis) {
     wxStopWatch watch;
     InitializeParallel();
     // The milliseconds are written before the flag, so the main thread reads them after it.
-    *mpnMillis = static_cast<int>(watch.Time());
-    mpbFinished->store(true, std::memory_order_release);
+    *pnMillis = static_cast<int>(watch.Time());
+    pbFinished->store(true, std::memory_order_release);
+}
+
+wxThread::ExitCode InitializeParallel_cls::Entry() {
+    RunAndSignal(mpbFinished, mpnMillis);
     return 0;
+}
+
+void InitializeParallel_cls::Start(std::atomic<bool>* pbFinished, int* pnMillis) {
+    auto* pThread = new InitializeParallel_cls();
+    pThread->SetParameters(pbFinished, pnMillis);
+    if (pThread->Run() == wxTHREAD_NO_ERROR)
+        return;
+    delete pThread;
+    RunAndSignal(pbFinished, pnMillis);
+}
+
+void InitializeParallel_cls::WaitFinished(const std::atomic<bool>& bFinished) {
+    while (!bFinished.load(std::memory_order_acquire))
+        wxMilliSleep(3);
 }

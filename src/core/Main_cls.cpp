@@ -165,10 +165,8 @@ void Main_cls::SetReceiverList(Receiver_enum slot, ConfListContainer_cls* pList)
 }
 
 void Main_cls::PushCommandPairAndRedo(const wxString& strUndo, const wxString& strDo) {
-    if (!GpCUndo)
-        return;
-    GpCUndo->PushCommandPair(strUndo, strDo);
-    GpCUndo->Redo();
+    if (GpCUndo)
+        GpCUndo->PushCommandPairAndDo(strUndo, strDo);
 }
 
 int Main_cls::GetGZQuality() {

@@ -19,8 +19,13 @@ public:
     // Part of the stamp of the viewer: the named object's transform changes the result.
     wxString GetStrProcCounterForTgtObj(double t);
 
-    ConfItemINT_cls mCBooleanType;   // "BooleanType=": 0 "Intersect", 1 "Diffierence", 2 "Add"
-    ConfItemINT_cls mCBooleanShape;  // "BooleanShape=": 0 box, 1 sphere, 2 object
+    ConfItemINT_cls mCBooleanType; // "BooleanType=": 0 "Intersect", 1 "Diffierence", 2 "Add"
+    // The values of "BooleanShape=".
+    static constexpr int kShapeBox = 0;
+    static constexpr int kShapeSphere = 1;
+    static constexpr int kShapeObject = 2;
+
+    ConfItemINT_cls mCBooleanShape;  // "BooleanShape=": kShapeBox, kShapeSphere or kShapeObject
     ConfItemSTR_cls mCBooleanObject; // "BooleanObject="
 };
 

@@ -19,7 +19,7 @@ ModifyParticleSizeExec_cls::ModifyParticleSizeExec_cls(AttributeClone_cls* pClon
         return p ? static_cast<int>(p->GetBodyINT()) : def;
     };
     mTargetType = getInt("TargetType=", 0);
-    mDependType = getInt("DependType=", 3);
+    mDependType = getInt("DependType=", ModifyParticleSize_cls::kDependValue0);
     if (!mbValid || !pViewer)
         return;
     const int index = getInt("ColorCurveIndex=", 0);
@@ -72,21 +72,24 @@ std::vector<float> ModifyParticleSizeExec_cls::MakeTable(AttributeClone_cls* pCu
     return table;
 }
 
+int ModifyParticleSizeExec_cls::GetValueColumn() const {
+    const int column = mDependType - ModifyParticleSize_cls::kDependValue0;
+    return column >= 0 && column < ModifyParticleSize_cls::kValueColumns ? column : -1;
+}
+
 double ModifyParticleSizeExec_cls::GetSource(long long e, const float* size,
                                              const ModifySizeSource_cls& src) const {
     switch (mDependType) {
-    case 0:
+    case ModifyParticleSize_cls::kDependIndex:
         return static_cast<double>(e);
-    case 1:
+    case ModifyParticleSize_cls::kDependID:
         return src.mpID ? static_cast<double>(src.mpID[e]) : 0.0;
-    case 2:
+    case ModifyParticleSize_cls::kDependSize:
         return size[e];
-    case 3:
-    case 4:
-    case 5:
-        return src.mpValue[mDependType - 3] ? src.mpValue[mDependType - 3][e] : 0.0;
-    default:
-        return 0.0;
+    default: {
+        const int column = GetValueColumn();
+        return column >= 0 && src.mpValue[column] ? src.mpValue[column][e] : 0.0;
+    }
     }
 }
 

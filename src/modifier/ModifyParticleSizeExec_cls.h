@@ -4,6 +4,7 @@
 #pragma once
 
 #include "ArrayAndIndex_cls.h"
+#include "ModifyParticleSize_cls.h"
 
 #include <cstdint>
 #include <vector>
@@ -15,7 +16,7 @@ class ViewerClone_cls;
 class ModifySizeSource_cls {
 public:
     const int64_t* mpID = nullptr;
-    const float* mpValue[3] = {nullptr, nullptr, nullptr};
+    const float* mpValue[ModifyParticleSize_cls::kValueColumns] = {nullptr, nullptr, nullptr};
 };
 
 class ModifyParticleSizeExec_cls {
@@ -37,8 +38,11 @@ public:
     static std::vector<float> MakeTable(AttributeClone_cls* pCurve, int channel, double nt, double& r0,
                                         double& r1);
 
+    // The value column the lookup reads (0 to 2), or -1 when it reads no value column.
+    int GetValueColumn() const;
+
     int mTargetType = 0;
-    int mDependType = 3;
+    int mDependType = ModifyParticleSize_cls::kDependValue0;
     double mRange0 = 0.0;
     double mRange1 = 1.0;
     std::vector<float> mVTable;

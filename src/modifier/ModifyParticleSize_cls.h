@@ -8,8 +8,16 @@ class ModifyParticleSize_cls : public ModifierBase_cls {
 public:
     explicit ModifyParticleSize_cls(const wxString& strName);
 
-    ConfItemINT_cls mCTargetType;      // "TargetType=": 0 all, k > 0 only type k - 1
-    ConfItemINT_cls mCDependType;      // "DependType=": 0 index, 1 ID, 2 size, 3..5 Value0..2
+    ConfItemINT_cls mCTargetType; // "TargetType=": 0 all, k > 0 only type k - 1
+    // The values of "DependType=": what the lookup reads of each particle. The three value
+    // columns follow kDependValue0 in order.
+    static constexpr int kDependIndex = 0;
+    static constexpr int kDependID = 1;
+    static constexpr int kDependSize = 2;
+    static constexpr int kDependValue0 = 3;
+    static constexpr int kValueColumns = 3;
+
+    ConfItemINT_cls mCDependType;      // "DependType=": one of the kDepend... values
     ConfItemINT_cls mCColorCurveIndex; // "ColorCurveIndex="
     ConfItemINT_cls mCChannelType;     // "ChannelType=": 0 R, 1 G, 2 B, 3 luminance, 4 brightness, 5 A
 };

@@ -1,6 +1,7 @@
 #include "ParticleBooleanExec_cls.h"
 
 #include "AttributeClone_cls.h"
+#include "BooleanBase_cls.h"
 #include "ModifierBase_cls.h"
 
 #include <cmath>
@@ -17,7 +18,7 @@ ParticleBooleanExec_cls::ParticleBooleanExec_cls(AttributeClone_cls* pClone, dou
         mType = static_cast<int>(p->GetBodyINT());
     if (ConfItem_cls* p = pClone->GetPCItem("BooleanShape="))
         mShape = static_cast<int>(p->GetBodyINT());
-    if (mShape == 2) {
+    if (mShape == BooleanBase_cls::kShapeObject) {
         mbHasShape = pObjectMatrix != nullptr;
         if (mbHasShape)
             Copy(mMatrix, pObjectMatrix);
@@ -52,7 +53,7 @@ bool ParticleBooleanExec_cls::IsInside(const float* xyz) const {
     const double p[3] = {xyz[0], xyz[1], xyz[2]};
     double q[3];
     TransformPoint(mMatrix, p, q);
-    if (mShape == 1)
+    if (mShape == BooleanBase_cls::kShapeSphere)
         return q[0] * q[0] + q[1] * q[1] + q[2] * q[2] <= 1.0;
     return std::fabs(q[0]) <= 1.0 && std::fabs(q[1]) <= 1.0 && std::fabs(q[2]) <= 1.0;
 }

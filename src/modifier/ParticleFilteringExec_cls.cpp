@@ -4,6 +4,7 @@
 #include "AttributeClone_cls.h"
 #include "ModifierBase_cls.h"
 #include "ParserNumeric_cls.h"
+#include "ParticleFiltering_cls.h"
 
 #include <wx/log.h>
 
@@ -52,7 +53,7 @@ std::unique_ptr<bool[]> ParticleFilteringExec_cls::GetNewPbFilterList(long long 
     if (count <= 0)
         return nullptr;
     std::unique_ptr<bool[]> pb(new bool[count]());
-    const bool byID = mIndexType == 1 && mpID;
+    const bool byID = mIndexType == ParticleFiltering_cls::kIndexTypeID && mpID;
     if (byID) {
         for (long long e = 0; e < count; ++e)
             for (const auto& r : mVBlocks)

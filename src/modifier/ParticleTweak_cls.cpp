@@ -10,7 +10,7 @@ ParticleTweak_cls::ParticleTweak_cls(const wxString& strName)
 }
 
 void ParticleTweak_cls::GetBillboartFocus(float& yaw, float& pitch, float& roll, int& order) {
-    GetBillboartFocus(GpCTimeCtrl ? GpCTimeCtrl->GetCurrentNT() : 0.0, yaw, pitch, roll, order);
+    GetBillboartFocus(TimeCtrl_cls::GetClockNT(), yaw, pitch, roll, order);
 }
 
 void ParticleTweak_cls::GetBillboartFocus(double nt, float& yaw, float& pitch, float& roll, int& order) {

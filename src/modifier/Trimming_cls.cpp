@@ -17,7 +17,7 @@ Trimming_cls::Trimming_cls(const wxString& strName)
 }
 
 void Trimming_cls::Execute(double* min, double* max) {
-    Execute(GpCTimeCtrl ? GpCTimeCtrl->GetCurrentNT() : 0.0, min, max);
+    Execute(TimeCtrl_cls::GetClockNT(), min, max);
 }
 
 void Trimming_cls::Execute(double nt, double* min, double* max) {

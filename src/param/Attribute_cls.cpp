@@ -23,10 +23,6 @@ const Attribute_cls::ClassOps_cls* FindClassOps(const wxString& strClassWord) {
     return it == ClassOpsTable().end() ? nullptr : &it->second;
 }
 
-double CurrentNT() {
-    return GpCTimeCtrl ? GpCTimeCtrl->GetCurrentNT(false) : 0.0;
-}
-
 } // namespace
 
 Attribute_cls::Attribute_cls(const wxString& strAttributeName, const wxString& strName)
@@ -269,7 +265,7 @@ void Attribute_cls::SyncronizeParamAndConf(const wxString& strObjName, const wxS
         wxLogWarning("Attribute %s: no group %s", GetStrName(), strGroup);
         return;
     }
-    const double t = CurrentNT();
+    const double t = TimeCtrl_cls::GetClockNT();
     int type = -1;
     double ease = 1.0;
     if (GpCTimeCtrl)
@@ -289,7 +285,7 @@ void Attribute_cls::SyncronizeParamAndConf2(const wxString& strObjName, const wx
         wxLogWarning("Attribute %s: no group %s of two members", GetStrName(), strGroup);
         return;
     }
-    const double t = CurrentNT();
+    const double t = TimeCtrl_cls::GetClockNT();
     int type = -1;
     double ease = 1.0;
     if (GpCTimeCtrl)
@@ -319,7 +315,7 @@ void Attribute_cls::SyncronizeParamAndConf3(const wxString& strObjName, const wx
                      static_cast<int>(values.size()), strGroup, static_cast<int>(pGroup->mVCParam.size()));
         return;
     }
-    const double t = CurrentNT();
+    const double t = TimeCtrl_cls::GetClockNT();
     int type = -1;
     double ease = 1.0;
     if (GpCTimeCtrl)
@@ -381,7 +377,7 @@ void Attribute_cls::SetGroupValuesCommand(const wxString& strGroup, const std::v
                      GetStrName(), static_cast<int>(values.size()), strGroup);
         return;
     }
-    const float t = static_cast<float>(CurrentNT());
+    const float t = static_cast<float>(TimeCtrl_cls::GetClockNT());
     for (size_t i = 0; i < values.size(); ++i) {
         Parameter_cls& param = pGroup->mVCParam[i];
         if (Misc_cls::IsNearlySame(param.GetValue(t), values[i], 5e-7))

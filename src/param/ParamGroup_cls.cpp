@@ -2,6 +2,7 @@
 
 #include "LuaErrorSink_cls.h"
 #include "ParamStream_cls.h"
+#include "TextHost_cls.h"
 #include "TimeCtrl_cls.h"
 #include "UndoManager_cls.h"
 
@@ -410,13 +411,6 @@ wxString ParamGroup_cls::GetStrProcCounter() const {
 
 // ---- commands -------------------------------------------------------------------------------
 
-void ParamGroup_cls::PushAndDo(const wxString& strUndo, const wxString& strDo) {
-    if (!GpCUndo)
-        return;
-    GpCUndo->PushCommandPair(strUndo, strDo);
-    GpCUndo->Redo();
-}
-
 void ParamGroup_cls::SetNewKeyCommand(double value, double x, wxString strTag, int type, double ease) {
     wxString strMember;
     const bool bLink = NormalizeTag(strTag, &strMember);
@@ -443,7 +437,7 @@ void ParamGroup_cls::InsertKeyCommand(double x, wxString strTag, int type, doubl
         if (mVCParam[i].IsTimeDepend())
             continue;
         const wxString strMemberTag = strTag + "::" + mVCParam[i].GetStrName();
-        PushAndDo(strMemberTag + "::TimeDepend=0", strMemberTag + "::TimeDepend=1");
+        TextHost_cls::PushAndRedo(strMemberTag + "::TimeDepend=0", strMemberTag + "::TimeDepend=1");
     }
     for (size_t i = 0; i < mVCParam.size(); ++i)
         mVCParam[i].InsertKeyCommand(x, strTag + "::" + mVCParam[i].GetStrName(), type, ease, true);

@@ -119,6 +119,5 @@ private:
     void FixMembers();
     // CheckCalledAsLink and CheckTag: the tag then ends at the group.
     bool NormalizeTag(wxString& strTag, wxString* pStrMember);
-    static void PushAndDo(const wxString& strUndo, const wxString& strDo);
     static luaL_Reg* mspDataTable;
 };

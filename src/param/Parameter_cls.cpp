@@ -3,6 +3,7 @@
 #include "Misc_cls.h"
 #include "ParamGroup_cls.h"
 #include "ParamStream_cls.h"
+#include "TextHost_cls.h"
 #include "TimeCtrl_cls.h"
 #include "UndoManager_cls.h"
 
@@ -40,10 +41,6 @@ namespace {
 
 wxString Num(double value) {
     return wxString::Format("%g", value);
-}
-
-double CurrentNT() {
-    return GpCTimeCtrl ? GpCTimeCtrl->GetCurrentNT(false) : 0.0;
 }
 
 bool ParseIndex(const wxString& str, long& index) {
@@ -136,7 +133,7 @@ double Parameter_cls::GetValue(double t) const {
 }
 
 double Parameter_cls::GetCurrentValue() const {
-    return GetValue(CurrentNT());
+    return GetValue(TimeCtrl_cls::GetClockNT());
 }
 
 void Parameter_cls::PrecalcBegin() {
@@ -261,7 +258,7 @@ int Parameter_cls::GetActiveKeyIndex() const {
 }
 
 int Parameter_cls::GetCurrentKeyIndex() const {
-    return GetKeyIndex(CurrentNT());
+    return GetKeyIndex(TimeCtrl_cls::GetClockNT());
 }
 
 int Parameter_cls::GetKeyIndex(double x) const {
@@ -286,7 +283,7 @@ int Parameter_cls::GetControllingKey(double t) const {
 
 int Parameter_cls::GetAdjuscentKeyIndex(int direction, double t) const {
     if (t == -1.0)
-        t = CurrentNT();
+        t = TimeCtrl_cls::GetClockNT();
     const int n = static_cast<int>(mVCKey.size());
     const int exact = GetKeyIndex(t);
     const int c = GetControllingKey(t);
@@ -376,13 +373,6 @@ void Parameter_cls::SelectKeyAll(bool bSelect) {
 
 // ---- commands -------------------------------------------------------------------------------
 
-void Parameter_cls::PushAndDo(const wxString& strUndo, const wxString& strDo) {
-    if (!GpCUndo)
-        return;
-    GpCUndo->PushCommandPair(strUndo, strDo);
-    GpCUndo->Redo();
-}
-
 void Parameter_cls::SetNewKeyCommand(double value, double x, wxString strTag, int type, double ease,
                                      bool bNoGroup) {
     CheckTag(strTag);
@@ -402,9 +392,9 @@ void Parameter_cls::SetNewKeyCommand(double value, double x, wxString strTag, in
             ease = 0.0;
     }
     const wxString strIndex = wxString::Format("%d", c + 1);
-    PushAndDo(strTag + "::DeleteKey::" + strIndex, strTag + "::InsertKey::" + strIndex + "::" + Num(x) +
-                                                       "::0::" + Num(value) +
-                                                       wxString::Format("::%d::", type) + Num(ease));
+    TextHost_cls::PushAndRedo(strTag + "::DeleteKey::" + strIndex,
+                              strTag + "::InsertKey::" + strIndex + "::" + Num(x) + "::0::" + Num(value) +
+                                  wxString::Format("::%d::", type) + Num(ease));
 }
 
 void Parameter_cls::InsertKeyCommand(double x, wxString strTag, int type, double ease, bool bNoGroup) {
@@ -440,10 +430,10 @@ void Parameter_cls::DeleteKeyCommand(double x, wxString strTag, bool bNoGroup) {
     // The undo text has no ease field, so an undone deletion does not bring the ease factor
     // back: the key reader leaves the default. Deliberate; keep the form.
     const wxString strIndex = wxString::Format("%d", i);
-    PushAndDo(strTag + "::InsertKey::" + strIndex + "::" + Num(key.mX) +
-                  wxString::Format("::%d::", key.mbSelected ? 1 : 0) + Num(key.mValue) +
-                  wxString::Format("::%ld", key.mType),
-              strTag + "::DeleteKey::" + strIndex);
+    TextHost_cls::PushAndRedo(strTag + "::InsertKey::" + strIndex + "::" + Num(key.mX) +
+                                  wxString::Format("::%d::", key.mbSelected ? 1 : 0) + Num(key.mValue) +
+                                  wxString::Format("::%ld", key.mType),
+                              strTag + "::DeleteKey::" + strIndex);
 }
 
 void Parameter_cls::DeleteSelectedTLKeyCommand(wxString strTag) {
@@ -464,11 +454,11 @@ void Parameter_cls::SetKeyValueCommand(int i, double value, wxString strTag) {
         return;
     CheckTag(strTag);
     const wxString strHead = strTag + wxString::Format("::Key::%d::SetValue::", i);
-    PushAndDo(strHead + Num(mVCKey[i].mValue), strHead + Num(value));
+    TextHost_cls::PushAndRedo(strHead + Num(mVCKey[i].mValue), strHead + Num(value));
 }
 
 void Parameter_cls::SetValueCommand(double value, wxString strTag, int type, double ease) {
-    SetValueAtCommand(value, CurrentNT(), strTag, type, ease);
+    SetValueAtCommand(value, TimeCtrl_cls::GetClockNT(), strTag, type, ease);
 }
 
 void Parameter_cls::SetValueAtCommand(double value, double x, wxString strTag, int type, double ease) {
@@ -496,7 +486,7 @@ void Parameter_cls::SetKeyEaseFactorCommand(int i, double ease, wxString strTag)
         return;
     CheckTag(strTag);
     const wxString strHead = strTag + wxString::Format("::Key::%d::SetEaseFactor::", i);
-    PushAndDo(strHead + Num(mVCKey[i].mEaseFactor), strHead + Num(ease));
+    TextHost_cls::PushAndRedo(strHead + Num(mVCKey[i].mEaseFactor), strHead + Num(ease));
 }
 
 void Parameter_cls::SetKeyTypeCommand(int i, int type, wxString strTag) {
@@ -509,7 +499,8 @@ void Parameter_cls::SetKeyTypeCommand(int i, int type, wxString strTag) {
         return;
     CheckTag(strTag);
     const wxString strHead = strTag + wxString::Format("::Key::%d::SetType::", i);
-    PushAndDo(strHead + wxString::Format("%d", oldType), strHead + wxString::Format("%d", type));
+    TextHost_cls::PushAndRedo(strHead + wxString::Format("%d", oldType),
+                              strHead + wxString::Format("%d", type));
 }
 
 void Parameter_cls::SetSelectedTLKeyTypeCommand(wxString strTag, int type, double ease) {
@@ -548,11 +539,11 @@ int Parameter_cls::MoveOneKey(int i, double dx, double dy, const wxString& strTa
                 --i;
         }
         const wxString strHead = strTag + wxString::Format("::Key::%d::SetX::", i);
-        PushAndDo(strHead + Num(key.mX), strHead + Num(newX));
+        TextHost_cls::PushAndRedo(strHead + Num(key.mX), strHead + Num(newX));
     }
     if (bValueChanged) {
         const wxString strHead = strTag + wxString::Format("::Key::%d::SetValue::", i);
-        PushAndDo(strHead + Num(key.mValue), strHead + Num(newValue));
+        TextHost_cls::PushAndRedo(strHead + Num(key.mValue), strHead + Num(newValue));
     }
     return i;
 }
@@ -577,7 +568,7 @@ void Parameter_cls::PushSortPair(const wxString& strTag) {
         strUndo += "\n" + strTag + "::DeleteKey::" + strIndex + "\n" + strTag + "::InsertKey::" + strIndex +
                    "::" + strKey;
     }
-    PushAndDo(strUndo, strTag + "::SortKey");
+    TextHost_cls::PushAndRedo(strUndo, strTag + "::SortKey");
 }
 
 void Parameter_cls::MoveSelectedTLKeyCommand(double dx, double dy, wxString strTag) {

@@ -141,5 +141,4 @@ private:
     // The closing SortKey pair of a move.
     void PushSortPair(const wxString& strTag);
     static bool LessX(const KeyFrame_cls& a, const KeyFrame_cls& b);
-    static void PushAndDo(const wxString& strUndo, const wxString& strDo);
 };

@@ -290,8 +290,7 @@ void ColorCurve_cls::CopyColorCurveCommand(ColorCurve_cls* pSource, wxString str
     SerializeWithKeys(strDo, pSource, bWithAlpha);
     strUndo.RemoveLast(); // the pair adds its own newline
     strDo.RemoveLast();
-    GpCUndo->PushCommandPair(strTag + "::" + strUndo, strTag + "::" + strDo);
-    GpCUndo->Redo();
+    GpCUndo->PushCommandPairAndDo(strTag + "::" + strUndo, strTag + "::" + strDo);
 }
 
 std::unique_ptr<ColorCurve_cls> ColorCurve_cls::GetPNewCurveFromString(const wxString& strText) {

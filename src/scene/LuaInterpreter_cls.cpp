@@ -482,8 +482,7 @@ int l_PG_SetTimeDependency(lua_State* pL) {
         if (param.IsTimeDepend() == bFlag)
             continue;
         const wxString strMemberTag = strTag + "::" + param.GetStrName() + "::TimeDepend=";
-        GpCUndo->PushCommandPair(strMemberTag + (bFlag ? "0" : "1"), strMemberTag + (bFlag ? "1" : "0"));
-        GpCUndo->Redo();
+        GpCUndo->PushCommandPairAndDo(strMemberTag + (bFlag ? "0" : "1"), strMemberTag + (bFlag ? "1" : "0"));
     }
     CloseBlock("SetTimeDependency");
     p->mCLinked.mStrBody = strLinked;
@@ -685,7 +684,7 @@ int LuaInterpreter_cls::GetParameterValue(lua_State* pL, const wxString& strTag)
     ParamGroup_cls* p = GpCSceneObjCtrl ? GpCSceneObjCtrl->GetPCParamGroup(strTag) : nullptr;
     if (!p)
         return 0;
-    const double t = GpCTimeCtrl ? GpCTimeCtrl->GetCurrentNT(false) : 0.0;
+    const double t = TimeCtrl_cls::GetClockNT();
     const std::vector<double> values = p->GetVInterpolatedValue(t, true, nullptr, false);
     if (!lua_checkstack(pL, static_cast<int>(values.size())))
         return 0;

@@ -10,6 +10,7 @@
 #include "Primitive_cls.h"
 #include "SceneClassWord_cls.h"
 #include "SceneObj_cls.h"
+#include "TextHost_cls.h"
 #include "TextObj_cls.h"
 #include "UndoManager_cls.h"
 #include "World_cls.h"
@@ -54,13 +55,6 @@ void SceneObjCtrl_cls::SetToDefault() {
     SetTag("SceneObjCtrl");
     Add(&mCDummy, "DUMMY", "", "SceneObjCtrl");
     mCDummy.mStrBody.clear();
-}
-
-void SceneObjCtrl_cls::PushAndDo(const wxString& strUndo, const wxString& strDo) {
-    if (!GpCUndo)
-        return;
-    GpCUndo->PushCommandPair(strUndo, strDo);
-    GpCUndo->Redo();
 }
 
 // ---- selection ------------------------------------------------------------------------------
@@ -177,8 +171,8 @@ wxString SceneObjCtrl_cls::GetActiveObjectName() const {
 
 void SceneObjCtrl_cls::AppendCommandBase(const wxString& strClass, const wxString& strName,
                                          const wxString& strArg) {
-    PushAndDo(GetStrSelf() + "Delete::" + strName,
-              GetStrSelf() + "New::" + strClass + "::" + strArg + "::" + strName);
+    TextHost_cls::PushAndRedo(GetStrSelf() + "Delete::" + strName,
+                              GetStrSelf() + "New::" + strClass + "::" + strArg + "::" + strName);
 }
 
 wxString SceneObjCtrl_cls::AppendSceneObjCommand(const wxString& strKind, wxString strName) {
@@ -230,8 +224,8 @@ wxString SceneObjCtrl_cls::RenameCommand(const wxString& strFrom, wxString strTo
     if (!GetPCFromName(strFrom) || !IsGoodName(strTo) || strFrom == strTo)
         return wxString();
     strTo = GetStrUniqueName(strTo);
-    PushAndDo(GetStrSelf() + "Rename::" + strTo + "::To::" + strFrom,
-              GetStrSelf() + "Rename::" + strFrom + "::To::" + strTo);
+    TextHost_cls::PushAndRedo(GetStrSelf() + "Rename::" + strTo + "::To::" + strFrom,
+                              GetStrSelf() + "Rename::" + strFrom + "::To::" + strTo);
     return strTo;
 }
 
@@ -242,16 +236,17 @@ void SceneObjCtrl_cls::DeleteOneItemCommand(SceneObj_cls* p) {
     int index = 0;
     for (SceneObj_cls* pChild : p->mLPCChild) {
         const wxString strChild = pChild->GetStrName();
-        PushAndDo(GetStrSelf() + "SetToChild::" + strChild + "::To::" + strName + "\n" + GetStrSelf() +
-                      "Move::" + strChild + "::" + strName + wxString::Format("::%d", index),
-                  "Skip");
+        TextHost_cls::PushAndRedo(GetStrSelf() + "SetToChild::" + strChild + "::To::" + strName + "\n" +
+                                      GetStrSelf() + "Move::" + strChild + "::" + strName +
+                                      wxString::Format("::%d", index),
+                                  "Skip");
         ++index;
     }
     wxString strUndo = GetStrSelf() + "New::" + p->mStrClassWord + "::ANY::" + strName + "\n";
     p->SerializePropertiesOnly(strUndo);
     strUndo += GetStrSelf() + "Move::" + strName + "::" + p->GetStrParentName() +
                wxString::Format("::%d", p->GetChildIndex());
-    PushAndDo(strUndo, GetStrSelf() + "Delete::" + strName);
+    TextHost_cls::PushAndRedo(strUndo, GetStrSelf() + "Delete::" + strName);
 }
 
 void SceneObjCtrl_cls::DeleteItemsCommand() {
@@ -285,9 +280,10 @@ bool SceneObjCtrl_cls::SetToChildCommand(const wxString& strParent) {
         return false;
     const wxString strName = p->GetStrName();
     const wxString strOld = p->GetStrParentName();
-    PushAndDo(GetStrSelf() + "SetToChild::" + strName + "::To::" + strOld + "\n" + GetStrSelf() +
-                  "Move::" + strName + "::" + strOld + wxString::Format("::%d", p->GetChildIndex()),
-              GetStrSelf() + "SetToChild::" + strName + "::To::" + strParent);
+    TextHost_cls::PushAndRedo(GetStrSelf() + "SetToChild::" + strName + "::To::" + strOld + "\n" +
+                                  GetStrSelf() + "Move::" + strName + "::" + strOld +
+                                  wxString::Format("::%d", p->GetChildIndex()),
+                              GetStrSelf() + "SetToChild::" + strName + "::To::" + strParent);
     return true;
 }
 
@@ -335,9 +331,9 @@ bool SceneObjCtrl_cls::MoveItemToCommand(const wxString& strTarget, bool bAfter)
     const int oldIndex = p->GetChildIndex();
     if (pParent == p->mpParent && oldIndex == index)
         return false;
-    PushAndDo(GetStrSelf() + "Move::" + strName + "::" + strOld + wxString::Format("::%d", oldIndex),
-              GetStrSelf() + "Move::" + strName + "::" + pParent->GetStrName() +
-                  wxString::Format("::%d", index));
+    TextHost_cls::PushAndRedo(
+        GetStrSelf() + "Move::" + strName + "::" + strOld + wxString::Format("::%d", oldIndex),
+        GetStrSelf() + "Move::" + strName + "::" + pParent->GetStrName() + wxString::Format("::%d", index));
     return true;
 }
 
@@ -538,8 +534,8 @@ bool SceneObjCtrl_cls::SetParamGroupConfCommand(const wxString& strTag, const wx
     const wxString strCanonical = GetStrCommandParamGroup(strTag, pGroup);
     if (strCanonical.empty())
         return false;
-    PushAndDo(strCanonical + "::" + pItem->mStrHead + EscapeNewlines(pItem->GetBodySTR()),
-              strCanonical + "::" + pItem->mStrHead + EscapeNewlines(strValue));
+    TextHost_cls::PushAndRedo(strCanonical + "::" + pItem->mStrHead + EscapeNewlines(pItem->GetBodySTR()),
+                              strCanonical + "::" + pItem->mStrHead + EscapeNewlines(strValue));
     return true;
 }
 
@@ -557,8 +553,8 @@ bool SceneObjCtrl_cls::SetParameterConfCommand(const wxString& strTag, const wxS
         if (!pItem || pItem->GetBodyBOOL() == bValue)
             return;
         const wxString strMemberTag = strCanonical + "::" + param.GetStrName() + "::" + strHead;
-        PushAndDo(strMemberTag + wxString::Format("%d", pItem->GetBodyBOOL() ? 1 : 0),
-                  strMemberTag + wxString::Format("%d", bValue ? 1 : 0));
+        TextHost_cls::PushAndRedo(strMemberTag + wxString::Format("%d", pItem->GetBodyBOOL() ? 1 : 0),
+                                  strMemberTag + wxString::Format("%d", bValue ? 1 : 0));
     };
     if (!bAll) {
         Parameter_cls* pParam = pGroup->GetPCParameter(strMember);

@@ -135,5 +135,4 @@ private:
     // Deletes one object with the undo pairs of DeleteItemsCommand.
     void DeleteOneItemCommand(SceneObj_cls* p);
     ParentObj_cls* GetPCParentFromName(const wxString& strName);
-    static void PushAndDo(const wxString& strUndo, const wxString& strDo);
 };

@@ -7,6 +7,7 @@
 #include "ParamStream_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObjInstance_cls.h"
+#include "TextHost_cls.h"
 #include "TimeCtrl_cls.h"
 #include "UndoManager_cls.h"
 
@@ -17,17 +18,6 @@
 namespace {
 
 const char* const gTransformNames[3] = {"Position", "RotationEuler", "Scale"};
-
-double CurrentNT() {
-    return GpCTimeCtrl ? GpCTimeCtrl->GetCurrentNT(false) : 0.0;
-}
-
-void PushAndDo(const wxString& strUndo, const wxString& strDo) {
-    if (!GpCUndo)
-        return;
-    GpCUndo->PushCommandPair(strUndo, strDo);
-    GpCUndo->Redo();
-}
 
 void AfterMath(const wxString& strWhat, const wxString& strArg) {
     if (GCClassProvider)
@@ -445,8 +435,8 @@ void SceneObj_cls::AddAttributeCommand(const wxString& strStack, const wxString&
     if (strName.empty())
         strName = strClass.EndsWith("_cls") ? strClass.Left(strClass.length() - 4) : strClass;
     strName = GetStrUniqueName(strName);
-    PushAndDo(GetStrTag() + "::Delete::" + strStack + "::" + strName,
-              GetStrTag() + "::New::" + strStack + "::" + strClass + "::" + strName);
+    TextHost_cls::PushAndRedo(GetStrTag() + "::Delete::" + strStack + "::" + strName,
+                              GetStrTag() + "::New::" + strStack + "::" + strClass + "::" + strName);
 }
 
 void SceneObj_cls::AddModifierCommand(const wxString& strClass, wxString strName) {
@@ -482,8 +472,8 @@ void SceneObj_cls::DeleteAttributeCommand(const wxString& strStack, const wxStri
     if (!GpCUndo)
         return;
     GpCUndo->OpenBlock("Delete" + strStack);
-    PushAndDo(GetStrAttributeRestoreText(p, strStack, index),
-              GetStrTag() + "::Delete::" + strStack + "::" + strName);
+    TextHost_cls::PushAndRedo(GetStrAttributeRestoreText(p, strStack, index),
+                              GetStrTag() + "::Delete::" + strStack + "::" + strName);
     GpCUndo->CloseBlock("Delete" + strStack);
 }
 
@@ -506,8 +496,9 @@ void SceneObj_cls::MoveAttributeCommand(const wxString& strStack, const wxString
     const int newIndex = std::max(first, std::min(position, count - 1));
     if (newIndex == oldIndex)
         return;
-    PushAndDo(GetStrTag() + wxString::Format("::Move::%s::%s::%d", strStack, strName, oldIndex),
-              GetStrTag() + wxString::Format("::Move::%s::%s::%d", strStack, strName, newIndex));
+    TextHost_cls::PushAndRedo(
+        GetStrTag() + wxString::Format("::Move::%s::%s::%d", strStack, strName, oldIndex),
+        GetStrTag() + wxString::Format("::Move::%s::%s::%d", strStack, strName, newIndex));
 }
 
 void SceneObj_cls::MoveModifierCommand(const wxString& strName, int position) {
@@ -549,7 +540,8 @@ void SceneObj_cls::AddMaterialCommand() {
     if (pOps->mFuncCanAddMaterial && !pOps->mFuncCanAddMaterial(this))
         return;
     const wxString strName = GetStrUniqueName("Material");
-    PushAndDo(GetStrTag() + "::Delete::Material::" + strName, GetStrTag() + "::New::Material::" + strName);
+    TextHost_cls::PushAndRedo(GetStrTag() + "::Delete::Material::" + strName,
+                              GetStrTag() + "::New::Material::" + strName);
 }
 
 void SceneObj_cls::DeleteSelectedTLKeyCommand() {
@@ -584,7 +576,7 @@ void SceneObj_cls::SetParam3Command(const wxString& strGroup, double* values) {
     ParamGroup_cls* pGroup = GetPCTransformGroup(strGroup);
     if (!pGroup || !values)
         return;
-    const double t = CurrentNT();
+    const double t = TimeCtrl_cls::GetClockNT();
     int type = -1;
     double ease = 1.0;
     if (GpCTimeCtrl)
@@ -605,7 +597,7 @@ void SceneObj_cls::SetParamD3Command(const wxString& strGroup, double* deltas) {
     ParamGroup_cls* pGroup = GetPCTransformGroup(strGroup);
     if (!pGroup || !deltas)
         return;
-    const double t = CurrentNT();
+    const double t = TimeCtrl_cls::GetClockNT();
     double values[3] = {0.0, 0.0, 0.0};
     for (size_t i = 0; i < pGroup->mVCParam.size() && i < 3; ++i)
         values[i] = pGroup->mVCParam[i].GetValue(t) + deltas[i];

@@ -7,6 +7,8 @@
 #include "SceneObj_cls.h"
 
 void RegisterSceneServices() {
+    // Object kinds, attribute makers and seams of an earlier registry are forgotten.
+    SceneObj_cls::ResetRegistrations();
     ClassProvider_cls::SetServiceMaker(
         SVC_SceneObjCtrl,
         [] {

@@ -97,8 +97,7 @@ void ParticleFormat_cls::PushArrayCommand(ConfItemSTRINGARRAY_cls& item, wxArray
     item.SerializeSingleItem(strDo);
     // The do text is what changes the list, once it runs through the command reader.
     aStrLive = aStrOld;
-    if (TextHost_cls* pHost = TextHost_cls::Get())
-        pHost->PushCommandPairAndRedo(strUndo, strDo);
+    TextHost_cls::PushAndRedo(strUndo, strDo);
 }
 
 void ParticleFormat_cls::AddHeaderCommand(int pos, const wxString& strName) {

@@ -106,8 +106,7 @@ void ConfItemList_cls::SyncFromCommand(const ConfItemList_cls& other) {
         wxString strUndo, strDo;
         AppendItemBlock(pItem, strUndo);
         AppendItemBlock(pOther, strDo);
-        if (TextHost_cls* pHost = TextHost_cls::Get())
-            pHost->PushCommandPairAndRedo(strUndo, strDo);
+        TextHost_cls::PushAndRedo(strUndo, strDo);
     }
 }
 

@@ -216,8 +216,7 @@ void ConfItemBase_cls::PushCommandPair(const wxString& strNewBody) {
     mStrBody = strNewBody;
     ++mProcCounter;
     SerializeSingleItem(strDo);
-    if (TextHost_cls* pHost = TextHost_cls::Get())
-        pHost->PushCommandPairAndRedo(strUndo, strDo);
+    TextHost_cls::PushAndRedo(strUndo, strDo);
 }
 
 // ---- ConfItem_cls -------------------------------------------------------------------------

@@ -19,6 +19,12 @@ public:
     // Main thread only. Not owned.
     static void Install(TextHost_cls* pHost) { mspHost = pHost; }
     static TextHost_cls* Get() { return mspHost; }
+    // The one road of an edit from below the core: the installed host records the pair and runs
+    // the do text; with no host the edit is dropped. Main thread only.
+    static void PushAndRedo(const wxString& strUndo, const wxString& strDo) {
+        if (mspHost)
+            mspHost->PushCommandPairAndRedo(strUndo, strDo);
+    }
 
 private:
     static inline TextHost_cls* mspHost = nullptr;

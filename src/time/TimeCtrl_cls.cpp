@@ -69,6 +69,10 @@ double TimeCtrl_cls::GetNormalizedValue(int frame, int sub, int blurStep) const 
     return ((blur + sub) / static_cast<double>(GetSubFrameMax()) + frame) / frameMax;
 }
 
+double TimeCtrl_cls::GetClockNT() {
+    return GpCTimeCtrl ? GpCTimeCtrl->GetCurrentNT(false) : 0.0;
+}
+
 double TimeCtrl_cls::GetCurrentNT(bool forComposite) const {
     int blurStep = GpCBlurCtrl ? GpCBlurCtrl->GetBlurStep() : 0;
     // A composite of two images already spreads the time: the blur term would count twice.
@@ -253,8 +257,7 @@ void TimeCtrl_cls::PushVerbCommand(const wxString& strVerb, long long oldValue, 
         ReadStrLine(stream, strHead, strRest);
         return;
     }
-    GpCUndo->PushCommandPair(strUndo, strDo);
-    GpCUndo->Redo();
+    GpCUndo->PushCommandPairAndDo(strUndo, strDo);
 }
 
 void TimeCtrl_cls::SetCurrentFrameCommand(int frame) {

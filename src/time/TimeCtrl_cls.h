@@ -49,6 +49,9 @@ public:
     // The NT of the current frame, subframe and blur step. With InterpolateComposite on and
     // forComposite true the blur term is dropped.
     double GetCurrentNT(bool forComposite = false) const;
+    // GetCurrentNT(false) of the process's clock, 0.0 while there is none (a bare object in a
+    // test, a service being torn down). Main thread only.
+    static double GetClockNT();
     // The NT of the next sample: the next blur step, or the next playback step.
     double GetNextNT(bool forComposite = false) const;
     // The NT length of one subframe.

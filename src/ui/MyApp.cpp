@@ -1,25 +1,17 @@
 #include "MyApp.h"
 
-#include "CoreServices.h"
 #include "FrameMain_cls.h"
 #include "InitializeParallel_cls.h"
-#include "LuaServices.h"
 #include "Main_cls.h"
 #include "MyArtProvider.h"
 #include "PanelMakers.h"
-#include "PrepServices.h"
 #include "RibbonUI_cls.h"
-#include "SceneServices.h"
-#include "TimeServices.h"
-#include "UIServices.h"
-#include "ViewerServices.h"
 #include "wxLogGuiEX.h"
 #include "wxPanelEX.h"
 
 #include <wx/image.h>
 #include <wx/log.h>
 #include <wx/tooltip.h>
-#include <wx/utils.h>
 
 #include <atomic>
 #include <cstdio>
@@ -49,13 +41,7 @@ bool MyApp::OnInit() {
     if (!wxImage::FindHandler(wxBITMAP_TYPE_TIFF))
         wxImage::AddHandler(new wxTIFFHandler);
 
-    RegisterCoreServices();
-    RegisterTimeServices();
-    RegisterLuaServices();
-    RegisterSceneServices();
-    RegisterViewerServices();
-    RegisterPrepServices();
-    RegisterUIServices();
+    // The services were registered by the program's entry before the toolkit started.
     mpCMain = new Main_cls();
     StartCore(mpCMain);
     return true;
@@ -71,20 +57,12 @@ FrameMain_cls* MyApp::StartCore(Main_cls* pMain) {
     wxToolTip::SetReshow(10);
 
     std::atomic<bool> bFinished{false};
-    auto* pThread = new InitializeParallel_cls();
-    pThread->SetParameters(&bFinished, &pMain->mMillisParallel);
-    if (pThread->Run() != wxTHREAD_NO_ERROR) {
-        delete pThread;
-        InitializeParallel_cls::InitializeParallel();
-        bFinished.store(true, std::memory_order_release);
-    }
+    InitializeParallel_cls::Start(&bFinished, &pMain->mMillisParallel);
 
     // Built while the worker makes the services; it uses none of them.
     auto* pFrame = new FrameMain_cls("Orvantis4 ver " + Main_cls::msStrVersion, pMain, 0, 0, 1280, 960);
 
-    while (!bFinished.load(std::memory_order_acquire))
-        wxMilliSleep(3);
-
+    InitializeParallel_cls::WaitFinished(bFinished);
     pMain->CreateSingletonSerial();
     if (GpCwxLogGuiEX)
         delete wxLog::SetActiveTarget(GpCwxLogGuiEX);

@@ -1,6 +1,8 @@
 // The application object: starts the process in the fixed order (catalogue, image handlers,
 // the core, the services on a worker while the first window is built, the settings) and
-// deletes the core at the end. It reads no command line.
+// deletes the core at the end. It reads no command line. The services it builds must have been
+// registered before the toolkit starts it: the program's entry does that through the
+// composition root, which lives above this layer.
 #pragma once
 
 #include <wx/app.h>

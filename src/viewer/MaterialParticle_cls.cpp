@@ -9,9 +9,6 @@ namespace {
 const wxString kDraw = "VIEW3D::PROPERTY_MATERIAL";
 const wxString kPanel = "PROPERTY_MATERIAL";
 
-double CurrentNT() {
-    return GpCTimeCtrl ? GpCTimeCtrl->GetCurrentNT(false) : 0.0;
-}
 } // namespace
 
 MaterialParticle_cls::MaterialParticle_cls(const wxString& strName)
@@ -73,7 +70,7 @@ double MaterialParticle_cls::GetSizeFactor(double nt, bool bSphere) {
 }
 
 void MaterialParticle_cls::SetMaterialInfo() {
-    const double nt = CurrentNT();
+    const double nt = TimeCtrl_cls::GetClockNT();
     auto set = [](ConfItemFLOAT_cls& item, double value) {
         const wxString str = wxString::Format("%g", value);
         if (item.GetBodySTR() != str)

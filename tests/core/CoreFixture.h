@@ -2,16 +2,11 @@
 // that records what the core asks of it.
 #pragma once
 
-#include "CoreServices.h"
 #include "Main_cls.h"
 #include "Preference_cls.h"
 #include "UndoManager_cls.h"
 
-#include "TestSupport.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
+#include "ServicesFixture.h"
 
 class RecordingFrame_cls : public FrameHost_cls {
 public:
@@ -43,20 +38,11 @@ public:
     int mCloses = 0;
 };
 
-class CoreFixture : public ::testing::Test {
+class CoreFixture : public ServicesFixture<ServiceLayer_enum::Core> {
 protected:
     void SetUp() override {
-        mStrOldCwd = wxGetCwd();
-        Main_cls::msSaveBusyMillis = 0;
-        ClassProvider_cls::ResetRegistrations();
-        RegisterCoreServices();
-        mpMain = std::make_unique<Main_cls>(mDir.mStrPath);
-        mpMain->CreateSingleton();
+        ServicesFixture::SetUp();
         mpMain->AddFrame(&mFrame);
-    }
-    void TearDown() override {
-        mpMain.reset();
-        wxSetWorkingDirectory(mStrOldCwd);
     }
 
     // Writes a project text and opens it as the user would.
@@ -65,8 +51,5 @@ protected:
         return mpMain->OpenProjectMain(mDir.Path(strName), bUser);
     }
 
-    TempDir_cls mDir;
-    wxString mStrOldCwd;
     RecordingFrame_cls mFrame;
-    std::unique_ptr<Main_cls> mpMain;
 };

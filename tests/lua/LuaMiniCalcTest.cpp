@@ -1,10 +1,9 @@
 #include "ClassProvider_cls.h"
-#include "CoreServices.h"
 #include "GetPC_cls.h"
 #include "LuaMiniCalc_cls.h"
-#include "LuaServices.h"
 #include "LuaTestSupport.h"
 #include "Main_cls.h"
+#include "ServiceRegistry.h"
 #include "TestSupport.h"
 
 #include <gtest/gtest.h>
@@ -110,9 +109,7 @@ TEST(LuaMiniCalc, NeitherLoopsNorHogsForever) {
 TEST(LuaMiniCalc, IsARegistryService) {
     TempDir_cls tempDir;
     std::unique_ptr<Main_cls> main(new Main_cls(tempDir.mStrPath));
-    ClassProvider_cls::ResetRegistrations();
-    RegisterCoreServices();
-    RegisterLuaServices();
+    RegisterServices<ServiceLayer_enum::Lua>();
     main->CreateSingleton();
     ASSERT_NE(GpCLuaMinicalc, nullptr);
     EXPECT_EQ(GetPC_cls::GetPCLuaMinicalc()->GetValue("5+1"), 6.0f);

@@ -1,18 +1,13 @@
-// The viewer fixture with the modifier kinds registered on the scene.
+// The viewer fixture one layer higher: the modifier kinds registered on the scene and the
+// modifier pipeline installed in the preparation.
 #pragma once
 
-#include "../viewer/ViewerFixture.h"
+#include "ViewerFixture.h"
 
-#include "ModifierServices.h"
 #include "Particle_cls.h"
 
-class ModifierFixture : public ViewerFixture {
+class ModifierFixture : public ViewerFixtureOf<ServiceLayer_enum::Modifier> {
 protected:
-    void SetUp() override {
-        ViewerFixture::SetUp();
-        RegisterModifierServices();
-    }
-
     Particle_cls* NewParticle(const wxString& strName) {
         const wxString str = Ctrl()->AppendSceneObjCommand("Particle", strName);
         return dynamic_cast<Particle_cls*>(Obj(str));

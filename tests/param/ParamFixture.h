@@ -6,23 +6,16 @@
 
 #include "AttributeClone_cls.h"
 #include "Attribute_cls.h"
-#include "CoreServices.h"
 #include "LuaErrorSink_cls.h"
 #include "Main_cls.h"
 #include "ParamGroup_cls.h"
 #include "Parser_cls.h"
 #include "TimeCtrl_cls.h"
-#include "TimeServices.h"
 #include "UndoManager_cls.h"
 
-#include "CommandText.h"
-#include "TestSupport.h"
-
-#include <gtest/gtest.h>
-#include <wx/filefn.h>
+#include "ServicesFixture.h"
 
 #include <map>
-#include <memory>
 #include <sstream>
 #include <vector>
 
@@ -49,16 +42,10 @@ inline wxArrayString Names(std::initializer_list<const char*> names) {
     return astr;
 }
 
-class ParamFixture : public ::testing::Test {
+class ParamFixture : public ServicesFixture<ServiceLayer_enum::Time> {
 protected:
     void SetUp() override {
-        mStrOldCwd = wxGetCwd();
-        Main_cls::msSaveBusyMillis = 0;
-        ClassProvider_cls::ResetRegistrations();
-        RegisterCoreServices();
-        RegisterTimeServices();
-        mpMain = std::make_unique<Main_cls>(mDir.mStrPath);
-        mpMain->CreateSingleton();
+        ServicesFixture::SetUp();
         ASSERT_NE(GpCTimeCtrl, nullptr);
         ASSERT_NE(GpCUndo, nullptr);
         mpMain->SetReceiver(
@@ -71,11 +58,6 @@ protected:
                     p->Serialize(strOut);
             });
     }
-    void TearDown() override {
-        mpMain.reset();
-        wxSetWorkingDirectory(mStrOldCwd);
-    }
-
     // "SceneObjCtrl::Obj::<object>::<attribute>::..." and "FilterCtrl::<attribute>::..." are
     // the addresses the Syncronize family builds; they reach the same attributes.
     bool Route(std::wistream& stream, const wxString& strHead, const wxString& strRest) {
@@ -105,9 +87,6 @@ protected:
         return pGroup->ReadStrOneLiner(strNext, strLine);
     }
 
-    // Runs one text of the command language line by line, as the undo manager does.
-    void RunText(const wxString& strText) { RunCommandText(*mpMain, strText); }
-
     void SetClock(int frameMax, int frame, int sub) {
         GpCTimeCtrl->mCFrameMax.SetBodyFromData(static_cast<long long>(frameMax));
         GpCTimeCtrl->mCFrameCurrent.SetBodyFromData(static_cast<long long>(frame));
@@ -135,9 +114,6 @@ protected:
         return str;
     }
 
-    TempDir_cls mDir;
-    wxString mStrOldCwd;
-    std::unique_ptr<Main_cls> mpMain;
     std::map<wxString, ParamGroup_cls*> mMapGroups; // not owned
     std::vector<Attribute_cls*> mVPAttributes;      // not owned
 };

@@ -4,25 +4,14 @@
 #pragma once
 
 #include "Attribute_cls.h"
-#include "CoreServices.h"
-#include "LuaServices.h"
 #include "Main_cls.h"
 #include "ParamGroup_cls.h"
 #include "Parser_cls.h"
-#include "SceneObjCtrl_cls.h"
-#include "SceneObj_cls.h"
-#include "SceneServices.h"
 #include "TimeCtrl_cls.h"
-#include "TimeServices.h"
 #include "UndoManager_cls.h"
 
-#include "CommandText.h"
-#include "TestSupport.h"
+#include "SceneFixtureOf.h"
 
-#include <gtest/gtest.h>
-#include <wx/filefn.h>
-
-#include <memory>
 #include <sstream>
 
 // A modifier of the tests: a validity switch, a text item and one animated group.
@@ -37,45 +26,21 @@ public:
     ConfItemSTR_cls mCTarget;
 };
 
-class SceneFixture : public ::testing::Test {
+class SceneFixture : public SceneFixtureOf<ServiceLayer_enum::Scene> {
 protected:
-    void SetUp() override {
-        mStrOldCwd = wxGetCwd();
-        Main_cls::msSaveBusyMillis = 0;
-        ClassProvider_cls::ResetRegistrations();
-        SceneObj_cls::ResetRegistrations();
-        RegisterCoreServices();
-        RegisterTimeServices();
-        RegisterLuaServices();
-        RegisterSceneServices();
+    void RegisterLayers() override {
+        SceneFixtureOf::RegisterLayers();
         for (const char* pStack : {"Modifier", "DataProc"})
             SceneObj_cls::SetAttributeMaker(
                 pStack, "TestMod_cls", [](SceneObj_cls* pObj, const wxString& strName) {
                     // Like the real kinds, it refuses objects it does not fit: here, worlds.
                     return pObj->IsClassSameAs("World_cls") ? nullptr : new TestModifier_cls(strName);
                 });
-        mpMain = std::make_unique<Main_cls>(mDir.mStrPath);
-        mpMain->CreateSingleton();
-        ASSERT_NE(GpCSceneObjCtrl, nullptr);
+    }
+    void SetUp() override {
+        SceneFixtureOf::SetUp();
         ASSERT_NE(GpCUndo, nullptr);
         ASSERT_NE(GpCLuaInterpreter, nullptr);
-    }
-    void TearDown() override {
-        mpMain.reset();
-        SceneObj_cls::ResetRegistrations();
-        wxSetWorkingDirectory(mStrOldCwd);
-    }
-
-    SceneObjCtrl_cls* Ctrl() { return GpCSceneObjCtrl; }
-    SceneObj_cls* Obj(const wxString& strName) { return GpCSceneObjCtrl->GetPCFromName(strName); }
-
-    // Runs one text of the command language line by line, as a project load does.
-    void RunText(const wxString& strText) { RunCommandText(*mpMain, strText); }
-
-    wxString SceneText() {
-        wxString str;
-        GpCSceneObjCtrl->Serialize(str);
-        return str;
     }
 
     // The tree as "name(child,child)" in order, for short comparisons.
@@ -102,8 +67,4 @@ protected:
         while (GpCUndo->GetCurrent() < GpCUndo->GetCount())
             GpCUndo->Redo();
     }
-
-    TempDir_cls mDir;
-    wxString mStrOldCwd;
-    std::unique_ptr<Main_cls> mpMain;
 };

@@ -2,44 +2,30 @@
 // set the clock directly and to read back what it queued.
 #pragma once
 
-#include "CoreServices.h"
 #include "EnsembleCtrl_cls.h"
 #include "Main_cls.h"
 #include "MotionBlurCtrl_cls.h"
 #include "Parser_cls.h"
 #include "Queue_cls.h"
 #include "TimeCtrl_cls.h"
-#include "TimeServices.h"
 #include "UndoManager_cls.h"
 
-#include "CommandText.h"
-#include "TestSupport.h"
-
-#include <gtest/gtest.h>
-#include <wx/filefn.h>
+#include "ServicesFixture.h"
 
 #include <algorithm>
-#include <memory>
 #include <sstream>
 
-class TimeFixture : public ::testing::Test {
+class TimeFixture : public ServicesFixture<ServiceLayer_enum::Time> {
 protected:
     void SetUp() override {
         TimeCtrl_cls::msbForceAbort = false;
-        mStrOldCwd = wxGetCwd();
-        Main_cls::msSaveBusyMillis = 0;
-        ClassProvider_cls::ResetRegistrations();
-        RegisterCoreServices();
-        RegisterTimeServices();
-        mpMain = std::make_unique<Main_cls>(mDir.mStrPath);
-        mpMain->CreateSingleton();
+        ServicesFixture::SetUp();
         mpTime = GpCTimeCtrl;
         ASSERT_NE(mpTime, nullptr);
     }
     void TearDown() override {
-        mpMain.reset();
+        ServicesFixture::TearDown();
         TimeCtrl_cls::msbForceAbort = false;
-        wxSetWorkingDirectory(mStrOldCwd); // saving moves into the project's folder
     }
 
     // Sets an item of a list without the undo road.
@@ -66,8 +52,6 @@ protected:
         wxString strHead = Parser_cls::PopStrItemFromStrLine(strRest, "::");
         mpMain->ReadStrCommand(stream, strHead, strRest);
     }
-    // Runs a multi-line text (list blocks) line by line.
-    void RunText(const wxString& strText) { RunCommandText(*mpMain, strText); }
     wxString TimeText() {
         wxString str;
         mpTime->Serialize(str);
@@ -79,8 +63,5 @@ protected:
     }
     std::pair<int, int> Pos() const { return {mpTime->GetFrameCurrent(), mpTime->GetSubFrameCurrent()}; }
 
-    TempDir_cls mDir;
-    wxString mStrOldCwd;
-    std::unique_ptr<Main_cls> mpMain;
     TimeCtrl_cls* mpTime = nullptr;
 };

@@ -92,9 +92,7 @@ TEST_F(TimeServicesTest, ProjectTextWithTheTimeListRoundTrips) {
     // Read the saved text into a fresh core and write it again: the same time lists. (The
     // main list before them names the last project, which differs by design.)
     mpMain.reset();
-    ClassProvider_cls::ResetRegistrations();
-    RegisterCoreServices();
-    RegisterTimeServices();
+    RegisterServices<ServiceLayer_enum::Time>();
     mpMain = std::make_unique<Main_cls>(mDir.mStrPath);
     mpMain->CreateSingleton();
     ASSERT_TRUE(mpMain->OpenProjectMain(mDir.Path("b.ovp"), true));

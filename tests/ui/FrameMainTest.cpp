@@ -122,12 +122,12 @@ TEST_F(FrameMainTest, ClosingWritesTheSettingsAndRecentFilesBesideTheProgram) {
     wxCloseEvent event(wxEVT_CLOSE_WINDOW);
     mpFrame->OnClose(event);
     EXPECT_TRUE(event.GetSkipped());
-    std::string strConf = ReadBytes(mpTemp->Path("Orvantis4Configure.txt"));
+    std::string strConf = ReadBytes(mDir.Path("Orvantis4Configure.txt"));
     EXPECT_NE(strConf.find("ConfItemList::Begin::MainConfList"), std::string::npos);
     // File items are written relative to the working folder, as the preference says.
     EXPECT_NE(strConf.find("LastFileIMG="), std::string::npos);
     EXPECT_NE(strConf.find("data/picture.png"), std::string::npos) << strConf;
-    EXPECT_EQ(ReadBytes(mpTemp->Path("Orvantis4Recent.txt")), "/data/one.ovp\n");
+    EXPECT_EQ(ReadBytes(mDir.Path("Orvantis4Recent.txt")), "/data/one.ovp\n");
 }
 
 TEST_F(FrameMainTest, IdlePassesWriteTheMemoryLineAndKeepMemoryInBounds) {
@@ -173,7 +173,7 @@ TEST_F(FrameMainTest, TheFirstIdleLoadsTheStartLayoutOrFallsBackToOneView) {
     {
         SCOPED_TRACE("without Resource/InitLayout.ovp: a single 3D view");
         LogCapture_cls log;
-        wxSetWorkingDirectory(mpTemp->mStrPath);
+        wxSetWorkingDirectory(mDir.mStrPath);
         mpFrame->ProcInitIdle();
         ASSERT_EQ(Leaves().size(), 1u);
         EXPECT_EQ(Leaves()[0]->GetPanelType(), _PANEL_VIEW3D);
@@ -227,52 +227,52 @@ TEST_F(FrameMainTest, OpenSaveAndRecentFilesGoThroughTheCore) {
 
     {
         SCOPED_TRACE("Save with no current project asks for a name and adds .ovp");
-        strAnswer = mpTemp->Path("first");
+        strAnswer = mDir.Path("first");
         SendRibbonClick(mpFrame, ID_RBN_SAVE_PROJECT);
         EXPECT_EQ(vSaveAsked, std::vector<bool>({true}));
-        std::string strSaved = ReadBytes(mpTemp->Path("first.ovp"));
+        std::string strSaved = ReadBytes(mDir.Path("first.ovp"));
         EXPECT_EQ(strSaved.rfind("FrameMain::0::", 0), 0u) << strSaved;
         EXPECT_NE(strSaved.find("wxPanelEX::VIEW3D"), std::string::npos);
     }
     {
         SCOPED_TRACE("Open asks for a file and makes it the current project");
-        strAnswer = mpTemp->Path("first.ovp");
+        strAnswer = mDir.Path("first.ovp");
         SendRibbonClick(mpFrame, ID_RBN_OPEN_PROJECT);
         EXPECT_EQ(vSaveAsked, std::vector<bool>({true, false}));
         EXPECT_TRUE(mpMain->mbProjectFileCurrent);
-        EXPECT_EQ(mpFrame->GetTitle(), "Orvantis4 ver test - " + mpTemp->Path("first.ovp"));
+        EXPECT_EQ(mpFrame->GetTitle(), "Orvantis4 ver test - " + mDir.Path("first.ovp"));
     }
     {
         SCOPED_TRACE("Save of the current project asks nothing");
-        wxRemoveFile(mpTemp->Path("first.ovp"));
+        wxRemoveFile(mDir.Path("first.ovp"));
         SendRibbonClick(mpFrame, ID_RBN_SAVE_PROJECT);
         EXPECT_EQ(vSaveAsked.size(), 2u);
-        EXPECT_TRUE(wxFileExists(mpTemp->Path("first.ovp")));
+        EXPECT_TRUE(wxFileExists(mDir.Path("first.ovp")));
     }
     {
         SCOPED_TRACE("Save Project as from the save menu always asks");
-        strAnswer = mpTemp->Path("second.ovp");
+        strAnswer = mDir.Path("second.ovp");
         SendMenu(mpFrame, ID_RBN_SAVE_PROJECT_AS + ID_MENU_MIRROR_OFFSET);
         RunPendingEvents();
         EXPECT_EQ(vSaveAsked.size(), 3u);
-        EXPECT_TRUE(wxFileExists(mpTemp->Path("second.ovp")));
+        EXPECT_TRUE(wxFileExists(mDir.Path("second.ovp")));
     }
     {
         SCOPED_TRACE("the recent menu lists the slots; an item opens its file, an empty slot nothing");
-        EXPECT_EQ(mpMain->GetStrRecent(0), mpTemp->Path("second.ovp"));
-        EXPECT_EQ(mpMain->GetStrRecent(1), mpTemp->Path("first.ovp"));
+        EXPECT_EQ(mpMain->GetStrRecent(0), mDir.Path("second.ovp"));
+        EXPECT_EQ(mpMain->GetStrRecent(1), mDir.Path("first.ovp"));
         std::unique_ptr<wxMenu> pMenu(mpFrame->CreateRecentMenu());
         ASSERT_EQ(pMenu->GetMenuItemCount(), 2u);
         EXPECT_EQ(pMenu->FindItemByPosition(1)->GetId(), ID_MENU_RECENT_FIRST + 1);
-        EXPECT_EQ(pMenu->FindItemByPosition(1)->GetItemLabelText(), mpTemp->Path("first.ovp"));
+        EXPECT_EQ(pMenu->FindItemByPosition(1)->GetItemLabelText(), mDir.Path("first.ovp"));
 
         mpMain->mbProjectFileCurrent = false;
         SendMenu(mpFrame, ID_MENU_RECENT_FIRST + 5);
         EXPECT_FALSE(mpMain->mbProjectFileCurrent);
         SendMenu(mpFrame, ID_MENU_RECENT_FIRST + 1);
         EXPECT_TRUE(mpMain->mbProjectFileCurrent);
-        EXPECT_EQ(mpMain->mStrProjectPath, mpTemp->Path("first.ovp"));
-        EXPECT_EQ(mpMain->GetStrRecent(0), mpTemp->Path("first.ovp"));
+        EXPECT_EQ(mpMain->mStrProjectPath, mDir.Path("first.ovp"));
+        EXPECT_EQ(mpMain->GetStrRecent(0), mDir.Path("first.ovp"));
     }
     {
         SCOPED_TRACE("a cancelled dialog changes nothing");

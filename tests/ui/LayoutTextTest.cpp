@@ -65,7 +65,7 @@ TEST_F(LayoutTextTest, ALayoutReadsBackToTheSameText) {
     SCOPED_TRACE("the project text starts with the window block, and a save reads back the same");
     wxString strProject = mpMain->SerializeProject();
     EXPECT_TRUE(strProject.StartsWith(Text(gLayout))) << strProject;
-    wxString strPath = mpTemp->Path("saved.ovp");
+    wxString strPath = mDir.Path("saved.ovp");
     ASSERT_TRUE(mpMain->SaveProjectMain(strPath, 0));
     mpFrame->MakeSinglePanel();
     ASSERT_TRUE(mpMain->OpenProjectMain(strPath, false));

@@ -47,7 +47,10 @@ void SendSpin(wxSpinCtrl* pSpin, int value) {
 
 class PlayCtrlTest : public UiFixture {
 protected:
-    void RegisterMoreServices() override { RegisterPanelMakers(); }
+    void RegisterLayers() override {
+        UiFixture::RegisterLayers();
+        RegisterPanelMakers();
+    }
     void SetUp() override {
         UiFixture::SetUp();
         if (IsSkipped())

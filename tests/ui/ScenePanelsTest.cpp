@@ -5,7 +5,6 @@
 
 #include "ClassProvider_cls.h"
 #include "ConsolePanel_cls.h"
-#include "LuaServices.h"
 #include "Outliner_cls.h"
 #include "PanelMakers.h"
 #include "ParamGroup_cls.h"
@@ -14,7 +13,6 @@
 #include "RibbonUI_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObj_cls.h"
-#include "SceneServices.h"
 #include "TextEntryCtrl_cls.h"
 #include "UndoManager_cls.h"
 
@@ -75,9 +73,9 @@ void SendTextEnter(wxTextCtrl* pText, const wxString& strValue) {
 
 class ScenePanelsTest : public UiFixture {
 protected:
-    void RegisterMoreServices() override {
-        RegisterLuaServices();
-        RegisterSceneServices();
+    // The outliner and the property pages show the scene.
+    void RegisterLayers() override {
+        RegisterServices<ServiceLayer_enum::Scene>();
         RegisterPanelMakers();
     }
 

@@ -2,11 +2,10 @@
 // worker while the first window is built, then the settings file is read.
 #include "UiFixture.h"
 
-#include "CoreServices.h"
 #include "MyApp.h"
 #include "PanelMakers.h"
-#include "TimeServices.h"
-#include "UIServices.h"
+#include "SceneObjCtrl_cls.h"
+#include "ServiceRegistry.h"
 #include "UndoManager_cls.h"
 #include "wxLogGuiEX.h"
 
@@ -20,10 +19,8 @@ TEST(StartUpTest, ServicesWindowAndSettingsComeUpInOrder) {
                    "ConfItemList::Begin::MainConfList\nLastFileMESH=/models/bunny.obj\nConfItemList::End\n"));
     ASSERT_TRUE(WriteBytes(temp.Path("Orvantis4Recent.txt"), "/p/b.ovp  \n\n/p/a.ovp\n"));
 
-    ClassProvider_cls::ResetRegistrations();
-    RegisterCoreServices();
-    RegisterTimeServices();
-    RegisterUIServices();
+    // Every layer, as the program's entry registers them.
+    RegisterServices();
     auto pMain = std::make_unique<Main_cls>(temp.mStrPath);
     FrameMain_cls* pFrame = MyApp::StartCore(pMain.get());
     ASSERT_NE(pFrame, nullptr);
@@ -31,6 +28,8 @@ TEST(StartUpTest, ServicesWindowAndSettingsComeUpInOrder) {
     EXPECT_NE(GpCPreference, nullptr);
     EXPECT_NE(GpCUndo, nullptr);
     EXPECT_NE(GpCTimeCtrl, nullptr);
+    ASSERT_NE(GpCSceneObjCtrl, nullptr);
+    EXPECT_NE(GpCSceneObjCtrl->GetPCFromName("World"), nullptr); // the default scene, made on the worker
     ASSERT_NE(GpCwxLogGuiEX, nullptr);
     EXPECT_EQ(wxLog::GetActiveTarget(), GpCwxLogGuiEX); // installed on the main thread after the worker
     ASSERT_EQ(pMain->mVPFrameMain.size(), 1u);

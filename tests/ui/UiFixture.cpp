@@ -2,9 +2,7 @@
 
 #include "PanelMakers.h"
 
-#include "CoreServices.h"
 #include "MyArtProvider.h"
-#include "TimeServices.h"
 #include "UndoManager_cls.h"
 #include "X11Support.h"
 
@@ -44,34 +42,26 @@ void PrepareWindowResources() {
 void UiFixture::SetUp() {
     SKIP_WITHOUT_DISPLAY();
     PrepareWindowResources();
-    mStrStartDir = wxGetCwd();
-    mpTemp = std::make_unique<TempDir_cls>();
-    mpMain = std::make_unique<Main_cls>(mpTemp->mStrPath);
-    Main_cls::msSaveBusyMillis = 0;
-    ClassProvider_cls::ResetRegistrations();
-    RegisterCoreServices();
-    RegisterTimeServices();
-    // Each test starts from the stand-in panels: a test that installs the real ones says so.
-    UnregisterPanelMakers();
-    RegisterMoreServices();
-    mpMain->CreateSingleton();
+    ServicesFixture::SetUp();
     mpFrame = new FrameMain_cls("Orvantis4 ver test", mpMain.get(), 0, 0, 1000, 800);
     mpFrame->Show();
     mpFrame->Layout();
 }
 
+void UiFixture::RegisterLayers() {
+    ServicesFixture::RegisterLayers();
+    UnregisterPanelMakers();
+}
+
 void UiFixture::TearDown() {
     delete mpFrame;
     mpFrame = nullptr;
-    mpMain.reset();
+    ServicesFixture::TearDown();
     UnregisterPanelMakers();
-    // Saving moves into the project's folder: step out before the folder goes.
-    wxSetWorkingDirectory(mStrStartDir);
-    mpTemp.reset();
 }
 
 void UiFixture::ReadLayout(const wxString& strLayoutBlock) {
-    wxString strPath = mpTemp->Path("layout.ovp");
+    wxString strPath = mDir.Path("layout.ovp");
     ASSERT_TRUE(WriteBytes(strPath, std::string(strLayoutBlock.utf8_str())));
     ASSERT_TRUE(mpMain->OpenProjectMain(strPath, false));
     mpFrame->Layout();

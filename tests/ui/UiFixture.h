@@ -5,14 +5,12 @@
 
 #include "FrameMain_cls.h"
 #include "Main_cls.h"
+#include "ServicesFixture.h"
 #include "SplittableWindow_cls.h"
-#include "TestSupport.h"
 #include "wxPanelEX.h"
 
-#include <gtest/gtest.h>
 #include <wx/app.h>
 
-#include <memory>
 #include <vector>
 
 // True when the test program runs with the GUI toolkit up (a display was reachable).
@@ -21,13 +19,15 @@ bool IsGuiAvailable();
 // main window needs before it is built.
 void PrepareWindowResources();
 
-class UiFixture : public ::testing::Test {
+// The core and the clock are enough for the window's own tests; a test that needs more stops at a
+// higher layer in its RegisterLayers.
+class UiFixture : public ServicesFixture<ServiceLayer_enum::Time> {
 protected:
     void SetUp() override;
     void TearDown() override;
 
-    // Services beyond the core and the clock, registered before the core makes them.
-    virtual void RegisterMoreServices() {}
+    // Each test starts from the stand-in panels: a test that installs the real ones says so here.
+    void RegisterLayers() override;
 
     // Replaces the tree with the layout text, read through the core's command language.
     void ReadLayout(const wxString& strLayoutBlock);
@@ -41,10 +41,7 @@ protected:
     // Runs the events queued on the frame (menu mirrors, deferred tree changes).
     static void RunPendingEvents();
 
-    std::unique_ptr<TempDir_cls> mpTemp;
-    std::unique_ptr<Main_cls> mpMain;
     FrameMain_cls* mpFrame = nullptr;
-    wxString mStrStartDir;
 };
 
 #define SKIP_WITHOUT_DISPLAY()                                                                               \

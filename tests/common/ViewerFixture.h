@@ -1,62 +1,28 @@
-// A core with the time, Lua, scene and viewer services made in a temporary directory, and
-// generators of numbered particle and volume files.
+// A core with the services up to the data viewers made in a temporary directory, and
+// generators of numbered particle and volume files. Shared by the viewer and modifier tests.
 #pragma once
 
-#include "ClassProvider_cls.h"
-#include "CoreServices.h"
-#include "LuaServices.h"
 #include "Main_cls.h"
 #include "Parser_cls.h"
 #include "Preference_cls.h"
-#include "SceneObjCtrl_cls.h"
-#include "SceneObj_cls.h"
-#include "SceneServices.h"
 #include "TimeCtrl_cls.h"
-#include "TimeServices.h"
 #include "UndoManager_cls.h"
-#include "ViewerServices.h"
 
-#include "TestSupport.h"
-
-#include <gtest/gtest.h>
-#include <wx/filefn.h>
+#include "SceneFixtureOf.h"
 
 #include <cstring>
-#include <memory>
 #include <sstream>
 #include <string>
 
-class ViewerFixture : public ::testing::Test {
+// Top is the viewer layer for the viewer tests; the modifier tests stop one layer higher.
+template <ServiceLayer_enum Top> class ViewerFixtureOf : public SceneFixtureOf<Top> {
 protected:
+    using ServicesFixture<Top>::mDir;
+
     void SetUp() override {
-        mStrOldCwd = wxGetCwd();
-        Main_cls::msSaveBusyMillis = 0;
-        ClassProvider_cls::ResetRegistrations();
-        SceneObj_cls::ResetRegistrations();
-        RegisterCoreServices();
-        RegisterTimeServices();
-        RegisterLuaServices();
-        RegisterSceneServices();
-        RegisterViewerServices();
-        mpMain = std::make_unique<Main_cls>(mDir.mStrPath);
-        mpMain->CreateSingleton();
-        ASSERT_NE(GpCSceneObjCtrl, nullptr);
+        SceneFixtureOf<Top>::SetUp();
         ASSERT_NE(GpCTimeCtrl, nullptr);
         ASSERT_NE(GpCPreference, nullptr);
-    }
-    void TearDown() override {
-        mpMain.reset();
-        SceneObj_cls::ResetRegistrations();
-        wxSetWorkingDirectory(mStrOldCwd);
-    }
-
-    SceneObjCtrl_cls* Ctrl() { return GpCSceneObjCtrl; }
-    SceneObj_cls* Obj(const wxString& strName) { return GpCSceneObjCtrl->GetPCFromName(strName); }
-
-    wxString SceneText() {
-        wxString str;
-        GpCSceneObjCtrl->Serialize(str);
-        return str;
     }
 
     void SetFrames(int frameMax, int current) {
@@ -106,8 +72,6 @@ protected:
         }
         return mDir.Path(strStem + "000.df3");
     }
-
-    TempDir_cls mDir;
-    wxString mStrOldCwd;
-    std::unique_ptr<Main_cls> mpMain;
 };
+
+using ViewerFixture = ViewerFixtureOf<ServiceLayer_enum::Viewer>;
