@@ -292,8 +292,8 @@ bool Main_cls::OpenProjectMain(const wxString& strPath, bool bUser) {
     data.reset();
     strText.Replace("\r", "");
     // Random bytes, or a text none of whose lines the program knows, opened as a project are
-    // refused before anything is cleared: the scene, the title and the recent list stay, so a later save cannot overwrite
-    // that file with the project.
+    // refused before anything is cleared: the scene, the title and the recent list stay, so a later save
+    // cannot overwrite that file with the project.
     if (bUser && !IsProjectText(strText)) {
         wxLogError("Cannot open \"%s\": not a project file.", strPath);
         UpdatePanels("ALL");
@@ -436,9 +436,9 @@ bool Main_cls::CheckUnsavedChanges() {
     if (!pFirst || !IsProjectModified())
         return true;
     wxString strName = mStrProjectPath.empty() ? wxString("the new project") : "\"" + mStrProjectPath + "\"";
-    int answer = pFirst->AskUser("Unsaved changes",
-                                 "Save the changes to " + strName + " before it is closed?",
-                                 {"Save", "Discard", "Cancel"});
+    int answer =
+        pFirst->AskUser("Unsaved changes", "Save the changes to " + strName + " before it is closed?",
+                        {"Save", "Discard", "Cancel"});
     if (answer == ANSWER_SAVE)
         return SaveProject(1);
     return answer == ANSWER_DISCARD;
@@ -451,10 +451,10 @@ bool Main_cls::OpenRecentProject(int index) {
     if (!wxFileName::FileExists(strPath)) {
         wxLogWarning("The recent project \"%s\" is not there any more.", strPath);
         FrameHost_cls* pFirst = GetPCFirstFrame();
-        if (pFirst && pFirst->AskUser("Recent project missing",
-                                      "\"" + strPath +
-                                          "\" has been moved or deleted.\nRemove it from the recent list?",
-                                      {"Remove", "Keep"}) == 0)
+        if (pFirst &&
+            pFirst->AskUser("Recent project missing",
+                            "\"" + strPath + "\" has been moved or deleted.\nRemove it from the recent list?",
+                            {"Remove", "Keep"}) == 0)
             RemoveRecent(strPath);
         return false;
     }

@@ -34,8 +34,7 @@ public:
     wxString AskFilePath(const wxString&, const wxString&, const wxString&, bool) override {
         return mStrAnswer;
     }
-    int AskUser(const wxString& strTitle, const wxString& strMessage,
-                const std::vector<wxString>&) override {
+    int AskUser(const wxString& strTitle, const wxString& strMessage, const std::vector<wxString>&) override {
         mVStrAsked.push_back(strTitle + ": " + strMessage);
         return mAnswer;
     }

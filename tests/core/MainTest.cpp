@@ -425,10 +425,11 @@ TEST_F(MainTest, DroppedLinesAreCountedAndTheFirstOnesQuoted) {
         EXPECT_EQ(mFrame.mStrLayout, "kept");
         ASSERT_EQ(log.mVStrLines.size(), 1u);
         // The unknown block's own lines are offered one by one, and none is taken.
-        EXPECT_TRUE(log.mVStrLines[0].EndsWith("\"" + mDir.Path("p.ovp") +
-                                         "\": 4 lines were not understood and dropped; the rest was read. "
-                                         "The first:\n    Foreign::Line\n    ConfItemList::Begin::NoSuchList\n"
-                                         "    Item=1\n    ConfItemList::End"))
+        EXPECT_TRUE(
+            log.mVStrLines[0].EndsWith("\"" + mDir.Path("p.ovp") +
+                                       "\": 4 lines were not understood and dropped; the rest was read. "
+                                       "The first:\n    Foreign::Line\n    ConfItemList::Begin::NoSuchList\n"
+                                       "    Item=1\n    ConfItemList::End"))
             << log.mVStrLines[0];
     }
     {
@@ -518,8 +519,8 @@ TEST_F(MainTest, UnsavedChangesAreOfferedForSavingBeforeAnOpen) {
             EXPECT_TRUE(mpMain->IsProjectModified());
         }
         ASSERT_EQ(mFrame.mVStrAsked.size(), 2u);
-        EXPECT_EQ(mFrame.mVStrAsked[0],
-                  "Unsaved changes: Save the changes to \"" + mDir.Path("mine.ovp") + "\" before it is closed?");
+        EXPECT_EQ(mFrame.mVStrAsked[0], "Unsaved changes: Save the changes to \"" + mDir.Path("mine.ovp") +
+                                            "\" before it is closed?");
         EXPECT_FALSE(wxFileExists(mDir.Path("mine.ovp")));
     }
     {
@@ -561,7 +562,8 @@ TEST_F(MainTest, ARecentProjectThatMovedIsOfferedForRemoval) {
         LogCapture_cls log;
         mFrame.mAnswer = 1; // keep it
         EXPECT_FALSE(mpMain->OpenRecentProject(0));
-        EXPECT_TRUE(log.Contains("The recent project \"" + mDir.Path("moved.ovp") + "\" is not there any more."));
+        EXPECT_TRUE(
+            log.Contains("The recent project \"" + mDir.Path("moved.ovp") + "\" is not there any more."));
         ASSERT_EQ(mFrame.mVStrAsked.size(), 1u);
         EXPECT_TRUE(mFrame.mVStrAsked[0].Contains("Remove it from the recent list?"));
         EXPECT_EQ(mpMain->GetStrRecent(0), mDir.Path("moved.ovp"));
