@@ -478,8 +478,30 @@ bool Main_cls::SaveProjectAs(int n) {
     return SaveProjectMain(strPath, n);
 }
 
+std::vector<wxString> Main_cls::GetVStrResourceRoots(const wxString& strAppDir) {
+    std::vector<wxString> vStr = {wxGetCwd()};
+    if (!strAppDir.empty()) {
+        vStr.push_back(strAppDir);
+        vStr.push_back(strAppDir + "/../share/orvantis4");
+        vStr.push_back(strAppDir + "/..");
+        vStr.push_back(strAppDir + "/../..");
+    }
+    return vStr;
+}
+
+wxString Main_cls::FindResourceFile(const wxString& strRelative) const {
+    for (const wxString& strRoot : GetVStrResourceRoots(mStrAppDir)) {
+        wxFileName fn(strRoot + "/" + strRelative);
+        if (fn.FileExists()) {
+            fn.Normalize(wxPATH_NORM_DOTS | wxPATH_NORM_ABSOLUTE);
+            return fn.GetFullPath();
+        }
+    }
+    return strRelative;
+}
+
 bool Main_cls::InitLayout() {
-    bool bOk = OpenProjectMain("Resource/InitLayout.ovp", false);
+    bool bOk = OpenProjectMain(FindResourceFile("Resource/InitLayout.ovp"), false);
     mMillisLayout = static_cast<int32_t>(mStopWatch.Time());
     return bOk;
 }

@@ -93,8 +93,15 @@ public:
     bool CheckUnsavedChanges();
     // The whole project text, as saving writes it.
     wxString SerializeProject();
-    // Loads "Resource/InitLayout.ovp" (relative to the working directory); false when missing.
+    // Loads "Resource/InitLayout.ovp", found as FindResourceFile finds it; false when missing.
     bool InitLayout();
+    // The folders that may hold "Resource/", first match wins: the working folder, the program's
+    // folder, the install prefix's share folder, and one and two folders above the program (a
+    // build tree inside the source tree).
+    static std::vector<wxString> GetVStrResourceRoots(const wxString& strAppDir);
+    // The absolute path of a file given relative to a resource root ("Resource/Help.html"), or
+    // the relative path itself when no root holds it.
+    wxString FindResourceFile(const wxString& strRelative) const;
     void PushBackRecent(const wxString& strPath);
     void OpenRecentFile(const wxString& strPath);
     bool SaveRecentFile(const wxString& strPath);

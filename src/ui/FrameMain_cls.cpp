@@ -36,6 +36,7 @@
 
 const int FrameMain_cls::msStatusWidths[6] = {180, 180, 180, 180, -1, 120};
 wxString FrameMain_cls::msStrHelpURL = "Resource/Help.html";
+const wxString FrameMain_cls::msStrIconTag = "wxART_PARTICLE";
 
 // Lua texts from any thread reach the log as menu event 6163 to this frame.
 class FrameMain_cls::LuaSink_cls : public LuaErrorSink_cls {
@@ -115,6 +116,7 @@ FrameMain_cls::FrameMain_cls(const wxString& strTitle, Main_cls* pMain, int x, i
         if (GpCSceneObjCtrl)
             GpCSceneObjCtrl->Prefetch();
     };
+    SetIcon(GetProgramIcon());
     BindEvents();
     SetAccelerators();
     Layout();
@@ -684,20 +686,31 @@ void FrameMain_cls::OnRbnToolTip(wxRibbonToolBarEvent&) {
     mpCRibbon->UpdateRibbonHelp(bNew);
 }
 
-void FrameMain_cls::OnRbnInfo(wxRibbonToolBarEvent&) {
+wxIcon FrameMain_cls::GetProgramIcon() {
+    wxIcon icon;
+    icon.CopyFromBitmap(GetBitmapFromTag(msStrIconTag, wxSize(32, 32), wxART_OTHER));
+    return icon;
+}
+
+wxAboutDialogInfo FrameMain_cls::GetAboutInfo() {
     wxAboutDialogInfo info;
     info.SetName("Orvantis4");
     info.SetVersion(Main_cls::msStrVersion);
     info.SetDescription(_("Turns numerical simulation output into images and animations."));
-    wxAboutBox(info, this);
+    info.SetIcon(GetProgramIcon());
+    return info;
+}
+
+void FrameMain_cls::OnRbnInfo(wxRibbonToolBarEvent&) {
+    wxAboutBox(GetAboutInfo(), this);
 }
 
 void FrameMain_cls::OnRbnHelp(wxRibbonToolBarEvent&) {
     wxString strURL = msStrHelpURL;
     if (!strURL.Contains("://")) {
         // A page of the program's own: found beside the program, whatever the current folder.
-        wxFileName fn(strURL);
-        if (fn.IsRelative() && mpCMain && !fn.FileExists())
+        wxFileName fn(mpCMain ? mpCMain->FindResourceFile(strURL) : strURL);
+        if (fn.IsRelative() && mpCMain)
             fn.MakeAbsolute(mpCMain->GetStrAppDir());
         fn.MakeAbsolute();
         if (!fn.FileExists()) {
@@ -706,7 +719,7 @@ void FrameMain_cls::OnRbnHelp(wxRibbonToolBarEvent&) {
         }
         strURL = wxFileName::FileNameToURL(fn);
     }
-    if (!wxLaunchDefaultBrowser(strURL))
+    if (!(msFuncLaunchBrowser ? msFuncLaunchBrowser(strURL) : wxLaunchDefaultBrowser(strURL)))
         wxLogError("The help page \"%s\" could not be opened: no browser answered.", strURL);
 }
 

@@ -10,6 +10,7 @@
 #include "Parser_cls.h"
 #include "WidgetCommon_cls.h"
 
+#include <wx/aboutdlg.h>
 #include <wx/frame.h>
 #include <wx/ribbon/toolbar.h>
 
@@ -56,6 +57,10 @@ public:
     static constexpr int msGaugeIntervalMillis = 100;
     // The address the help tool opens in the browser.
     static wxString msStrHelpURL;
+    // The program's icon (window, About box, desktop entry): the particle picture.
+    static const wxString msStrIconTag;
+    // Replaces the system browser, for runs without a desktop; true when the page was opened.
+    static inline std::function<bool(const wxString&)> msFuncLaunchBrowser;
 
     // ---- FrameHost_cls ----
     void UpdatePanels(const wxString& strPanel) override;
@@ -133,6 +138,10 @@ public:
     void OnDropCache(wxRibbonToolBarEvent& event);
     void OnDropObjects(wxRibbonToolBarEvent& event);
     void OnDropInfo(wxRibbonToolBarEvent& event);
+
+    wxIcon GetProgramIcon();
+    // What the About box shows.
+    wxAboutDialogInfo GetAboutInfo();
 
     // The menus of the drop-down tools, as they pop up.
     wxMenu* CreateRecentMenu();

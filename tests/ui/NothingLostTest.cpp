@@ -8,6 +8,7 @@
 #include "LogWindow_cls.h"
 #include "LuaServices.h"
 #include "Outliner_cls.h"
+#include "PanelBar_cls.h"
 #include "PanelMakers.h"
 #include "PropertyObject_cls.h"
 #include "Property_cls.h"
@@ -379,4 +380,50 @@ TEST_F(NothingLostTest, KeysWorkFromEveryPanelAndCtrlQAsksLikeTheCloseButton) {
     ASSERT_EQ(mVStrAsked.size(), 1u);
     EXPECT_TRUE(mVStrAsked[0].StartsWith("Unsaved changes: "));
     EXPECT_TRUE(mpFrame->IsShown());
+}
+
+// The About box and the window carry the program's icon; the help page and the start layout
+// are found beside the program whatever the current folder.
+TEST_F(NothingLostTest, TheIconAndTheResourcesAreFoundFromAnyFolder) {
+    wxAboutDialogInfo info = mpFrame->GetAboutInfo();
+    ASSERT_TRUE(info.GetIcon().IsOk());
+    EXPECT_EQ(info.GetIcon().GetWidth(), 32);
+    EXPECT_TRUE(mpFrame->GetIcon().IsOk());
+
+    // An installed program: bin/ beside share/orvantis4/Resource, run from somewhere else.
+    const wxString strPrefix = mpTemp->Path("prefix");
+    ASSERT_TRUE(wxFileName::Mkdir(strPrefix + "/bin", wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL));
+    ASSERT_TRUE(
+        wxFileName::Mkdir(strPrefix + "/share/orvantis4/Resource", wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL));
+    ASSERT_TRUE(WriteBytes(strPrefix + "/share/orvantis4/Resource/Help.html", "<html></html>\n"));
+    ASSERT_TRUE(wxFileName::Mkdir(mpTemp->Path("elsewhere")));
+    wxSetWorkingDirectory(mpTemp->Path("elsewhere"));
+    mpMain->mStrAppDir = strPrefix + "/bin";
+    EXPECT_EQ(mpMain->FindResourceFile("Resource/Help.html"),
+              strPrefix + "/share/orvantis4/Resource/Help.html");
+    EXPECT_EQ(mpMain->FindResourceFile("Resource/Missing.html"), "Resource/Missing.html");
+    // The help tool finds the page there: no error is told.
+    bool bOpened = false;
+    FrameMain_cls::msFuncLaunchBrowser = [&bOpened](const wxString& strURL) {
+        bOpened = strURL.EndsWith("/share/orvantis4/Resource/Help.html");
+        return true;
+    };
+    SendRibbonClick(mpFrame, ID_RBN_HELP);
+    FrameMain_cls::msFuncLaunchBrowser = nullptr;
+    Idle();
+    EXPECT_TRUE(bOpened);
+    EXPECT_TRUE(mVStrAsked.empty());
+}
+
+// The help page promises the panel menu on a right click of the panel bar: the bar gives the
+// menu of the leaf it stands in, whose items act on that leaf.
+TEST_F(NothingLostTest, ThePanelBarGivesThePanelMenuOfItsLeaf) {
+    for (wxPanelEX* pLeaf : Leaves()) {
+        SCOPED_TRACE(pLeaf->GetName());
+        EXPECT_EQ(pLeaf->GetPCMenuPanel(), pLeaf);
+        ASSERT_NE(pLeaf->GetPanelBar(), nullptr);
+        EXPECT_EQ(pLeaf->GetPanelBar()->GetPCMenuPanel(), pLeaf);
+    }
+    wxPanelEX loose(mpFrame, _PANEL_DUMMY); // outside the tree: no menu
+    EXPECT_EQ(loose.GetPCMenuPanel(), nullptr);
 }
