@@ -10,9 +10,8 @@
 #include <wx/log.h>
 #include <wx/stdpaths.h>
 #include <wx/textfile.h>
-#include <wx/utils.h>
-
 #include <wx/tokenzr.h>
+#include <wx/utils.h>
 
 #include <algorithm>
 #include <cerrno>

@@ -366,10 +366,37 @@ TEST_F(ScenePanelsTest, TextEditorSetsAGroupsExpressionThroughUndo) {
 
     const wxString strExpr = "local a = 1\nreturn Value[1] + a, Value[2], Value[3]";
     mpEditor->mpCText->ChangeValue(strExpr);
+    ASSERT_FALSE(pGroup->mCUseExpr.GetBodyBOOL());
+    EXPECT_EQ(mpEditor->mpCState->GetLabel(), "The expression is off: Apply turns it on.");
     EXPECT_TRUE(mpEditor->ApplyExpression());
     EXPECT_EQ(pGroup->mCExpression.GetBodySTR(), strExpr);
+    // Applying turns the expression on, and the page marks the fields it drives.
+    EXPECT_TRUE(pGroup->mCUseExpr.GetBodyBOOL());
+    EXPECT_EQ(mpEditor->mpCState->GetLabel(), "The expression is on.");
+    Flush();
+    mpPage->UpdatePanels("PROPERTY_OBJECT", false);
+    EXPECT_EQ(mpPage->mStrDriver[0][0], "Expression");
+    EXPECT_EQ(mpPage->mpCField[0][0]->GetToolTipText(), "Driven by the group's expression");
+    EXPECT_EQ(mpPage->mStrDriver[2][0], ""); // the scale is not driven
+    // One undo takes back the text and the switch.
     GpCUndo->Undo();
     EXPECT_EQ(pGroup->mCExpression.GetBodySTR(), strBefore);
+    EXPECT_FALSE(pGroup->mCUseExpr.GetBodyBOOL());
+    Flush();
+    mpPage->UpdatePanels("PROPERTY_OBJECT", false);
+    EXPECT_EQ(mpPage->mStrDriver[0][0], "");
+    EXPECT_FALSE(mpPage->mpCField[0][0]->GetToolTip());
+
+    SCOPED_TRACE("a field animated by keys is marked as such");
+    pGroup->SetNewKeyCommand(3.0, 0.5, "SceneObjCtrl::Obj::Box::Position::x", 2, 0.5);
+    Flush();
+    mpPage->UpdatePanels("PROPERTY_OBJECT", false);
+    // A key of the group is a key on each of its members; the other groups stay unmarked.
+    EXPECT_EQ(mpPage->mStrDriver[0][0], "Keys");
+    EXPECT_EQ(mpPage->mStrDriver[0][2], "Keys");
+    EXPECT_EQ(mpPage->mStrDriver[1][0], "");
+    EXPECT_EQ(mpPage->mpCField[0][1]->GetToolTipText(), "Animated by keys");
+    GpCUndo->Clear();
     Flush();
     mpEditor->UpdatePanels("ALL", false);
     EXPECT_EQ(mpEditor->mpCText->GetValue(), strBefore);
