@@ -158,7 +158,65 @@ size_t CountChangedPixels(const wxImage& a, const wxImage& b, const wxRect& rect
     return changed;
 }
 
+// A copy of the program in a fresh folder (the settings it writes beside itself land there),
+// started with its output in two files there; killed at the end if it still runs.
+class ProgramRun_cls {
+public:
+    explicit ProgramRun_cls(const TempDir_cls& temp) : mTemp(temp) {}
+    ~ProgramRun_cls() {
+        if (mPid > 0 && waitpid(mPid, nullptr, WNOHANG) == 0) {
+            kill(mPid, SIGKILL);
+            waitpid(mPid, nullptr, 0);
+        }
+    }
+    ProgramRun_cls(const ProgramRun_cls&) = delete;
+    ProgramRun_cls& operator=(const ProgramRun_cls&) = delete;
+
+    // Starts it and waits for its window and start-up line; the window's id on success.
+    std::string Start() {
+        const std::string strExe = std::string(mTemp.Path("orvantis4").utf8_str());
+        if (!wxCopyFile(ORV_GUI_EXE, mTemp.Path("orvantis4")))
+            return std::string();
+        chmod(strExe.c_str(), 0755);
+        mPid = StartProgram(strExe, std::string(mTemp.Path("stdout.txt").utf8_str()),
+                            std::string(mTemp.Path("stderr.txt").utf8_str()));
+        if (mPid <= 0)
+            return std::string();
+        auto end = Clock::now() + std::chrono::seconds(30);
+        while (Clock::now() < end &&
+               (ReadBytes(mTemp.Path("stdout.txt")).find("Orvantis4 start-up:") == std::string::npos ||
+                X11Support::CountWindows("Orvantis4 ver") == 0))
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        if (X11Support::CountWindows("Orvantis4 ver") == 0)
+            return std::string();
+        return FirstLineOf("xdotool search --onlyvisible --name '^Orvantis4 ver' 2>/dev/null");
+    }
+    // The exit code, -1 when it did not end within the time.
+    int WaitForEnd(int seconds) {
+        int code = WaitForExit(mPid, seconds);
+        if (code >= 0)
+            mPid = -1;
+        return code;
+    }
+    std::string Err() const { return ReadBytes(mTemp.Path("stderr.txt")); }
+
+private:
+    const TempDir_cls& mTemp;
+    pid_t mPid = -1;
+};
+
 } // namespace
+
+// The tests that click need a display, a GUI toolkit and xdotool; they take screenshots in PNG.
+#define SKIP_WITHOUT_DISPLAY_OR_XDOTOOL()                                                                    \
+    do {                                                                                                     \
+        if (!X11Support::IsDisplayReachable() || !IsGuiAvailable())                                          \
+            GTEST_SKIP() << "no display: the end-to-end test needs one (run under xvfb-run)";                \
+        if (!wxFileExists("/usr/bin/xdotool"))                                                               \
+            GTEST_SKIP() << "xdotool is not installed";                                                      \
+        if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))                                                        \
+            wxImage::AddHandler(new wxPNGHandler);                                                           \
+    } while (0)
 
 TEST(EndToEndTest, TheProgramShowsItsWindowAndQuitsWritingItsSettings) {
     if (!X11Support::IsDisplayReachable())
@@ -240,12 +298,7 @@ TEST(EndToEndTest, TheProgramShowsItsWindowAndQuitsWritingItsSettings) {
 // item (Box) is taken with the keyboard, and the outliner at the right shows the new object;
 // a click on Undo takes it away again.
 TEST(EndToEndTest, AddingABoxFromTheRibbonShowsItInTheOutlinerAndUndoTakesItBack) {
-    if (!X11Support::IsDisplayReachable() || !IsGuiAvailable())
-        GTEST_SKIP() << "no display: the end-to-end test needs one (run under xvfb-run)";
-    if (!wxFileExists("/usr/bin/xdotool"))
-        GTEST_SKIP() << "xdotool is not installed";
-    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
-        wxImage::AddHandler(new wxPNGHandler);
+    SKIP_WITHOUT_DISPLAY_OR_XDOTOOL();
     const std::vector<wxPoint> vPoints = FindToolPoints({ID_RBN_NEW_OBJ, ID_RBN_UNDO});
     const wxPoint point = vPoints[0], pointUndo = vPoints[1];
     ASSERT_GE(point.x, 0);
@@ -254,29 +307,9 @@ TEST(EndToEndTest, AddingABoxFromTheRibbonShowsItInTheOutlinerAndUndoTakesItBack
     ASSERT_GE(pointUndo.y, 0);
 
     TempDir_cls temp;
-    std::string strExe = std::string(temp.Path("orvantis4").utf8_str());
-    ASSERT_TRUE(wxCopyFile(ORV_GUI_EXE, temp.Path("orvantis4")));
-    chmod(strExe.c_str(), 0755);
-    pid_t pid = StartProgram(strExe, std::string(temp.Path("stdout.txt").utf8_str()),
-                             std::string(temp.Path("stderr.txt").utf8_str()));
-    ASSERT_GT(pid, 0);
-    struct Reaper {
-        pid_t pid;
-        ~Reaper() {
-            if (pid > 0 && waitpid(pid, nullptr, WNOHANG) == 0) {
-                kill(pid, SIGKILL);
-                waitpid(pid, nullptr, 0);
-            }
-        }
-    } reaper{pid};
-    auto end = Clock::now() + std::chrono::seconds(30);
-    while (Clock::now() < end &&
-           (ReadBytes(temp.Path("stdout.txt")).find("Orvantis4 start-up:") == std::string::npos ||
-            X11Support::CountWindows("Orvantis4 ver") == 0))
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    ASSERT_GT(X11Support::CountWindows("Orvantis4 ver"), 0) << ReadBytes(temp.Path("stderr.txt"));
-    std::string strWindow = FirstLineOf("xdotool search --onlyvisible --name '^Orvantis4 ver' 2>/dev/null");
-    ASSERT_FALSE(strWindow.empty());
+    ProgramRun_cls run(temp);
+    const std::string strWindow = run.Start();
+    ASSERT_FALSE(strWindow.empty()) << run.Err();
     std::this_thread::sleep_for(std::chrono::milliseconds(1500));
 
     wxString strShotDir = wxString(ORV_BUILD_DIR) + "/ui-screenshots";
@@ -316,21 +349,14 @@ TEST(EndToEndTest, AddingABoxFromTheRibbonShowsItInTheOutlinerAndUndoTakesItBack
     EXPECT_EQ(CountChangedPixels(before, undone, wxRect(950, 150, 320, 250)), 0u);
 
     EXPECT_GT(X11Support::AskWindowsToClose("Orvantis4 ver"), 0);
-    int exitCode = WaitForExit(pid, 20);
-    reaper.pid = exitCode >= 0 ? -1 : pid;
-    EXPECT_EQ(exitCode, 0) << ReadBytes(temp.Path("stderr.txt"));
+    EXPECT_EQ(run.WaitForEnd(20), 0) << run.Err();
 }
 
 // A new user opens random bytes from the recent list: the program refuses them with a notice
 // that names the file, and the scene and outliner stay as they were. After an edit, closing asks
 // about the unsaved changes: Cancel keeps the program, Discard lets it end.
 TEST(EndToEndTest, ARandomFileIsRefusedAndClosingAsksAboutTheEdit) {
-    if (!X11Support::IsDisplayReachable() || !IsGuiAvailable())
-        GTEST_SKIP() << "no display: the end-to-end test needs one (run under xvfb-run)";
-    if (!wxFileExists("/usr/bin/xdotool"))
-        GTEST_SKIP() << "xdotool is not installed";
-    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
-        wxImage::AddHandler(new wxPNGHandler);
+    SKIP_WITHOUT_DISPLAY_OR_XDOTOOL();
     const std::vector<wxRect> vRects = FindToolRects({ID_RBN_OPEN_RECENT, ID_RBN_NEW_OBJ});
     ASSERT_FALSE(vRects[0].IsEmpty());
     ASSERT_FALSE(vRects[1].IsEmpty());
@@ -339,9 +365,6 @@ TEST(EndToEndTest, ARandomFileIsRefusedAndClosingAsksAboutTheEdit) {
     const wxPoint pointAdd = vRects[1].GetPosition() + wxSize(vRects[1].width / 2, vRects[1].height / 2);
 
     TempDir_cls temp;
-    std::string strExe = std::string(temp.Path("orvantis4").utf8_str());
-    ASSERT_TRUE(wxCopyFile(ORV_GUI_EXE, temp.Path("orvantis4")));
-    chmod(strExe.c_str(), 0755);
     std::string noise(8192, '\0');
     unsigned seed = 12345;
     for (char& c : noise) {
@@ -352,26 +375,9 @@ TEST(EndToEndTest, ARandomFileIsRefusedAndClosingAsksAboutTheEdit) {
     ASSERT_TRUE(WriteBytes(strJunk, noise));
     ASSERT_TRUE(WriteBytes(temp.Path("Orvantis4Recent.txt"), std::string(strJunk.utf8_str()) + "\n"));
 
-    pid_t pid = StartProgram(strExe, std::string(temp.Path("stdout.txt").utf8_str()),
-                             std::string(temp.Path("stderr.txt").utf8_str()));
-    ASSERT_GT(pid, 0);
-    struct Reaper {
-        pid_t pid;
-        ~Reaper() {
-            if (pid > 0 && waitpid(pid, nullptr, WNOHANG) == 0) {
-                kill(pid, SIGKILL);
-                waitpid(pid, nullptr, 0);
-            }
-        }
-    } reaper{pid};
-    auto end = Clock::now() + std::chrono::seconds(30);
-    while (Clock::now() < end &&
-           (ReadBytes(temp.Path("stdout.txt")).find("Orvantis4 start-up:") == std::string::npos ||
-            X11Support::CountWindows("Orvantis4 ver") == 0))
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    ASSERT_GT(X11Support::CountWindows("Orvantis4 ver"), 0) << ReadBytes(temp.Path("stderr.txt"));
-    std::string strWindow = FirstLineOf("xdotool search --onlyvisible --name '^Orvantis4 ver' 2>/dev/null");
-    ASSERT_FALSE(strWindow.empty());
+    ProgramRun_cls run(temp);
+    const std::string strWindow = run.Start();
+    ASSERT_FALSE(strWindow.empty()) << run.Err();
     const std::string strTitle = FirstLineOf("xdotool getwindowname " + strWindow);
     std::this_thread::sleep_for(std::chrono::milliseconds(1500));
 
@@ -386,8 +392,8 @@ TEST(EndToEndTest, ARandomFileIsRefusedAndClosingAsksAboutTheEdit) {
         return system(strClick.c_str()) == 0;
     };
     ASSERT_TRUE(click(pointRecent));
-    ASSERT_TRUE(WaitForWindow("Error", false, 10)) << ReadBytes(temp.Path("stderr.txt"));
-    const std::string strErr = ReadBytes(temp.Path("stderr.txt"));
+    ASSERT_TRUE(WaitForWindow("Error", false, 10)) << run.Err();
+    const std::string strErr = run.Err();
     EXPECT_NE(strErr.find("Cannot open \"" + std::string(strJunk.utf8_str()) + "\": not a project file."),
               std::string::npos)
         << strErr;
@@ -417,19 +423,17 @@ TEST(EndToEndTest, ARandomFileIsRefusedAndClosingAsksAboutTheEdit) {
 
     // Close: Cancel keeps the program running with its window.
     EXPECT_GT(X11Support::AskWindowsToClose("Orvantis4 ver"), 0);
-    ASSERT_TRUE(WaitForWindow("Unsaved changes", false, 10)) << ReadBytes(temp.Path("stderr.txt"));
+    ASSERT_TRUE(WaitForWindow("Unsaved changes", false, 10)) << run.Err();
     ASSERT_TRUE(PressKeysIn("^Unsaved changes$", "Escape"));
     ASSERT_TRUE(WaitForWindow("Unsaved changes", true, 10));
-    EXPECT_EQ(WaitForExit(pid, 2), -1);
+    EXPECT_EQ(run.WaitForEnd(2), -1);
     EXPECT_GT(X11Support::CountWindows("Orvantis4 ver"), 0);
 
     // Close again: Discard ends it.
     EXPECT_GT(X11Support::AskWindowsToClose("Orvantis4 ver"), 0);
     ASSERT_TRUE(WaitForWindow("Unsaved changes", false, 10));
     ASSERT_TRUE(PressKeysIn("^Unsaved changes$", "alt+d"));
-    int exitCode = WaitForExit(pid, 20);
-    reaper.pid = exitCode >= 0 ? -1 : pid;
-    EXPECT_EQ(exitCode, 0) << ReadBytes(temp.Path("stderr.txt"));
+    EXPECT_EQ(run.WaitForEnd(20), 0) << run.Err();
     // Nothing was written over the refused file.
     EXPECT_EQ(ReadBytes(strJunk), noise);
 }

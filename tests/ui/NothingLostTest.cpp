@@ -3,21 +3,11 @@
 // says why, and every warning and error reaches the window through the program's log target:
 // the status bar, the log window, and a notice for errors. The questions are answered by the
 // test through the frame's question hook, which stands where the modal box would.
-#include "UiFixture.h"
+#include "ScenePanelsFixture.h"
 
 #include "LogWindow_cls.h"
-#include "LuaServices.h"
-#include "Outliner_cls.h"
 #include "PanelBar_cls.h"
-#include "PanelMakers.h"
-#include "PropertyObject_cls.h"
-#include "Property_cls.h"
-#include "RibbonUI_cls.h"
-#include "SceneObjCtrl_cls.h"
-#include "SceneObj_cls.h"
-#include "SceneServices.h"
 #include "UIServices.h"
-#include "UndoManager_cls.h"
 #include "wxLogGuiEX.h"
 
 #include <wx/statusbr.h>
@@ -25,30 +15,8 @@
 #include <wx/uiaction.h>
 
 #include <random>
-#include <sstream>
 
 namespace {
-
-// An outliner beside a property panel.
-const char* const gLayout = "SplittableWindow::SeparatePanel::V::500\n"
-                            "PanelA\n"
-                            "SplittableWindow::Panel\n"
-                            "wxPanelEX::OUTLINER\n"
-                            "SplittableWindow::Close\n"
-                            "PanelB\n"
-                            "SplittableWindow::Panel\n"
-                            "wxPanelEX::PROPERTY\n"
-                            "SplittableWindow::Close\n"
-                            "SplittableWindow::Close\n"
-                            "FrameMain::Close\n";
-
-const std::vector<wxString> gDefaultScene = {"World", "Initial Light", "Box", "Camera"};
-
-void SendRibbonClick(wxWindow* pFrame, int id) {
-    wxRibbonToolBarEvent event(wxEVT_RIBBONTOOLBAR_CLICKED, id);
-    event.SetEventObject(pFrame);
-    pFrame->GetEventHandler()->ProcessEvent(event);
-}
 
 std::string RandomBytes(unsigned seed, size_t size) {
     std::mt19937 rng(seed);
@@ -60,31 +28,19 @@ std::string RandomBytes(unsigned seed, size_t size) {
 
 } // namespace
 
-class NothingLostTest : public UiFixture {
+class NothingLostTest : public ScenePanelsFixture {
 protected:
     void RegisterMoreServices() override {
-        RegisterLuaServices();
-        RegisterSceneServices();
+        ScenePanelsFixture::RegisterMoreServices();
         RegisterUIServices();
-        RegisterPanelMakers();
     }
 
     void SetUp() override {
-        UiFixture::SetUp();
-        if (IsSkipped())
+        ScenePanelsFixture::SetUp();
+        if (IsSkipped() || HasFatalFailure())
             return;
         ASSERT_NE(GpCwxLogGuiEX, nullptr);
         mpOldLog = wxLog::SetActiveTarget(GpCwxLogGuiEX);
-        std::wistringstream stream(std::wstring(wxString(gLayout).wc_str()));
-        ASSERT_TRUE(mpFrame->ReadStrLine(stream, "FrameMain", "0::1000::800"));
-        mpFrame->Layout();
-        for (wxPanelEX* p : Leaves()) {
-            if (auto* pOutliner = dynamic_cast<Outliner_cls*>(p))
-                mpOutliner = pOutliner;
-            if (auto* pProperty = dynamic_cast<Property_cls*>(p))
-                mpPage = pProperty->mpCPageObject;
-        }
-        ASSERT_TRUE(mpOutliner && mpPage);
         mpFrame->mFuncAskFilePath = [this](const wxString&, const wxString&, const wxString&, bool) {
             return mStrFileAnswer;
         };
@@ -107,8 +63,7 @@ protected:
     void TearDown() override {
         if (mpOldLog || wxLog::GetActiveTarget() == GpCwxLogGuiEX)
             wxLog::SetActiveTarget(mpOldLog);
-        UiFixture::TearDown();
-        UnregisterPanelMakers();
+        ScenePanelsFixture::TearDown();
     }
 
     // One idle pass: the queued panel updates and the new log lines reach the window.
@@ -139,8 +94,6 @@ protected:
     }
 
     wxLog* mpOldLog = nullptr;
-    Outliner_cls* mpOutliner = nullptr;
-    PropertyObject_cls* mpPage = nullptr;
     wxString mStrFileAnswer;
     std::vector<int> mVAnswers;
     std::vector<wxString> mVStrAsked;
