@@ -5,6 +5,7 @@
 #include <wx/string.h>
 
 #include <istream>
+#include <vector>
 
 class FrameHost_cls {
 public:
@@ -22,4 +23,8 @@ public:
     // Asks the user for a file; empty when cancelled.
     virtual wxString AskFilePath(const wxString& strTitle, const wxString& strFilter,
                                  const wxString& strStart, bool bSave) = 0;
+    // Asks the user to pick one of the answers; the index of the answer, -1 when the question was
+    // dismissed. The first answer is the default one.
+    virtual int AskUser(const wxString& strTitle, const wxString& strMessage,
+                        const std::vector<wxString>& vStrAnswers) = 0;
 };

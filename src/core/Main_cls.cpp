@@ -10,9 +10,13 @@
 #include <wx/log.h>
 #include <wx/stdpaths.h>
 #include <wx/textfile.h>
+#include <wx/tokenzr.h>
 #include <wx/utils.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 #include <sstream>
 
@@ -30,27 +34,60 @@ bool IsLayoutPath(const wxString& strPath) {
     return wxMatchWild("*InitLayout.ovp", strPath, false);
 }
 
+// The comment rules of the project language, one line at a time: false for a line that is part
+// of a comment. A "/*" opens a block only at the start of a line; the line that holds the "*/"
+// is dropped whole, whatever stands before it.
+bool IsLiveLine(const wxString& strLine, bool& bInComment) {
+    if (bInComment) {
+        if (strLine.Contains("*/"))
+            bInComment = false;
+        return false;
+    }
+    if (strLine.StartsWith("--"))
+        return false;
+    if (strLine.StartsWith("/*")) {
+        if (!strLine.Mid(2).Contains("*/"))
+            bInComment = true;
+        return false;
+    }
+    return true;
+}
+
 // Writes the text beside the target and renames it over the target, so a failed write never
-// destroys the previous file.
-bool WriteTextFileSafely(const wxString& strPath, const wxString& strText) {
+// destroys the previous file. On failure the reason is the system's words for the failing step.
+bool WriteTextFileSafely(const wxString& strPath, const wxString& strText, wxString* pStrReason = nullptr) {
     wxScopedCharBuffer buf = strText.mb_str(*wxConvFileName);
     // A text the locale cannot hold converts to nothing: write it as UTF-8 instead, which the
     // reader takes when the locale's conversion fails, rather than an empty file.
     if (buf.length() == 0 && !strText.empty())
         buf = strText.utf8_str();
     wxString strTemp = strPath + ".saving~";
+    auto fail = [pStrReason](int err) {
+        if (pStrReason)
+            *pStrReason = wxString(strerror(err));
+        return false;
+    };
+    errno = 0;
     FILE* fp = fopen(strTemp.fn_str(), "wb");
     if (!fp)
-        return false;
+        return fail(errno);
     size_t len = buf.length();
     bool bOk = len == 0 || fwrite(buf.data(), 1, len, fp) == len;
     bOk = (fflush(fp) == 0) && bOk;
+    int err = errno;
     bOk = (fclose(fp) == 0) && bOk;
-    if (bOk)
-        bOk = wxRenameFile(strTemp, strPath, true);
-    if (!bOk)
+    if (!bOk) {
+        err = err ? err : errno;
         wxRemoveFile(strTemp);
-    return bOk;
+        return fail(err ? err : EIO);
+    }
+    errno = 0;
+    if (rename(strTemp.fn_str(), strPath.fn_str()) != 0) {
+        err = errno;
+        wxRemoveFile(strTemp);
+        return fail(err);
+    }
+    return true;
 }
 
 } // namespace
@@ -89,7 +126,8 @@ Main_cls::Main_cls(const wxString& strAppDir) {
             for (size_t i = 0; i < mVPFrameMain.size(); ++i)
                 if (mVPFrameMain[i])
                     mVPFrameMain[i]->Serialize(strOut, static_cast<int>(i));
-        });
+        },
+        {"FrameMain"});
     SetReceiverList(RECV_MAIN, this);
 }
 
@@ -144,15 +182,34 @@ void Main_cls::ProcAfterMath(const wxString& strWhat, const wxString& strArg) {
 
 // ---- command language ---------------------------------------------------------------------
 
-void Main_cls::ReadStrCommand(std::wistream& stream, const wxString& strHead, const wxString& strRest) {
+bool Main_cls::ReadStrCommand(std::wistream& stream, const wxString& strHead, const wxString& strRest) {
+    bool bTaken = false;
     for (auto& funcRead : mVFuncRead)
-        if (funcRead)
-            funcRead(stream, strHead, strRest);
+        if (funcRead && funcRead(stream, strHead, strRest))
+            bTaken = true;
+    return bTaken;
 }
 
-void Main_cls::SetReceiver(Receiver_enum slot, ReaderFunc funcRead, WriterFunc funcWrite) {
+void Main_cls::SetReceiver(Receiver_enum slot, ReaderFunc funcRead, WriterFunc funcWrite,
+                           const std::vector<wxString>& vStrHeads) {
     mVFuncRead[slot] = std::move(funcRead);
     mVFuncWrite[slot] = std::move(funcWrite);
+    mVVStrHeads[slot] = mVFuncRead[slot] ? vStrHeads : std::vector<wxString>();
+}
+
+bool Main_cls::IsProjectText(const wxString& strText) const {
+    wxStringTokenizer tokens(strText, "\n");
+    bool bInComment = false;
+    while (tokens.HasMoreTokens()) {
+        wxString strLine = tokens.GetNextToken();
+        if (!IsLiveLine(strLine, bInComment))
+            continue;
+        wxString strHead = Parser_cls::PopStrItemFromStrLine(strLine, "::");
+        for (const std::vector<wxString>& vStrHeads : mVVStrHeads)
+            if (std::find(vStrHeads.begin(), vStrHeads.end(), strHead) != vStrHeads.end())
+                return true;
+    }
+    return false;
 }
 
 void Main_cls::SetReceiverList(Receiver_enum slot, ConfListContainer_cls* pList) {
@@ -161,7 +218,7 @@ void Main_cls::SetReceiverList(Receiver_enum slot, ConfListContainer_cls* pList)
         [pList](std::wistream& stream, const wxString& strHead, const wxString& strRest) {
             return pList->ReadStrLine(stream, strHead, strRest);
         },
-        [pList](wxString& strOut) { pList->Serialize(strOut); });
+        [pList](wxString& strOut) { pList->Serialize(strOut); }, {"ConfItemList"});
 }
 
 void Main_cls::PushCommandPairAndRedo(const wxString& strUndo, const wxString& strDo) {
@@ -190,28 +247,23 @@ wxString Main_cls::ConvertToWide(const char* pData) {
     return str;
 }
 
-void Main_cls::ReplayText(const wxString& strText) {
+int Main_cls::ReplayText(const wxString& strText, std::vector<wxString>& vStrDropped) {
     std::wistringstream stream(strText.ToStdWstring());
     std::wstring line;
     bool bInComment = false;
+    int dropped = 0;
     while (std::getline(stream, line)) {
         wxString strLine(line);
-        if (bInComment) {
-            // The closing line is dropped whole, whatever stands before the "*/".
-            if (strLine.Contains("*/"))
-                bInComment = false;
+        if (!IsLiveLine(strLine, bInComment))
             continue;
-        }
-        if (strLine.StartsWith("--"))
-            continue;
-        if (strLine.StartsWith("/*")) {
-            if (!strLine.Mid(2).Contains("*/"))
-                bInComment = true;
-            continue;
-        }
+        wxString strWhole(line);
         wxString strHead = Parser_cls::PopStrItemFromStrLine(strLine, "::");
-        ReadStrCommand(stream, strHead, strLine);
+        if (ReadStrCommand(stream, strHead, strLine) || strWhole.Strip(wxString::both).empty())
+            continue;
+        if (dropped++ < msDroppedLinesShown)
+            vStrDropped.push_back(strWhole);
     }
+    return dropped;
 }
 
 void Main_cls::ClearProject() {
@@ -223,15 +275,31 @@ bool Main_cls::OpenProjectMain(const wxString& strPath, bool bUser) {
     unsigned char* pData = nullptr;
     long long size = 0;
     if (!UseGZ_cls::CopyToMemory(&pData, strPath, size)) {
-        if (!IsConfigurePath(strPath))
+        // A missing start layout is no error to the user: the single view takes its place.
+        if (IsLayoutPath(strPath))
+            wxLogMessage("%s", "Read Configure Fails " + strPath);
+        else if (!IsConfigurePath(strPath))
             wxLogError("%s", "Read Configure Fails " + strPath);
+        if (bUser)
+            UpdatePanels("ALL");
         return false;
     }
     std::unique_ptr<unsigned char[]> data(pData);
-    if (!IsConfigurePath(strPath) && !IsLayoutPath(strPath))
-        PushBackRecent(strPath);
+    wxString strText = size > 1 ? ConvertToWide(reinterpret_cast<const char*>(data.get())) : wxString();
+    data.reset();
+    strText.Replace("\r", "");
+    // Random bytes, or a text none of whose lines the program knows, opened as a project are
+    // refused before anything is cleared: the scene, the title and the recent list stay, so a later save
+    // cannot overwrite that file with the project.
+    if (bUser && !IsProjectText(strText)) {
+        wxLogError("Cannot open \"%s\": not a project file.", strPath);
+        UpdatePanels("ALL");
+        return false;
+    }
     if (size <= 1)
         return false;
+    if (!IsConfigurePath(strPath) && !IsLayoutPath(strPath))
+        PushBackRecent(strPath);
 
     if (bUser) {
         ClearProject();
@@ -246,12 +314,9 @@ bool Main_cls::OpenProjectMain(const wxString& strPath, bool bUser) {
             mVPFrameMain.push_back(nullptr);
     }
 
-    wxString strText = ConvertToWide(reinterpret_cast<const char*>(data.get()));
-    data.reset();
-    strText.Replace("\r", "");
-
     GbLockProjectLoading = true;
-    ReplayText(strText);
+    std::vector<wxString> vStrDropped;
+    const int dropped = ReplayText(strText, vStrDropped);
     if (GpCUndo)
         GpCUndo->Clear();
     UpdatePanels("PROPERTY_OBJECT");
@@ -265,11 +330,25 @@ bool Main_cls::OpenProjectMain(const wxString& strPath, bool bUser) {
         mCLastFileOVP.SetBodyFromData(strPath);
         if (!mVPFrameMain.empty() && mVPFrameMain[0])
             mVPFrameMain[0]->UpdateTitle();
+        // Every panel is rebuilt from the model, so none shows what the load replaced.
+        UpdatePanels("ALL");
+    }
+    if (dropped > 0 && !IsConfigurePath(strPath)) {
+        wxString strShown;
+        for (const wxString& str : vStrDropped)
+            strShown += "\n    " + str;
+        if (dropped > static_cast<int>(vStrDropped.size()))
+            strShown += "\n    ...";
+        wxLogWarning("\"%s\": %d %s not understood and dropped; the rest was read. The first:%s", strPath,
+                     dropped, dropped == 1 ? "line was" : "lines were", strShown);
     }
     return true;
 }
 
 bool Main_cls::OpenProject(wxString strPath) {
+    if (!CheckUnsavedChanges())
+        return false;
+    const wxString strOldDir = wxGetCwd();
     if (strPath.empty()) {
         if (mVPFrameMain.empty() || !mVPFrameMain[0])
             return false;
@@ -277,11 +356,14 @@ bool Main_cls::OpenProject(wxString strPath) {
                                                mCLastFileOVP.GetBodySTR(), false);
         if (strPath.empty())
             return false;
+        // Relative data paths of the project resolve against its folder while it loads. The path
+        // becomes the project's only when the load succeeds: a refused file must not be saved over.
         wxSetWorkingDirectory(wxFileName(strPath).GetPath());
-        mStrProjectPath = strPath;
     }
-    if (!OpenProjectMain(strPath, true))
+    if (!OpenProjectMain(strPath, true)) {
+        wxSetWorkingDirectory(strOldDir);
         return false;
+    }
     wxString strDir = wxFileName(strPath).GetPath();
     if (wxDirExists(strDir))
         wxSetWorkingDirectory(strDir);
@@ -298,24 +380,87 @@ wxString Main_cls::SerializeProject() {
 
 bool Main_cls::SaveProjectMain(const wxString& strPath, int) {
     mCVersionProject.SetBodyFromData(msStrVersion);
-    FrameHost_cls* pFirst = mVPFrameMain.empty() ? nullptr : mVPFrameMain[0];
+    FrameHost_cls* pFirst = GetPCFirstFrame();
     if (pFirst)
         pFirst->SetBusy(true);
-    if (!IsConfigurePath(strPath)) {
-        mStrProjectPath = strPath;
-        PushBackRecent(strPath);
+    const bool bProject = !IsConfigurePath(strPath);
+    const wxString strOldDir = wxGetCwd();
+    if (bProject) {
         // Raw paths are then written relative to the project's own folder.
         wxString strDir = wxFileName(strPath).GetPath();
         if (wxDirExists(strDir))
             wxSetWorkingDirectory(strDir);
     }
     wxString strText = SerializeProject();
-    bool bOk = WriteTextFileSafely(strPath, strText);
+    wxString strReason;
+    bool bOk = WriteTextFileSafely(strPath, strText, &strReason);
     if (bOk && msSaveBusyMillis > 0)
         wxMilliSleep(msSaveBusyMillis);
     if (pFirst)
         pFirst->SetBusy(false);
-    return bOk;
+    if (!bOk) {
+        // The previous file, the project's path and the recent list stay as they were.
+        if (bProject)
+            wxSetWorkingDirectory(strOldDir);
+        wxLogError("Cannot save the project to \"%s\": %s.", strPath, strReason);
+        return false;
+    }
+    if (bProject) {
+        mStrProjectPath = strPath;
+        mbProjectFileCurrent = true;
+        mCLastFileOVP.SetBodyFromData(strPath);
+        PushBackRecent(strPath);
+        if (GpCUndo)
+            GpCUndo->MarkSaved();
+        if (pFirst)
+            pFirst->UpdateTitle();
+    }
+    return true;
+}
+
+bool Main_cls::SaveProject(int n) {
+    if (!mStrProjectPath.empty() && mbProjectFileCurrent)
+        return SaveProjectMain(mStrProjectPath, n);
+    return SaveProjectAs(n);
+}
+
+bool Main_cls::IsProjectModified() const {
+    return GpCUndo && GpCUndo->IsModified();
+}
+
+bool Main_cls::CheckUnsavedChanges() {
+    FrameHost_cls* pFirst = GetPCFirstFrame();
+    if (!pFirst || !IsProjectModified())
+        return true;
+    wxString strName = mStrProjectPath.empty() ? wxString("the new project") : "\"" + mStrProjectPath + "\"";
+    int answer =
+        pFirst->AskUser("Unsaved changes", "Save the changes to " + strName + " before it is closed?",
+                        {"Save", "Discard", "Cancel"});
+    if (answer == ANSWER_SAVE)
+        return SaveProject(1);
+    return answer == ANSWER_DISCARD;
+}
+
+bool Main_cls::OpenRecentProject(int index) {
+    if (index < 0 || index > 9 || mStrRecent[index].empty())
+        return false;
+    const wxString strPath = mStrRecent[index];
+    if (!wxFileName::FileExists(strPath)) {
+        wxLogWarning("The recent project \"%s\" is not there any more.", strPath);
+        FrameHost_cls* pFirst = GetPCFirstFrame();
+        if (pFirst &&
+            pFirst->AskUser("Recent project missing",
+                            "\"" + strPath + "\" has been moved or deleted.\nRemove it from the recent list?",
+                            {"Remove", "Keep"}) == 0)
+            RemoveRecent(strPath);
+        return false;
+    }
+    return OpenProject(strPath);
+}
+
+void Main_cls::RemoveRecent(const wxString& strPath) {
+    auto end = std::remove(mStrRecent.begin(), mStrRecent.end(), strPath);
+    std::fill(end, mStrRecent.end(), wxString());
 }
 
 bool Main_cls::SaveProjectAs(int n) {
@@ -330,8 +475,30 @@ bool Main_cls::SaveProjectAs(int n) {
     return SaveProjectMain(strPath, n);
 }
 
+std::vector<wxString> Main_cls::GetVStrResourceRoots(const wxString& strAppDir) {
+    std::vector<wxString> vStr = {wxGetCwd()};
+    if (!strAppDir.empty()) {
+        vStr.push_back(strAppDir);
+        vStr.push_back(strAppDir + "/../share/orvantis4");
+        vStr.push_back(strAppDir + "/..");
+        vStr.push_back(strAppDir + "/../..");
+    }
+    return vStr;
+}
+
+wxString Main_cls::FindResourceFile(const wxString& strRelative) const {
+    for (const wxString& strRoot : GetVStrResourceRoots(mStrAppDir)) {
+        wxFileName fn(strRoot + "/" + strRelative);
+        if (fn.FileExists()) {
+            fn.Normalize(wxPATH_NORM_DOTS | wxPATH_NORM_ABSOLUTE);
+            return fn.GetFullPath();
+        }
+    }
+    return strRelative;
+}
+
 bool Main_cls::InitLayout() {
-    bool bOk = OpenProjectMain("Resource/InitLayout.ovp", false);
+    bool bOk = OpenProjectMain(FindResourceFile("Resource/InitLayout.ovp"), false);
     mMillisLayout = static_cast<int32_t>(mStopWatch.Time());
     return bOk;
 }

@@ -62,23 +62,46 @@ public:
     void ProcAfterMath(const wxString& strWhat, const wxString& strArg);
 
     // ---- command language ----
-    // Offers the line to every receiver in the fixed order, whether or not one took it.
-    void ReadStrCommand(std::wistream& stream, const wxString& strHead, const wxString& strRest);
-    // Installs a receiver; adding a subsystem to the language is this one call.
-    void SetReceiver(Receiver_enum slot, ReaderFunc funcRead, WriterFunc funcWrite);
+    // Offers the line to every receiver in the fixed order, whether or not one took it. True when
+    // one of them took it; a receiver that knows the head but refuses the line counts as not.
+    bool ReadStrCommand(std::wistream& stream, const wxString& strHead, const wxString& strRest);
+    // Installs a receiver; adding a subsystem to the language is this one call. The heads are the
+    // first items of the lines it answers: a file with none of any receiver's heads is no project.
+    void SetReceiver(Receiver_enum slot, ReaderFunc funcRead, WriterFunc funcWrite,
+                     const std::vector<wxString>& vStrHeads = {});
     // The same for a service that is a plain configuration list. Not owned.
     void SetReceiverList(Receiver_enum slot, ConfListContainer_cls* pList);
     void ClearReceiver(Receiver_enum slot) { SetReceiver(slot, nullptr, nullptr); }
+    // True when some live line of the text starts with a head that a receiver answers.
+    bool IsProjectText(const wxString& strText) const;
 
     // ---- project and settings files ----
+    // The user opens a project: unsaved changes are offered for saving first.
     bool OpenProject(wxString strPath);
     bool OpenProjectMain(const wxString& strPath, bool bUser);
     bool SaveProjectMain(const wxString& strPath, int n);
     bool SaveProjectAs(int n);
+    // Saves to the current project's file when there is one, otherwise asks for a name.
+    bool SaveProject(int n);
+    // The recent file in that slot; one that is gone is offered for removal from the list.
+    bool OpenRecentProject(int index);
+    void RemoveRecent(const wxString& strPath);
+    // The project differs from its file: the undo index is not the one of the last save or open.
+    bool IsProjectModified() const;
+    // Before the project is replaced or the program ends: with unsaved changes the user is asked
+    // "Save / Discard / Cancel". True when the caller may go on (saved, discarded or unmodified).
+    bool CheckUnsavedChanges();
     // The whole project text, as saving writes it.
     wxString SerializeProject();
-    // Loads "Resource/InitLayout.ovp" (relative to the working directory); false when missing.
+    // Loads "Resource/InitLayout.ovp", found as FindResourceFile finds it; false when missing.
     bool InitLayout();
+    // The folders that may hold "Resource/", first match wins: the working folder, the program's
+    // folder, the install prefix's share folder, and one and two folders above the program (a
+    // build tree inside the source tree).
+    static std::vector<wxString> GetVStrResourceRoots(const wxString& strAppDir);
+    // The absolute path of a file given relative to a resource root ("Resource/Help.html"), or
+    // the relative path itself when no root holds it.
+    wxString FindResourceFile(const wxString& strRelative) const;
     void PushBackRecent(const wxString& strPath);
     void OpenRecentFile(const wxString& strPath);
     bool SaveRecentFile(const wxString& strPath);
@@ -123,6 +146,10 @@ public:
 
     // The busy pause of a save: the busy cursor stays up at least this long.
     static inline int msSaveBusyMillis = 500;
+    // How many of the dropped lines of a load its message quotes.
+    static constexpr int msDroppedLinesShown = 5;
+    // The answers of the unsaved-changes question, in the order AskUser gets them.
+    enum { ANSWER_SAVE = 0, ANSWER_DISCARD = 1, ANSWER_CANCEL = 2 };
 
     ConfItemSTR_cls mCLastFileOVP;
     ConfItemSTR_cls mCLastFileIMG;
@@ -149,12 +176,15 @@ public:
 
 private:
     void ClearProject();
-    // Replays the lines of a project text through the dispatcher with the comment rules.
-    void ReplayText(const wxString& strText);
+    // Replays the lines of a project text through the dispatcher with the comment rules. Returns
+    // how many lines no receiver took, and keeps the first few of them.
+    int ReplayText(const wxString& strText, std::vector<wxString>& vStrDropped);
+    FrameHost_cls* GetPCFirstFrame() const { return mVPFrameMain.empty() ? nullptr : mVPFrameMain[0]; }
     static wxString ConvertToWide(const char* pData);
 
     std::array<ReaderFunc, RECV_COUNT> mVFuncRead;
     std::array<WriterFunc, RECV_COUNT> mVFuncWrite;
+    std::array<std::vector<wxString>, RECV_COUNT> mVVStrHeads;
     std::vector<std::function<void()>> mVFuncClear;
     std::function<void()> mFuncFlushEnd;
 };

@@ -6,6 +6,9 @@
 #include <sstream>
 
 void UndoManager_cls::PushCommandPair(wxString strUndo, wxString strDo) {
+    // Redo entries that led to the saved state go: that state cannot come back.
+    if (mSaved > mCurrent)
+        mSaved = -1;
     mVStrDo.resize(mCurrent);
     mVStrUndo.resize(mCurrent);
     mVStrDo.push_back(strDo + "\n");
@@ -72,6 +75,8 @@ void UndoManager_cls::PopCommandPair() {
         return;
     mVStrDo.pop_back();
     mVStrUndo.pop_back();
+    if (mSaved > static_cast<int32_t>(mVStrDo.size()))
+        mSaved = -1;
 }
 
 static wxString BlockWord(const wxString& strWord, const wxString& strName) {
@@ -101,6 +106,7 @@ void UndoManager_cls::Clear() {
     mVStrUndo.clear();
     mCurrent = 0;
     mBlockDepth = 0;
+    mSaved = 0;
 }
 
 wxString UndoManager_cls::GetStrAll(const std::vector<wxString>& vStr, int range) const {

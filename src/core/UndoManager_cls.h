@@ -22,7 +22,13 @@ public:
     // An empty block leaves no trace.
     void OpenBlock(const wxString& strName = wxString());
     void CloseBlock(const wxString& strName = wxString());
+    // Empties the history; the state it leaves counts as the saved one.
     void Clear();
+
+    // The project is modified when the index differs from the one at the last save or open, or
+    // when the history that led to that state was cut off by a new edit.
+    void MarkSaved() { mSaved = mCurrent; }
+    bool IsModified() const { return mCurrent != mSaved; }
 
     // Texts for a debugging panel; range 0 gives everything.
     wxString GetStrUndoAll(int range) const;
@@ -35,6 +41,7 @@ public:
     std::vector<wxString> mVStrUndo;
     int32_t mCurrent = 0;
     int32_t mBlockDepth = 0;
+    int32_t mSaved = 0; // the index at the last save or open; -1 when no index leads back to it
 
 private:
     // Runs the lines of one text; returns after a CloseBlock line or the last line.

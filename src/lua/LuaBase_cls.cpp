@@ -1,7 +1,7 @@
 #include "LuaBase_cls.h"
-
 #include <cstdlib>
 #include <iostream>
+#include <string>
 
 namespace {
 
@@ -119,6 +119,12 @@ int LuaBase_cls::PCall(lua_State* pL, int nArgs, int nResults) {
     return lua_pcall(pL, nArgs, nResults, 0);
 }
 
+int LuaBase_cls::LoadText(lua_State* pL, const char* pText, size_t length, const char* pName) {
+    // A leading "=" makes Lua use the name as it stands.
+    const std::string strChunk = std::string("=") + pName;
+    return luaL_loadbuffer(pL, pText, length, strChunk.c_str());
+}
+
 bool LuaBase_cls::OpenLuaBase(const wxString& strText, int tableCount, const wxArrayString& tableNames,
                               luaL_Reg** tables, const wxString& strContext) {
     // An open state only takes the new text, so a console keeps its globals between lines.
@@ -162,7 +168,8 @@ bool LuaBase_cls::OpenLuaBase(const wxString& strText, int tableCount, const wxA
     wxScopedCharBuffer bufText = strText.utf8_str();
     bool bLoaded = true;
     if (bufText.length() > 0) {
-        bLoaded = luaL_loadstring(pL, bufText.data()) == LUA_OK && PCall(pL, 0, LUA_MULTRET) == LUA_OK;
+        bLoaded = LoadText(pL, bufText.data(), bufText.length(), "expression") == LUA_OK &&
+                  PCall(pL, 0, LUA_MULTRET) == LUA_OK;
         if (!bLoaded)
             CheckErrorMessage(pL, strContext);
         lua_settop(pL, 0); // a text that returns values leaves nothing behind

@@ -59,6 +59,9 @@ public:
     // lua_pcall under the work bound: restarts the instruction count first. Every protected
     // call into a state made here must go through it, or the count of earlier calls adds up.
     static int PCall(lua_State* pL, int nArgs, int nResults);
+    // Loads a text as a chunk of that name, so that messages read "<name>:<line>: ..." and not
+    // with the whole wrapper text quoted.
+    static int LoadText(lua_State* pL, const char* pText, size_t length, const char* pName);
     // A state with the work bound, the memory limit and the standard libraries; nullptr when
     // none can be had. Close it with CloseLuaState, never with lua_close alone.
     static lua_State* NewLuaState();

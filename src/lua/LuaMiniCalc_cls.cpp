@@ -7,11 +7,14 @@ bool LuaMiniCalc_cls::IsStringExpression(const wxString& strText) {
 }
 
 float LuaMiniCalc_cls::GetValue(const wxString& strExpr) {
-    wxString strScript = "function script()\nreturn " + strExpr + "\nend\n";
+    // The typed text stands on the first line, so that Lua's line numbers are the user's.
+    wxString strScript = "function script() return " + strExpr + "\nend\n";
     lua_State* pL = LuaBase_cls::NewLuaState();
     if (!pL)
         return 0;
-    if (luaL_loadstring(pL, strScript.utf8_str()) != LUA_OK || LuaBase_cls::PCall(pL, 0, 0) != LUA_OK) {
+    const wxScopedCharBuffer buf = strScript.utf8_str();
+    if (LuaBase_cls::LoadText(pL, buf.data(), buf.length(), "expression") != LUA_OK ||
+        LuaBase_cls::PCall(pL, 0, 0) != LUA_OK) {
         LuaBase_cls::CheckErrorMessage(pL, "MiniCalc::DoString::");
         LuaBase_cls::CloseLuaState(pL);
         return 0;

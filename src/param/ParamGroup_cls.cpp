@@ -122,7 +122,8 @@ void ParamGroup_cls::OpenLua(ParamGroup_cls*) {
         mRecursionDepth = 0;
         CloseLuaBase();
     }
-    const wxString strScript = "function script(nt, seq, sub, frame, " + GetStrMemberListCSV() + ")\n" +
+    // The expression starts on the header's line, so that Lua's line numbers are the user's.
+    const wxString strScript = "function script(nt, seq, sub, frame, " + GetStrMemberListCSV() + ") " +
                                mCExpression.mStrBody + "\nend\n";
     mStrCompiledExpression = mCExpression.mStrBody;
     wxArrayString astrNames;

@@ -79,7 +79,9 @@ bool ConsoleCtrl_cls::ProcessOneLiner(const wxString& strCommand) {
     std::string strCaptured;
     {
         CoutCapture_cls capture;
-        const wxString strSource = GetStrLuaConstructors() + "function script()\n" + strCommand + "\nend\n";
+        // The command starts on the first line, so that Lua's line numbers are the user's; the
+        // constructors follow, defined before the script runs all the same.
+        const wxString strSource = "function script() " + strCommand + "\nend\n" + GetStrLuaConstructors();
         if (!IsLuaOpen()) {
             wxArrayString astrNames = LuaInterpreter_cls::GetAstrConsoleTableNames();
             luaL_Reg* tables[6] = {nullptr, nullptr, nullptr, nullptr, nullptr, nullptr};
@@ -98,7 +100,8 @@ bool ConsoleCtrl_cls::ProcessOneLiner(const wxString& strCommand) {
             bOk = false;
         } else {
             const wxScopedCharBuffer buf = strSource.utf8_str();
-            if (luaL_loadstring(pL, buf.data()) != LUA_OK || LuaBase_cls::PCall(pL, 0, 0) != LUA_OK) {
+            if (LuaBase_cls::LoadText(pL, buf.data(), buf.length(), "console") != LUA_OK ||
+                LuaBase_cls::PCall(pL, 0, 0) != LUA_OK) {
                 COutErrorMessage();
                 bOk = false;
             } else {

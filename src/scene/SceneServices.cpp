@@ -24,7 +24,8 @@ void RegisterSceneServices() {
                 [](wxString& strOut) {
                     if (GpCSceneObjCtrl)
                         GpCSceneObjCtrl->Serialize(strOut);
-                });
+                },
+                {"ConfItemList", "SceneObjCtrl"});
             GCClassProvider->AddClearHook([] {
                 if (GpCSceneObjCtrl)
                     GpCSceneObjCtrl->Clear();

@@ -59,7 +59,8 @@ void RegisterTimeServices() {
                 [](wxString& strOut) {
                     if (GpCTimeCtrl)
                         GpCTimeCtrl->Serialize(strOut);
-                });
+                },
+                {"ConfItemList", "TimeCtrl"});
         },
         [] {
             if (GCClassProvider)

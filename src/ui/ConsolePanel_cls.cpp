@@ -11,7 +11,7 @@
 ConsolePanel_cls::ConsolePanel_cls(SplittableWindow_cls* pOwner) : wxPanelEX(pOwner, _PANEL_CONSOLE) {
     ConstructPanelBar();
     mpCOutput = new wxTextCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
-                               wxTE_MULTILINE | wxTE_READONLY | wxTE_DONTWRAP);
+                               wxTE_MULTILINE | wxTE_READONLY | wxTE_WORDWRAP);
     mpCInput =
         new wxTextCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, wxTE_PROCESS_ENTER);
     wxFont font(wxFontInfo(9).Family(wxFONTFAMILY_TELETYPE));

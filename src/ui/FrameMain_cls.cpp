@@ -1,5 +1,6 @@
 #include "FrameMain_cls.h"
 
+#include "LogWindow_cls.h"
 #include "LuaErrorSink_cls.h"
 #include "Main_cls.h"
 #include "Preference_cls.h"
@@ -10,9 +11,11 @@
 #include "SplittableWindow_cls.h"
 #include "TimeCtrl_cls.h"
 #include "UndoManager_cls.h"
+#include "wxLogGuiEX.h"
 #include "wxPanelEX.h"
 
 #include <wx/aboutdlg.h>
+#include <wx/accel.h>
 #include <wx/bmpbuttn.h>
 #include <wx/filedlg.h>
 #include <wx/filefn.h>
@@ -27,10 +30,13 @@
 #include <wx/stopwatch.h>
 #include <wx/utils.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
 
 const int FrameMain_cls::msStatusWidths[6] = {180, 180, 180, 180, -1, 120};
 wxString FrameMain_cls::msStrHelpURL = "Resource/Help.html";
+const wxString FrameMain_cls::msStrIconTag = "wxART_PARTICLE";
 
 // Lua texts from any thread reach the log as menu event 6163 to this frame.
 class FrameMain_cls::LuaSink_cls : public LuaErrorSink_cls {
@@ -70,9 +76,22 @@ FrameMain_cls::FrameMain_cls(const wxString& strTitle, Main_cls* pMain, int x, i
     mpCSWindowTop->Bind(wxEVT_KEY_DOWN, &FrameMain_cls::OnKeyDown, this);
 
     wxStatusBar* pStatus = CreateStatusBar(6);
-    pStatus->SetStatusWidths(6, msStatusWidths);
+    // The memory field is as wide as its longest usual text in the status bar's font.
+    int vWidths[6];
+    std::copy(std::begin(msStatusWidths), std::end(msStatusWidths), vWidths);
+    vWidths[5] = std::max(vWidths[5], pStatus->GetTextExtent("99999MB 99999MB(Tex)").x + 24);
+    pStatus->SetStatusWidths(6, vWidths);
+    // The fields start empty: every text in them is meant for the user.
     for (int i = 0; i < 6; ++i)
-        pStatus->SetStatusText(wxString::Format("field_%d", i), i);
+        pStatus->SetStatusText(wxString(), i);
+    pStatus->SetStatusText("Not Recording", 4);
+    // A click on the message field opens the log window with every line so far.
+    pStatus->Bind(wxEVT_LEFT_DOWN, [this, pStatus](wxMouseEvent& event) {
+        wxRect rect;
+        if (pStatus->GetFieldRect(0, rect) && rect.Contains(event.GetPosition()))
+            ShowLogWindow();
+        event.Skip();
+    });
     mpCGauge = new wxGauge(pStatus, wxID_ANY, 100);
     mpCGaugeRecord = new wxGauge(pStatus, wxID_ANY, 100);
     mpCBtnAbort = new wxBitmapButton(pStatus, ID_BTN_ABORT,
@@ -97,7 +116,9 @@ FrameMain_cls::FrameMain_cls(const wxString& strTitle, Main_cls* pMain, int x, i
         if (GpCSceneObjCtrl)
             GpCSceneObjCtrl->Prefetch();
     };
+    SetIcon(GetProgramIcon());
     BindEvents();
+    SetAccelerators();
     Layout();
     wxSizeEvent sizeEvent(pStatus->GetSize());
     OnSizeFrameMain(sizeEvent);
@@ -130,6 +151,8 @@ void FrameMain_cls::BindEvents() {
     Bind(wxEVT_MENU, &FrameMain_cls::OnMenuSplitterSize, this, ID_MENU_SPLITTER_SIZE);
     Bind(wxEVT_MENU, &FrameMain_cls::OnMenuFromSubThread, this, ID_MENU_FROM_SUB_THREAD);
     Bind(wxEVT_MENU, &FrameMain_cls::OnMenuLog, this, ID_MENU_LOG);
+    Bind(wxEVT_MENU, &FrameMain_cls::OnMenuShowLog, this, ID_MENU_SHOW_LOG);
+    Bind(wxEVT_MENU, &FrameMain_cls::OnMenuQuit, this, wxID_EXIT);
     Bind(wxEVT_MENU, &FrameMain_cls::OnMenuClearCache, this, ID_MENU_CLEAR_TEXTURE_CACHE,
          ID_MENU_CLEAR_HF_VBO);
     Bind(wxEVT_BUTTON, &FrameMain_cls::OnButtonAbort, this, ID_BTN_ABORT);
@@ -155,6 +178,21 @@ void FrameMain_cls::BindEvents() {
     Bind(wxEVT_RIBBONTOOLBAR_DROPDOWN_CLICKED, &FrameMain_cls::OnDropCache, this, ID_RBN_CACHE);
     Bind(wxEVT_RIBBONTOOLBAR_DROPDOWN_CLICKED, &FrameMain_cls::OnDropObjects, this, ID_RBN_NEW_OBJ);
     Bind(wxEVT_RIBBONTOOLBAR_DROPDOWN_CLICKED, &FrameMain_cls::OnDropInfo, this, ID_RBN_INFO);
+}
+
+void FrameMain_cls::SetAccelerators() {
+    // The frame's table serves every panel inside it. Each key is the menu mirror of its ribbon
+    // tool, so it takes the same road as the click.
+    const int mirror = ID_MENU_MIRROR_OFFSET;
+    wxAcceleratorEntry vEntries[] = {
+        {wxACCEL_CTRL, 'O', ID_RBN_OPEN_PROJECT + mirror},
+        {wxACCEL_CTRL, 'S', ID_RBN_SAVE_PROJECT + mirror},
+        {wxACCEL_CTRL | wxACCEL_SHIFT, 'S', ID_RBN_SAVE_PROJECT_AS + mirror},
+        {wxACCEL_CTRL, 'Z', ID_RBN_UNDO + mirror},
+        {wxACCEL_CTRL, 'Y', ID_RBN_REDO + mirror},
+        {wxACCEL_CTRL, 'Q', wxID_EXIT},
+    };
+    SetAcceleratorTable(wxAcceleratorTable(static_cast<int>(std::size(vEntries)), vEntries));
 }
 
 // ---- FrameHost_cls ------------------------------------------------------------------------
@@ -188,12 +226,19 @@ void FrameMain_cls::Serialize(wxString& strOut, int index) {
 void FrameMain_cls::UpdateTitle() {
     if (!mpCMain)
         return;
-    if (mpCMain->mStrProjectPath.empty()) {
-        SetTitle("Orvantis4 ver " + Main_cls::msStrVersion);
-        return;
-    }
-    if (mpCMain->mbProjectFileCurrent)
-        SetTitle(mStrBaseTitle + " - " + mpCMain->mStrProjectPath);
+    static const wxString strMark = " *";
+    wxString strTitle = GetTitle();
+    if (strTitle.EndsWith(strMark))
+        strTitle.RemoveLast(strMark.length());
+    if (mpCMain->mStrProjectPath.empty())
+        strTitle = "Orvantis4 ver " + Main_cls::msStrVersion;
+    else if (mpCMain->mbProjectFileCurrent)
+        strTitle = mStrBaseTitle + " - " + mpCMain->mStrProjectPath;
+    // The mark goes at the end, so that the title still starts with the program's name.
+    mbTitleModified = mpCMain->IsProjectModified();
+    if (mbTitleModified)
+        strTitle += strMark;
+    SetTitle(strTitle);
 }
 
 void FrameMain_cls::CloseWindow() {
@@ -222,6 +267,88 @@ wxString FrameMain_cls::AskFilePath(const wxString& strTitle, const wxString& st
     if (dialog.ShowModal() != wxID_OK)
         return wxString();
     return dialog.GetPath();
+}
+
+int FrameMain_cls::AskUser(const wxString& strTitle, const wxString& strMessage,
+                           const std::vector<wxString>& vStrAnswers) {
+    if (mFuncAskUser)
+        return mFuncAskUser(strTitle, strMessage, vStrAnswers);
+    if (vStrAnswers.empty() || vStrAnswers.size() > 3)
+        return -1;
+    // The answers become the buttons, in order; each label's first letter is its key.
+    std::vector<wxString> vStrLabels;
+    for (const wxString& str : vStrAnswers)
+        vStrLabels.push_back("&" + str);
+    long style = 0;
+    switch (vStrAnswers.size()) {
+    case 1:
+        style = wxOK | wxICON_ERROR;
+        break;
+    case 2:
+        style = wxYES_NO | wxICON_QUESTION;
+        break;
+    default:
+        style = wxYES_NO | wxCANCEL | wxICON_WARNING;
+        break;
+    }
+    wxMessageDialog dialog(this, strMessage, strTitle, style);
+    if (vStrAnswers.size() == 1)
+        dialog.SetOKLabel(vStrLabels[0]);
+    else if (vStrAnswers.size() == 2)
+        dialog.SetYesNoLabels(vStrLabels[0], vStrLabels[1]);
+    else
+        dialog.SetYesNoCancelLabels(vStrLabels[0], vStrLabels[1], vStrLabels[2]);
+    switch (dialog.ShowModal()) {
+    case wxID_OK:
+    case wxID_YES:
+        return 0;
+    case wxID_NO:
+        return 1;
+    case wxID_CANCEL:
+        return vStrAnswers.size() == 3 ? 2 : -1;
+    default:
+        return -1;
+    }
+}
+
+// ---- log ----------------------------------------------------------------------------------
+
+void FrameMain_cls::ShowNewLogLines() {
+    wxLogGuiEX* pLog = GCClassProvider ? GpCwxLogGuiEX : nullptr;
+    if (!pLog || mbShowingNotice || pLog->GetLastSerial() == mLogSerial)
+        return;
+    std::vector<wxLogGuiEX::Line_cls> vLines = pLog->GetLinesAfter(mLogSerial);
+    mLogSerial = pLog->GetLastSerial();
+    if (vLines.empty())
+        return;
+    // The status bar has one line: the first line of the newest text.
+    const wxLogGuiEX::Line_cls& last = vLines.back();
+    SetStatusText(LogWindow_cls::GetStrLevel(last.mLevel) + last.mStrText.BeforeFirst('\n'), 0);
+    if (mpCLogWindow)
+        mpCLogWindow->AppendLines(vLines);
+    wxString strErrors;
+    for (const wxLogGuiEX::Line_cls& line : vLines)
+        if (line.mLevel <= wxLOG_Error)
+            strErrors += (strErrors.empty() ? "" : "\n\n") + line.mStrText;
+    if (strErrors.empty())
+        return;
+    mbShowingNotice = true;
+    AskUser("Error", strErrors, {"OK"});
+    mbShowingNotice = false;
+}
+
+void FrameMain_cls::ShowLogWindow() {
+    if (!mpCLogWindow) {
+        mpCLogWindow = new LogWindow_cls(this);
+        if (GCClassProvider && GpCwxLogGuiEX)
+            mpCLogWindow->AppendLines(GpCwxLogGuiEX->GetLinesAfter(0));
+    }
+    mpCLogWindow->Show();
+    mpCLogWindow->Raise();
+}
+
+void FrameMain_cls::OnMenuShowLog(wxCommandEvent&) {
+    ShowLogWindow();
 }
 
 // ---- status bar ---------------------------------------------------------------------------
@@ -408,8 +535,12 @@ void FrameMain_cls::ProcInitIdle() {
 }
 
 bool FrameMain_cls::ProcIdle() {
+    // Kept for the key handler, not shown: window names are no words for the user.
     if (wxWindow* pFocus = wxWindow::FindFocus())
-        SetStatusText(pFocus->GetName(), 0);
+        mStrFocusName = pFocus->GetName();
+    if (mpCMain && mpCMain->IsProjectModified() != mbTitleModified)
+        UpdateTitle();
+    ShowNewLogLines();
 
     wxStopWatch watch;
     bool bPlaying = GpCTimeCtrl && GpCTimeCtrl->ProcPlay();
@@ -448,9 +579,9 @@ bool FrameMain_cls::ProcIdle() {
 // ---- keys and closing ---------------------------------------------------------------------
 
 void FrameMain_cls::OnKeyDown(wxKeyEvent& event) {
-    // Text widgets carry the window name "text", which the idle pass writes into field 0: so
+    // Text widgets carry the window name "text", which the idle pass keeps as the focus name: so
     // typing never reaches the shortcuts. Deliberate; a text widget must keep that name.
-    if (GetStatusBar()->GetStatusText(0) != "text") {
+    if (mStrFocusName != "text") {
         if (mFuncShortcutKey)
             mFuncShortcutKey(event, this);
         if (event.GetKeyCode() == WXK_ESCAPE) {
@@ -463,9 +594,19 @@ void FrameMain_cls::OnKeyDown(wxKeyEvent& event) {
 }
 
 void FrameMain_cls::OnClose(wxCloseEvent& event) {
+    // Unsaved changes are offered for saving; Cancel keeps the window open.
+    if (mpCMain && event.CanVeto() && !mpCMain->CheckUnsavedChanges()) {
+        event.Veto();
+        return;
+    }
     if (mpCMain)
         mpCMain->ProcAfterMath("Quit", "");
     event.Skip();
+}
+
+void FrameMain_cls::OnMenuQuit(wxCommandEvent&) {
+    // The same road as the close button.
+    Close(false);
 }
 
 // ---- menu events --------------------------------------------------------------------------
@@ -482,10 +623,7 @@ void FrameMain_cls::OnMenuRecent(wxCommandEvent& event) {
     int index = event.GetId() - ID_MENU_RECENT_FIRST;
     if (!mpCMain || index < 0 || index > 9)
         return;
-    wxString strPath = mpCMain->GetStrRecent(index);
-    if (strPath.empty())
-        return;
-    mpCMain->OpenProjectMain(strPath, true);
+    mpCMain->OpenRecentProject(index);
 }
 
 void FrameMain_cls::OnMenuSplitterSize(wxCommandEvent&) {
@@ -499,7 +637,8 @@ void FrameMain_cls::OnMenuFromSubThread(wxCommandEvent&) {
 }
 
 void FrameMain_cls::OnMenuLog(wxCommandEvent& event) {
-    wxLogMessage("%s", event.GetString());
+    // A warning: the status bar and the log window show it, without a box on every frame.
+    wxLogWarning("%s", event.GetString());
     if (mpCMain)
         mpCMain->UpdatePanels("CONSOLE");
 }
@@ -517,18 +656,13 @@ void FrameMain_cls::OnRbnOpenProject(wxRibbonToolBarEvent&) {
 }
 
 void FrameMain_cls::OnRbnOpenRecent(wxRibbonToolBarEvent&) {
-    if (!mpCMain || mpCMain->GetStrRecent(0).empty())
-        return;
-    mpCMain->OpenProject(mpCMain->GetStrRecent(0));
+    if (mpCMain)
+        mpCMain->OpenRecentProject(0);
 }
 
 void FrameMain_cls::OnRbnSaveProject(wxRibbonToolBarEvent&) {
-    if (!mpCMain)
-        return;
-    if (!mpCMain->mStrProjectPath.empty() && mpCMain->mbProjectFileCurrent)
-        mpCMain->SaveProjectMain(mpCMain->mStrProjectPath, 1);
-    else
-        mpCMain->SaveProjectAs(1);
+    if (mpCMain)
+        mpCMain->SaveProject(1);
 }
 
 void FrameMain_cls::OnRbnSaveProjectAs(wxRibbonToolBarEvent&) {
@@ -552,22 +686,41 @@ void FrameMain_cls::OnRbnToolTip(wxRibbonToolBarEvent&) {
     mpCRibbon->UpdateRibbonHelp(bNew);
 }
 
-void FrameMain_cls::OnRbnInfo(wxRibbonToolBarEvent&) {
+wxIcon FrameMain_cls::GetProgramIcon() {
+    wxIcon icon;
+    icon.CopyFromBitmap(GetBitmapFromTag(msStrIconTag, wxSize(32, 32), wxART_OTHER));
+    return icon;
+}
+
+wxAboutDialogInfo FrameMain_cls::GetAboutInfo() {
     wxAboutDialogInfo info;
     info.SetName("Orvantis4");
     info.SetVersion(Main_cls::msStrVersion);
     info.SetDescription(_("Turns numerical simulation output into images and animations."));
-    wxAboutBox(info, this);
+    info.SetIcon(GetProgramIcon());
+    return info;
+}
+
+void FrameMain_cls::OnRbnInfo(wxRibbonToolBarEvent&) {
+    wxAboutBox(GetAboutInfo(), this);
 }
 
 void FrameMain_cls::OnRbnHelp(wxRibbonToolBarEvent&) {
-    wxFileName fn(msStrHelpURL);
-    if (fn.FileExists()) {
+    wxString strURL = msStrHelpURL;
+    if (!strURL.Contains("://")) {
+        // A page of the program's own: found beside the program, whatever the current folder.
+        wxFileName fn(mpCMain ? mpCMain->FindResourceFile(strURL) : strURL);
+        if (fn.IsRelative() && mpCMain)
+            fn.MakeAbsolute(mpCMain->GetStrAppDir());
         fn.MakeAbsolute();
-        wxLaunchDefaultBrowser(wxFileName::FileNameToURL(fn));
-        return;
+        if (!fn.FileExists()) {
+            wxLogError("The help page cannot be opened: \"%s\" does not exist.", fn.GetFullPath());
+            return;
+        }
+        strURL = wxFileName::FileNameToURL(fn);
     }
-    wxLaunchDefaultBrowser(msStrHelpURL);
+    if (!(msFuncLaunchBrowser ? msFuncLaunchBrowser(strURL) : wxLaunchDefaultBrowser(strURL)))
+        wxLogError("The help page \"%s\" could not be opened: no browser answered.", strURL);
 }
 
 void FrameMain_cls::OnRbnStatusInfo(wxRibbonToolBarEvent&) {
@@ -635,6 +788,7 @@ wxMenu* FrameMain_cls::CreateInfoMenu() {
     auto* pMenu = new wxMenu();
     pMenu->Append(ID_RBN_GL_INFO + ID_MENU_MIRROR_OFFSET, "OpenGL Info");
     pMenu->Append(ID_RBN_STATUS_INFO + ID_MENU_MIRROR_OFFSET, "Status Info");
+    pMenu->Append(ID_MENU_SHOW_LOG, "Show Log");
     return pMenu;
 }
 

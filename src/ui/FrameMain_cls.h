@@ -10,12 +10,16 @@
 #include "Parser_cls.h"
 #include "WidgetCommon_cls.h"
 
+#include <wx/aboutdlg.h>
 #include <wx/frame.h>
 #include <wx/ribbon/toolbar.h>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <vector>
 
+class LogWindow_cls;
 class Main_cls;
 class RibbonUI_cls;
 class SplittableWindow_cls;
@@ -30,6 +34,7 @@ enum FrameMenu_enum {
     ID_MENU_SPLITTER_SIZE = 6042,   // recompute the minimum pane sizes
     ID_MENU_FROM_SUB_THREAD = 6043, // a worker asks for a timeline refresh
     ID_MENU_LOG = 6163,             // a text for the log, from any thread
+    ID_MENU_SHOW_LOG = 6165,        // the log window
     ID_BTN_ABORT = 5154
 };
 
@@ -52,6 +57,10 @@ public:
     static constexpr int msGaugeIntervalMillis = 100;
     // The address the help tool opens in the browser.
     static wxString msStrHelpURL;
+    // The program's icon (window, About box, desktop entry): the particle picture.
+    static const wxString msStrIconTag;
+    // Replaces the system browser, for runs without a desktop; true when the page was opened.
+    static inline std::function<bool(const wxString&)> msFuncLaunchBrowser;
 
     // ---- FrameHost_cls ----
     void UpdatePanels(const wxString& strPanel) override;
@@ -63,6 +72,10 @@ public:
     void SetBusy(bool bBusy) override;
     wxString AskFilePath(const wxString& strTitle, const wxString& strFilter, const wxString& strStart,
                          bool bSave) override;
+    // The one road of the program's questions and notices to the user: a modal box, or the
+    // answer of mFuncAskUser when it is installed.
+    int AskUser(const wxString& strTitle, const wxString& strMessage,
+                const std::vector<wxString>& vStrAnswers) override;
 
     // ---- operations used by others ----
     void SetStatusAborted();
@@ -84,6 +97,12 @@ public:
     void ProcInitIdle();
     // Every later idle pass. Returns true when the loop was kept awake (playing or inertia).
     bool ProcIdle();
+    // The lines logged since the last call: the newest goes to status field 0 and to the log
+    // window, and errors are shown in one notice. Called by the idle pass.
+    void ShowNewLogLines();
+    // Opens (or raises) the log window with every kept line.
+    void ShowLogWindow();
+    LogWindow_cls* GetPCLogWindow() const { return mpCLogWindow; }
 
     SplittableWindow_cls* GetPCTopWindow() const { return mpCSWindowTop; }
     RibbonUI_cls* GetPCRibbon() const { return mpCRibbon.get(); }
@@ -98,6 +117,8 @@ public:
     void OnMenuSplitterSize(wxCommandEvent& event);
     void OnMenuFromSubThread(wxCommandEvent& event);
     void OnMenuLog(wxCommandEvent& event);
+    void OnMenuShowLog(wxCommandEvent& event);
+    void OnMenuQuit(wxCommandEvent& event);
     void OnMenuClearCache(wxCommandEvent& event);
     void OnButtonAbort(wxCommandEvent& event);
     void OnRbnOpenProject(wxRibbonToolBarEvent& event);
@@ -118,6 +139,10 @@ public:
     void OnDropObjects(wxRibbonToolBarEvent& event);
     void OnDropInfo(wxRibbonToolBarEvent& event);
 
+    wxIcon GetProgramIcon();
+    // What the About box shows.
+    wxAboutDialogInfo GetAboutInfo();
+
     // The menus of the drop-down tools, as they pop up.
     wxMenu* CreateRecentMenu();
     wxMenu* CreateSaveMenu();
@@ -136,6 +161,8 @@ public:
     std::function<bool(int id)> mFuncSceneCommand;
     // Replaces the file dialog, for runs without a user.
     std::function<wxString(const wxString&, const wxString&, const wxString&, bool)> mFuncAskFilePath;
+    // Replaces the question box (title, message, answers), for runs without a user.
+    std::function<int(const wxString&, const wxString&, const std::vector<wxString>&)> mFuncAskUser;
 
     Main_cls* mpCMain = nullptr; // not owned
     std::unique_ptr<RibbonUI_cls> mpCRibbon;
@@ -145,9 +172,19 @@ public:
     wxGauge* mpCGauge = nullptr;
     wxGauge* mpCGaugeRecord = nullptr;
     wxBoxSizer* mpCSizer = nullptr;
+    // The name of the window that held the focus at the last idle pass; text widgets are "text".
+    wxString mStrFocusName;
 
 private:
     void BindEvents();
+    // The keys that work from every panel: open, save, save as, undo, redo, quit.
+    void SetAccelerators();
+    // The title marks a modified project; the idle pass refreshes it when that changes.
+    bool mbTitleModified = false;
+    int64_t mLogSerial = 0;                // the last log line shown
+    bool mbShowingNotice = false;          // a notice is up: its own event loop must not show another
+    LogWindow_cls* mpCLogWindow = nullptr; // a child window
+
     void SetGaugeValue(wxGauge* pGauge, int value);
     // The menu of a drop-down tool, popped at the tool.
     void PopupDropMenu(wxRibbonToolBarEvent& event, wxMenu* pMenu);

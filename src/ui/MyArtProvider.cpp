@@ -1,5 +1,7 @@
 #include "MyArtProvider.h"
 
+#include "Main_cls.h"
+
 #include <wx/dcmemory.h>
 #include <wx/filefn.h>
 #include <wx/filename.h>
@@ -11,14 +13,8 @@
 MyArtProvider::MyArtProvider(const wxString& strAppDir) : mStrIconDir(FindIconDir(strAppDir)) {}
 
 wxString MyArtProvider::FindIconDir(const wxString& strAppDir) {
-    std::vector<wxString> vStrCandidates = {wxGetCwd() + "/Resource/Icon"};
-    if (!strAppDir.empty()) {
-        vStrCandidates.push_back(strAppDir + "/Resource/Icon");
-        vStrCandidates.push_back(strAppDir + "/../Resource/Icon");
-        vStrCandidates.push_back(strAppDir + "/../../Resource/Icon");
-    }
-    for (const wxString& strDir : vStrCandidates)
-        if (wxDirExists(strDir)) {
+    for (const wxString& strRoot : Main_cls::GetVStrResourceRoots(strAppDir))
+        if (const wxString strDir = strRoot + "/Resource/Icon"; wxDirExists(strDir)) {
             wxFileName fn(strDir, "");
             fn.Normalize(wxPATH_NORM_DOTS | wxPATH_NORM_ABSOLUTE);
             return fn.GetPath();

@@ -133,8 +133,31 @@ void PropertyObject_cls::RefreshFromObject() {
             mpCField[g][m]->ChangeValue(bHas ? wxString::Format("%g", pGroup->mVCParam[m].GetValue(t))
                                              : wxString());
             mpCField[g][m]->Enable(bHas);
+            // A parameter always holds one key; more than one animate it.
+            wxString strDriver;
+            if (bHas && pGroup->mCUseExpr.GetBodyBOOL())
+                strDriver = "Expression";
+            else if (bHas && pGroup->mVCParam[m].GetKeyNum() > 1)
+                strDriver = "Keys";
+            if (strDriver == mStrDriver[g][m])
+                continue;
+            mStrDriver[g][m] = strDriver;
+            wxTextCtrl* pField = mpCField[g][m];
+            if (strDriver == "Expression") {
+                pField->SetBackgroundColour(wxColour(0xDD, 0xCC, 0xF4));
+                pField->SetToolTip(_("Driven by the group's expression"));
+            } else if (strDriver == "Keys") {
+                pField->SetBackgroundColour(wxColour(0xF4, 0xE8, 0xB0));
+                pField->SetToolTip(_("Animated by keys"));
+            } else {
+                pField->SetBackgroundColour(wxNullColour);
+                pField->UnsetToolTip();
+            }
+            pField->Refresh();
         }
+        mpCExpr[g]->SetLabel(pGroup && pGroup->mCUseExpr.GetBodyBOOL() ? _("Expr on") : _("Expr"));
     }
+    Layout();
 }
 
 bool PropertyObject_cls::SetMemberFromText(int group, int member, const wxString& strText) {

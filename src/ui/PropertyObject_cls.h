@@ -43,6 +43,10 @@ public:
     wxTextCtrl* mpCField[3][3] = {};
     wxButton* mpCExpr[3] = {};
     int mRefreshCount = 0;
+    // What drives each field's value besides a typed number: "Expression", "Keys" or empty. A
+    // driven field is tinted and says so in its tool tip, so an edit that seems not to hold is
+    // explained.
+    wxString mStrDriver[3][3];
 
 private:
     // The active object's values as shown; a change means the page is out of date.

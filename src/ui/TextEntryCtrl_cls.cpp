@@ -7,6 +7,7 @@
 #include "PlaceholderPanel_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SplittableWindow_cls.h"
+#include "UndoManager_cls.h"
 
 #include <wx/button.h>
 #include <wx/intl.h>
@@ -41,14 +42,34 @@ bool TextEntryCtrl_cls::LoadExpression(const wxString& strTag) {
     mpCTag->ChangeValue(strTag);
     mpCText->ChangeValue(pGroup ? pGroup->mCExpression.GetBodySTR() : wxString());
     mpCState->SetLabel(pGroup ? wxString() : wxString(_("No parameter group at this tag.")));
+    ShowSwitch();
     return pGroup != nullptr;
 }
 
 bool TextEntryCtrl_cls::ApplyExpression() {
     if (mStrTag.empty() || !GCClassProvider || !GpCSceneObjCtrl || !GpCSceneObjCtrl->GetPCParamGroup(mStrTag))
         return false;
+    ParamGroup_cls* pGroup = GpCSceneObjCtrl->GetPCParamGroup(mStrTag);
+    // Applying means using it: the switch goes on with the text, in one undo step.
+    const bool bSwitch = !pGroup->mCUseExpr.GetBodyBOOL();
+    if (bSwitch && GpCUndo)
+        GpCUndo->OpenBlock("ApplyExpression");
     GCClassProvider->SetParamGroupConfCommand(mStrTag, "Expression=", mpCText->GetValue());
+    if (bSwitch) {
+        GCClassProvider->SetParamGroupConfCommand(mStrTag, "UseExpr=", true);
+        if (GpCUndo)
+            GpCUndo->CloseBlock("ApplyExpression");
+    }
+    ShowSwitch();
     return true;
+}
+
+void TextEntryCtrl_cls::ShowSwitch() {
+    ParamGroup_cls* pGroup =
+        GpCSceneObjCtrl && !mStrTag.empty() ? GpCSceneObjCtrl->GetPCParamGroup(mStrTag) : nullptr;
+    if (pGroup)
+        mpCState->SetLabel(pGroup->mCUseExpr.GetBodyBOOL() ? _("The expression is on.")
+                                                           : _("The expression is off: Apply turns it on."));
 }
 
 bool TextEntryCtrl_cls::ReadStrLine(std::wistream& stream, const wxString& strKey, const wxString& strRest) {
@@ -66,6 +87,7 @@ void TextEntryCtrl_cls::UpdatePanelSelf(const wxString& strName, bool) {
     }
     if (pGroup->mCExpression.GetBodySTR() != mpCText->GetValue())
         mpCText->ChangeValue(pGroup->mCExpression.GetBodySTR());
+    ShowSwitch();
 }
 
 void TextEntryCtrl_cls::ProcAfterMathSelf(const wxString& strWhat, const wxString& strArg) {

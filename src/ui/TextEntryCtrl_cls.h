@@ -17,6 +17,8 @@ public:
     bool LoadExpression(const wxString& strTag);
     // Sets the group's Expression= to the editor's text, undoable.
     bool ApplyExpression();
+    // Says under the tag whether the group's expression is switched on.
+    void ShowSwitch();
 
     bool ReadStrLine(std::wistream& stream, const wxString& strKey, const wxString& strRest) override;
 

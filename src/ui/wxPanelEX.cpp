@@ -350,13 +350,23 @@ wxMenu* wxPanelEX::CreateContextMenu() {
     return pMenu;
 }
 
+wxPanelEX* wxPanelEX::GetPCMenuPanel() {
+    if (mpCOwner)
+        return this;
+    // A panel's bar is no leaf of the tree: it gives the menu of the panel it stands in.
+    auto* pParent = dynamic_cast<wxPanelEX*>(GetParent());
+    return pParent && pParent->mpCOwner ? pParent : nullptr;
+}
+
 void wxPanelEX::OnMouse(wxMouseEvent& event) {
     mCMouseCtrl.SetMouseEvent(event);
     event.Skip();
-    if (!mpCOwner || !mCMouseCtrl.IsShowMenu())
+    wxPanelEX* pTarget = GetPCMenuPanel();
+    if (!pTarget || !mCMouseCtrl.IsShowMenu())
         return;
     if (HasCapture())
         ReleaseMouse();
-    std::unique_ptr<wxMenu> pMenu(CreateContextMenu());
-    PopupMenu(pMenu.get(), event.GetPosition());
+    // The menu's items go to the panel that owns it.
+    std::unique_ptr<wxMenu> pMenu(pTarget->CreateContextMenu());
+    pTarget->PopupMenu(pMenu.get(), pTarget->ScreenToClient(ClientToScreen(event.GetPosition())));
 }

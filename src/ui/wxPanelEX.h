@@ -127,6 +127,9 @@ public:
 
     // Builds the context menu as OnMouse shows it (without the shortcut items).
     wxMenu* CreateContextMenu();
+    // The leaf whose menu a right click here gives: this leaf, or the leaf a bar stands in; null
+    // for a panel outside the tree.
+    wxPanelEX* GetPCMenuPanel();
 
     int mPanelType = _PANEL_UNDEFINED;
     int mParentPanelType = _PANEL_UNDEFINED;

@@ -29,11 +29,17 @@ public:
     wxString AskFilePath(const wxString&, const wxString&, const wxString&, bool) override {
         return mStrAnswer;
     }
+    int AskUser(const wxString& strTitle, const wxString& strMessage, const std::vector<wxString>&) override {
+        mVStrAsked.push_back(strTitle + ": " + strMessage);
+        return mAnswer;
+    }
 
     std::vector<wxString> mVStrPanels;
     std::vector<wxString> mVStrAfterMath;
     wxString mStrLayout = "single";
     wxString mStrAnswer;
+    std::vector<wxString> mVStrAsked;
+    int mAnswer = -1;
     int mTitleUpdates = 0;
     int mCloses = 0;
 };

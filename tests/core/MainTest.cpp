@@ -125,7 +125,8 @@ TEST_F(MainTest, FailedOpensChangeNothing) {
     EXPECT_FALSE(OpenText("", true, "empty.ovp"));
     EXPECT_EQ(cleared, 0);
     EXPECT_EQ(GpCUndo->GetCount(), 1);
-    EXPECT_EQ(mpMain->mVStrPanelQueue, std::vector<wxString>{"OUTLINER"});
+    // The pending updates survive, and every panel is to be rebuilt from the unchanged model.
+    EXPECT_EQ(mpMain->mVStrPanelQueue, std::vector<wxString>({"OUTLINER", "ALL"}));
     EXPECT_FALSE(mpMain->mbProjectFileCurrent);
 
     ASSERT_TRUE(OpenText("FrameMain::0::x\n"));
@@ -221,6 +222,7 @@ TEST_F(MainTest, TruncatedAndMutatedProjectsLoad) {
     const size_t beforeImg = demo.size() + core.find("LastFileIMG=") + 12;
     const size_t afterImg = demo.size() + core.find("LastFileHF=");
     const size_t afterHF = demo.size() + core.find("ConfItemList::End");
+    const size_t firstHeadEnd = demo.find("\nConfItemList::") + 1 + std::string("ConfItemList").size();
 
     LogCapture_cls log;
     std::mt19937 rng(1234);
@@ -231,7 +233,9 @@ TEST_F(MainTest, TruncatedAndMutatedProjectsLoad) {
         GpCUndo->PushCommandPair("x", "y");
         bool bOk = OpenText(text.substr(0, cut));
         EXPECT_FALSE(GbLockProjectLoading);
-        EXPECT_EQ(bOk, cut > 0);
+        // Until the first head the program knows is complete, the text is no project; neither is it
+        // while that line ends in a lone ":", which makes the head "ConfItemList:".
+        EXPECT_EQ(bOk, cut >= firstHeadEnd && cut != firstHeadEnd + 1);
         if (bOk) {
             EXPECT_EQ(GpCUndo->GetCount(), 0);
         }
@@ -356,4 +360,224 @@ TEST_F(MainTest, NonAsciiTextSavesAndReadsBack) {
     mpMain->mCLastFileIMG.SetBodyFromData(wxString("NONE"));
     ASSERT_TRUE(mpMain->OpenProjectMain(strConf, false));
     EXPECT_EQ(mpMain->mCLastFileIMG.GetBodySTR(), strName);
+}
+
+// What is not a project is refused before anything is cleared, and nothing about the current
+// project changes: not its path, the title, the recent list, the undo history.
+TEST_F(MainTest, FilesThatAreNotProjectsAreRefusedBeforeAnythingIsCleared) {
+    ASSERT_TRUE(OpenText("FrameMain::0::current\n", true, "current.ovp"));
+    GpCUndo->PushCommandPair("x", "y");
+    int cleared = 0;
+    mpMain->AddClearHook([&] { ++cleared; });
+    const int titleUpdates = mFrame.mTitleUpdates;
+    std::mt19937 rng(7);
+    std::string noise(4096, '\0');
+    for (char& c : noise)
+        c = static_cast<char>(1 + rng() % 255); // no zero byte: the whole noise is read as text
+    const struct {
+        const char* pName;
+        std::string text;
+    } vCases[] = {
+        {"random bytes", noise},
+        {"a text of no known line", "hello world\nsome::thing::else\n\n-- a comment\n"},
+        {"only comments", "-- one\n/* two\nFrameMain::0::inside\n*/\n"},
+        {"empty", ""},
+    };
+    for (const auto& c : vCases) {
+        SCOPED_TRACE(c.pName);
+        mpMain->mVStrPanelQueue.clear();
+        LogCapture_cls log;
+        EXPECT_FALSE(OpenText(c.text, true, "other.ovp"));
+        EXPECT_TRUE(log.Contains("Cannot open \"" + mDir.Path("other.ovp") + "\": not a project file."))
+            << (log.mVStrLines.empty() ? wxString() : log.mVStrLines[0]);
+        EXPECT_EQ(cleared, 0);
+        EXPECT_EQ(mFrame.mStrLayout, "current");
+        EXPECT_EQ(mpMain->mStrProjectPath, mDir.Path("current.ovp"));
+        EXPECT_EQ(mpMain->mCLastFileOVP.GetBodySTR(), mDir.Path("current.ovp"));
+        EXPECT_EQ(mpMain->GetStrRecent(0), mDir.Path("current.ovp"));
+        EXPECT_TRUE(mpMain->GetStrRecent(1).empty());
+        EXPECT_EQ(mFrame.mTitleUpdates, titleUpdates);
+        EXPECT_EQ(GpCUndo->GetCount(), 1);
+        // The panels are rebuilt all the same, from the model that stayed.
+        EXPECT_EQ(mpMain->mVStrPanelQueue, std::vector<wxString>{"ALL"});
+    }
+    {
+        SCOPED_TRACE("through the file dialog: the working folder and the path stay too");
+        const wxString strCwd = wxGetCwd();
+        wxFileName::Mkdir(mDir.Path("sub"));
+        WriteBytes(mDir.Path("sub/junk.ovp"), noise);
+        mFrame.mStrAnswer = mDir.Path("sub/junk.ovp");
+        GpCUndo->Clear(); // nothing to ask about
+        LogCapture_cls log;
+        EXPECT_FALSE(mpMain->OpenProject(""));
+        EXPECT_EQ(wxGetCwd(), strCwd);
+        EXPECT_EQ(mpMain->mStrProjectPath, mDir.Path("current.ovp"));
+    }
+}
+
+// A project with lines the program does not understand loads the rest and says how many were
+// dropped, quoting the first few.
+TEST_F(MainTest, DroppedLinesAreCountedAndTheFirstOnesQuoted) {
+    {
+        LogCapture_cls log;
+        ASSERT_TRUE(OpenText("FrameMain::0::kept\nForeign::Line\n\nConfItemList::Begin::NoSuchList\n"
+                             "Item=1\nConfItemList::End\n-- comment\n"));
+        EXPECT_EQ(mFrame.mStrLayout, "kept");
+        ASSERT_EQ(log.mVStrLines.size(), 1u);
+        // The unknown block's own lines are offered one by one, and none is taken.
+        EXPECT_TRUE(
+            log.mVStrLines[0].EndsWith("\"" + mDir.Path("p.ovp") +
+                                       "\": 4 lines were not understood and dropped; the rest was read. "
+                                       "The first:\n    Foreign::Line\n    ConfItemList::Begin::NoSuchList\n"
+                                       "    Item=1\n    ConfItemList::End"))
+            << log.mVStrLines[0];
+    }
+    {
+        LogCapture_cls log;
+        std::string text = "FrameMain::0::many\n";
+        for (int i = 0; i < 9; ++i)
+            text += "Old::Line" + std::to_string(i) + "\n";
+        ASSERT_TRUE(OpenText(text));
+        ASSERT_EQ(log.mVStrLines.size(), 1u);
+        EXPECT_TRUE(log.mVStrLines[0].Contains(": 9 lines were not understood"));
+        EXPECT_TRUE(log.mVStrLines[0].Contains("Old::Line4\n    ..."));
+        EXPECT_FALSE(log.mVStrLines[0].Contains("Old::Line5"));
+    }
+    {
+        LogCapture_cls log;
+        ASSERT_TRUE(OpenText("FrameMain::0::one\nOld::Line\n"));
+        EXPECT_TRUE(log.Contains(": 1 line was not understood"));
+    }
+    {
+        LogCapture_cls log;
+        ASSERT_TRUE(OpenText("FrameMain::0::clean\n-- only comments besides\n"));
+        EXPECT_TRUE(log.mVStrLines.empty());
+    }
+}
+
+TEST_F(MainTest, SaveAsMakesTheFileTheProjectAndAFailedSaveChangesNothing) {
+    GpCUndo->PushCommandPair("x", "y");
+    GpCUndo->Skip();
+    ASSERT_TRUE(mpMain->IsProjectModified());
+    mFrame.mStrAnswer = mDir.Path("named");
+    ASSERT_TRUE(mpMain->SaveProjectAs(1));
+    EXPECT_EQ(mpMain->mStrProjectPath, mDir.Path("named.ovp"));
+    EXPECT_TRUE(mpMain->mbProjectFileCurrent);
+    EXPECT_EQ(mpMain->GetStrRecent(0), mDir.Path("named.ovp"));
+    EXPECT_EQ(mpMain->mCLastFileOVP.GetBodySTR(), mDir.Path("named.ovp"));
+    EXPECT_EQ(mFrame.mTitleUpdates, 1);
+    EXPECT_FALSE(mpMain->IsProjectModified());
+
+    {
+        SCOPED_TRACE("a folder that does not exist: the path and the reason are told");
+        LogCapture_cls log;
+        const wxString strBad = mDir.Path("no/such/dir/x.ovp");
+        EXPECT_FALSE(mpMain->SaveProjectMain(strBad, 1));
+        EXPECT_TRUE(log.Contains("Cannot save the project to \"" + strBad + "\": No such file or directory."))
+            << (log.mVStrLines.empty() ? wxString() : log.mVStrLines[0]);
+        EXPECT_EQ(mpMain->mStrProjectPath, mDir.Path("named.ovp"));
+        EXPECT_EQ(mpMain->GetStrRecent(0), mDir.Path("named.ovp"));
+        EXPECT_TRUE(mpMain->GetStrRecent(1).empty());
+        EXPECT_EQ(mFrame.mTitleUpdates, 1);
+    }
+    {
+        SCOPED_TRACE("a file that cannot be replaced stays as it was");
+        GpCUndo->PushCommandPair("x", "y");
+        GpCUndo->Skip();
+        ASSERT_TRUE(WriteBytes(mDir.Path("keep.ovp"), "old text\n"));
+        wxFileName::Mkdir(mDir.Path("keep.ovp.saving~"));
+        LogCapture_cls log;
+        EXPECT_FALSE(mpMain->SaveProjectMain(mDir.Path("keep.ovp"), 1));
+        EXPECT_TRUE(log.Contains("Cannot save the project to \"" + mDir.Path("keep.ovp") + "\": "));
+        EXPECT_EQ(ReadBytes(mDir.Path("keep.ovp")), "old text\n");
+        EXPECT_TRUE(mpMain->IsProjectModified());
+    }
+}
+
+// With unsaved changes, opening another project or a recent one first asks Save / Discard /
+// Cancel; without, nothing is asked.
+TEST_F(MainTest, UnsavedChangesAreOfferedForSavingBeforeAnOpen) {
+    ASSERT_TRUE(WriteBytes(mDir.Path("next.ovp"), "FrameMain::0::next\n"));
+    mpMain->mStrProjectPath = mDir.Path("mine.ovp");
+    mpMain->mbProjectFileCurrent = true;
+    auto edit = [] {
+        GpCUndo->PushCommandPair("x", "y");
+        GpCUndo->Skip();
+    };
+    {
+        SCOPED_TRACE("unmodified: no question");
+        EXPECT_TRUE(mpMain->CheckUnsavedChanges());
+        EXPECT_TRUE(mFrame.mVStrAsked.empty());
+    }
+    edit();
+    {
+        SCOPED_TRACE("Cancel, or closing the question: nothing opens");
+        for (int answer : {int(Main_cls::ANSWER_CANCEL), -1}) {
+            mFrame.mAnswer = answer;
+            EXPECT_FALSE(mpMain->OpenProject(mDir.Path("next.ovp")));
+            EXPECT_EQ(mFrame.mStrLayout, "single");
+            EXPECT_TRUE(mpMain->IsProjectModified());
+        }
+        ASSERT_EQ(mFrame.mVStrAsked.size(), 2u);
+        EXPECT_EQ(mFrame.mVStrAsked[0], "Unsaved changes: Save the changes to \"" + mDir.Path("mine.ovp") +
+                                            "\" before it is closed?");
+        EXPECT_FALSE(wxFileExists(mDir.Path("mine.ovp")));
+    }
+    {
+        SCOPED_TRACE("Save: the project is written to its file, then the other opens");
+        mFrame.mAnswer = Main_cls::ANSWER_SAVE;
+        EXPECT_TRUE(mpMain->OpenProject(mDir.Path("next.ovp")));
+        EXPECT_EQ(ReadBytes(mDir.Path("mine.ovp")).rfind("FrameMain::0::single", 0), 0u);
+        EXPECT_EQ(mFrame.mStrLayout, "next");
+        EXPECT_FALSE(mpMain->IsProjectModified());
+    }
+    {
+        SCOPED_TRACE("Discard: opened without saving");
+        edit();
+        mFrame.mStrLayout = "changed";
+        mFrame.mAnswer = Main_cls::ANSWER_DISCARD;
+        EXPECT_TRUE(mpMain->OpenProject(mDir.Path("mine.ovp")));
+        EXPECT_EQ(mFrame.mStrLayout, "single");
+        EXPECT_EQ(ReadBytes(mDir.Path("next.ovp")), "FrameMain::0::next\n");
+    }
+    {
+        SCOPED_TRACE("Save of a new project whose name is not given: nothing opens");
+        edit();
+        mpMain->mStrProjectPath.clear();
+        mpMain->mbProjectFileCurrent = false;
+        mFrame.mStrAnswer.clear();
+        mFrame.mAnswer = Main_cls::ANSWER_SAVE;
+        EXPECT_FALSE(mpMain->OpenProject(mDir.Path("next.ovp")));
+        EXPECT_TRUE(mFrame.mVStrAsked.back().Contains("Save the changes to the new project"));
+        EXPECT_EQ(mFrame.mStrLayout, "single");
+    }
+}
+
+TEST_F(MainTest, ARecentProjectThatMovedIsOfferedForRemoval) {
+    ASSERT_TRUE(WriteBytes(mDir.Path("here.ovp"), "FrameMain::0::here\n"));
+    mpMain->PushBackRecent(mDir.Path("here.ovp"));
+    mpMain->PushBackRecent(mDir.Path("gone.ovp"));
+    mpMain->PushBackRecent(mDir.Path("moved.ovp"));
+    {
+        LogCapture_cls log;
+        mFrame.mAnswer = 1; // keep it
+        EXPECT_FALSE(mpMain->OpenRecentProject(0));
+        EXPECT_TRUE(
+            log.Contains("The recent project \"" + mDir.Path("moved.ovp") + "\" is not there any more."));
+        ASSERT_EQ(mFrame.mVStrAsked.size(), 1u);
+        EXPECT_TRUE(mFrame.mVStrAsked[0].Contains("Remove it from the recent list?"));
+        EXPECT_EQ(mpMain->GetStrRecent(0), mDir.Path("moved.ovp"));
+    }
+    {
+        LogCapture_cls log;
+        mFrame.mAnswer = 0; // remove it: the others move up
+        EXPECT_FALSE(mpMain->OpenRecentProject(1));
+        EXPECT_EQ(mpMain->GetStrRecent(0), mDir.Path("moved.ovp"));
+        EXPECT_EQ(mpMain->GetStrRecent(1), mDir.Path("here.ovp"));
+        EXPECT_TRUE(mpMain->GetStrRecent(2).empty());
+    }
+    EXPECT_FALSE(mpMain->OpenRecentProject(5)); // an empty slot does nothing
+    EXPECT_EQ(mFrame.mVStrAsked.size(), 2u);
+    EXPECT_TRUE(mpMain->OpenRecentProject(1));
+    EXPECT_EQ(mFrame.mStrLayout, "here");
 }

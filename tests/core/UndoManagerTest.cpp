@@ -140,3 +140,48 @@ TEST_F(UndoTest, ItemCommandsGoThroughUndo) {
     GpCUndo->Undo();
     EXPECT_EQ(pref.GetRelativePath(), 0);
 }
+
+TEST_F(UndoTest, ModifiedFollowsTheIndexAgainstTheSavedOne) {
+    UndoManager_cls& undo = *GpCUndo;
+    EXPECT_FALSE(undo.IsModified());
+    Edit("1");
+    EXPECT_TRUE(undo.IsModified());
+    undo.Undo();
+    EXPECT_FALSE(undo.IsModified()) << "undoing back to the opened state";
+    undo.Redo();
+    Edit("2");
+    undo.MarkSaved();
+    EXPECT_FALSE(undo.IsModified());
+    {
+        SCOPED_TRACE("undo and redo around the saved state");
+        undo.Undo();
+        EXPECT_TRUE(undo.IsModified());
+        undo.Redo();
+        EXPECT_FALSE(undo.IsModified());
+    }
+    {
+        SCOPED_TRACE("an empty block leaves no trace, so no change");
+        undo.OpenBlock("Empty");
+        undo.CloseBlock("Empty");
+        EXPECT_FALSE(undo.IsModified());
+    }
+    {
+        SCOPED_TRACE("a new edit after an undo cuts off the saved state for good");
+        undo.Undo();
+        Edit("3");
+        EXPECT_EQ(undo.GetCurrent(), 2); // the same index as at the save, yet another state
+        EXPECT_TRUE(undo.IsModified());
+        undo.Undo();
+        EXPECT_TRUE(undo.IsModified());
+    }
+    {
+        SCOPED_TRACE("a popped pair that the saved state needed");
+        undo.Redo();
+        undo.MarkSaved();
+        undo.Undo();
+        undo.PopCommandPair();
+        EXPECT_TRUE(undo.IsModified());
+    }
+    undo.Clear(); // what every file load ends with
+    EXPECT_FALSE(undo.IsModified());
+}

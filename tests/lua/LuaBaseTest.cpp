@@ -79,7 +79,7 @@ TEST(LuaBase, SyntaxErrorIsReportedWithContext) {
     LuaBase_cls lua;
     EXPECT_FALSE(Open(lua, ScriptOf("x", "return x +"), "Size"));
     ASSERT_EQ(sink.Count(), 1u);
-    EXPECT_EQ(sink.Last(), "[string \"function script(x)...\"]:3: unexpected symbol near 'end'::Size");
+    EXPECT_EQ(sink.Last(), "expression:3: unexpected symbol near 'end'::Size");
     // The state stays open but has no entry point: a call fails and is reported, never crashes.
     ASSERT_TRUE(lua.IsLuaOpen());
     EXPECT_EQ(lua_gettop(lua.mpLuaState), 0);
@@ -97,9 +97,8 @@ TEST(LuaBase, RuntimeErrorIsReportedAndStateStaysUsable) {
     EXPECT_FALSE(lua.CallScript(&in, 1, &out, 1, "return x*3"));
     EXPECT_EQ(out, 42);
     ASSERT_EQ(sink.Count(), 1u);
-    EXPECT_EQ(sink.Last(),
-              "[string \"function script(x)...\"]:2: attempt to perform arithmetic on a nil value (global "
-              "'nothing')::return x*3");
+    EXPECT_EQ(sink.Last(), "expression:2: attempt to perform arithmetic on a nil value (global "
+                           "'nothing')::return x*3");
     EXPECT_EQ(lua_gettop(lua.mpLuaState), 0) << "the message is popped";
 
     in = 2;
@@ -139,7 +138,7 @@ TEST(LuaBase, EndlessLoopsAreStoppedAndReported) {
         EXPECT_EQ(out, 9) << "the caller keeps its key-framed value";
         ASSERT_EQ(sink.Count(), 1u);
         // The line of the loop leads (coroutine.wrap adds its own position in front of that).
-        EXPECT_TRUE(sink.Last().StartsWith("[string \"function script(x)...\"]:2: ")) << sink.Last();
+        EXPECT_TRUE(sink.Last().StartsWith("expression:2: ")) << sink.Last();
         EXPECT_TRUE(sink.Last().Contains("script stopped after 50000000 instructions (endless loop?)"));
         EXPECT_TRUE(sink.Last().EndsWith("::Loop"));
 
@@ -283,9 +282,8 @@ TEST(LuaBase, PrintGoesToStandardOutput) {
         EXPECT_FALSE(lua.CallScript(nullptr, 0, nullptr, 0, "P"));
         EXPECT_EQ(cout.Text(), "1 a b 2.5 \n\n") << "the last print raised before it wrote";
     }
-    EXPECT_EQ(sink.Last(),
-              "[string \"function script()...\"]:2: bad argument #1 to 'print' (string expected, got "
-              "boolean)::P");
+    EXPECT_EQ(sink.Last(), "expression:2: bad argument #1 to 'print' (string expected, got "
+                           "boolean)::P");
 }
 
 TEST(LuaBase, COutErrorMessageWritesAndClears) {

@@ -60,13 +60,12 @@ TEST(LuaMiniCalc, BadInputGivesZeroAndAReport) {
         const char* strExpr;
         const char* strReport; // empty: no report
     } cases[] = {
-        {"5+", "[string \"function script()...\"]:3: unexpected symbol near 'end'::MiniCalc::DoString::"},
-        {"*3", "[string \"function script()...\"]:2: unexpected symbol near '*'::MiniCalc::DoString::"},
-        {"x+1", "[string \"function script()...\"]:2: attempt to perform arithmetic on a nil value (global "
+        {"5+", "expression:2: unexpected symbol near 'end'::MiniCalc::DoString::"},
+        {"*3", "expression:1: unexpected symbol near '*'::MiniCalc::DoString::"},
+        {"x+1", "expression:1: attempt to perform arithmetic on a nil value (global "
                 "'x')::MiniCalc::"},
-        {"'a'+1",
-         "[string \"function script()...\"]:2: attempt to perform arithmetic on a string value::MiniCalc::"},
-        {"error('typed')", "[string \"function script()...\"]:2: typed::MiniCalc::"},
+        {"'a'+1", "expression:1: attempt to perform arithmetic on a string value::MiniCalc::"},
+        {"error('typed')", "expression:1: typed::MiniCalc::"},
         {"", ""},      // "return" of nothing: nil reads as 0
         {"'abc'", ""}, // a result that is no number reads as 0
         {"{}", ""},

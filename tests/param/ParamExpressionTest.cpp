@@ -196,3 +196,27 @@ TEST_F(ParamExpressionTest, ACopyCompilesItsOwnState) {
     mMapGroups.clear();
     EXPECT_EQ(Eval(copy, 0.5), std::vector<double>{6.0});
 }
+
+// Errors name the line of the user's own text, not the line inside the function built around it.
+TEST_F(ParamExpressionTest, ErrorsGiveTheLineOfTheUsersText) {
+    const struct {
+        const char* pText;
+        const char* pReport;
+    } vCases[] = {
+        {"return s + nothing",
+         "expression:1: attempt to perform arithmetic on a nil value (global 'nothing')"},
+        {"local k = 3\nlocal j = 4\nreturn s + k + nothing",
+         "expression:3: attempt to perform arithmetic on a nil value (global 'nothing')"},
+        {"local k = 3\nreturn s *", "expression:3: unexpected symbol near 'end'"}, // Lua sees the end
+        {"local k = = 3\nreturn s", "expression:1: unexpected symbol near '='"},
+    };
+    for (const auto& c : vCases) {
+        SCOPED_TRACE(c.pText);
+        mSink.mVStrTexts.clear();
+        ParamGroup_cls group("Size", Names({"s"}));
+        SetExpression(group, c.pText);
+        Eval(group, 0.5);
+        ASSERT_FALSE(mSink.mVStrTexts.empty());
+        EXPECT_TRUE(mSink.mVStrTexts[0].StartsWith(wxString(c.pReport) + "::")) << mSink.mVStrTexts[0];
+    }
+}

@@ -56,9 +56,12 @@ TEST_F(LuaFixture, StateIsKeptBetweenLinesAndErrorsGoToTheOutput) {
     EXPECT_TRUE(strSyntax.Contains("unexpected")) << strSyntax;
     const wxString strRuntime = Run("error('stop here')");
     EXPECT_TRUE(strRuntime.Contains("stop here")) << strRuntime;
+    // Messages name the line of the typed text, whatever the console wraps around it.
+    EXPECT_EQ(Run("x = 1\ny = 2\nerror('third')"), "console:3: third\n");
+    EXPECT_EQ(Run("x = = 1"), "console:1: unexpected symbol near '='\n");
     // The state survives both.
     EXPECT_EQ(Run("print(counter)"), "42 \n");
-    EXPECT_EQ(mConsole.mVStrHistory.size(), 5u);
+    EXPECT_EQ(mConsole.mVStrHistory.size(), 7u);
     EXPECT_EQ(mConsole.mVStrHistory[1], "counter = counter + 1 print(counter)");
     EXPECT_TRUE(mSink.mVStrTexts.empty());
 }

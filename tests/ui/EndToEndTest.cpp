@@ -68,10 +68,10 @@ size_t CountColours(const wxImage& image, const wxRect& rect) {
     return colours.size();
 }
 
-// The centres of ribbon tools, relative to the window's origin, in a main window of the
-// program's size: the ribbon lays out the same there as in the program. (-1, -1) for a tool
-// that was not found.
-std::vector<wxPoint> FindToolPoints(const std::vector<int>& vIds) {
+// The rectangles of ribbon tools, relative to the window's origin, in a main window of the
+// program's size: the ribbon lays out the same there as in the program. An empty rectangle for a
+// tool that was not found.
+std::vector<wxRect> FindToolRects(const std::vector<int>& vIds) {
     PrepareWindowResources();
     auto* pProbe = new FrameMain_cls("Orvantis4 probe", nullptr, 0, 0, 1280, 960);
     pProbe->Show();
@@ -80,20 +80,50 @@ std::vector<wxPoint> FindToolPoints(const std::vector<int>& vIds) {
         wxTheApp->Yield(true);
         wxMilliSleep(10);
     }
-    std::vector<wxPoint> vPoints;
+    std::vector<wxRect> vRects;
     for (int id : vIds) {
-        wxPoint point(-1, -1);
+        wxRect rectTool;
         if (wxRibbonToolBar* pBar = pProbe->GetPCRibbon()->GetToolBar(id)) {
             wxRect rect = pBar->GetToolRect(id);
             if (!rect.IsEmpty())
-                point = pBar->ClientToScreen(rect.GetPosition() + wxSize(rect.width / 2, rect.height / 2)) -
-                        pProbe->GetScreenPosition();
+                rectTool = wxRect(pBar->ClientToScreen(rect.GetPosition()) - pProbe->GetScreenPosition(),
+                                  rect.GetSize());
         }
-        vPoints.push_back(point);
+        vRects.push_back(rectTool);
     }
     pProbe->Destroy();
     wxTheApp->ProcessPendingEvents();
+    return vRects;
+}
+
+// The centres of the tools; (-1, -1) for a tool that was not found.
+std::vector<wxPoint> FindToolPoints(const std::vector<int>& vIds) {
+    std::vector<wxPoint> vPoints;
+    for (const wxRect& rect : FindToolRects(vIds))
+        vPoints.push_back(rect.IsEmpty() ? wxPoint(-1, -1)
+                                         : rect.GetPosition() + wxSize(rect.width / 2, rect.height / 2));
     return vPoints;
+}
+
+// Waits until a top-level window whose name starts with the prefix is shown (or, with bGone,
+// until none is); false when that did not happen within the time.
+bool WaitForWindow(const std::string& strPrefix, bool bGone, int seconds) {
+    auto end = Clock::now() + std::chrono::seconds(seconds);
+    while (Clock::now() < end) {
+        if ((X11Support::CountWindows(strPrefix) > 0) != bGone)
+            return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return false;
+}
+
+// Gives the keyboard to the named window (there is no window manager to do it) and presses keys.
+bool PressKeysIn(const std::string& strNameRegex, const std::string& strKeys) {
+    std::string strFocus = "xdotool search --onlyvisible --name '" + strNameRegex + "' windowfocus --sync";
+    if (system(strFocus.c_str()) != 0)
+        return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    return system(("xdotool key " + strKeys).c_str()) == 0;
 }
 
 // Runs a shell command and gives back its first line of output.
@@ -128,7 +158,65 @@ size_t CountChangedPixels(const wxImage& a, const wxImage& b, const wxRect& rect
     return changed;
 }
 
+// A copy of the program in a fresh folder (the settings it writes beside itself land there),
+// started with its output in two files there; killed at the end if it still runs.
+class ProgramRun_cls {
+public:
+    explicit ProgramRun_cls(const TempDir_cls& temp) : mTemp(temp) {}
+    ~ProgramRun_cls() {
+        if (mPid > 0 && waitpid(mPid, nullptr, WNOHANG) == 0) {
+            kill(mPid, SIGKILL);
+            waitpid(mPid, nullptr, 0);
+        }
+    }
+    ProgramRun_cls(const ProgramRun_cls&) = delete;
+    ProgramRun_cls& operator=(const ProgramRun_cls&) = delete;
+
+    // Starts it and waits for its window and start-up line; the window's id on success.
+    std::string Start() {
+        const std::string strExe = std::string(mTemp.Path("orvantis4").utf8_str());
+        if (!wxCopyFile(ORV_GUI_EXE, mTemp.Path("orvantis4")))
+            return std::string();
+        chmod(strExe.c_str(), 0755);
+        mPid = StartProgram(strExe, std::string(mTemp.Path("stdout.txt").utf8_str()),
+                            std::string(mTemp.Path("stderr.txt").utf8_str()));
+        if (mPid <= 0)
+            return std::string();
+        auto end = Clock::now() + std::chrono::seconds(30);
+        while (Clock::now() < end &&
+               (ReadBytes(mTemp.Path("stdout.txt")).find("Orvantis4 start-up:") == std::string::npos ||
+                X11Support::CountWindows("Orvantis4 ver") == 0))
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        if (X11Support::CountWindows("Orvantis4 ver") == 0)
+            return std::string();
+        return FirstLineOf("xdotool search --onlyvisible --name '^Orvantis4 ver' 2>/dev/null");
+    }
+    // The exit code, -1 when it did not end within the time.
+    int WaitForEnd(int seconds) {
+        int code = WaitForExit(mPid, seconds);
+        if (code >= 0)
+            mPid = -1;
+        return code;
+    }
+    std::string Err() const { return ReadBytes(mTemp.Path("stderr.txt")); }
+
+private:
+    const TempDir_cls& mTemp;
+    pid_t mPid = -1;
+};
+
 } // namespace
+
+// The tests that click need a display, a GUI toolkit and xdotool; they take screenshots in PNG.
+#define SKIP_WITHOUT_DISPLAY_OR_XDOTOOL()                                                                    \
+    do {                                                                                                     \
+        if (!X11Support::IsDisplayReachable() || !IsGuiAvailable())                                          \
+            GTEST_SKIP() << "no display: the end-to-end test needs one (run under xvfb-run)";                \
+        if (!wxFileExists("/usr/bin/xdotool"))                                                               \
+            GTEST_SKIP() << "xdotool is not installed";                                                      \
+        if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))                                                        \
+            wxImage::AddHandler(new wxPNGHandler);                                                           \
+    } while (0)
 
 TEST(EndToEndTest, TheProgramShowsItsWindowAndQuitsWritingItsSettings) {
     if (!X11Support::IsDisplayReachable())
@@ -210,12 +298,7 @@ TEST(EndToEndTest, TheProgramShowsItsWindowAndQuitsWritingItsSettings) {
 // item (Box) is taken with the keyboard, and the outliner at the right shows the new object;
 // a click on Undo takes it away again.
 TEST(EndToEndTest, AddingABoxFromTheRibbonShowsItInTheOutlinerAndUndoTakesItBack) {
-    if (!X11Support::IsDisplayReachable() || !IsGuiAvailable())
-        GTEST_SKIP() << "no display: the end-to-end test needs one (run under xvfb-run)";
-    if (!wxFileExists("/usr/bin/xdotool"))
-        GTEST_SKIP() << "xdotool is not installed";
-    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
-        wxImage::AddHandler(new wxPNGHandler);
+    SKIP_WITHOUT_DISPLAY_OR_XDOTOOL();
     const std::vector<wxPoint> vPoints = FindToolPoints({ID_RBN_NEW_OBJ, ID_RBN_UNDO});
     const wxPoint point = vPoints[0], pointUndo = vPoints[1];
     ASSERT_GE(point.x, 0);
@@ -224,29 +307,9 @@ TEST(EndToEndTest, AddingABoxFromTheRibbonShowsItInTheOutlinerAndUndoTakesItBack
     ASSERT_GE(pointUndo.y, 0);
 
     TempDir_cls temp;
-    std::string strExe = std::string(temp.Path("orvantis4").utf8_str());
-    ASSERT_TRUE(wxCopyFile(ORV_GUI_EXE, temp.Path("orvantis4")));
-    chmod(strExe.c_str(), 0755);
-    pid_t pid = StartProgram(strExe, std::string(temp.Path("stdout.txt").utf8_str()),
-                             std::string(temp.Path("stderr.txt").utf8_str()));
-    ASSERT_GT(pid, 0);
-    struct Reaper {
-        pid_t pid;
-        ~Reaper() {
-            if (pid > 0 && waitpid(pid, nullptr, WNOHANG) == 0) {
-                kill(pid, SIGKILL);
-                waitpid(pid, nullptr, 0);
-            }
-        }
-    } reaper{pid};
-    auto end = Clock::now() + std::chrono::seconds(30);
-    while (Clock::now() < end &&
-           (ReadBytes(temp.Path("stdout.txt")).find("Orvantis4 start-up:") == std::string::npos ||
-            X11Support::CountWindows("Orvantis4 ver") == 0))
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    ASSERT_GT(X11Support::CountWindows("Orvantis4 ver"), 0) << ReadBytes(temp.Path("stderr.txt"));
-    std::string strWindow = FirstLineOf("xdotool search --onlyvisible --name '^Orvantis4 ver' 2>/dev/null");
-    ASSERT_FALSE(strWindow.empty());
+    ProgramRun_cls run(temp);
+    const std::string strWindow = run.Start();
+    ASSERT_FALSE(strWindow.empty()) << run.Err();
     std::this_thread::sleep_for(std::chrono::milliseconds(1500));
 
     wxString strShotDir = wxString(ORV_BUILD_DIR) + "/ui-screenshots";
@@ -286,9 +349,93 @@ TEST(EndToEndTest, AddingABoxFromTheRibbonShowsItInTheOutlinerAndUndoTakesItBack
     EXPECT_EQ(CountChangedPixels(before, undone, wxRect(950, 150, 320, 250)), 0u);
 
     EXPECT_GT(X11Support::AskWindowsToClose("Orvantis4 ver"), 0);
-    int exitCode = WaitForExit(pid, 20);
-    reaper.pid = exitCode >= 0 ? -1 : pid;
-    EXPECT_EQ(exitCode, 0) << ReadBytes(temp.Path("stderr.txt"));
+    EXPECT_EQ(run.WaitForEnd(20), 0) << run.Err();
+}
+
+// A new user opens random bytes from the recent list: the program refuses them with a notice
+// that names the file, and the scene and outliner stay as they were. After an edit, closing asks
+// about the unsaved changes: Cancel keeps the program, Discard lets it end.
+TEST(EndToEndTest, ARandomFileIsRefusedAndClosingAsksAboutTheEdit) {
+    SKIP_WITHOUT_DISPLAY_OR_XDOTOOL();
+    const std::vector<wxRect> vRects = FindToolRects({ID_RBN_OPEN_RECENT, ID_RBN_NEW_OBJ});
+    ASSERT_FALSE(vRects[0].IsEmpty());
+    ASSERT_FALSE(vRects[1].IsEmpty());
+    // The recent tool is split: its left part opens the newest recent file, the arrow a menu.
+    const wxPoint pointRecent(vRects[0].x + vRects[0].width / 4, vRects[0].y + vRects[0].height / 3);
+    const wxPoint pointAdd = vRects[1].GetPosition() + wxSize(vRects[1].width / 2, vRects[1].height / 2);
+
+    TempDir_cls temp;
+    std::string noise(8192, '\0');
+    unsigned seed = 12345;
+    for (char& c : noise) {
+        seed = seed * 1103515245u + 12345u;
+        c = static_cast<char>(seed >> 16);
+    }
+    const wxString strJunk = temp.Path("downloaded.ovp");
+    ASSERT_TRUE(WriteBytes(strJunk, noise));
+    ASSERT_TRUE(WriteBytes(temp.Path("Orvantis4Recent.txt"), std::string(strJunk.utf8_str()) + "\n"));
+
+    ProgramRun_cls run(temp);
+    const std::string strWindow = run.Start();
+    ASSERT_FALSE(strWindow.empty()) << run.Err();
+    const std::string strTitle = FirstLineOf("xdotool getwindowname " + strWindow);
+    std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+
+    wxString strShotDir = wxString(ORV_BUILD_DIR) + "/ui-screenshots";
+    wxFileName::Mkdir(strShotDir, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
+    wxImage before, refused, edited;
+    ASSERT_TRUE(TakeScreenshot(strShotDir + "/refused-before.png", before));
+
+    auto click = [&strWindow](const wxPoint& point) {
+        std::string strClick = "xdotool mousemove --window " + strWindow + " " + std::to_string(point.x) +
+                               " " + std::to_string(point.y) + " click 1";
+        return system(strClick.c_str()) == 0;
+    };
+    ASSERT_TRUE(click(pointRecent));
+    ASSERT_TRUE(WaitForWindow("Error", false, 10)) << run.Err();
+    const std::string strErr = run.Err();
+    EXPECT_NE(strErr.find("Cannot open \"" + std::string(strJunk.utf8_str()) + "\": not a project file."),
+              std::string::npos)
+        << strErr;
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    ASSERT_TRUE(TakeScreenshot(strShotDir + "/refused-notice.png", refused));
+    ASSERT_TRUE(PressKeysIn("^Error$", "Return"));
+    ASSERT_TRUE(WaitForWindow("Error", true, 10));
+    EXPECT_EQ(system(("xdotool mousemove --window " + strWindow + " 600 600").c_str()), 0);
+    std::this_thread::sleep_for(std::chrono::milliseconds(800));
+    ASSERT_TRUE(TakeScreenshot(strShotDir + "/refused-after.png", refused));
+    // The outliner (upper right) and the 3D view with the timeline (left) are as they were; the
+    // title still names no file.
+    EXPECT_EQ(CountChangedPixels(before, refused, wxRect(950, 150, 320, 250)), 0u);
+    EXPECT_EQ(CountChangedPixels(before, refused, wxRect(0, 300, 900, 500)), 0u);
+    EXPECT_EQ(FirstLineOf("xdotool getwindowname " + strWindow), strTitle);
+
+    // An edit: a box from the Add menu. The outliner shows it and the title marks the change.
+    ASSERT_TRUE(click(pointAdd));
+    std::this_thread::sleep_for(std::chrono::milliseconds(700));
+    ASSERT_EQ(system("xdotool key Down Return"), 0);
+    std::this_thread::sleep_for(std::chrono::milliseconds(1200));
+    EXPECT_EQ(system(("xdotool mousemove --window " + strWindow + " 600 600").c_str()), 0);
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    ASSERT_TRUE(TakeScreenshot(strShotDir + "/refused-edited.png", edited));
+    EXPECT_GT(CountChangedPixels(refused, edited, wxRect(950, 150, 320, 250)), 20u);
+    EXPECT_EQ(FirstLineOf("xdotool getwindowname " + strWindow), strTitle + " *");
+
+    // Close: Cancel keeps the program running with its window.
+    EXPECT_GT(X11Support::AskWindowsToClose("Orvantis4 ver"), 0);
+    ASSERT_TRUE(WaitForWindow("Unsaved changes", false, 10)) << run.Err();
+    ASSERT_TRUE(PressKeysIn("^Unsaved changes$", "Escape"));
+    ASSERT_TRUE(WaitForWindow("Unsaved changes", true, 10));
+    EXPECT_EQ(run.WaitForEnd(2), -1);
+    EXPECT_GT(X11Support::CountWindows("Orvantis4 ver"), 0);
+
+    // Close again: Discard ends it.
+    EXPECT_GT(X11Support::AskWindowsToClose("Orvantis4 ver"), 0);
+    ASSERT_TRUE(WaitForWindow("Unsaved changes", false, 10));
+    ASSERT_TRUE(PressKeysIn("^Unsaved changes$", "alt+d"));
+    EXPECT_EQ(run.WaitForEnd(20), 0) << run.Err();
+    // Nothing was written over the refused file.
+    EXPECT_EQ(ReadBytes(strJunk), noise);
 }
 
 #endif

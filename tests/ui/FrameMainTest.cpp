@@ -39,11 +39,15 @@ TEST_F(FrameMainTest, StatusBarHasSixFieldsWithGaugesAndAnAbortButton) {
     wxStatusBar* pStatus = mpFrame->GetStatusBar();
     ASSERT_NE(pStatus, nullptr);
     ASSERT_EQ(pStatus->GetFieldsCount(), 6);
+    // No placeholder texts: every field starts empty but the recording state.
     for (int i = 0; i < 6; ++i)
-        EXPECT_EQ(pStatus->GetStatusText(i), wxString::Format("field_%d", i));
-    const int vWidths[] = {180, 180, 180, 180, -1, 120};
-    for (int i = 0; i < 6; ++i)
+        EXPECT_EQ(pStatus->GetStatusText(i), i == 4 ? wxString("Not Recording") : wxString()) << i;
+    const int vWidths[] = {180, 180, 180, 180, -1};
+    for (int i = 0; i < 5; ++i)
         EXPECT_EQ(pStatus->GetStatusWidth(i), vWidths[i]) << i;
+    // The memory field holds its text.
+    EXPECT_GE(pStatus->GetStatusWidth(5), 120);
+    EXPECT_GT(pStatus->GetStatusWidth(5), pStatus->GetTextExtent("99999MB 99999MB(Tex)").x);
 
     wxRect rect1, rect3;
     ASSERT_TRUE(pStatus->GetFieldRect(1, rect1));
@@ -96,14 +100,14 @@ TEST_F(FrameMainTest, EscapeLeavesFullScreenUnlessATextWidgetHasTheFocus) {
 
     mpFrame->ShowFullScreen(true, wxFULLSCREEN_ALL);
     pRibbon->Hide();
-    mpFrame->SetStatusText("text", 0);
+    mpFrame->mStrFocusName = "text";
     mpFrame->OnKeyDown(key);
     EXPECT_EQ(shortcutCalls, 0);
     EXPECT_TRUE(mpFrame->IsFullScreen());
     EXPECT_FALSE(pRibbon->IsShown());
     EXPECT_TRUE(key.GetSkipped());
 
-    mpFrame->SetStatusText("VIEW3D", 0);
+    mpFrame->mStrFocusName = "VIEW3D";
     mpFrame->OnKeyDown(key);
     EXPECT_EQ(shortcutCalls, 1);
     EXPECT_FALSE(mpFrame->IsFullScreen());

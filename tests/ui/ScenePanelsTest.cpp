@@ -1,7 +1,7 @@
 // The panels on the scene: the outliner, the ribbon's Add tools, the object page of the property
 // panel, the console and the text editor, in one window with the scene services, each edit
 // checked as do and undo through the controller's commands.
-#include "UiFixture.h"
+#include "ScenePanelsFixture.h"
 
 #include "ClassProvider_cls.h"
 #include "ConsolePanel_cls.h"
@@ -24,106 +24,7 @@
 #include <iterator>
 #include <sstream>
 
-namespace {
-
-// Outliner and property panel over the console and the text editor.
-const char* const gLayout = "SplittableWindow::SeparatePanel::V::500\n"
-                            "PanelA\n"
-                            "SplittableWindow::SeparatePanel::H::300\n"
-                            "PanelA\n"
-                            "SplittableWindow::Panel\n"
-                            "wxPanelEX::OUTLINER\n"
-                            "SplittableWindow::Close\n"
-                            "PanelB\n"
-                            "SplittableWindow::Panel\n"
-                            "wxPanelEX::PROPERTY\n"
-                            "SplittableWindow::Close\n"
-                            "SplittableWindow::Close\n"
-                            "PanelB\n"
-                            "SplittableWindow::SeparatePanel::H::300\n"
-                            "PanelA\n"
-                            "SplittableWindow::Panel\n"
-                            "wxPanelEX::CONSOLE\n"
-                            "SplittableWindow::Close\n"
-                            "PanelB\n"
-                            "SplittableWindow::Panel\n"
-                            "wxPanelEX::TEXT_EDITOR\n"
-                            "SplittableWindow::Close\n"
-                            "SplittableWindow::Close\n"
-                            "SplittableWindow::Close\n"
-                            "FrameMain::Close\n";
-
-const std::vector<wxString> gDefaultScene = {"World", "Initial Light", "Box", "Camera"};
-
-void SendRibbonClick(wxWindow* pFrame, int id) {
-    wxRibbonToolBarEvent event(wxEVT_RIBBONTOOLBAR_CLICKED, id);
-    event.SetEventObject(pFrame);
-    pFrame->GetEventHandler()->ProcessEvent(event);
-}
-
-void SendTextEnter(wxTextCtrl* pText, const wxString& strValue) {
-    pText->ChangeValue(strValue);
-    wxCommandEvent event(wxEVT_TEXT_ENTER, pText->GetId());
-    event.SetEventObject(pText);
-    event.SetString(strValue);
-    pText->GetEventHandler()->ProcessEvent(event);
-}
-
-} // namespace
-
-class ScenePanelsTest : public UiFixture {
-protected:
-    // The outliner and the property pages show the scene.
-    void RegisterLayers() override {
-        RegisterServices<ServiceLayer_enum::Scene>();
-        RegisterPanelMakers();
-    }
-
-    void SetUp() override {
-        UiFixture::SetUp();
-        if (IsSkipped())
-            return;
-        // Straight to the frame: opening it as a project would clear the default scene.
-        std::wistringstream stream(std::wstring(wxString(gLayout).wc_str()));
-        ASSERT_TRUE(mpFrame->ReadStrLine(stream, "FrameMain", "0::1000::800"));
-        mpFrame->Layout();
-        for (wxPanelEX* p : Leaves()) {
-            if (auto* pOutliner = dynamic_cast<Outliner_cls*>(p))
-                mpOutliner = pOutliner;
-            if (auto* pProperty = dynamic_cast<Property_cls*>(p))
-                mpPage = pProperty->mpCPageObject;
-            if (auto* pConsole = dynamic_cast<ConsolePanel_cls*>(p))
-                mpConsole = pConsole;
-            if (auto* pEditor = dynamic_cast<TextEntryCtrl_cls*>(p))
-                mpEditor = pEditor;
-        }
-        ASSERT_TRUE(mpOutliner && mpPage && mpConsole && mpEditor);
-        ASSERT_NE(GpCSceneObjCtrl, nullptr);
-        ASSERT_NE(GpCUndo, nullptr);
-    }
-
-    void TearDown() override {
-        UiFixture::TearDown();
-        UnregisterPanelMakers();
-    }
-
-    // What the idle pass does with the queued panel names.
-    void Flush() { mpMain->UpdatePanelsFlush(); }
-    std::vector<wxString> Shown() {
-        Flush();
-        return mpOutliner->GetVStrShownNames();
-    }
-    SceneObj_cls* Obj(const wxString& strName) { return GpCSceneObjCtrl->GetPCFromName(strName); }
-    double Value(const wxString& strObj, const wxString& strGroup, int member) {
-        ParamGroup_cls* pGroup = Obj(strObj)->GetPCParamGroup(wxString(), strGroup);
-        return pGroup->mVCParam.at(member).GetValue(0.0);
-    }
-
-    Outliner_cls* mpOutliner = nullptr;
-    PropertyObject_cls* mpPage = nullptr;
-    ConsolePanel_cls* mpConsole = nullptr;
-    TextEntryCtrl_cls* mpEditor = nullptr;
-};
+using ScenePanelsTest = ScenePanelsFixture;
 
 TEST_F(ScenePanelsTest, OutlinerShowsTheDefaultSceneInTreeOrder) {
     EXPECT_EQ(mpOutliner->GetVStrShownNames(), gDefaultScene);
@@ -364,10 +265,37 @@ TEST_F(ScenePanelsTest, TextEditorSetsAGroupsExpressionThroughUndo) {
 
     const wxString strExpr = "local a = 1\nreturn Value[1] + a, Value[2], Value[3]";
     mpEditor->mpCText->ChangeValue(strExpr);
+    ASSERT_FALSE(pGroup->mCUseExpr.GetBodyBOOL());
+    EXPECT_EQ(mpEditor->mpCState->GetLabel(), "The expression is off: Apply turns it on.");
     EXPECT_TRUE(mpEditor->ApplyExpression());
     EXPECT_EQ(pGroup->mCExpression.GetBodySTR(), strExpr);
+    // Applying turns the expression on, and the page marks the fields it drives.
+    EXPECT_TRUE(pGroup->mCUseExpr.GetBodyBOOL());
+    EXPECT_EQ(mpEditor->mpCState->GetLabel(), "The expression is on.");
+    Flush();
+    mpPage->UpdatePanels("PROPERTY_OBJECT", false);
+    EXPECT_EQ(mpPage->mStrDriver[0][0], "Expression");
+    EXPECT_EQ(mpPage->mpCField[0][0]->GetToolTipText(), "Driven by the group's expression");
+    EXPECT_EQ(mpPage->mStrDriver[2][0], ""); // the scale is not driven
+    // One undo takes back the text and the switch.
     GpCUndo->Undo();
     EXPECT_EQ(pGroup->mCExpression.GetBodySTR(), strBefore);
+    EXPECT_FALSE(pGroup->mCUseExpr.GetBodyBOOL());
+    Flush();
+    mpPage->UpdatePanels("PROPERTY_OBJECT", false);
+    EXPECT_EQ(mpPage->mStrDriver[0][0], "");
+    EXPECT_FALSE(mpPage->mpCField[0][0]->GetToolTip());
+
+    SCOPED_TRACE("a field animated by keys is marked as such");
+    pGroup->SetNewKeyCommand(3.0, 0.5, "SceneObjCtrl::Obj::Box::Position::x", 2, 0.5);
+    Flush();
+    mpPage->UpdatePanels("PROPERTY_OBJECT", false);
+    // A key of the group is a key on each of its members; the other groups stay unmarked.
+    EXPECT_EQ(mpPage->mStrDriver[0][0], "Keys");
+    EXPECT_EQ(mpPage->mStrDriver[0][2], "Keys");
+    EXPECT_EQ(mpPage->mStrDriver[1][0], "");
+    EXPECT_EQ(mpPage->mpCField[0][1]->GetToolTipText(), "Animated by keys");
+    GpCUndo->Clear();
     Flush();
     mpEditor->UpdatePanels("ALL", false);
     EXPECT_EQ(mpEditor->mpCText->GetValue(), strBefore);
@@ -407,7 +335,8 @@ TEST_F(ScenePanelsTest, TextFieldsKeepTheNameThatKeepsEscapeInside) {
     if (wxWindow::FindFocus() != mpConsole->mpCInput)
         GTEST_SKIP() << "the display gives no keyboard focus to the test window";
     mpFrame->ProcIdle();
-    EXPECT_EQ(mpFrame->GetStatusBar()->GetStatusText(0), "text");
+    EXPECT_EQ(mpFrame->mStrFocusName, "text");
+    EXPECT_NE(mpFrame->GetStatusBar()->GetStatusText(0), "text"); // window names are not shown
     mpFrame->ShowFullScreen(true, wxFULLSCREEN_ALL);
     wxKeyEvent key(wxEVT_KEY_DOWN);
     key.m_keyCode = WXK_ESCAPE;

@@ -44,6 +44,12 @@ void UiFixture::SetUp() {
     PrepareWindowResources();
     ServicesFixture::SetUp();
     mpFrame = new FrameMain_cls("Orvantis4 ver test", mpMain.get(), 0, 0, 1000, 800);
+    // A modal box would block the test: a question no test expected fails it instead.
+    mpFrame->mFuncAskUser = [](const wxString& strTitle, const wxString& strMessage,
+                               const std::vector<wxString>&) {
+        ADD_FAILURE() << "unexpected question: " << strTitle << ": " << strMessage;
+        return -1;
+    };
     mpFrame->Show();
     mpFrame->Layout();
 }
