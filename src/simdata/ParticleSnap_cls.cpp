@@ -61,13 +61,14 @@ unsigned int ParticleSnap_cls::GetFlagBits() const {
 }
 
 void ParticleSnap_cls::ReadHeaderBinary(ParticleFormatClone_cls* pFormat, long long& n, double& time) {
-    ParticleFileStream_cls file;
-    if (!file.Open(mFile)) {
+    auto pFile = std::make_unique<ParticleFileStream_cls>();
+    if (!pFile->Open(mFile)) {
         printf("Read Header Fails!!\n");
         wxLogMessage("Read Header Fails!! %s", mFile);
         n = 0;
         return;
     }
+    ParticleFileStream_cls& file = *pFile;
     std::istream& stream = file.GetStream();
     const long long bytes = file.GetSize();
     const long long headerBytes = pFormat->GetHeaderByte();
@@ -101,16 +102,18 @@ void ParticleSnap_cls::ReadHeaderBinary(ParticleFormatClone_cls* pFormat, long l
     // The number in the file can only lower the count, never raise it.
     if (bHasCount && count < n)
         n = count;
+    KeepHeaderFile(std::move(pFile));
 }
 
 void ParticleSnap_cls::ReadHeaderAscii(ParticleFormatClone_cls* pFormat, long long& n, double& time) {
-    ParticleFileStream_cls file;
-    if (!file.Open(mFile)) {
+    auto pFile = std::make_unique<ParticleFileStream_cls>();
+    if (!pFile->Open(mFile)) {
         printf("Read Header Fails!!\n");
         wxLogMessage("Read Header Fails!! %s", mFile);
         n = 0;
         return;
     }
+    ParticleFileStream_cls& file = *pFile;
     std::istream& stream = file.GetStream();
     std::string line;
     long long count = -1;
@@ -135,14 +138,11 @@ void ParticleSnap_cls::ReadHeaderAscii(ParticleFormatClone_cls* pFormat, long lo
         if (!bOk)
             break;
     }
+    // A count larger than the body is a count still: the lines that are there are read and the
+    // rest stays zero, and the limit of ParticleMax= keeps a wild number from taking the memory.
     if (count >= 0) {
-        // Every particle takes at least one byte of the file: a larger number is not a count.
-        if (count > file.GetSize()) {
-            wxLogMessage("Particle count %lld in the header exceeds the %lld bytes of %s: no data read",
-                         count, file.GetSize(), mFile);
-            count = 0;
-        }
         n = count;
+        KeepHeaderFile(std::move(pFile));
         return;
     }
     stream.clear();
@@ -168,6 +168,13 @@ void ParticleSnap_cls::ReadHeaderAscii(ParticleFormatClone_cls* pFormat, long lo
     } else {
         n = lines - headerLines;
     }
+    KeepHeaderFile(std::move(pFile));
+}
+
+void ParticleSnap_cls::KeepHeaderFile(std::unique_ptr<ParticleFileStream_cls> pFile) {
+    mpHeaderFile.reset();
+    if (pFile && pFile->GetData())
+        mpHeaderFile = std::move(pFile);
 }
 
 bool ParticleSnap_cls::ReadHeader(ParticleFormatClone_cls* pFormat) {
@@ -176,6 +183,7 @@ bool ParticleSnap_cls::ReadHeader(ParticleFormatClone_cls* pFormat) {
     // The arrays may be reallocated below: a running read must end first.
     if (IsReading())
         WaitReadingThread(3);
+    mpHeaderFile.reset();
     double time = static_cast<double>(mIndex);
     long long n = 0;
     if (pFormat->GetDataType() == 1)
@@ -204,7 +212,10 @@ bool ParticleSnap_cls::ReadHeader(ParticleFormatClone_cls* pFormat) {
     else
         pFormat->GetInfoAscii(mHasVelocity, mHasType, mHasSize, mHasID, mHasIDLong, mHasValue0, mHasValue1,
                               mHasValue2, mByID);
+    // A new allocation clears the snap, the kept file with it.
+    std::unique_ptr<ParticleFileStream_cls> pKept = std::move(mpHeaderFile);
     AllocateIfNot(static_cast<int>(n));
+    mpHeaderFile = std::move(pKept);
     return true;
 }
 
@@ -265,6 +276,7 @@ void ParticleSnap_cls::Clear() {
     mSize.reset();
     for (auto& p : mValue)
         p.reset();
+    mpHeaderFile.reset();
     mAllocNumber = 0;
     mAllocFlags = 0;
     mAllocated = false;
@@ -349,6 +361,8 @@ bool ParticleSnap_cls::ReadData(ParticleFormatClone_cls* pFormat, bool async) {
     // Never two reads on one snap: a synchronous request waits for the running one.
     if (IsReading())
         WaitReadingThread(3);
+    // The header's decompressed file goes to this read or nowhere.
+    std::unique_ptr<ParticleFileStream_cls> pHeaderFile = std::move(mpHeaderFile);
     if (!mAllocated)
         return false;
     if (mReadFinished.load(std::memory_order_acquire) && mReadFile == mFile)
@@ -363,6 +377,8 @@ bool ParticleSnap_cls::ReadData(ParticleFormatClone_cls* pFormat, bool async) {
     else
         pReader = std::make_shared<ThreadParticleAsciiRead>();
     pReader->SetParameters(&mReadFinished, this, mFile, *pFormat);
+    if (pHeaderFile && pHeaderFile->GetPath() == mFile)
+        pReader->mpFile = std::move(pHeaderFile);
     wxLogMessage("Read Stert :: index = %d", mIndex);
     mReadFile = mFile;
     if (async) {
