@@ -6,6 +6,9 @@ bool ParticleFileStream_cls::Open(const wxString& strPath, bool bWhole) {
     mpStream = nullptr;
     mSize = -1;
     mpData.reset();
+    if (mFile.is_open())
+        mFile.close();
+    mFile.clear();
     // A deep copy: the stream may be handed to a reader thread.
     mStrPath = wxString(strPath.wc_str());
     if (strPath.empty())

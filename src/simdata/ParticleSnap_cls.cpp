@@ -14,6 +14,7 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 #include <string>
 
@@ -145,10 +146,18 @@ void ParticleSnap_cls::ReadHeaderAscii(ParticleFormatClone_cls* pFormat, long lo
         KeepHeaderFile(std::move(pFile));
         return;
     }
-    stream.clear();
-    stream.seekg(0, std::ios::beg);
+    // Every line is counted, as getline counts them (a last line without its newline too), in the
+    // whole file in memory, which the body read then takes over.
+    if (!file.GetData() && !file.Open(mFile, true)) {
+        n = 0;
+        return;
+    }
+    const char* data = file.GetData();
+    const size_t size = static_cast<size_t>(file.GetSize());
     long long lines = 0;
-    while (std::getline(stream, line))
+    for (const char* p = data; (p = static_cast<const char*>(memchr(p, '\n', data + size - p))); ++p)
+        ++lines;
+    if (size > 0 && data[size - 1] != '\n')
         ++lines;
     const long long headerLines = pFormat->GetHeaderLine();
     if (lines <= headerLines) {

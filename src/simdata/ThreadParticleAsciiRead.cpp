@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -29,6 +30,24 @@ std::string RestOfLine(const char* p, const char* eol) {
 const char* LineEnd(const char* p, const char* end) {
     const char* nl = static_cast<const char*>(std::memchr(p, '\n', static_cast<size_t>(end - p)));
     return nl ? nl : end;
+}
+
+// Number of newline bytes in [p, end), eight bytes at a time: a byte of a word is a newline when
+// it is zero after the xor, and the test below sets the high bit of exactly those bytes.
+long long CountNewlines(const char* p, const char* end) {
+    long long n = 0;
+    for (; p < end && (reinterpret_cast<uintptr_t>(p) & 7); ++p)
+        n += *p == '\n';
+    constexpr uint64_t kOnes = 0x0101010101010101ull, kLow7 = 0x7f7f7f7f7f7f7f7full;
+    for (; end - p >= 8; p += 8) {
+        uint64_t w;
+        std::memcpy(&w, p, 8);
+        const uint64_t x = w ^ (kOnes * '\n');
+        n += __builtin_popcountll(~(((x & kLow7) + kLow7) | x | kLow7));
+    }
+    for (; p < end; ++p)
+        n += *p == '\n';
+    return n;
 }
 
 // Bodies below this many bytes a thread are read on one thread.
@@ -169,18 +188,19 @@ void ThreadParticleAsciiRead::ReadBodyMemory(const char* body, const char* end) 
     const int threads = ParallelRun_cls::GetThreadCount(static_cast<size_t>(end - body), kBytesPerThread);
     std::vector<const char*> firstLine(threads + 1, end);
     std::vector<long long> lineCount(threads + 1, 0);
+    // A line begins at the body's start and behind every newline but one in the last byte; a range
+    // owns the lines that begin inside it.
     ParallelRun_cls::Run(threads, [&](int t) {
         size_t ini, fin;
         ParallelRun_cls::GetShare(ini, fin, t, threads, static_cast<size_t>(end - body));
+        if (fin <= ini)
+            return; // more threads than bytes: an empty range
         const char* q = body + ini;
         const char* limit = body + fin;
-        if (q > body && q[-1] != '\n')
+        if (ini > 0 && q[-1] != '\n')
             q = std::min(LineEnd(q, limit), limit) + 1;
         firstLine[t] = std::min(q, end);
-        long long count = 0;
-        for (; q < limit; ++count)
-            q = LineEnd(q, end) + 1;
-        lineCount[t] = count;
+        lineCount[t] = ini == 0 ? 1 + CountNewlines(body, limit - 1) : CountNewlines(q - 1, limit - 1);
     });
     std::vector<long long> firstIndex(threads, 0);
     for (int t = 1; t < threads; ++t)

@@ -195,15 +195,20 @@ TEST_F(TextBodyTest, HeaderCountBeyondTheBodyReadsTheLinesThatAreThere) {
     ASSERT_TRUE(WriteBytes(mDir.Path("short.txt"), "100\n1 2 3\n4 5 6"));
     ParticleFormatClone_cls clone;
     MakeClone(clone, 0, 0, Names({"ParticleNumber"}), Names({"XYZ"}));
-    Read(mDir.Path("short.txt"), clone);
-    EXPECT_TRUE(mSnap->mHeaderOK);
-    EXPECT_EQ(mSnap->mReadFile, mDir.Path("short.txt")) << "not the substitute data";
-    ASSERT_EQ(mSnap->mNumber.load(), 100);
-    const float first[6] = {1, 2, 3, 4, 5, 6};
-    for (int k = 0; k < 6; ++k)
-        EXPECT_EQ(mSnap->mXYZ[k], first[k]);
-    for (int k = 6; k < 300; ++k)
-        ASSERT_EQ(mSnap->mXYZ[k], 0.0f) << k;
+    // Also with more threads than bytes in the body, where most ranges are empty.
+    for (int threads : {1, 40}) {
+        SCOPED_TRACE(testing::Message() << threads << " threads");
+        FixedThreads_cls fixed(threads);
+        Read(mDir.Path("short.txt"), clone);
+        EXPECT_TRUE(mSnap->mHeaderOK);
+        EXPECT_EQ(mSnap->mReadFile, mDir.Path("short.txt")) << "not the substitute data";
+        ASSERT_EQ(mSnap->mNumber.load(), 100);
+        const float first[6] = {1, 2, 3, 4, 5, 6};
+        for (int k = 0; k < 6; ++k)
+            EXPECT_EQ(mSnap->mXYZ[k], first[k]);
+        for (int k = 6; k < 300; ++k)
+            ASSERT_EQ(mSnap->mXYZ[k], 0.0f) << k;
+    }
 }
 
 TEST_F(TextBodyTest, DumpWrittenByLammps) {
