@@ -171,12 +171,15 @@ std::string MakeText(int count) {
     return path;
 }
 
-void MakeClone(ParticleFormatClone_cls& clone, int dataType, int direction, const wxArrayString& body) {
+void MakeClone(ParticleFormatClone_cls& clone, int dataType, int direction, const wxArrayString& body,
+               const std::vector<const char*>& header = {"ParticleNumber"}, bool bSort = false) {
     ParticleFormat_cls format;
     format.mCDataType.SetBodyFromData(static_cast<long long>(dataType));
     format.mCArrayDirection.SetBodyFromData(static_cast<long long>(direction));
+    format.mCPreSortByID.SetBodyFromDataBOOL(bSort);
     format.mAStrHeader.Clear();
-    format.mAStrHeader.Add("ParticleNumber");
+    for (const char* item : header)
+        format.mAStrHeader.Add(item);
     if (dataType == 1)
         format.mAStrBodyBinary = body;
     else
@@ -325,18 +328,20 @@ void BM_GzipHorizontalReader(benchmark::State& state) {
 }
 BENCHMARK(BM_GzipHorizontalReader)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(10);
 
-void BM_TextReader(benchmark::State& state) {
-    const std::string path = MakeText(kTextCount);
-    ParticleFormatClone_cls clone;
-    wxArrayString body;
-    for (const char* s : {"XYZ", "Type", "Size", "ID"})
-        body.Add(s);
-    MakeClone(clone, 0, 0, body);
+// A text file read against the strtod loop and the memchr line count over its bytes.
+void RunTextReader(benchmark::State& state, const std::string& path, ParticleFormatClone_cls& clone,
+                   bool bHeader) {
     const std::string data = ReadWhole(path);
-    RunReader(state, path, clone, false,
+    RunReader(state, path, clone, bHeader,
               {{"strtod_loop", [&] { benchmark::DoNotOptimize(StrtodLoop(data)); }},
                {"memchr_lines", [&] { benchmark::DoNotOptimize(MemchrLines(data)); }}});
     state.SetBytesProcessed(state.iterations() * FileSize(path));
+}
+
+void BM_TextReader(benchmark::State& state) {
+    ParticleFormatClone_cls clone;
+    MakeClone(clone, 0, 0, wxSplit("XYZ Type Size ID", ' '));
+    RunTextReader(state, MakeText(kTextCount), clone, false);
 }
 BENCHMARK(BM_TextReader)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(3);
 
@@ -366,23 +371,9 @@ std::string MakeLammpsDump() {
 // Header and body with the sort by ID, against a strtod loop and a memchr line count over the same
 // bytes.
 void BM_TextLammpsDump(benchmark::State& state) {
-    const std::string path = MakeLammpsDump();
-    ParticleFormat_cls format;
-    format.mCDataType.SetBodyFromData(0LL);
-    format.mCPreSortByID.SetBodyFromDataBOOL(true);
-    format.mAStrHeader.Clear();
-    for (int k = 0; k < 3; ++k)
-        format.mAStrHeader.Add("Dummyx3");
-    format.mAStrBodyAscii.Clear();
-    for (const char* s : {"ID", "Type", "XYZ"})
-        format.mAStrBodyAscii.Add(s);
     ParticleFormatClone_cls clone;
-    clone.CloneFromFormat(format, false);
-    const std::string data = ReadWhole(path);
-    RunReader(state, path, clone, true,
-              {{"strtod_loop", [&] { benchmark::DoNotOptimize(StrtodLoop(data)); }},
-               {"memchr_lines", [&] { benchmark::DoNotOptimize(MemchrLines(data)); }}});
-    state.SetBytesProcessed(state.iterations() * FileSize(path));
+    MakeClone(clone, 0, 0, wxSplit("ID Type XYZ", ' '), {"Dummyx3", "Dummyx3", "Dummyx3"}, true);
+    RunTextReader(state, MakeLammpsDump(), clone, true);
 }
 BENCHMARK(BM_TextLammpsDump)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(10);
 

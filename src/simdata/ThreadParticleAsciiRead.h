@@ -38,7 +38,7 @@ private:
         int mLinesPerParticle;
     };
     static void StepColumn(const char** p, const char* eol);
-    // Decodes body line `line` of [p, eol) into its particle.
-    void DecodeLineHorizontal(size_t particle, const char* p, const char* eol, const std::vector<int>& items);
+    // Decodes one body line [p, eol): horizontal into particle i, vertical as its segment says.
+    void DecodeLineHorizontal(size_t i, const char* p, const char* eol, const std::vector<int>& items);
     void DecodeLineVertical(const Segment_cls& segment, long long line, const char* p, const char* eol);
 };

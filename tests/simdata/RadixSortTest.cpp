@@ -1,7 +1,6 @@
 // The radix sort against std::stable_sort, on every thread count, and the sort by ID of a read:
 // IDs ascending, every array following its particle, duplicates dropped on both sides, IDs that
 // ascend already, and IDs so wide that key and position no longer share one word.
-#include "ParallelRun_cls.h"
 #include "RadixSort_cls.h"
 #include "SimDataTestSupport.h"
 #include "TestSupport.h"
@@ -18,13 +17,6 @@
 #include <vector>
 
 namespace {
-
-// Puts the thread count back to the machine's when a test ends.
-class FixedThreads_cls {
-public:
-    explicit FixedThreads_cls(int count) { ParallelRun_cls::SetFixedThreadCount(count); }
-    ~FixedThreads_cls() { ParallelRun_cls::SetFixedThreadCount(0); }
-};
 
 struct Item {
     uint64_t key;

@@ -2,7 +2,6 @@
 // line with one blank appended (the reference below is that reading, written out), bodies split
 // over any number of threads, vertical bodies across the split, a header count beyond the body,
 // and a dump written by LAMMPS.
-#include "ParallelRun_cls.h"
 #include "ParticleSequence_cls.h"
 #include "ParticleSnap_cls.h"
 #include "SimDataTestSupport.h"
@@ -21,12 +20,6 @@
 #include <vector>
 
 namespace {
-
-class FixedThreads_cls {
-public:
-    explicit FixedThreads_cls(int count) { ParallelRun_cls::SetFixedThreadCount(count); }
-    ~FixedThreads_cls() { ParallelRun_cls::SetFixedThreadCount(0); }
-};
 
 // The columns of one line as the line reader has always read them: the line with one blank
 // appended, strtod (or strtol) at the cursor, then one character past the next blank.
