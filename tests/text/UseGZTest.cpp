@@ -68,7 +68,7 @@ TEST(UseGZTest, MembersGarbageAndPlainData) {
     TempDir_cls dir;
     std::string big;
     for (int i = 0; big.size() < (3u << 20); ++i)
-        big += std::to_string(i * 7919 % 100003) + (i % 11 ? " " : "\n");
+        big += std::to_string(i * 7919LL % 100003) + (i % 11 ? " " : "\n");
     const std::string small = "tail member\n";
     const struct {
         const char* name;
