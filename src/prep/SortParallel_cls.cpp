@@ -43,21 +43,22 @@ void SortParallel_cls::SortParallel(ArrayAndIndex_cls* data, int count) {
     for (int i = 0; i < kSections; ++i)
         GetIniAndFin(ini[i], fin[i], i, kSections, count);
 
-    // Stage 1: each section on its own.
-    std::atomic<bool>* list = NewFlagList(kSections);
-    for (int i = 0; i < kSections; ++i) {
-        auto* pSort = new ThreadSortParallel_cls;
-        pSort->SetParameters(data);
-        StartWorker(pSort, &list[i], ini[i], fin[i]);
-    }
-    WaitThreadsAndDeleteFlag(list, kSections, kSleepMs);
-
+    // The array of stage 2's merge serves stage 1 as the scratch of the section sorts.
     std::unique_ptr<ArrayAndIndex_cls[]> temp(new (std::nothrow) ArrayAndIndex_cls[count > 0 ? count : 1]);
     if (!temp) {
         wxLogMessage("SortParallel: no memory for %d elements, sorting on one thread", count);
         std::sort(data, data + count);
         return;
     }
+
+    // Stage 1: each section on its own.
+    std::atomic<bool>* list = NewFlagList(kSections);
+    for (int i = 0; i < kSections; ++i) {
+        auto* pSort = new ThreadSortParallel_cls;
+        pSort->SetParameters(data, temp.get());
+        StartWorker(pSort, &list[i], ini[i], fin[i]);
+    }
+    WaitThreadsAndDeleteFlag(list, kSections, kSleepMs);
 
     // Stage 2: S0 with S1 and S2 with S3, from data to temp.
     list = NewFlagList(kSections);

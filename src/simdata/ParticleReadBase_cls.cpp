@@ -3,39 +3,101 @@
 #include "ParticleSequence_cls.h"
 #include "ParticleSnap_cls.h"
 
+#include "LongLongArrayAndIndex_cls.h"
+#include "ParallelRun_cls.h"
+#include "RadixSort_cls.h"
+
+#include <sys/mman.h>
 #include <wx/log.h>
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <memory>
+#include <new>
 
 namespace {
 
-// Rewrites one array of count elements of width values each in the order of keys, leaving out
-// the tagged ones. The copy aside goes to scratch, which serves every array in turn: fresh pages
-// for each copy would cost a fault per 4 KB, as much as the rewriting itself.
-template <typename T>
-void Permute(T* p, int width, const std::vector<LongLongArrayAndIndex_cls>& keys,
-             const std::vector<unsigned char>& tags, std::unique_ptr<char[]>& scratch, size_t& scratchBytes) {
+// Memory for the sort and the copies aside, in huge pages where the system gives them: the
+// rewrite reads the copies at random, and with 4 KB pages nearly every read also missed the TLB.
+class ScratchSpace_cls {
+public:
+    explicit ScratchSpace_cls(size_t bytes) : mBytes(bytes) {
+        void* p = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (p == MAP_FAILED)
+            return;
+        madvise(p, bytes, MADV_HUGEPAGE);
+        mp = static_cast<char*>(p);
+    }
+    ~ScratchSpace_cls() {
+        if (mp)
+            munmap(mp, mBytes);
+    }
+    ScratchSpace_cls(const ScratchSpace_cls&) = delete;
+    ScratchSpace_cls& operator=(const ScratchSpace_cls&) = delete;
+    char* Get() const { return mp; }
+
+private:
+    char* mp = nullptr;
+    size_t mBytes;
+};
+
+// Rewrites one array of elements of W values each so that position j takes what stood at order[j],
+// for j below count. With bInOrder every order[j] is at least j and the rewrite is done in place,
+// front to back; otherwise the array is copied aside into space first (at least count * W * sizeof(T)
+// bytes, shared by every array in turn) and gathered back over the threads.
+template <int W, typename T>
+void Permute(T* p, const uint32_t* order, size_t count, size_t n, bool bInOrder, char* space, int threads) {
     if (!p)
         return;
-    const size_t n = keys.size();
-    const size_t bytes = n * width * sizeof(T);
-    if (scratchBytes < bytes) {
-        scratch.reset(new char[bytes]);
-        scratchBytes = bytes;
+    if (bInOrder) {
+        for (size_t j = 0; j < count; ++j)
+            if (order[j] != j)
+                std::memcpy(p + j * W, p + static_cast<size_t>(order[j]) * W, sizeof(T) * W);
+        return;
     }
-    std::memcpy(scratch.get(), p, bytes);
-    const T* copy = reinterpret_cast<const T*>(scratch.get());
+    T* copy = reinterpret_cast<T*>(space);
+    ParallelRun_cls::Run(threads, [&](int t) {
+        size_t ini, fin;
+        ParallelRun_cls::GetShare(ini, fin, t, threads, n);
+        std::memcpy(copy + ini * W, p + ini * W, (fin - ini) * W * sizeof(T));
+    });
+    ParallelRun_cls::Run(threads, [&](int t) {
+        size_t ini, fin;
+        ParallelRun_cls::GetShare(ini, fin, t, threads, count);
+        // The reads go all over the copy: asking for them well ahead keeps many misses in flight.
+        constexpr size_t kAhead = 32;
+        for (size_t j = ini; j < fin; ++j) {
+            if (j + kAhead < fin)
+                __builtin_prefetch(copy + static_cast<size_t>(order[j + kAhead]) * W);
+            std::memcpy(p + j * W, copy + static_cast<size_t>(order[j]) * W, sizeof(T) * W);
+        }
+    });
+    // The tail behind the survivors keeps stale values; mNumber hides it.
+}
+
+// The order of a sort: sorts elems (each made of an ID less the smallest ID and the particle's
+// position) by ID and lists the positions in that order, leaving out, when asked, every particle
+// that shares its ID with a neighbour. The sorted IDs are written to ids directly. Returns the
+// number of positions listed.
+template <typename E, typename Id, typename KeyFn, typename IndexFn>
+size_t SortedOrder(E* elems, E* scratch, size_t n, int keyBits, KeyFn key, IndexFn index, long long lowest,
+                   bool bRemove, Id* ids, uint32_t* order, int threads) {
+    RadixSort_cls::Sort(elems, scratch, n, keyBits, key, threads);
     size_t j = 0;
     for (size_t i = 0; i < n; ++i) {
-        if (!tags.empty() && tags[i])
+        const uint64_t k = key(elems[i]);
+        // Both of a pair go: a particle whose ID is not unique cannot be matched.
+        if (bRemove && ((i > 0 && key(elems[i - 1]) == k) || (i + 1 < n && key(elems[i + 1]) == k)))
             continue;
-        std::memcpy(p + j * width, copy + static_cast<size_t>(keys[i].mIndex) * width, sizeof(T) * width);
+        order[j] = static_cast<uint32_t>(index(elems[i]));
+        if (ids)
+            ids[j] = static_cast<Id>(static_cast<long long>(static_cast<uint64_t>(lowest) + k));
         ++j;
     }
-    // The tail behind the survivors keeps stale values; mNumber hides it.
+    return j;
 }
 
 } // namespace
@@ -60,6 +122,20 @@ void ParticleReadBase_cls::SetParameters(std::atomic<bool>* pbFinished, Particle
     mpFormat->CloneFromClone(format);
 }
 
+ParticleFileStream_cls* ParticleReadBase_cls::OpenFile(bool bWhole) {
+    if (mpFile && mpFile->GetPath() == mStrFile && (!bWhole || mpFile->GetData())) {
+        mpFile->Rewind();
+        return mpFile.get();
+    }
+    mpFile = std::make_unique<ParticleFileStream_cls>();
+    if (mpFile->Open(mStrFile, bWhole))
+        return mpFile.get();
+    mpFile.reset();
+    printf("Read Header Fails!!\n");
+    wxLogMessage("Read Header Fails!! %s", mStrFile);
+    return nullptr;
+}
+
 void ParticleReadBase_cls::DummyEntry() {
     ReadBody();
     const bool bSort = mpFormat->IsPreSortByID();
@@ -67,6 +143,7 @@ void ParticleReadBase_cls::DummyEntry() {
     if (bSort || bRemove)
         SortDataByID(bSort, bRemove);
     mpFormat.reset();
+    mpFile.reset();
 }
 
 void ParticleReadBase_cls::Entry() {
@@ -75,61 +152,115 @@ void ParticleReadBase_cls::Entry() {
     DataSequence_cls::FinishRead(start, mStrFile, mpbFinished, mpSequence);
 }
 
-int ParticleReadBase_cls::SetTagForRemoveDupli(const std::vector<LongLongArrayAndIndex_cls>& keys,
-                                               std::vector<unsigned char>& tags) {
-    tags.assign(keys.size(), 0);
-    for (size_t i = 1; i < keys.size(); ++i) {
-        // Both of the pair go: a particle whose ID is not unique cannot be matched.
-        if (keys[i].mID == keys[i - 1].mID) {
-            tags[i] = 1;
-            tags[i - 1] = 1;
-        }
-    }
-    int count = 0;
-    for (unsigned char t : tags)
-        count += t;
-    return count;
-}
-
 void ParticleReadBase_cls::SortDataByID(bool sort, bool removeDuplicates) {
     if (!mID && !mIDLong)
         return;
-    const int n = mNumber;
-    if (n <= 0)
+    const int number = mNumber;
+    if (number <= 0)
         return;
-    std::vector<LongLongArrayAndIndex_cls> keys(static_cast<size_t>(n));
-    for (int i = 0; i < n; ++i) {
-        keys[i].mIndex = i;
-        keys[i].mID = mID ? static_cast<long long>(mID[i]) : mIDLong[i];
+    const size_t n = static_cast<size_t>(number);
+    auto idOf = [&](size_t i) { return mID ? static_cast<long long>(mID[i]) : mIDLong[i]; };
+
+    // One look over the IDs gives their range and whether they ascend already (LAMMPS writes them
+    // so with "dump_modify sort id"); then the sort has nothing to do.
+    long long lowest = idOf(0), highest = lowest, previous = lowest;
+    bool bAscending = true;
+    for (size_t i = 1; i < n; ++i) {
+        const long long v = idOf(i);
+        bAscending = bAscending && v >= previous;
+        previous = v;
+        lowest = std::min(lowest, v);
+        highest = std::max(highest, v);
     }
-    if (sort)
-        std::sort(keys.begin(), keys.end());
-    std::vector<unsigned char> tags;
-    int k = 0;
-    if (removeDuplicates) {
-        k = SetTagForRemoveDupli(keys, tags);
-        if (k == 0)
-            tags.clear();
-    }
-    // Unsorted and nothing dropped: the index order is the identity, nothing to rewrite.
-    if (!sort && k == 0)
+    const bool bInOrder = !sort || bAscending;
+    if (bInOrder && !removeDuplicates)
         return;
-    // One array at a time, so that at most one extra copy exists at once; the widest goes first
-    // and its copy space serves the rest.
-    std::unique_ptr<char[]> scratch;
-    size_t scratchBytes = 0;
-    Permute(mXYZ, 3, keys, tags, scratch, scratchBytes);
-    Permute(mVelocity, 3, keys, tags, scratch, scratchBytes);
-    Permute(mIDLong, 1, keys, tags, scratch, scratchBytes);
-    Permute(mID, 1, keys, tags, scratch, scratchBytes);
-    Permute(mType, 1, keys, tags, scratch, scratchBytes);
-    Permute(mSize, 1, keys, tags, scratch, scratchBytes);
+
+    const int threads = ParallelRun_cls::GetThreadCount(n, 1 << 16);
+    std::unique_ptr<uint32_t[]> order(new (std::nothrow) uint32_t[n]);
+    if (!order) {
+        wxLogMessage("SortDataByID: no memory for %d particles", number);
+        return;
+    }
+    // The copy space of the rewrite: the radix sort's arrays when it runs, else nothing (in place).
+    std::unique_ptr<ScratchSpace_cls> space;
+    size_t count = 0;
+    if (bInOrder) {
+        // Only duplicates to drop, where they stand next to each other in the file's order.
+        for (size_t i = 0; i < n; ++i) {
+            const long long v = idOf(i);
+            if ((i > 0 && idOf(i - 1) == v) || (i + 1 < n && idOf(i + 1) == v))
+                continue;
+            order[count++] = static_cast<uint32_t>(i);
+        }
+        if (count == n)
+            return;
+    } else {
+        // The ID relative to the smallest and the position share one 64-bit word when both fit,
+        // which halves the bytes the sort moves; otherwise they go as a pair.
+        const int keyBits =
+            RadixSort_cls::BitWidth(static_cast<uint64_t>(highest) - static_cast<uint64_t>(lowest));
+        const int indexBits = std::max(1, RadixSort_cls::BitWidth(n - 1));
+        const size_t elemBytes =
+            keyBits + indexBits <= 64 ? sizeof(uint64_t) : sizeof(LongLongArrayAndIndex_cls);
+        // Two arrays of elements for the sort; afterwards the same space takes the copy aside of
+        // the widest data array.
+        const size_t spaceBytes = std::max(2 * elemBytes * n, 3 * sizeof(float) * n);
+        space = std::make_unique<ScratchSpace_cls>(spaceBytes);
+        if (!space->Get()) {
+            wxLogMessage("SortDataByID: no memory for %d particles", number);
+            return;
+        }
+        int* ids = mID;
+        long long* idsLong = mID ? nullptr : mIDLong;
+        if (elemBytes == sizeof(uint64_t)) {
+            uint64_t* words = reinterpret_cast<uint64_t*>(space->Get());
+            ParallelRun_cls::Run(threads, [&](int t) {
+                size_t ini, fin;
+                ParallelRun_cls::GetShare(ini, fin, t, threads, n);
+                for (size_t i = ini; i < fin; ++i)
+                    words[i] =
+                        ((static_cast<uint64_t>(idOf(i)) - static_cast<uint64_t>(lowest)) << indexBits) | i;
+            });
+            const uint64_t indexMask = (uint64_t(1) << indexBits) - 1;
+            auto key = [indexBits](uint64_t w) { return w >> indexBits; };
+            auto index = [indexMask](uint64_t w) { return w & indexMask; };
+            count = ids ? SortedOrder(words, words + n, n, keyBits, key, index, lowest, removeDuplicates, ids,
+                                      order.get(), threads)
+                        : SortedOrder(words, words + n, n, keyBits, key, index, lowest, removeDuplicates,
+                                      idsLong, order.get(), threads);
+        } else {
+            auto* pairs = reinterpret_cast<LongLongArrayAndIndex_cls*>(space->Get());
+            for (size_t i = 0; i < n; ++i)
+                pairs[i] = {static_cast<long long>(i), idOf(i)};
+            auto key = [lowest](const LongLongArrayAndIndex_cls& e) {
+                return static_cast<uint64_t>(e.mID) - static_cast<uint64_t>(lowest);
+            };
+            auto index = [](const LongLongArrayAndIndex_cls& e) { return e.mIndex; };
+            count = ids ? SortedOrder(pairs, pairs + n, n, keyBits, key, index, lowest, removeDuplicates, ids,
+                                      order.get(), threads)
+                        : SortedOrder(pairs, pairs + n, n, keyBits, key, index, lowest, removeDuplicates,
+                                      idsLong, order.get(), threads);
+        }
+    }
+    // The ID array that gave the keys was written by the sort already.
+    const uint32_t* o = order.get();
+    char* s = space ? space->Get() : nullptr;
+    Permute<3>(mXYZ, o, count, n, bInOrder, s, threads);
+    Permute<3>(mVelocity, o, count, n, bInOrder, s, threads);
+    if (bInOrder || mID)
+        Permute<1>(mIDLong, o, count, n, bInOrder, s, threads);
+    if (bInOrder)
+        Permute<1>(mID, o, count, n, bInOrder, s, threads);
+    Permute<1>(mType, o, count, n, bInOrder, s, threads);
+    Permute<1>(mSize, o, count, n, bInOrder, s, threads);
     for (int v = 0; v < 3; ++v)
-        Permute(mValue[v], 1, keys, tags, scratch, scratchBytes);
+        Permute<1>(mValue[v], o, count, n, bInOrder, s, threads);
+    const size_t k = n - count;
     if (k > 0) {
-        mNumber = n - k;
+        mNumber = static_cast<int>(count);
         if (mpSnap)
-            mpSnap->mNumber.store(n - k, std::memory_order_relaxed);
-        wxLogMessage("Detect duplicated ID: num= %d", k);
+            mpSnap->mNumber.store(static_cast<int>(count), std::memory_order_relaxed);
+        wxLogMessage("Detect duplicated ID: num= %d", static_cast<int>(k));
     }
 }

@@ -4,14 +4,13 @@
 #pragma once
 
 #include "AsciiReader_cls.h"
-#include "LongLongArrayAndIndex_cls.h"
+#include "ParticleFileStream_cls.h"
 #include "ParticleFormatClone_cls.h"
 
 #include <wx/string.h>
 
 #include <atomic>
 #include <memory>
-#include <vector>
 
 class ParticleSequence_cls;
 class ParticleSnap_cls;
@@ -32,11 +31,9 @@ public:
     void DummyEntry();
 
     // Makes IDs ascending (sort) and drops every particle that shares its ID with a neighbour
-    // (removeDuplicates), rewriting all arrays. Without IDs nothing happens.
+    // (removeDuplicates), rewriting all arrays. Without IDs nothing happens. IDs that ascend
+    // already are not sorted again; equal IDs end in no particular order.
     void SortDataByID(bool sort, bool removeDuplicates);
-    // Tags both of every pair of neighbours with the same ID; returns the number tagged.
-    static int SetTagForRemoveDupli(const std::vector<LongLongArrayAndIndex_cls>& keys,
-                                    std::vector<unsigned char>& tags);
 
     std::atomic<bool>* mpbFinished = nullptr;
     ParticleSequence_cls* mpSequence = nullptr; // not owned
@@ -51,7 +48,14 @@ public:
     float* mValue[3] = {nullptr, nullptr, nullptr};
     wxString mStrFile;
     std::unique_ptr<ParticleFormatClone_cls> mpFormat;
+    // The file as the header read left it in memory (a decompressed gzip file), or null: then the
+    // body read opens the file itself. Handed over by the main thread before the read starts.
+    std::unique_ptr<ParticleFileStream_cls> mpFile;
 
 protected:
     virtual void ReadBody() = 0;
+    // The file of this read, from its first byte: the one handed over when it is mStrFile, else
+    // opened here (bWhole: into memory). Null, after the console line "Read Header Fails!!", when
+    // it cannot be opened.
+    ParticleFileStream_cls* OpenFile(bool bWhole);
 };

@@ -16,6 +16,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <functional>
 #include <new>
 #include <string>
@@ -64,13 +65,14 @@ unsigned int ParticleSnap_cls::GetFlagBits() const {
 }
 
 void ParticleSnap_cls::ReadHeaderBinary(ParticleFormatClone_cls* pFormat, long long& n, double& time) {
-    ParticleFileStream_cls file;
-    if (!file.Open(mFile)) {
+    auto pFile = std::make_unique<ParticleFileStream_cls>();
+    if (!pFile->Open(mFile)) {
         printf("Read Header Fails!!\n");
         wxLogMessage("Read Header Fails!! %s", mFile);
         n = 0;
         return;
     }
+    ParticleFileStream_cls& file = *pFile;
     std::istream& stream = file.GetStream();
     const long long bytes = file.GetSize();
     const long long headerBytes = pFormat->GetHeaderByte();
@@ -110,6 +112,7 @@ void ParticleSnap_cls::ReadHeaderBinary(ParticleFormatClone_cls* pFormat, long l
     // The number in the file can only lower the count, never raise it.
     if (bHasCount && count < n)
         n = count;
+    KeepHeaderFile(std::move(pFile));
 }
 
 void ParticleSnap_cls::SetBox(double xlo, double xhi, double ylo, double yhi, double zlo, double zhi) {
@@ -140,13 +143,14 @@ bool ParticleSnap_cls::ReadBoxLines(std::istream& stream, std::string& line) {
 }
 
 void ParticleSnap_cls::ReadHeaderAscii(ParticleFormatClone_cls* pFormat, long long& n, double& time) {
-    ParticleFileStream_cls file;
-    if (!file.Open(mFile)) {
+    auto pFile = std::make_unique<ParticleFileStream_cls>();
+    if (!pFile->Open(mFile)) {
         printf("Read Header Fails!!\n");
         wxLogMessage("Read Header Fails!! %s", mFile);
         n = 0;
         return;
     }
+    ParticleFileStream_cls& file = *pFile;
     std::istream& stream = file.GetStream();
     std::string line;
     long long count = -1;
@@ -173,20 +177,25 @@ void ParticleSnap_cls::ReadHeaderAscii(ParticleFormatClone_cls* pFormat, long lo
         if (!bOk)
             break;
     }
+    // A count larger than the body is a count still: the lines that are there are read and the
+    // rest stays zero, and the limit of ParticleMax= keeps a wild number from taking the memory.
     if (count >= 0) {
-        // Every particle takes at least one byte of the file: a larger number is not a count.
-        if (count > file.GetSize()) {
-            wxLogMessage("Particle count %lld in the header exceeds the %lld bytes of %s: no data read",
-                         count, file.GetSize(), mFile);
-            count = 0;
-        }
         n = count;
+        KeepHeaderFile(std::move(pFile));
         return;
     }
-    stream.clear();
-    stream.seekg(0, std::ios::beg);
+    // Every line is counted, as getline counts them (a last line without its newline too), in the
+    // whole file in memory, which the body read then takes over.
+    if (!file.GetData() && !file.Open(mFile, true)) {
+        n = 0;
+        return;
+    }
+    const char* data = file.GetData();
+    const size_t size = static_cast<size_t>(file.GetSize());
     long long lines = 0;
-    while (std::getline(stream, line))
+    for (const char* p = data; (p = static_cast<const char*>(memchr(p, '\n', data + size - p))); ++p)
+        ++lines;
+    if (size > 0 && data[size - 1] != '\n')
         ++lines;
     const long long headerLines = pFormat->GetHeaderLine();
     if (lines <= headerLines) {
@@ -206,6 +215,13 @@ void ParticleSnap_cls::ReadHeaderAscii(ParticleFormatClone_cls* pFormat, long lo
     } else {
         n = lines - headerLines;
     }
+    KeepHeaderFile(std::move(pFile));
+}
+
+void ParticleSnap_cls::KeepHeaderFile(std::unique_ptr<ParticleFileStream_cls> pFile) {
+    mpHeaderFile.reset();
+    if (pFile && pFile->GetData())
+        mpHeaderFile = std::move(pFile);
 }
 
 bool ParticleSnap_cls::ReadHeader(ParticleFormatClone_cls* pFormat) {
@@ -214,6 +230,7 @@ bool ParticleSnap_cls::ReadHeader(ParticleFormatClone_cls* pFormat) {
     // The arrays may be reallocated below: a running read must end first.
     if (IsReading())
         WaitReadingThread(3);
+    mpHeaderFile.reset();
     double time = static_cast<double>(mIndex);
     long long n = 0;
     mHasBox = false;
@@ -243,7 +260,10 @@ bool ParticleSnap_cls::ReadHeader(ParticleFormatClone_cls* pFormat) {
     else
         pFormat->GetInfoAscii(mHasVelocity, mHasType, mHasSize, mHasID, mHasIDLong, mHasValue0, mHasValue1,
                               mHasValue2, mByID);
+    // A new allocation clears the snap, the kept file with it.
+    std::unique_ptr<ParticleFileStream_cls> pKept = std::move(mpHeaderFile);
     AllocateIfNot(static_cast<int>(n));
+    mpHeaderFile = std::move(pKept);
     return true;
 }
 
@@ -304,6 +324,7 @@ void ParticleSnap_cls::Clear() {
     mSize.reset();
     for (auto& p : mValue)
         p.reset();
+    mpHeaderFile.reset();
     mAllocNumber = 0;
     mAllocFlags = 0;
     mAllocated = false;
@@ -417,6 +438,8 @@ bool ParticleSnap_cls::ReadData(ParticleFormatClone_cls* pFormat, bool async) {
     // Never two reads on one snap: a synchronous request waits for the running one.
     if (IsReading())
         WaitReadingThread(3);
+    // The header's decompressed file goes to this read or nowhere.
+    std::unique_ptr<ParticleFileStream_cls> pHeaderFile = std::move(mpHeaderFile);
     if (!mAllocated)
         return false;
     if (mReadFinished.load(std::memory_order_acquire) && mReadFile == mFile)
@@ -431,6 +454,8 @@ bool ParticleSnap_cls::ReadData(ParticleFormatClone_cls* pFormat, bool async) {
     else
         pReader = std::make_shared<ThreadParticleAsciiRead>();
     pReader->SetParameters(&mReadFinished, this, mFile, *pFormat);
+    if (pHeaderFile && pHeaderFile->GetPath() == mFile)
+        pReader->mpFile = std::move(pHeaderFile);
     wxLogMessage("Read Stert :: index = %d", mIndex);
     mReadFile = mFile;
     NewGeneration();

@@ -13,6 +13,7 @@
 #include <memory>
 #include <string>
 
+class ParticleFileStream_cls;
 class ParticleFormatClone_cls;
 class ParticleSequence_cls;
 
@@ -117,6 +118,9 @@ public:
     wxString mReadFile;
 
 private:
+    // Keeps the file that the header read opened when it holds the whole file in memory (a
+    // decompressed gzip file), for the body read that follows; drops it otherwise.
+    void KeepHeaderFile(std::unique_ptr<ParticleFileStream_cls> pFile);
     void ReadHeaderBinary(ParticleFormatClone_cls* pFormat, long long& n, double& time);
     void ReadHeaderAscii(ParticleFormatClone_cls* pFormat, long long& n, double& time);
     // Keeps the bounds when they make a box (hi above lo on each axis), else logs and keeps none.
@@ -125,6 +129,8 @@ private:
     bool ReadBoxLines(std::istream& stream, std::string& line);
     // The particle count of the present allocation and the flags it was made for.
     int mAllocNumber = 0;
+    // The decompressed file of the last header read, until the body read takes it.
+    std::unique_ptr<ParticleFileStream_cls> mpHeaderFile;
     unsigned int mAllocFlags = 0;
     unsigned int GetFlagBits() const;
     std::atomic<unsigned> mGeneration{0};

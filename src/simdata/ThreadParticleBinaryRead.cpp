@@ -58,14 +58,28 @@ void KeepChunkBuffers(std::unique_ptr<ChunkBuffers_cls> p) {
 } // namespace
 
 void ThreadParticleBinaryRead::ReadBodyBinary() {
-    ParticleFileStream_cls file;
-    if (!file.Open(mStrFile)) {
-        printf("Read Header Fails!!\n");
-        wxLogMessage("Read Header Fails!! %s", mStrFile);
+    ParticleFileStream_cls* pFile = OpenFile(false);
+    if (!pFile)
+        return;
+    const long long headerBytes = mpFormat->GetHeaderByte();
+    const long long recordBytes = mpFormat->GetBodyParticleByte();
+    // A file already in memory (decompressed) is decoded where it stands, without the chunk copies,
+    // chunk by chunk as the stream would give it: a velocity item makes the records of a chunk
+    // overlap, so where each chunk starts matters.
+    if (pFile->GetData() && mpFormat->GetArrayDirection() != 1 && recordBytes > 0 && mNumber > 0) {
+        const std::vector<int> items = mpFormat->GetVFormatBody(1);
+        const long long body = std::max(0LL, pFile->GetSize() - headerBytes);
+        const char* first = pFile->GetData() + std::min(headerBytes, pFile->GetSize());
+        for (int c = 0; c * static_cast<long long>(msChunkRecords) < mNumber; ++c) {
+            const int records = std::min(msChunkRecords, mNumber - c * msChunkRecords);
+            const long long start = c * static_cast<long long>(msChunkRecords) * recordBytes;
+            const long long bytes = std::clamp(body - start, 0LL, records * recordBytes);
+            DecodeRecords(first + std::min(start, body), bytes, c * msChunkRecords, records, items);
+        }
         return;
     }
-    std::istream& stream = file.GetStream();
-    stream.seekg(mpFormat->GetHeaderByte(), std::ios::beg);
+    std::istream& stream = pFile->GetStream();
+    stream.seekg(headerBytes, std::ios::beg);
     ReadBodyStream(stream);
 }
 

@@ -11,7 +11,7 @@ public:
     // Stores the major, minor and revision digit of the run-time zlib.
     static void VersionCheck();
     // The whole file into a new array (delete[] by the caller) with a zero byte behind the
-    // data; size is the byte count plus 1. A path ending in "gz" is read through zlib.
+    // data; size is the byte count plus 1. A path with the extension "gz" is decompressed.
     // Only regular files are read; on failure the outputs are left as they were.
     static bool CopyToMemory(unsigned char** ppOut, const wxString& strPath, long long& size);
     static bool CopyToMemoryGZ(unsigned char** ppOut, const wxString& strPath, long long& size);
@@ -28,6 +28,6 @@ public:
     static inline int msZlibMinor = 0;
     static inline int msZlibRevision = 0;
 
-private:
-    static bool IsGZPath(const wxString& strPath) { return strPath.EndsWith("gz"); }
+    // True when the extension of the file name is "gz".
+    static bool IsGZPath(const wxString& strPath);
 };

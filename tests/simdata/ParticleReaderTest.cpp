@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstring>
 #include <random>
 #include <sstream>
 
@@ -494,6 +495,7 @@ TEST_F(ParticleHeaderTest, MissingStepGivesTheDefaultDataOnce) {
 }
 
 TEST_F(ParticleHeaderTest, BadInputGivesNoDataOrAShortRead) {
+    mServices.mPref.mCParticleMax.SetBodyFromData(1LL); // thousands
     std::mt19937 rng(7);
     std::string random(4099, '\0');
     for (char& ch : random)
@@ -512,7 +514,8 @@ TEST_F(ParticleHeaderTest, BadInputGivesNoDataOrAShortRead) {
         {"empty binary body list", std::string(64, 'a'), 1, "ParticleNumber", "", "record size 0", 32768},
         {"body of unknown names only", std::string(64, 'a'), 1, "ParticleNumber", "Nonsense", "record size 0",
          32768},
-        {"absurd text count", "999999999999\n1 2 3\n", 0, "ParticleNumber", "XYZ", "exceeds", 32768},
+        {"absurd text count: as many as ParticleMax= allows", "999999999999\n1 2 3\n", 0, "ParticleNumber",
+         "XYZ", "", 1000},
         {"negative binary count", Bytes_cls().I(-5).F(1).F(2).F(3).mStr, 1, "ParticleNumber", "XYZ(float)",
          "Negative particle count", 32768},
         {"vertical text body without lines", "1\n2\n", 0, "Dummy", "X Y Z", "no line per particle", 32768},
@@ -684,6 +687,78 @@ TEST(ParticleFormatTest, BodyAndHeaderEditsGoThroughUndoPairs) {
     format.UpdateBody(0);
     EXPECT_EQ(format.mAStrBodyAscii, Names({"X", "Type", "Z"}));
     TextHost_cls::Install(pOld);
+}
+
+} // namespace
+
+namespace {
+
+TEST_F(ParticleHeaderTest, GzipFileIsDecompressedOnceForHeaderAndBody) {
+    // The body read takes the file that the header read decompressed: with the file gone in
+    // between, the body still reads. A plain file is opened again by the body read.
+    Bytes_cls b;
+    b.I(3).F(1.5f);
+    for (int i = 0; i < 3; ++i)
+        b.F(1.0f + i).F(2).F(3).I(10 + i);
+    for (bool bText : {false, true}) {
+        SCOPED_TRACE(bText ? "text" : "binary");
+        const std::string bytes = bText ? std::string("3\n1 2 3 10\n2 2 3 11\n3 2 3 12\n") : b.mStr;
+        const wxString path = P(bText ? "once.txt.gz" : "once.dat.gz");
+        ASSERT_TRUE(UseGZ_cls::SaveMemoryToGZ(path, bytes.data(), static_cast<long long>(bytes.size())));
+        ParticleSequence_cls seq;
+        ParticleSnap_cls snap(&seq, 0);
+        ParticleFormatClone_cls clone;
+        MakeClone(clone, bText ? 0 : 1, 0,
+                  Names(bText ? std::initializer_list<const char*>{"ParticleNumber"}
+                              : std::initializer_list<const char*>{"ParticleNumber", "Time"}),
+                  Names(bText ? std::initializer_list<const char*>{"XYZ", "ID"}
+                              : std::initializer_list<const char*>{"XYZ(float)", "ID(int)"}));
+        snap.SetStrFile(path);
+        ASSERT_TRUE(snap.ReadHeader(&clone));
+        ASSERT_TRUE(wxRemoveFile(path));
+        ASSERT_TRUE(snap.ReadData(&clone, true));
+        snap.WaitReadingThread(1);
+        FlushThreadLogs();
+        ASSERT_EQ(snap.mNumber.load(), 3);
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_EQ(snap.mXYZ[3 * i], 1.0f + i);
+            EXPECT_EQ(snap.mID[i], 10 + i);
+        }
+        EXPECT_FALSE(mLog.Contains("Read Header Fails!!"));
+    }
+}
+
+TEST_F(ParticleHeaderTest, GzipBinaryWithVelocityReadsAsThePlainFile) {
+    // The velocity item shifts the records inside each chunk of 200000 (its bytes are counted but
+    // not passed): the file in memory must be cut into the same chunks as the stream.
+    const int n = 200000 + 5;
+    Bytes_cls b;
+    for (int i = 0; i < n; ++i)
+        b.F(static_cast<float>(i)).F(1).F(2).F(-1).F(-2).F(-3).I(i);
+    ASSERT_TRUE(WriteBytes(P("vel.dat"), b.mStr));
+    ASSERT_TRUE(
+        UseGZ_cls::SaveMemoryToGZ(P("velz.dat.gz"), b.mStr.data(), static_cast<long long>(b.mStr.size())));
+    std::vector<float> xyz[2];
+    std::vector<int> id[2];
+    for (int k = 0; k < 2; ++k) {
+        ParticleSequence_cls seq;
+        ParticleSnap_cls snap(&seq, 0);
+        ParticleFormatClone_cls clone;
+        MakeClone(clone, 1, 0, Names({}), Names({"XYZ(float)", "VXVYVZ(float)", "ID(int)"}));
+        snap.SetStrFile(P(k == 0 ? "vel.dat" : "velz.dat.gz"));
+        ASSERT_TRUE(snap.ReadHeader(&clone));
+        ASSERT_TRUE(snap.ReadData(&clone, false));
+        ASSERT_EQ(snap.mNumber.load(), n);
+        xyz[k].assign(snap.mXYZ.get(), snap.mXYZ.get() + 3 * n);
+        id[k].assign(snap.mID.get(), snap.mID.get() + n);
+    }
+    EXPECT_EQ(xyz[0], xyz[1]);
+    EXPECT_EQ(id[0], id[1]);
+    // The second chunk starts at its own record, whose first velocity value the ID item takes.
+    float firstOfChunk = 0.0f;
+    std::memcpy(&firstOfChunk, &id[0][200000], 4);
+    EXPECT_EQ(firstOfChunk, -1.0f);
+    EXPECT_EQ(xyz[0][3 * 200000], 200000.0f);
 }
 
 } // namespace

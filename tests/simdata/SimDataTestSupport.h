@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ClassProvider_cls.h"
+#include "ParallelRun_cls.h"
 #include "ParticleFormatClone_cls.h"
 #include "ParticleFormat_cls.h"
 #include "Preference_cls.h"
@@ -43,6 +44,16 @@ public:
 private:
     TimeCtrl_cls* mpOldTime = nullptr;
     Preference_cls* mpOldPref = nullptr;
+};
+
+// Fixes the thread count of the readers' passes for the life of a test, so every split is seen on
+// any machine; then back to the machine's count.
+class FixedThreads_cls {
+public:
+    explicit FixedThreads_cls(int count) { ParallelRun_cls::SetFixedThreadCount(count); }
+    ~FixedThreads_cls() { ParallelRun_cls::SetFixedThreadCount(0); }
+    FixedThreads_cls(const FixedThreads_cls&) = delete;
+    FixedThreads_cls& operator=(const FixedThreads_cls&) = delete;
 };
 
 // Little byte builder for binary particle files, values as they stand in memory.

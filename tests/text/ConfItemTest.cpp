@@ -380,7 +380,7 @@ TEST(UseGZ, PlainAndCompressedFilesReadTheSame) {
     // it is kept, as at the end of the file.
     std::string big;
     for (int i = 0; big.size() < (4u << 20); ++i)
-        big += std::to_string(i * 7919 % 100003) + (i % 13 ? " " : "\n");
+        big += std::to_string(i * 7919LL % 100003) + (i % 13 ? " " : "\n");
     ASSERT_TRUE(UseGZ_cls::SaveMemoryToGZ(dir.Path("big.gz"), big.data(), (long long)big.size()));
     std::string bigGz = ReadBytes(dir.Path("big.gz"));
     for (size_t i = bigGz.size() * 3 / 4; i < bigGz.size() * 3 / 4 + 64; ++i)
