@@ -106,7 +106,7 @@ protected:
 // title; closing asks, Cancel keeps the window, Discard lets it go.
 TEST_F(NothingLostTest, ARandomFileIsRefusedAndClosingAsksAboutTheEdit) {
     const wxString strTitle = mpFrame->GetTitle();
-    const wxString strJunk = mpTemp->Path("junk.ovp");
+    const wxString strJunk = mDir.Path("junk.ovp");
     ASSERT_TRUE(WriteBytes(strJunk, RandomBytes(11, 4096)));
     ASSERT_EQ(OutlinerNames(), gDefaultScene);
 
@@ -138,17 +138,17 @@ TEST_F(NothingLostTest, ARandomFileIsRefusedAndClosingAsksAboutTheEdit) {
     EXPECT_EQ(mVStrAsked[0], "Unsaved changes: Save the changes to the new project before it is closed?");
     EXPECT_EQ(mVVStrAnswers.back(), std::vector<wxString>({"Save", "Discard", "Cancel"}));
     EXPECT_EQ(SceneNames().size(), gDefaultScene.size() + 1);
-    EXPECT_FALSE(wxFileExists(mpTemp->Path("Orvantis4Configure.txt"))); // no quit ran
+    EXPECT_FALSE(wxFileExists(mDir.Path("Orvantis4Configure.txt"))); // no quit ran
     mVAnswers = {Main_cls::ANSWER_DISCARD};
     EXPECT_TRUE(AskToClose());
-    EXPECT_TRUE(wxFileExists(mpTemp->Path("Orvantis4Configure.txt")));
+    EXPECT_TRUE(wxFileExists(mDir.Path("Orvantis4Configure.txt")));
     EXPECT_TRUE(mVAnswers.empty());
 }
 
 // The outliner was left listing objects of a scene that no longer existed: after every load,
 // good or bad, each panel is rebuilt from the model.
 TEST_F(NothingLostTest, EveryLoadRebuildsThePanelsFromTheModel) {
-    const wxString strGood = mpTemp->Path("good.ovp");
+    const wxString strGood = mDir.Path("good.ovp");
     ASSERT_TRUE(WriteBytes(strGood, "SceneObjCtrl::New::Primitive_cls::Sphere::Ball\n"));
     const int rebuilds = mpOutliner->mRebuildCount;
     ASSERT_TRUE(mpMain->OpenProject(strGood));
@@ -160,12 +160,12 @@ TEST_F(NothingLostTest, EveryLoadRebuildsThePanelsFromTheModel) {
 
     const int before = mpOutliner->mRebuildCount;
     const int refreshes = mpPage->mRefreshCount;
-    mStrFileAnswer = mpTemp->Path("missing.ovp");
+    mStrFileAnswer = mDir.Path("missing.ovp");
     mVAnswers = {0};
     SendRibbonClick(mpFrame, ID_RBN_OPEN_PROJECT);
     Idle();
     EXPECT_EQ(mVStrAsked.size(), 1u);
-    EXPECT_TRUE(mVStrAsked[0].Contains("Read Configure Fails " + mpTemp->Path("missing.ovp")));
+    EXPECT_TRUE(mVStrAsked[0].Contains("Read Configure Fails " + mDir.Path("missing.ovp")));
     EXPECT_GT(mpOutliner->mRebuildCount, before);
     EXPECT_GT(mpPage->mRefreshCount, refreshes);
     EXPECT_EQ(OutlinerNames(), std::vector<wxString>{"Ball"});
@@ -175,7 +175,7 @@ TEST_F(NothingLostTest, EveryLoadRebuildsThePanelsFromTheModel) {
 // A project with lines the program does not know loads the rest and says so in one warning,
 // which the status bar shows; no box interrupts.
 TEST_F(NothingLostTest, DroppedLinesAreToldInTheStatusBarAndTheLogWindow) {
-    const wxString strPath = mpTemp->Path("old.ovp");
+    const wxString strPath = mDir.Path("old.ovp");
     ASSERT_TRUE(WriteBytes(strPath, "SceneObjCtrl::New::Primitive_cls::Sphere::Ball\nOld::Thing\n"));
     ASSERT_TRUE(mpMain->OpenProject(strPath));
     Idle();
@@ -207,45 +207,45 @@ TEST_F(NothingLostTest, DroppedLinesAreToldInTheStatusBarAndTheLogWindow) {
 TEST_F(NothingLostTest, SaveAsRenamesTheTitleAndAFailedSaveSaysWhy) {
     SendRibbonClick(mpFrame, ID_RBN_SPHERE);
     Idle();
-    mStrFileAnswer = mpTemp->Path("first");
+    mStrFileAnswer = mDir.Path("first");
     SendRibbonClick(mpFrame, ID_RBN_SAVE_PROJECT_AS);
     Idle();
-    EXPECT_EQ(mpFrame->GetTitle(), "Orvantis4 ver test - " + mpTemp->Path("first.ovp"));
-    EXPECT_EQ(mpMain->GetStrRecent(0), mpTemp->Path("first.ovp"));
+    EXPECT_EQ(mpFrame->GetTitle(), "Orvantis4 ver test - " + mDir.Path("first.ovp"));
+    EXPECT_EQ(mpMain->GetStrRecent(0), mDir.Path("first.ovp"));
     EXPECT_TRUE(mVStrAsked.empty());
 
-    mStrFileAnswer = mpTemp->Path("second.ovp");
+    mStrFileAnswer = mDir.Path("second.ovp");
     SendRibbonClick(mpFrame, ID_RBN_SAVE_PROJECT_AS);
     Idle();
-    EXPECT_EQ(mpFrame->GetTitle(), "Orvantis4 ver test - " + mpTemp->Path("second.ovp"));
-    EXPECT_EQ(mpMain->GetStrRecent(0), mpTemp->Path("second.ovp"));
-    EXPECT_EQ(mpMain->GetStrRecent(1), mpTemp->Path("first.ovp"));
+    EXPECT_EQ(mpFrame->GetTitle(), "Orvantis4 ver test - " + mDir.Path("second.ovp"));
+    EXPECT_EQ(mpMain->GetStrRecent(0), mDir.Path("second.ovp"));
+    EXPECT_EQ(mpMain->GetStrRecent(1), mDir.Path("first.ovp"));
 
     SCOPED_TRACE("a save that fails");
     SendRibbonClick(mpFrame, ID_RBN_SPHERE);
     Idle();
     EXPECT_TRUE(mpFrame->GetTitle().EndsWith(" *"));
-    const std::string strBefore = ReadBytes(mpTemp->Path("second.ovp"));
-    wxFileName::Mkdir(mpTemp->Path("second.ovp.saving~")); // the file beside it cannot be made
+    const std::string strBefore = ReadBytes(mDir.Path("second.ovp"));
+    wxFileName::Mkdir(mDir.Path("second.ovp.saving~")); // the file beside it cannot be made
     mVAnswers = {0};
     SendRibbonClick(mpFrame, ID_RBN_SAVE_PROJECT);
     Idle();
     ASSERT_EQ(mVStrAsked.size(), 1u);
     EXPECT_EQ(mVStrAsked[0],
-              "Error: Cannot save the project to \"" + mpTemp->Path("second.ovp") + "\": Is a directory.");
-    EXPECT_EQ(ReadBytes(mpTemp->Path("second.ovp")), strBefore);
+              "Error: Cannot save the project to \"" + mDir.Path("second.ovp") + "\": Is a directory.");
+    EXPECT_EQ(ReadBytes(mDir.Path("second.ovp")), strBefore);
     EXPECT_TRUE(mpFrame->GetTitle().EndsWith(" *"));
 }
 
 // A recent file that has moved says so and offers to leave the list.
 TEST_F(NothingLostTest, AMovedRecentFileOffersToLeaveTheList) {
-    mpMain->PushBackRecent(mpTemp->Path("moved.ovp"));
+    mpMain->PushBackRecent(mDir.Path("moved.ovp"));
     mVAnswers = {0}; // Remove
     wxCommandEvent event(wxEVT_MENU, ID_MENU_RECENT_FIRST);
     mpFrame->GetEventHandler()->ProcessEvent(event);
     Idle();
     ASSERT_EQ(mVStrAsked.size(), 1u);
-    EXPECT_EQ(mVStrAsked[0], "Recent project missing: \"" + mpTemp->Path("moved.ovp") +
+    EXPECT_EQ(mVStrAsked[0], "Recent project missing: \"" + mDir.Path("moved.ovp") +
                                  "\" has been moved or deleted.\nRemove it from the recent list?");
     EXPECT_EQ(mVVStrAnswers[0], std::vector<wxString>({"Remove", "Keep"}));
     EXPECT_TRUE(mpMain->GetStrRecent(0).empty());
@@ -279,7 +279,7 @@ TEST_F(NothingLostTest, AMissingHelpPageSaysWhereItWasLookedFor) {
     FrameMain_cls::msStrHelpURL = strOld;
     ASSERT_EQ(mVStrAsked.size(), 1u);
     EXPECT_EQ(mVStrAsked[0], "Error: The help page cannot be opened: \"" +
-                                 mpTemp->Path("NoSuchFolder/Help.html") + "\" does not exist.");
+                                 mDir.Path("NoSuchFolder/Help.html") + "\" does not exist.");
 }
 
 // The keys of the frame work from inside a panel, and Ctrl+Q takes the close button's road.
@@ -321,12 +321,12 @@ TEST_F(NothingLostTest, KeysWorkFromEveryPanelAndCtrlQAsksLikeTheCloseButton) {
     press('y', wxMOD_CONTROL);
     EXPECT_EQ(SceneNames().size(), gDefaultScene.size() + 1);
 
-    mStrFileAnswer = mpTemp->Path("keys.ovp");
+    mStrFileAnswer = mDir.Path("keys.ovp");
     press('s', wxMOD_CONTROL);
-    EXPECT_TRUE(wxFileExists(mpTemp->Path("keys.ovp")));
-    mStrFileAnswer = mpTemp->Path("keys2.ovp");
+    EXPECT_TRUE(wxFileExists(mDir.Path("keys.ovp")));
+    mStrFileAnswer = mDir.Path("keys2.ovp");
     press('s', wxMOD_CONTROL | wxMOD_SHIFT);
-    EXPECT_TRUE(wxFileExists(mpTemp->Path("keys2.ovp")));
+    EXPECT_TRUE(wxFileExists(mDir.Path("keys2.ovp")));
 
     SendRibbonClick(mpFrame, ID_RBN_SPHERE);
     mVAnswers = {Main_cls::ANSWER_CANCEL};
@@ -345,13 +345,13 @@ TEST_F(NothingLostTest, TheIconAndTheResourcesAreFoundFromAnyFolder) {
     EXPECT_TRUE(mpFrame->GetIcon().IsOk());
 
     // An installed program: bin/ beside share/orvantis4/Resource, run from somewhere else.
-    const wxString strPrefix = mpTemp->Path("prefix");
+    const wxString strPrefix = mDir.Path("prefix");
     ASSERT_TRUE(wxFileName::Mkdir(strPrefix + "/bin", wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL));
     ASSERT_TRUE(
         wxFileName::Mkdir(strPrefix + "/share/orvantis4/Resource", wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL));
     ASSERT_TRUE(WriteBytes(strPrefix + "/share/orvantis4/Resource/Help.html", "<html></html>\n"));
-    ASSERT_TRUE(wxFileName::Mkdir(mpTemp->Path("elsewhere")));
-    wxSetWorkingDirectory(mpTemp->Path("elsewhere"));
+    ASSERT_TRUE(wxFileName::Mkdir(mDir.Path("elsewhere")));
+    wxSetWorkingDirectory(mDir.Path("elsewhere"));
     mpMain->mStrAppDir = strPrefix + "/bin";
     EXPECT_EQ(mpMain->FindResourceFile("Resource/Help.html"),
               strPrefix + "/share/orvantis4/Resource/Help.html");
