@@ -110,11 +110,13 @@ TEST_F(ShaderCtrlTest, EveryResourceProgramLinksAndHasTheUniformsTheHostLooksUp)
         }
     }
     std::cout << built << " of 30 programs have resource files and were built\n";
-    EXPECT_GE(built, 28); // the programs whose files exist so far
+    EXPECT_EQ(built, 30); // the programs whose files exist so far
     // The only GL errors: the old geometry parameters, which this driver does not know.
-    for (const wxString& line : log.mVStrLines)
-        if (line.Contains("error = "))
+    for (const wxString& line : log.mVStrLines) {
+        if (line.Contains("error = ")) {
             EXPECT_TRUE(line.EndsWith("error = INVALID_ENUM SetParameter")) << line.ToStdString();
+        }
+    }
 }
 
 TEST_F(ShaderCtrlTest, SnippetsReplaceTheirMarks) {
