@@ -432,12 +432,7 @@ void ShaderCtrl_cls::BeginVolume(int index, VolumeBasicParams_cls* p) {
     ShaderItem_cls& item = Item(index);
     if (!Prepare(item))
         return;
-    auto loc = [&item](const char* strName) {
-        for (size_t i = 0; i < item.mVStrUniform.size(); ++i)
-            if (item.mVStrUniform[i] == strName)
-                return item.GetLocation(i);
-        return -1;
-    };
+    auto loc = [&item](const char* strName) { return item.GetLocationByName(strName); };
     glUniform1i(loc("texturVolume"), 0);
     glUniform1i(loc("textureCC"), 1);
     glUniform3fv(loc("clipBoxMin"), 1, p->mClipBoxMin);
@@ -506,3 +501,183 @@ void ShaderCtrl_cls::BeginLineBasic(LineBasicParam_cls* p) {
     glUniform1i(item.GetLocation(0), mFogMode);
     glUniform1i(item.GetLocation(1), p->mDissolveMode);
 }
+
+namespace {
+const GLint kLightRecieve[7] = {1, 1, 1, 1, 1, 1, 1};
+const GLint kPointImageUnits[3] = {1, 2, 3};
+
+// Rotation by the angle in degrees about the axis 0, 0, 1, column-major.
+void RotationAboutZ(float degrees, float out[16]) {
+    const double rad = degrees * 3.14159 / 180.0;
+    const float c = static_cast<float>(cos(rad));
+    const float s = static_cast<float>(sin(rad));
+    const float m[16] = {c, s, 0, 0, -s, c, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+    std::copy(m, m + 16, out);
+}
+} // namespace
+
+void ShaderCtrl_cls::SetEnsembleAndFog(ShaderItem_cls& item, const ShaderParamEnsemble_cls& p) {
+    if (p.mDissolveMode > 0)
+        SetEnsembleShaderSetting(item, p.mEnsembleStep);
+    SetFogSetting(item);
+}
+
+void ShaderCtrl_cls::BeginObjectToon(ObjectToonParam_cls* p) {
+    ShaderItem_cls& item = Item(PRG_ObjectToon);
+    if (!Prepare(item))
+        return;
+    SetEnsembleAndFog(item, *p);
+    glUniform1f(item.GetLocation(0), p->mBoldness);
+    glUniform1i(item.GetLocation(1), p->mLightNumber);
+    glUniform1iv(item.GetLocation(2), 7, kLightRecieve);
+    glUniform1i(item.GetLocation(3), 0);
+    glUniform1i(item.GetLocation(4), p->mTextureMode);
+    glUniform1i(item.GetLocation(5), 0);
+    glUniform1i(item.GetLocation(6), p->mDissolveMode);
+    glUniform1i(item.GetLocation(7), p->mShadowVolumeMode);
+    glUniform1f(item.GetLocation(8), p->mEdgeThreshold);
+    glUniform1i(item.GetLocation(9), p->mbFlat);
+}
+
+void ShaderCtrl_cls::BeginObjectProjectNormal(ObjectNormalParam_cls* p) {
+    ShaderItem_cls& item = Item(PRG_ObjectProjectNormal);
+    if (!Prepare(item))
+        return;
+    glUniform1i(item.GetLocation(0), p->mbFlat);
+}
+
+void ShaderCtrl_cls::BeginPointBasic(PointBasicParam_cls* p) {
+    ShaderItem_cls& item = Item(PRG_PointBasic);
+    if (!Prepare(item) || !p)
+        return;
+    SetEnsembleAndFog(item, *p);
+    glUniform1i(item.GetLocation(0), p->mLightNumber);
+    glUniform1iv(item.GetLocation(1), 7, kLightRecieve);
+    glUniform1i(item.GetLocation(2), 0);
+    glUniform1iv(item.GetLocation(3), 3, kPointImageUnits);
+    glUniform4fv(item.GetLocation(4), 1, p->mViewport);
+    glUniform1f(item.GetLocation(5), p->mBaseDistance);
+    glUniform1i(item.GetLocation(6), p->mDissolveMode);
+}
+
+void ShaderCtrl_cls::BeginPointBillboard(PointBillboardParam_cls* p) {
+    ShaderItem_cls& item = Item(PRG_PointBillboard);
+    if (!Prepare(item) || !p)
+        return;
+    SetEnsembleAndFog(item, *p);
+    float rotation[16];
+    RotationAboutZ(p->mAngle, rotation);
+    glUniform1i(item.GetLocation(0), p->mLightNumber);
+    glUniform1iv(item.GetLocation(1), 7, kLightRecieve);
+    glUniform1i(item.GetLocation(2), 0);
+    glUniform1iv(item.GetLocation(3), 3, kPointImageUnits);
+    glUniform1i(item.GetLocation(4), p->mDissolveMode);
+    glUniformMatrix4fv(item.GetLocation(5), 1, GL_FALSE, p->mBaseInvModelMatrix);
+    glUniformMatrix4fv(item.GetLocation(6), 1, GL_FALSE, p->mModelInvBaseMatrix);
+    glUniformMatrix4fv(item.GetLocation(7), 1, GL_FALSE, p->mBaseInvMatrix);
+    glUniformMatrix4fv(item.GetLocation(8), 1, GL_FALSE, rotation);
+    glUniform1i(item.GetLocation(9), p->mTwistMode);
+}
+
+void ShaderCtrl_cls::BeginSphere(int index, SphereGouraudParam_cls* p) {
+    ShaderItem_cls& item = Item(index);
+    if (!Prepare(item) || !p)
+        return;
+    SetEnsembleAndFog(item, *p);
+    // The toon program has boldness in front: the rest shifts by one.
+    const size_t first = index == PRG_SphereToon ? 1 : 0;
+    if (index == PRG_SphereToon)
+        glUniform1f(item.GetLocation(0), static_cast<SphereToonParam_cls*>(p)->mBoldness);
+    glUniform1i(item.GetLocation(first + 0), p->mLightNumber);
+    glUniform1iv(item.GetLocation(first + 1), 7, kLightRecieve);
+    glUniform1i(item.GetLocation(first + 2), 0);
+    glUniform1iv(item.GetLocation(first + 3), 3, kPointImageUnits);
+    glUniform1i(item.GetLocation(first + 4), p->mUseTexAlpha);
+    glUniform1i(item.GetLocation(first + 5), p->mDissolveMode);
+    if (index == PRG_SpherePhong)
+        glUniform1i(item.GetLocation(6), static_cast<SpherePhongParam_cls*>(p)->mbFlat);
+    if (index == PRG_SphereToon) {
+        glUniform1f(item.GetLocation(7), static_cast<SphereToonParam_cls*>(p)->mEdgeThreshold);
+        glUniform1i(item.GetLocation(8), static_cast<SphereToonParam_cls*>(p)->mbFlat);
+    }
+}
+
+void ShaderCtrl_cls::BeginSphereGouraud(SphereGouraudParam_cls* p) { BeginSphere(PRG_SphereGouraud, p); }
+void ShaderCtrl_cls::BeginSpherePhong(SpherePhongParam_cls* p) { BeginSphere(PRG_SpherePhong, p); }
+void ShaderCtrl_cls::BeginSphereToon(SphereToonParam_cls* p) { BeginSphere(PRG_SphereToon, p); }
+
+void ShaderCtrl_cls::BeginSV(int index, ShaderSVTriangleMesh_cls* p) {
+    ShaderItem_cls& item = Item(index);
+    if (!Prepare(item) || !p)
+        return;
+    glUniform1f(item.GetLocation(0), p->mShadowLength);
+    glUniform1f(item.GetLocation(1), p->mOffsetFactor);
+    glUniform1i(item.GetLocation(2), p->mCullingSide);
+    glUniform1i(item.GetLocation(3), p->mForClosed);
+    if (index == PRG_SVTriangleMeshHF) {
+        glUniform1i(item.GetLocation(4), 0);
+        glUniform1i(item.GetLocation(5), p->mChannel);
+    }
+}
+
+void ShaderCtrl_cls::BeginSVTrinagleMesh(ShaderSVTriangleMesh_cls* p) { BeginSV(PRG_SVTriangleMesh, p); }
+void ShaderCtrl_cls::BeginSVTrinagleMeshHF(ShaderSVTriangleMesh_cls* p) { BeginSV(PRG_SVTriangleMeshHF, p); }
+
+void ShaderCtrl_cls::BeginHF(ShaderHF_cls* p) {
+    ShaderItem_cls& item = Item(PRG_HF);
+    if (!Prepare(item) || !p)
+        return;
+    SetEnsembleAndFog(item, *p);
+    // Units: the height on 0, the image on 1, the colour curve on 2.
+    glUniform1i(item.GetLocation(0), p->mLightNumber);
+    glUniform1iv(item.GetLocation(1), 7, kLightRecieve);
+    glUniform1i(item.GetLocation(2), 0);
+    glUniform1i(item.GetLocation(3), p->mChannel);
+    glUniform1i(item.GetLocation(4), 1);
+    glUniform1i(item.GetLocation(5), 2);
+    glUniform1i(item.GetLocation(6), p->mTextureMode);
+    glUniform1i(item.GetLocation(7), p->mUseTexAlpha);
+    glUniform1i(item.GetLocation(8), p->mDissolveMode);
+    glUniform1i(item.GetLocation(9), p->mbFlat);
+}
+
+void ShaderCtrl_cls::BeginStreamline(int index, StreamlineBasicParam_cls* p) {
+    ShaderItem_cls& item = Item(index);
+    if (!Prepare(item) || !p)
+        return;
+    SetEnsembleAndFog(item, *p);
+    auto loc = [&item](const char* strName) { return item.GetLocationByName(strName); };
+    glUniform1i(loc("lightNumber"), p->mLightNumber);
+    glUniform1i(loc("textureMode"), p->mTextureMode);
+    glUniform1i(loc("textureColorCurve"), 0);
+    glUniform1i(loc("dissolveMode"), p->mDissolveMode);
+    glUniform1i(loc("useClip"), p->mUseClip);
+    glUniform3fv(loc("clipBoxMin"), 1, p->mClipBoxMin);
+    glUniform3fv(loc("clipBoxMax"), 1, p->mClipBoxMax);
+    glUniformMatrix4fv(loc("matrix16"), 1, GL_FALSE, p->mMatrix16);
+    glUniform1f(loc("smoothWidth"), p->mSmoothWidth);
+    glUniform1f(loc("thinningFactor"), p->mThinningFactor);
+    if (index == PRG_StreamlineTriangles) {
+        auto* pTri = static_cast<StreamlineTriangleParam_cls*>(p);
+        glUniform1i(loc("textureSample"), 1);
+        glUniform1f(loc("lineWidth"), pTri->mLineWidth);
+        glUniform4fv(loc("viewport"), 1, pTri->mViewport);
+        glUniform1i(loc("mappingType"), pTri->mMappingType);
+    }
+}
+
+void ShaderCtrl_cls::BeginStreamlineBasic(StreamlineBasicParam_cls* p) { BeginStreamline(PRG_StreamlineBasic, p); }
+void ShaderCtrl_cls::BeginStreamlineTriangle(StreamlineTriangleParam_cls* p) {
+    BeginStreamline(PRG_StreamlineTriangles, p);
+}
+
+void ShaderCtrl_cls::SetUniformWhileBound(int index, size_t uniform, int value) {
+    ShaderItem_cls& item = Item(index);
+    if (!item.IsValid() || mCurrentProgram != item.GetProgram())
+        return;
+    glUniform1i(item.GetLocation(uniform), value);
+}
+
+void ShaderCtrl_cls::SetCullingSide(int side) { SetUniformWhileBound(PRG_SVTriangleMesh, 2, side); }
+void ShaderCtrl_cls::SetCullingSideHF(int side) { SetUniformWhileBound(PRG_SVTriangleMeshHF, 2, side); }
+void ShaderCtrl_cls::SetHFFlat(bool bFlat) { SetUniformWhileBound(PRG_HF, 9, bFlat ? 1 : 0); }

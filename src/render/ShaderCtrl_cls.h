@@ -36,8 +36,27 @@ public:
     void BeginVolumeScatterShadow(VolumeScatterShadowParams_cls* pParams);
     void BeginObjectGouraud(ObjectGouraudParam_cls* pParams);
     void BeginObjectPhong(ObjectPhongParam_cls* pParams);
+    void BeginObjectToon(ObjectToonParam_cls* pParams);
+    void BeginObjectProjectNormal(ObjectNormalParam_cls* pParams);
     void BeginLineBasic(LineBasicParam_cls* pParams);
+    // The point, sphere, mesh and streamline programs: a null record only binds the program and
+    // keeps the uniforms of the last draw (the sphere walk switches programs per particle).
+    void BeginPointBasic(PointBasicParam_cls* pParams);
+    void BeginPointBillboard(PointBillboardParam_cls* pParams);
+    void BeginSphereGouraud(SphereGouraudParam_cls* pParams);
+    void BeginSpherePhong(SpherePhongParam_cls* pParams);
+    void BeginSphereToon(SphereToonParam_cls* pParams);
+    // "Trinagle" is the name callers use: kept on purpose.
+    void BeginSVTrinagleMesh(ShaderSVTriangleMesh_cls* pParams);
+    void BeginHF(ShaderHF_cls* pParams);
+    void BeginSVTrinagleMeshHF(ShaderSVTriangleMesh_cls* pParams);
+    void BeginStreamlineBasic(StreamlineBasicParam_cls* pParams);
+    void BeginStreamlineTriangle(StreamlineTriangleParam_cls* pParams);
     void EndShader();
+    // cullingSide of the two shadow volume programs, while bound; bFlat of "HF".
+    void SetCullingSide(int side);
+    void SetCullingSideHF(int side);
+    void SetHFFlat(bool bFlat);
 
     // Every direct glUseProgram goes through here or EndShader, or the current-program cache breaks.
     void UseProgram(ShaderItem_cls& item);
@@ -64,6 +83,12 @@ private:
     ShaderItem_cls& Item(int index) { return mVItems[static_cast<size_t>(index)]; }
     void BeginVolume(int index, VolumeBasicParams_cls* pParams);
     void BeginObject(int index, ShaderParamEnsemble_cls* pParams, int bFlat);
+    // The head shared by the object-drawing programs: ensemble (with dissolve) and fog.
+    void SetEnsembleAndFog(ShaderItem_cls& item, const ShaderParamEnsemble_cls& params);
+    void BeginSphere(int index, SphereGouraudParam_cls* pParams);
+    void BeginStreamline(int index, StreamlineBasicParam_cls* pParams);
+    void BeginSV(int index, ShaderSVTriangleMesh_cls* pParams);
+    void SetUniformWhileBound(int index, size_t uniform, int value);
 
     GLuint mCurrentProgram = 0;
     wxString mStrCommonDefinitions;

@@ -18,6 +18,13 @@ ShaderItem_cls::ShaderItem_cls(const ShaderItem_cls& other)
       mVStrUniform(other.mVStrUniform), mVStrAttribute(other.mVStrAttribute), mbEnsemble(other.mbEnsemble),
       mbFog(other.mbFog) {}
 
+int ShaderItem_cls::GetLocationByName(const char* strUniform) const {
+    for (size_t i = 0; i < mVStrUniform.size(); ++i)
+        if (mVStrUniform[i] == strUniform)
+            return GetLocation(i);
+    return -1;
+}
+
 void ShaderItem_cls::Clear() {
     mProgram.Reset();
     mVLocation.clear();

@@ -34,6 +34,8 @@ public:
     GLuint GetProgram() const { return mProgram.Get(); }
     // Location of the uniform at the table index (-1 when the linker dropped it).
     int GetLocation(size_t index) const { return index < mVLocation.size() ? mVLocation[index] : -1; }
+    // Location of the uniform by its name in the table (-1 when it is not in the list).
+    int GetLocationByName(const char* strUniform) const;
 
     wxString mStrName;
     wxString mStrStem;

@@ -124,3 +124,81 @@ public:
 };
 
 class LineBasicParam_cls : public ShaderParamEnsemble_cls {};
+
+class ObjectToonParam_cls : public ShaderParamEnsemble_cls {
+public:
+    float mBoldness = 0.f;
+    int mShadowVolumeMode = 0;
+    float mEdgeThreshold = 0.2f;
+    int mbFlat = 0;
+};
+
+class ObjectNormalParam_cls : public ShaderParams_cls {
+public:
+    int mbFlat = 0;
+};
+
+class PointBasicParam_cls : public ShaderParamEnsemble_cls {
+public:
+    float mViewport[4] = {0.f, 0.f, 1.f, 1.f};
+    float mBaseDistance = 1.f;
+};
+
+class PointBillboardParam_cls : public ShaderParamEnsemble_cls {
+public:
+    // Column-major 4x4, as GL takes them.
+    float mBaseInvModelMatrix[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+    float mModelInvBaseMatrix[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+    float mBaseInvMatrix[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+    float mAngle = 0.f; // degrees, about the axis 0, 0, 1
+    int mTwistMode = 0;
+};
+
+class SphereGouraudParam_cls : public ShaderParamEnsemble_cls {
+public:
+    int mUseTexAlpha = 0;
+};
+
+class SpherePhongParam_cls : public SphereGouraudParam_cls {
+public:
+    int mbFlat = 0;
+};
+
+class SphereToonParam_cls : public SpherePhongParam_cls {
+public:
+    float mBoldness = 0.f;
+    float mEdgeThreshold = 0.2f;
+};
+
+class ShaderSVTriangleMesh_cls : public ShaderParams_cls {
+public:
+    float mShadowLength = 100.f;
+    float mOffsetFactor = 0.f;
+    int mCullingSide = 0;
+    int mForClosed = 1;
+    int mChannel = 0; // height fields only
+};
+
+class ShaderHF_cls : public ShaderParamEnsemble_cls {
+public:
+    int mChannel = 0;
+    int mUseTexAlpha = 0;
+    int mbFlat = 0;
+};
+
+class StreamlineBasicParam_cls : public ShaderParamEnsemble_cls {
+public:
+    int mUseClip = 0;
+    float mClipBoxMin[3] = {0.f, 0.f, 0.f};
+    float mClipBoxMax[3] = {1.f, 1.f, 1.f};
+    float mMatrix16[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+    float mSmoothWidth = 0.f;
+    float mThinningFactor = 1.f;
+};
+
+class StreamlineTriangleParam_cls : public StreamlineBasicParam_cls {
+public:
+    float mLineWidth = 2.f;
+    float mViewport[4] = {0.f, 0.f, 1.f, 1.f};
+    int mMappingType = 0;
+};

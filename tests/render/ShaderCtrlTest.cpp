@@ -342,3 +342,107 @@ TEST_F(ShaderCtrlTest, ClampAlphaAndDepthDrawTheExpectedPixels) {
     ReadTexture(target.GetTexture(), 8, 8);
     EXPECT_TRUE(PixelNear(At(4, 4), 5.f, 5.f, 5.f, 1.f, 0.05f));
 }
+
+TEST_F(ShaderCtrlTest, ObjectAndExposureProgramsDrawTheExpectedPixels) {
+    ResourceDir_cls dir(kResourceDir);
+    ShaderCtrl_cls ctrl;
+    FBO_cls target(8, 8, nullptr);
+    target.MakeFBO(true, false);
+
+    // A quad facing a white directional light straight on, with a red diffuse material and no
+    // ambient anywhere: lit, it shows its diffuse colour; with no lights, black.
+    const GLfloat black[4] = {0, 0, 0, 1};
+    const GLfloat white[4] = {1, 1, 1, 1};
+    const GLfloat red[4] = {1, 0, 0, 1};
+    const GLfloat lightFront[4] = {0, 0, 1, 0};
+    struct Case_cls {
+        const char* strName;
+        int lightNumber;
+        float r;
+    };
+    for (const Case_cls& c : {Case_cls{"one light", 1, 1.f}, Case_cls{"no light", 0, 0.f}}) {
+        SCOPED_TRACE(c.strName);
+        target.Begin(true, false);
+        target.SetProjection();
+        glOrtho(-1, 1, -1, 1, -1, 1);
+        glMatrixMode(GL_MODELVIEW);
+        glLoadIdentity();
+        glLightModelfv(GL_LIGHT_MODEL_AMBIENT, black);
+        glLightfv(GL_LIGHT0, GL_AMBIENT, black);
+        glLightfv(GL_LIGHT0, GL_DIFFUSE, white);
+        glLightfv(GL_LIGHT0, GL_SPECULAR, black);
+        glLightfv(GL_LIGHT0, GL_POSITION, lightFront);
+        glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT, black);
+        glMaterialfv(GL_FRONT_AND_BACK, GL_DIFFUSE, red);
+        glMaterialfv(GL_FRONT_AND_BACK, GL_SPECULAR, black);
+        ObjectGouraudParam_cls params;
+        params.mLightNumber = c.lightNumber;
+        ctrl.mFogMode = 0;
+        ctrl.BeginObjectGouraud(&params);
+        ASSERT_TRUE(ctrl.GetPCItem("ObjectGouraud")->IsValid());
+        glNormal3f(0, 0, 1);
+        glBegin(GL_QUADS);
+        glVertex2f(-1, -1);
+        glVertex2f(1, -1);
+        glVertex2f(1, 1);
+        glVertex2f(-1, 1);
+        glEnd();
+        ctrl.EndShader();
+        target.End();
+        ReadTexture(target.GetTexture(), 8, 8);
+        EXPECT_TRUE(PixelNear(At(4, 4), c.r, 0, 0, 1));
+    }
+
+    // Exposure: levels 0.25 to 0.75 stretch 0.5 grey... to 0.5, and 0.75 to 1; gamma 1.
+    FBO_cls source(8, 8, nullptr);
+    source.MakeFBO(true, false);
+    source.Begin(true, false);
+    GLPerspective_cls::Push2DMatrix(8, 8);
+    glColor4f(0.75f, 0.5f, 0.25f, 1.f);
+    glRectf(0, 0, 8, 8);
+    GLPerspective_cls::Pop2DMatrix();
+    source.End();
+    ExposureParams_cls exposure;
+    for (int i = 0; i < 3; ++i) {
+        exposure.mLevelMin[i] = 0.25f;
+        exposure.mLevelMax[i] = 0.75f;
+    }
+    target.Begin(true, false);
+    ctrl.BeginShader("Exposure", &exposure);
+    ASSERT_TRUE(ctrl.GetPCItem("Exposure")->IsValid());
+    source.Bind();
+    DrawQuad(8);
+    ctrl.EndShader();
+    target.End();
+    ReadTexture(target.GetTexture(), 8, 8);
+    SaveFrame("Exposure.png");
+    EXPECT_TRUE(PixelNear(At(4, 4), 1.f, 0.5f, 0.f, 1.f));
+}
+
+TEST_F(ShaderCtrlTest, NullRecordOnlyBindsAndCullingSideNeedsItsProgramBound) {
+    ResourceDir_cls dir(kResourceDir);
+    ShaderCtrl_cls ctrl;
+    SphereGouraudParam_cls sphere;
+    sphere.mUseTexAlpha = 1;
+    ctrl.BeginSphereGouraud(&sphere);
+    ShaderItem_cls* pItem = ctrl.GetPCItem("SphereGouraud");
+    ASSERT_TRUE(pItem->IsValid());
+    ctrl.EndShader();
+    ctrl.BeginSphereGouraud(nullptr); // as the sphere walk does when it switches programs
+    EXPECT_EQ(ctrl.GetCurrentProgram(), pItem->GetProgram());
+    GLint value = -1;
+    glGetUniformiv(pItem->GetProgram(), pItem->GetLocationByName("useTexAlpha"), &value);
+    EXPECT_EQ(value, 1) << "the uniforms of the last record stay";
+
+    ShaderSVTriangleMesh_cls sv;
+    ctrl.BeginSVTrinagleMesh(&sv);
+    ShaderItem_cls* pSV = ctrl.GetPCItem("SVTriangleMesh");
+    ASSERT_TRUE(pSV->IsValid());
+    ctrl.SetCullingSide(1);
+    glGetUniformiv(pSV->GetProgram(), pSV->GetLocationByName("cullingSide"), &value);
+    EXPECT_EQ(value, 1);
+    ctrl.EndShader();
+    ctrl.SetCullingSide(0); // not bound: no effect
+    glGetUniformiv(pSV->GetProgram(), pSV->GetLocationByName("cullingSide"), &value);
+    EXPECT_EQ(value, 1);
+}
