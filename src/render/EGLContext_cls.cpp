@@ -19,7 +19,9 @@ bool HasExtension(const char* strList, const char* strName) {
 
 } // namespace
 
-EGLContext_cls::~EGLContext_cls() { Destroy(); }
+EGLContext_cls::~EGLContext_cls() {
+    Destroy();
+}
 
 bool EGLContext_cls::Fail(const wxString& strWhat) {
     mStrError = wxString::Format("%s (EGL error 0x%04x)", strWhat, static_cast<unsigned>(eglGetError()));

@@ -11,8 +11,8 @@ namespace {
 
 // The attributes a pass may change; depth state is deliberately not saved.
 constexpr GLbitfield kPushedBits = GL_CURRENT_BIT | GL_LINE_BIT | GL_LIGHTING_BIT | GL_FOG_BIT |
-                                   GL_STENCIL_BUFFER_BIT | GL_VIEWPORT_BIT | GL_TRANSFORM_BIT | GL_ENABLE_BIT |
-                                   GL_COLOR_BUFFER_BIT | GL_TEXTURE_BIT;
+                                   GL_STENCIL_BUFFER_BIT | GL_VIEWPORT_BIT | GL_TRANSFORM_BIT |
+                                   GL_ENABLE_BIT | GL_COLOR_BUFFER_BIT | GL_TEXTURE_BIT;
 constexpr GLbitfield kAllBuffers =
     GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT | GL_ACCUM_BUFFER_BIT;
 
@@ -62,8 +62,9 @@ void FBO_cls::MakeFBO(bool bAlpha, bool bDepthTexture) {
         return;
     CheckGLError("MakeFBO");
     const int depthIndex = msFuncGetDepthIndex ? msFuncGetDepthIndex() : 0;
-    if (mbCreated && mWidth == mWidthRequest && mHeight == mHeightRequest && mColorDepthBuilt == mColorDepth &&
-        mDepthIndexBuilt == depthIndex && mbAlphaBuilt == bAlpha && mbDepthTextureBuilt == bDepthTexture)
+    if (mbCreated && mWidth == mWidthRequest && mHeight == mHeightRequest &&
+        mColorDepthBuilt == mColorDepth && mDepthIndexBuilt == depthIndex && mbAlphaBuilt == bAlpha &&
+        mbDepthTextureBuilt == bDepthTexture)
         return;
     DeleteGLObjects();
 
@@ -98,10 +99,11 @@ void FBO_cls::MakeFBO(bool bAlpha, bool bDepthTexture) {
         glRenderbufferStorage(GL_RENDERBUFFER, GL_STENCIL_INDEX8, w, h);
         CheckGLError("STORAGE DEPTH STENCIL");
         glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, mTexture.Get(), 0);
-        glFramebufferTexture2D(GL_FRAMEBUFFER, GL_DEPTH_ATTACHMENT, GL_TEXTURE_2D, mpCDepthTexture->GetTexture(),
-                               0);
+        glFramebufferTexture2D(GL_FRAMEBUFFER, GL_DEPTH_ATTACHMENT, GL_TEXTURE_2D,
+                               mpCDepthTexture->GetTexture(), 0);
     } else {
-        glRenderbufferStorage(GL_RENDERBUFFER, depthIndex == 1 ? GL_DEPTH32F_STENCIL8 : GL_DEPTH24_STENCIL8, w, h);
+        glRenderbufferStorage(GL_RENDERBUFFER, depthIndex == 1 ? GL_DEPTH32F_STENCIL8 : GL_DEPTH24_STENCIL8,
+                              w, h);
         CheckGLError("STORAGE DEPTH STENCIL");
         glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, mTexture.Get(), 0);
         glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_DEPTH_STENCIL_ATTACHMENT, GL_RENDERBUFFER,
@@ -168,7 +170,9 @@ void FBO_cls::ClearFBO() {
     End();
 }
 
-void FBO_cls::SetProjection() { GLPerspective_cls::SetProjection(mWidth, mHeight); }
+void FBO_cls::SetProjection() {
+    GLPerspective_cls::SetProjection(mWidth, mHeight);
+}
 
 void FBO_cls::SetFrustum(double angleDegrees, double zNear, double zFar) {
     GLPerspective_cls::SetFrustumTiled(mWidth, mHeight, angleDegrees, zNear, zFar, 1, 1, 0, 0);

@@ -53,12 +53,13 @@ struct ProgramRow_cls {
 // The programs in table order; the uniform order is the index each entry point sets.
 // "texturVolume" and "lightRecieve" are spelt as the resource files spell them, on purpose.
 const std::vector<ProgramRow_cls>& ProgramTable() {
-    static const std::vector<const char*> focal = {"textureImage", "textureImage1", "quality",      "gamma",
-                                                   "projMatrix10", "projMatrix14",  "focalDistance", "widthBase"};
+    static const std::vector<const char*> focal = {"textureImage",  "textureImage1", "quality",
+                                                   "gamma",         "projMatrix10",  "projMatrix14",
+                                                   "focalDistance", "widthBase"};
     static const std::vector<const char*> object = {"lightNumber", "lightRecieve", "textureImage",
                                                     "textureMode", "useTexAlpha",  "dissolveMode"};
-    static const std::vector<const char*> sphere = {"lightNumber", "lightRecieve", "textureColorCurve",
-                                                    "textureImage", "useTexAlpha", "dissolveMode"};
+    static const std::vector<const char*> sphere = {"lightNumber",  "lightRecieve", "textureColorCurve",
+                                                    "textureImage", "useTexAlpha",  "dissolveMode"};
     static const std::vector<const char*> sv = {"shadowLength", "offsetFactor", "cullingSide", "forClosed"};
     static const std::vector<const char*> curveST = {"colorCurveS", "colorCurveT"};
     auto with = [](std::vector<const char*> v, std::initializer_list<const char*> extra) {
@@ -66,11 +67,13 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
         return v;
     };
     static const std::vector<const char*> phong = {
-        "texturVolume", "textureCC",   "lightNumber", "clipBoxMin",    "clipBoxMax",     "ambientClr", "diffuseClr",
-        "specularClr",  "shininess",   "forceDiscard0", "trim",        "intervalGlobal", "subQuality"};
+        "texturVolume", "textureCC",      "lightNumber", "clipBoxMin", "clipBoxMax",
+        "ambientClr",   "diffuseClr",     "specularClr", "shininess",  "forceDiscard0",
+        "trim",         "intervalGlobal", "subQuality"};
     static const std::vector<const char*> phongShadow = {
-        "texturVolume", "textureCC",  "lightNumber", "shadowAlpha", "shadowQuality", "clipBoxMin",     "clipBoxMax",
-        "ambientClr",   "diffuseClr", "specularClr", "shininess",   "forceDiscard0", "trim",          "intervalGlobal", "subQuality"};
+        "texturVolume", "textureCC",     "lightNumber", "shadowAlpha",    "shadowQuality",
+        "clipBoxMin",   "clipBoxMax",    "ambientClr",  "diffuseClr",     "specularClr",
+        "shininess",    "forceDiscard0", "trim",        "intervalGlobal", "subQuality"};
     static const std::vector<ProgramRow_cls> table = {
         {"ClampAlpha", "GL/ClampAlpha", false, false, {"textureImage"}, {}},
         {"Exposure",
@@ -79,7 +82,12 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
          false,
          {"textureImage", "levelMin", "levelMax", "gamma", "hueOffset", "saturation", "blendMode", "alpha"},
          {}},
-        {"Blur", "GL/Blur", false, false, {"textureImage", "type", "kernel", "width", "quality", "gamma"}, {}},
+        {"Blur",
+         "GL/Blur",
+         false,
+         false,
+         {"textureImage", "type", "kernel", "width", "quality", "gamma"},
+         {}},
         {"FocalBlur", "GL/FocalBlur", false, false, focal, {}},
         {"FocalBlurB", "GL/FocalBlurB", false, false, focal, {}},
         {"Glare",
@@ -88,16 +96,24 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
          false,
          {"textureImage", "type", "width", "quality", "rayNum", "offset", "crit", "enhance", "fade"},
          {}},
-        {"RemoveAlpha", "GL/RemoveAlpha", false, false, {"textureImage", "extremeAlpha", "convert", "backgroundTile"},
+        {"RemoveAlpha",
+         "GL/RemoveAlpha",
+         false,
+         false,
+         {"textureImage", "extremeAlpha", "convert", "backgroundTile"},
          {}},
-        {"Overlay", "GL/Overlay", false, false, {"textureImage", "textureImage1", "texAlpha", "texXScale", "texYScale"},
+        {"Overlay",
+         "GL/Overlay",
+         false,
+         false,
+         {"textureImage", "textureImage1", "texAlpha", "texXScale", "texYScale"},
          {}},
         {"SSAO",
          "GL/SSAO",
          false,
          false,
-         {"textureImage", "textureImage1", "quality", "projMatrix10", "projMatrix14", "factor", "radius", "baseColor",
-          "type"},
+         {"textureImage", "textureImage1", "quality", "projMatrix10", "projMatrix14", "factor", "radius",
+          "baseColor", "type"},
          {}},
         {"Depth", "GL/ConvertDepth", false, false, {"textureImage", "projMatrix10", "projMatrix14"}, {}},
         {"VolumeBasic",
@@ -109,11 +125,17 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
          {}},
         {"VolumePhong", "GL/VolumePhong", false, false, phong, {}},
         {"VolumePhongShadow", "GL/VolumePhongShadow", false, false, phongShadow, {}},
-        {"VolumeScatter", "GL/VolumeScatter", false, false,
-         with(std::vector<const char*>(phong.begin(), phong.begin() + 9), {"scatterFactor", "forceDiscard0", "trim",
-                                                                           "intervalGlobal", "subQuality"}),
+        {"VolumeScatter",
+         "GL/VolumeScatter",
+         false,
+         false,
+         with(std::vector<const char*>(phong.begin(), phong.begin() + 9),
+              {"scatterFactor", "forceDiscard0", "trim", "intervalGlobal", "subQuality"}),
          {}},
-        {"VolumeScatterShadow", "GL/VolumeScatterShadow", false, false,
+        {"VolumeScatterShadow",
+         "GL/VolumeScatterShadow",
+         false,
+         false,
          with(std::vector<const char*>(phongShadow.begin(), phongShadow.begin() + 11),
               {"scatterFactor", "forceDiscard0", "trim", "intervalGlobal", "subQuality"}),
          {}},
@@ -123,8 +145,8 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
          "GL/Outline",
          true,
          true,
-         {"boldness", "lightNumber", "lightRecieve", "textureImage", "textureMode", "useTexAlpha", "dissolveMode",
-          "shadowVolumeMode", "edgeThreshold", "bFlat"},
+         {"boldness", "lightNumber", "lightRecieve", "textureImage", "textureMode", "useTexAlpha",
+          "dissolveMode", "shadowVolumeMode", "edgeThreshold", "bFlat"},
          {}},
         {"ObjectProjectNormal", "GL/ProjectedNormal", false, false, {"bFlat"}, {}},
         {"LineBasic", "GL/LineBasic", true, false, {"fogMode", "dissolveMode"}, {}},
@@ -139,8 +161,8 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
          "GL/PointBillboard",
          true,
          true,
-         {"lightNumber", "lightRecieve", "textureColorCurve", "textureImage", "dissolveMode", "baseInvModelMatrix",
-          "modelInvBaseMatrix", "baseInvMatrix", "rotationMatrix", "twistMode"},
+         {"lightNumber", "lightRecieve", "textureColorCurve", "textureImage", "dissolveMode",
+          "baseInvModelMatrix", "modelInvBaseMatrix", "baseInvMatrix", "rotationMatrix", "twistMode"},
          {"pointSize", "colorCurveS", "colorCurveT", "filterAlpha", "paramBit", "twistID"}},
         {"SphereGouraud", "GL/SphereGouraud", true, true, sphere, curveST},
         {"SpherePhong", "GL/SpherePhong", true, true, with(sphere, {"bFlat"}), curveST},
@@ -156,23 +178,24 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
          "GL/HF",
          true,
          true,
-         {"lightNumber", "lightRecieve", "textureHeight", "channel", "textureImage", "textureCC", "textureMode",
-          "useTexAlpha", "dissolveMode", "bFlat"},
+         {"lightNumber", "lightRecieve", "textureHeight", "channel", "textureImage", "textureCC",
+          "textureMode", "useTexAlpha", "dissolveMode", "bFlat"},
          {}},
         {"SVTriangleMeshHF", "GL/SVTriangleMeshHF", false, false, with(sv, {"textureHeight", "channel"}), {}},
         {"StreamlineBasic",
          "GL/StreamlineBasic",
          true,
          true,
-         {"lightNumber", "textureMode", "textureColorCurve", "dissolveMode", "useClip", "clipBoxMin", "clipBoxMax",
-          "matrix16", "smoothWidth", "thinningFactor"},
+         {"lightNumber", "textureMode", "textureColorCurve", "dissolveMode", "useClip", "clipBoxMin",
+          "clipBoxMax", "matrix16", "smoothWidth", "thinningFactor"},
          {}},
         {"StreamlineTriangles",
          "GL/StreamlineTriangles",
          true,
          true,
-         {"lightNumber", "textureMode", "textureColorCurve", "textureSample", "dissolveMode", "lineWidth", "viewport",
-          "mappingType", "useClip", "clipBoxMin", "clipBoxMax", "matrix16", "smoothWidth", "thinningFactor"},
+         {"lightNumber", "textureMode", "textureColorCurve", "textureSample", "dissolveMode", "lineWidth",
+          "viewport", "mappingType", "useClip", "clipBoxMin", "clipBoxMax", "matrix16", "smoothWidth",
+          "thinningFactor"},
          {}},
     };
     return table;
@@ -460,12 +483,18 @@ void ShaderCtrl_cls::BeginVolume(int index, VolumeBasicParams_cls* p) {
         glUniform1f(loc("scatterFactor"), static_cast<VolumeScatterShadowParams_cls*>(p)->mScatterFactor);
 }
 
-void ShaderCtrl_cls::BeginVolumeBasic(VolumeBasicParams_cls* p) { BeginVolume(PRG_VolumeBasic, p); }
-void ShaderCtrl_cls::BeginVolumePhong(VolumePhongParams_cls* p) { BeginVolume(PRG_VolumePhong, p); }
+void ShaderCtrl_cls::BeginVolumeBasic(VolumeBasicParams_cls* p) {
+    BeginVolume(PRG_VolumeBasic, p);
+}
+void ShaderCtrl_cls::BeginVolumePhong(VolumePhongParams_cls* p) {
+    BeginVolume(PRG_VolumePhong, p);
+}
 void ShaderCtrl_cls::BeginVolumePhongShadow(VolumePhongShadowParams_cls* p) {
     BeginVolume(PRG_VolumePhongShadow, p);
 }
-void ShaderCtrl_cls::BeginVolumeScatter(VolumeScatterParams_cls* p) { BeginVolume(PRG_VolumeScatter, p); }
+void ShaderCtrl_cls::BeginVolumeScatter(VolumeScatterParams_cls* p) {
+    BeginVolume(PRG_VolumeScatter, p);
+}
 void ShaderCtrl_cls::BeginVolumeScatterShadow(VolumeScatterShadowParams_cls* p) {
     BeginVolume(PRG_VolumeScatterShadow, p);
 }
@@ -489,8 +518,12 @@ void ShaderCtrl_cls::BeginObject(int index, ShaderParamEnsemble_cls* p, int bFla
         glUniform1i(item.GetLocation(6), bFlat);
 }
 
-void ShaderCtrl_cls::BeginObjectGouraud(ObjectGouraudParam_cls* p) { BeginObject(PRG_ObjectGouraud, p, 0); }
-void ShaderCtrl_cls::BeginObjectPhong(ObjectPhongParam_cls* p) { BeginObject(PRG_ObjectPhong, p, p->mbFlat); }
+void ShaderCtrl_cls::BeginObjectGouraud(ObjectGouraudParam_cls* p) {
+    BeginObject(PRG_ObjectGouraud, p, 0);
+}
+void ShaderCtrl_cls::BeginObjectPhong(ObjectPhongParam_cls* p) {
+    BeginObject(PRG_ObjectPhong, p, p->mbFlat);
+}
 
 void ShaderCtrl_cls::BeginLineBasic(LineBasicParam_cls* p) {
     ShaderItem_cls& item = Item(PRG_LineBasic);
@@ -602,9 +635,15 @@ void ShaderCtrl_cls::BeginSphere(int index, SphereGouraudParam_cls* p) {
     }
 }
 
-void ShaderCtrl_cls::BeginSphereGouraud(SphereGouraudParam_cls* p) { BeginSphere(PRG_SphereGouraud, p); }
-void ShaderCtrl_cls::BeginSpherePhong(SpherePhongParam_cls* p) { BeginSphere(PRG_SpherePhong, p); }
-void ShaderCtrl_cls::BeginSphereToon(SphereToonParam_cls* p) { BeginSphere(PRG_SphereToon, p); }
+void ShaderCtrl_cls::BeginSphereGouraud(SphereGouraudParam_cls* p) {
+    BeginSphere(PRG_SphereGouraud, p);
+}
+void ShaderCtrl_cls::BeginSpherePhong(SpherePhongParam_cls* p) {
+    BeginSphere(PRG_SpherePhong, p);
+}
+void ShaderCtrl_cls::BeginSphereToon(SphereToonParam_cls* p) {
+    BeginSphere(PRG_SphereToon, p);
+}
 
 void ShaderCtrl_cls::BeginSV(int index, ShaderSVTriangleMesh_cls* p) {
     ShaderItem_cls& item = Item(index);
@@ -620,8 +659,12 @@ void ShaderCtrl_cls::BeginSV(int index, ShaderSVTriangleMesh_cls* p) {
     }
 }
 
-void ShaderCtrl_cls::BeginSVTrinagleMesh(ShaderSVTriangleMesh_cls* p) { BeginSV(PRG_SVTriangleMesh, p); }
-void ShaderCtrl_cls::BeginSVTrinagleMeshHF(ShaderSVTriangleMesh_cls* p) { BeginSV(PRG_SVTriangleMeshHF, p); }
+void ShaderCtrl_cls::BeginSVTrinagleMesh(ShaderSVTriangleMesh_cls* p) {
+    BeginSV(PRG_SVTriangleMesh, p);
+}
+void ShaderCtrl_cls::BeginSVTrinagleMeshHF(ShaderSVTriangleMesh_cls* p) {
+    BeginSV(PRG_SVTriangleMeshHF, p);
+}
 
 void ShaderCtrl_cls::BeginHF(ShaderHF_cls* p) {
     ShaderItem_cls& item = Item(PRG_HF);
@@ -666,7 +709,9 @@ void ShaderCtrl_cls::BeginStreamline(int index, StreamlineBasicParam_cls* p) {
     }
 }
 
-void ShaderCtrl_cls::BeginStreamlineBasic(StreamlineBasicParam_cls* p) { BeginStreamline(PRG_StreamlineBasic, p); }
+void ShaderCtrl_cls::BeginStreamlineBasic(StreamlineBasicParam_cls* p) {
+    BeginStreamline(PRG_StreamlineBasic, p);
+}
 void ShaderCtrl_cls::BeginStreamlineTriangle(StreamlineTriangleParam_cls* p) {
     BeginStreamline(PRG_StreamlineTriangles, p);
 }
@@ -678,6 +723,12 @@ void ShaderCtrl_cls::SetUniformWhileBound(int index, size_t uniform, int value) 
     glUniform1i(item.GetLocation(uniform), value);
 }
 
-void ShaderCtrl_cls::SetCullingSide(int side) { SetUniformWhileBound(PRG_SVTriangleMesh, 2, side); }
-void ShaderCtrl_cls::SetCullingSideHF(int side) { SetUniformWhileBound(PRG_SVTriangleMeshHF, 2, side); }
-void ShaderCtrl_cls::SetHFFlat(bool bFlat) { SetUniformWhileBound(PRG_HF, 9, bFlat ? 1 : 0); }
+void ShaderCtrl_cls::SetCullingSide(int side) {
+    SetUniformWhileBound(PRG_SVTriangleMesh, 2, side);
+}
+void ShaderCtrl_cls::SetCullingSideHF(int side) {
+    SetUniformWhileBound(PRG_SVTriangleMeshHF, 2, side);
+}
+void ShaderCtrl_cls::SetHFFlat(bool bFlat) {
+    SetUniformWhileBound(PRG_HF, 9, bFlat ? 1 : 0);
+}

@@ -104,7 +104,8 @@ void ShaderItem_cls::MakeShader() {
         mStrFragCompiled = mStrFrag;
     if (mStrVertCompiled.empty() || mStrFragCompiled.empty()) {
         const char* strExt = mStrVertCompiled.empty() ? ".vert" : ".frag";
-        wxLogMessage("Shader %s has no source: cannot read %s/%s%s", mStrName, msStrResourceDir, mStrStem, strExt);
+        wxLogMessage("Shader %s has no source: cannot read %s/%s%s", mStrName, msStrResourceDir, mStrStem,
+                     strExt);
         return;
     }
 
@@ -172,8 +173,8 @@ void ShaderItem_cls::MakeShader() {
     mbValid = true;
 }
 
-void ShaderItem_cls::ReadGeometryShaderStrForParameter(const wxString& strLine, int& inputType, int& outputType,
-                                                       long& verticesOut) {
+void ShaderItem_cls::ReadGeometryShaderStrForParameter(const wxString& strLine, int& inputType,
+                                                       int& outputType, long& verticesOut) {
     const int posWord = strLine.Find("SetParameter");
     const int posEqual = strLine.Find('=');
     if (posWord == wxNOT_FOUND || posEqual == wxNOT_FOUND)

@@ -2,7 +2,8 @@
 
 #include "GLPerspective_cls.h"
 
-void TextureBase_cls::DrawOnScreen2D(double x, double y, double w, double h, bool bOpaque, int envMode) const {
+void TextureBase_cls::DrawOnScreen2D(double x, double y, double w, double h, bool bOpaque,
+                                     int envMode) const {
     glPushAttrib(GL_ALL_ATTRIB_BITS);
     glDisable(GL_DEPTH_TEST);
     glDisable(GL_LIGHTING);

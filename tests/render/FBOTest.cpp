@@ -139,8 +139,9 @@ TEST_F(FBOTest, MakeFBOBuildsTheRequestedFormats) {
         glBindFramebuffer(GL_FRAMEBUFFER, fbo.GetFramebuffer());
         EXPECT_EQ(glCheckFramebufferStatus(GL_FRAMEBUFFER), GLenum(GL_FRAMEBUFFER_COMPLETE));
         glBindFramebuffer(GL_FRAMEBUFFER, 0);
-        EXPECT_EQ(AttachmentValue(fbo.GetFramebuffer(), GL_DEPTH_ATTACHMENT, GL_FRAMEBUFFER_ATTACHMENT_DEPTH_SIZE),
-                  c.depthBits);
+        EXPECT_EQ(
+            AttachmentValue(fbo.GetFramebuffer(), GL_DEPTH_ATTACHMENT, GL_FRAMEBUFFER_ATTACHMENT_DEPTH_SIZE),
+            c.depthBits);
         if (c.stencilBits > 0)
             EXPECT_EQ(AttachmentValue(fbo.GetFramebuffer(), GL_STENCIL_ATTACHMENT,
                                       GL_FRAMEBUFFER_ATTACHMENT_STENCIL_SIZE),
@@ -316,8 +317,8 @@ TEST_F(FBOTest, CheckpointLogsTheErrorNameAndLabel) {
 }
 
 TEST_F(FBOTest, LineWidthFactorFollowsTheBufferWidth) {
-    const std::pair<int, double> table[] = {{256, 0.125}, {512, 0.25},  {1024, 0.5}, {2048, 1.0},
-                                            {4096, 2.0},  {8192, 1.0},  {16, 1.0}};
+    const std::pair<int, double> table[] = {{256, 0.125}, {512, 0.25}, {1024, 0.5}, {2048, 1.0},
+                                            {4096, 2.0},  {8192, 1.0}, {16, 1.0}};
     for (const auto& [size, factor] : table) {
         SCOPED_TRACE(size);
         FBO_cls fbo(size, size, nullptr);

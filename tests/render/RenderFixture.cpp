@@ -16,7 +16,9 @@ void RenderFixture::SetUpTestSuite() {
         msStrSkip = mspCContext->GetStrError().ToStdString();
 }
 
-void RenderFixture::TearDownTestSuite() { mspCContext.reset(); }
+void RenderFixture::TearDownTestSuite() {
+    mspCContext.reset();
+}
 
 void RenderFixture::SetUp() {
     if (!mspCContext || !mspCContext->IsValid())
@@ -63,7 +65,9 @@ void RenderFixture::SaveFrame(const std::string& strName) const {
                  PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
     png_write_info(png, info);
     std::vector<png_byte> row(static_cast<size_t>(mFrameWidth) * 4);
-    auto toByte = [](float v) { return static_cast<png_byte>(std::lround(std::fmin(std::fmax(v, 0.f), 1.f) * 255)); };
+    auto toByte = [](float v) {
+        return static_cast<png_byte>(std::lround(std::fmin(std::fmax(v, 0.f), 1.f) * 255));
+    };
     // GL counts rows from the bottom, PNG from the top.
     for (int y = mFrameHeight - 1; y >= 0; --y) {
         for (int x = 0; x < mFrameWidth; ++x) {

@@ -39,4 +39,5 @@ protected:
 };
 
 // Expects a pixel to match the colour within the tolerance.
-::testing::AssertionResult PixelNear(const Pixel_cls& px, float r, float g, float b, float a, float tol = 0.02f);
+::testing::AssertionResult PixelNear(const Pixel_cls& px, float r, float g, float b, float a,
+                                     float tol = 0.02f);

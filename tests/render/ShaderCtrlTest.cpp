@@ -80,7 +80,8 @@ TEST_F(ShaderCtrlTest, EveryResourceProgramLinksAndHasTheUniformsTheHostLooksUp)
             const auto it = absent.find(item.mStrName);
             const bool bMayBeAbsent = it != absent.end() && it->second.count(item.mVStrUniform[i]) > 0;
             if (!bMayBeAbsent) {
-                EXPECT_NE(item.GetLocation(i), -1) << item.mVStrUniform[i].ToStdString() << " is not in the program";
+                EXPECT_NE(item.GetLocation(i), -1)
+                    << item.mVStrUniform[i].ToStdString() << " is not in the program";
             }
         }
         // The draw code asks the attributes by name; the sphere drawing feeds one vec2
@@ -137,8 +138,9 @@ TEST_F(ShaderCtrlTest, SnippetsReplaceTheirMarks) {
         ShaderItem_cls* pItem = ctrl.GetPCItem("ObjectGouraud");
         ASSERT_NE(pItem, nullptr);
         // The vertex text takes common definitions, spot and fog; not the normal.
-        EXPECT_EQ(pItem->mStrVert, "A #define COMMON 1 B float Spot() { return 1.0; } C float Fog() { return 1.0; } "
-                                   "D //##FUNC_NORMAL##");
+        EXPECT_EQ(pItem->mStrVert,
+                  "A #define COMMON 1 B float Spot() { return 1.0; } C float Fog() { return 1.0; } "
+                  "D //##FUNC_NORMAL##");
         // The fragment text takes spot, fog, normal and dithering; not the common definitions.
         // Without the dithering snippet its mark goes, but the apply mark stays a comment.
         EXPECT_EQ(pItem->mStrFrag, "A //##COMMON_DEFINITIONS_SHADER## B float Spot() { return 1.0; } "
@@ -149,9 +151,10 @@ TEST_F(ShaderCtrlTest, SnippetsReplaceTheirMarks) {
         SCOPED_TRACE("with the ensemble snippet");
         ShaderCtrl_cls ctrl;
         ShaderItem_cls* pItem = ctrl.GetPCItem("ObjectGouraud");
-        EXPECT_EQ(pItem->mStrFrag, "A //##COMMON_DEFINITIONS_SHADER## B float Spot() { return 1.0; } "
-                                   "C float Normal() { return 1.0; } D void EnsembleDithering(float a) {} //## "
-                                   "E EnsembleDithering(alpha);");
+        EXPECT_EQ(pItem->mStrFrag,
+                  "A //##COMMON_DEFINITIONS_SHADER## B float Spot() { return 1.0; } "
+                  "C float Normal() { return 1.0; } D void EnsembleDithering(float a) {} //## "
+                  "E EnsembleDithering(alpha);");
     }
 }
 
@@ -194,7 +197,8 @@ TEST_F(ShaderCtrlTest, BadSourcesLogOneLineNamingTheFileAndLeaveTheProgramUnboun
         LogCapture_cls log;
         ctrl.BeginDepth(nullptr);
         EXPECT_FALSE(ctrl.GetPCItem("Depth")->IsValid());
-        EXPECT_TRUE(log.Contains("Shader Depth has no source: cannot read " + tmp.mStrPath + "/GL/ConvertDepth.vert"));
+        EXPECT_TRUE(log.Contains("Shader Depth has no source: cannot read " + tmp.mStrPath +
+                                 "/GL/ConvertDepth.vert"));
         EXPECT_EQ(ctrl.GetCurrentProgram(), good);
     }
     {
@@ -227,8 +231,9 @@ TEST_F(ShaderCtrlTest, GeometryProgramLinksWithLayoutQualifiersAndIgnoresTheOldP
         SCOPED_TRACE(c.strName);
         TempDir_cls tmp;
         ResourceDir_cls dir(tmp.mStrPath);
-        WriteText(tmp.Path("GL/SVTriangleMesh.vert"), "#version 150 compatibility\nvoid main() { gl_Position = "
-                                                      "gl_ModelViewProjectionMatrix * gl_Vertex; }\n");
+        WriteText(tmp.Path("GL/SVTriangleMesh.vert"),
+                  "#version 150 compatibility\nvoid main() { gl_Position = "
+                  "gl_ModelViewProjectionMatrix * gl_Vertex; }\n");
         WriteText(tmp.Path("GL/SVTriangleMesh.geom"),
                   std::string("#version 150 compatibility\n") + c.strHeader +
                       "layout(triangles) in;\nlayout(triangle_strip, max_vertices = 3) out;\n"
