@@ -362,8 +362,9 @@ void ShaderCtrl_cls::BeginBlur(BlurParams_cls* p) {
     glUniform4f(item.GetLocation(5), p->mGamma, p->mGamma, p->mGamma, p->mGamma);
 }
 
-void ShaderCtrl_cls::BeginFocalBlur(FocalBlurParams_cls* p) {
-    ShaderItem_cls& item = Item(PRG_FocalBlur);
+// The two focal blur programs differ only in how they sample.
+void ShaderCtrl_cls::BeginFocal(int index, FocalBlurParams_cls* p) {
+    ShaderItem_cls& item = Item(index);
     if (!Prepare(item))
         return;
     glUniform1i(item.GetLocation(0), 0);
@@ -376,18 +377,11 @@ void ShaderCtrl_cls::BeginFocalBlur(FocalBlurParams_cls* p) {
     glUniform1f(item.GetLocation(7), p->mWidthBase);
 }
 
+void ShaderCtrl_cls::BeginFocalBlur(FocalBlurParams_cls* p) {
+    BeginFocal(PRG_FocalBlur, p);
+}
 void ShaderCtrl_cls::BeginFocalBlurB(FocalBlurParamsB_cls* p) {
-    ShaderItem_cls& item = Item(PRG_FocalBlurB);
-    if (!Prepare(item))
-        return;
-    glUniform1i(item.GetLocation(0), 0);
-    glUniform1i(item.GetLocation(1), 1);
-    glUniform1i(item.GetLocation(2), p->mQuality);
-    glUniform4f(item.GetLocation(3), p->mGamma, p->mGamma, p->mGamma, p->mGamma);
-    glUniform1f(item.GetLocation(4), mProjMatrix10);
-    glUniform1f(item.GetLocation(5), mProjMatrix14);
-    glUniform1f(item.GetLocation(6), p->mFocalDistance);
-    glUniform1f(item.GetLocation(7), p->mWidthBase);
+    BeginFocal(PRG_FocalBlurB, p);
 }
 
 void ShaderCtrl_cls::BeginGlare(GlareParams_cls* p) {

@@ -81,6 +81,7 @@ private:
     // is not valid, and nothing was bound.
     bool Prepare(ShaderItem_cls& item);
     ShaderItem_cls& Item(int index) { return mVItems[static_cast<size_t>(index)]; }
+    void BeginFocal(int index, FocalBlurParams_cls* pParams);
     void BeginVolume(int index, VolumeBasicParams_cls* pParams);
     void BeginObject(int index, ShaderParamEnsemble_cls* pParams, int bFlat);
     // The head shared by the object-drawing programs: ensemble (with dissolve) and fog.

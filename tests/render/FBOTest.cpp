@@ -329,7 +329,7 @@ TEST_F(FBOTest, LineWidthFactorFollowsTheBufferWidth) {
 }
 
 TEST_F(FBOTest, DrawOnScreen2DFitCutsTheSquareToTheWindow) {
-    // Source: bottom half red, top half blue; left half of alpha ... kept opaque.
+    // Source: bottom half red, top half blue.
     FBO_cls source(16, 16, nullptr);
     source.MakeFBO(true, false);
     source.Begin(true, false);
@@ -346,41 +346,36 @@ TEST_F(FBOTest, DrawOnScreen2DFitCutsTheSquareToTheWindow) {
 
     FBO_cls target(32, 32, nullptr);
     target.MakeFBO(true, false);
+    auto drawFit = [&](const FBO_cls& from, int width, int height, int fit, int yOffset) {
+        target.Begin(true, false);
+        from.DrawOnScreen2DFit(width, height, fit, false, yOffset);
+        target.End();
+        ReadTexture(target.GetTexture(), 32, 32);
+    };
 
     // Wide window 32 by 16, fit 0: the square is 32 wide and stands from y = -8 to 24, so the
     // window shows the middle half of the picture: rows 0 to 7 red, 8 to 15 blue.
-    target.Begin(true, false);
-    source.DrawOnScreen2DFit(32, 16, 0, false, 0);
-    target.End();
-    ReadTexture(target.GetTexture(), 32, 32);
+    drawFit(source, 32, 16, 0, 0);
     SaveFrame("FitWide.png");
     EXPECT_TRUE(PixelNear(At(16, 2), 1, 0, 0, 1));
     EXPECT_TRUE(PixelNear(At(16, 13), 0, 0, 1, 1));
     EXPECT_TRUE(PixelNear(At(16, 20), 0, 0, 0, 0)) << "outside the window nothing is drawn";
 
-    // The y offset moves the picture down: with 4, rows 0 to 11 are red.
-    target.Begin(true, false);
-    source.DrawOnScreen2DFit(32, 16, 0, false, -4);
-    target.End();
-    ReadTexture(target.GetTexture(), 32, 32);
+    // The picture moves down by the y offset (GL counts y upwards): with -4 it moves up and
+    // rows 0 to 11 are red.
+    drawFit(source, 32, 16, 0, -4);
     EXPECT_TRUE(PixelNear(At(16, 10), 1, 0, 0, 1));
     EXPECT_TRUE(PixelNear(At(16, 13), 0, 0, 1, 1));
 
     // Tall window 16 by 32, fit 1: cut left and right, columns 0 to 7 red, 8 to 15 green.
-    target.Begin(true, false);
-    sourceLR.DrawOnScreen2DFit(16, 32, 1, false, 0);
-    target.End();
-    ReadTexture(target.GetTexture(), 32, 32);
+    drawFit(sourceLR, 16, 32, 1, 0);
     SaveFrame("FitTall.png");
     EXPECT_TRUE(PixelNear(At(2, 16), 1, 0, 0, 1));
     EXPECT_TRUE(PixelNear(At(13, 16), 0, 1, 0, 1));
     EXPECT_TRUE(PixelNear(At(20, 16), 0, 0, 0, 0));
 
     // Any other fit stretches: the whole picture in 32 by 16, red below row 8, blue above.
-    target.Begin(true, false);
-    source.DrawOnScreen2DFit(32, 16, 2, false, 0);
-    target.End();
-    ReadTexture(target.GetTexture(), 32, 32);
+    drawFit(source, 32, 16, 2, 0);
     EXPECT_TRUE(PixelNear(At(16, 5), 1, 0, 0, 1));
     EXPECT_TRUE(PixelNear(At(16, 10), 0, 0, 1, 1));
 }
