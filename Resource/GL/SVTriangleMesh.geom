@@ -1,0 +1,59 @@
+#version 150 compatibility
+// SetParameter GL_GEOMETRY_INPUT_TYPE_EXT=GL_TRIANGLES_ADJACENCY_EXT
+// SetParameter GL_GEOMETRY_OUTPUT_TYPE_EXT=GL_TRIANGLE_STRIP
+// SetParameter GL_GEOMETRY_VERTICES_OUT_EXT=18
+// The lines above are read by the host for drivers of the old extension; the layout below is
+// what GLSL 1.50 uses. Each silhouette edge (lit triangle, unlit neighbour) becomes a quad pushed
+// shadowLength away from the light; a closed mesh (forClosed) also gets its caps. cullingSide
+// picks which faces count as lit; offsetFactor moves the volume off the surface.
+layout(triangles_adjacency) in;
+layout(triangle_strip, max_vertices = 18) out;
+uniform float shadowLength;
+uniform float offsetFactor;
+uniform int cullingSide;
+uniform int forClosed;
+in vec4 vEye[];
+vec3 LightDir(vec3 p) {
+    vec4 l = gl_LightSource[0].position;
+    return normalize(p * l.w - l.xyz);
+}
+bool Lit(vec3 a, vec3 b, vec3 c) {
+    vec3 n = cross(b - a, c - a);
+    float side = dot(n, -LightDir((a + b + c) / 3.0));
+    return cullingSide == 0 ? side > 0.0 : side < 0.0;
+}
+void Emit(vec3 p) {
+    gl_Position = gl_ProjectionMatrix * vec4(p, 1.0);
+    EmitVertex();
+}
+void main() {
+    vec3 p[6];
+    for (int i = 0; i < 6; ++i)
+        p[i] = vEye[i].xyz;
+    if (!Lit(p[0], p[2], p[4]))
+        return;
+    for (int e = 0; e < 3; ++e) {
+        int a = e * 2;
+        int b = (e * 2 + 2) % 6;
+        int adj = e * 2 + 1;
+        // An edge without neighbour (open mesh) repeats a vertex of the triangle.
+        bool open = p[adj] == p[a] || p[adj] == p[b];
+        if (open || !Lit(p[a], p[adj], p[b])) {
+            vec3 oa = p[a] + LightDir(p[a]) * offsetFactor;
+            vec3 ob = p[b] + LightDir(p[b]) * offsetFactor;
+            Emit(oa);
+            Emit(oa + LightDir(p[a]) * shadowLength);
+            Emit(ob);
+            Emit(ob + LightDir(p[b]) * shadowLength);
+            EndPrimitive();
+        }
+    }
+    if (forClosed != 0) {
+        for (int i = 0; i < 6; i += 2)
+            Emit(p[i] + LightDir(p[i]) * offsetFactor);
+        EndPrimitive();
+        for (int i = 4; i >= 0; i -= 2)
+            Emit(p[i] + LightDir(p[i]) * (offsetFactor + shadowLength));
+        EndPrimitive();
+    }
+}

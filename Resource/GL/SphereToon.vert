@@ -1,0 +1,19 @@
+#version 130
+// Spheres lit per fragment; see SphereGouraud for the per-particle attributes.
+attribute vec2 colorCurveST;
+attribute float filterAlpha;
+in int paramBit;
+varying vec2 vCurve;
+varying float vAlpha;
+flat out int vImage;
+varying vec3 vPosition;
+varying vec3 vNormal;
+void main() {
+    vPosition = (gl_ModelViewMatrix * gl_Vertex).xyz;
+    vNormal = gl_NormalMatrix * gl_Normal;
+    vCurve = colorCurveST;
+    vAlpha = filterAlpha;
+    vImage = (paramBit >> 1) & 3;
+    gl_TexCoord[0] = gl_MultiTexCoord0;
+    gl_Position = gl_ModelViewProjectionMatrix * gl_Vertex;
+}

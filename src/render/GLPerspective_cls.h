@@ -1,0 +1,16 @@
+// Projection helpers of the frame, over the fixed-function matrices. GL thread only.
+#pragma once
+
+class GLPerspective_cls {
+public:
+    // Viewport over the size; the projection matrix is selected and reset.
+    static void SetProjection(int width, int height);
+    static void SetFrustum(int width, int height, double angle, double zNear, double zFar);
+    // Tile (tileX, tileY) of tilesX by tilesY tiles of the symmetric frustum.
+    static void SetFrustumTiled(int width, int height, double angle, double zNear, double zFar, int tilesX,
+                                int tilesY, int tileX, int tileY);
+    // Pushes both matrices and sets a viewport and a 2D projection over the size; Pop2DMatrix
+    // pops both and leaves the model-view selected.
+    static void Push2DMatrix(int width, int height);
+    static void Pop2DMatrix();
+};
