@@ -3,7 +3,7 @@ BUILD      ?= build
 JOBS       ?= $(shell nproc)
 CMAKE_ARGS ?=
 
-.PHONY: deps build run test sanitize sanitize-data tsan bench format format-check clean
+.PHONY: deps build run test sanitize sanitize-data tsan coverage bench format format-check clean
 
 deps:
 	@bash scripts/install-deps.sh
@@ -43,6 +43,14 @@ sanitize:
 tsan:
 	$(MAKE) test BUILD=build-tsan CMAKE_ARGS="-DORV_SANITIZE=thread -DORV_BUILD_BENCH=OFF"
 
+# Line coverage of every layer by the whole test suite: one summary line per folder under src/.
+coverage: deps
+	@cmake -S . -B build-cov -DORV_COVERAGE=ON -DORV_BUILD_BENCH=OFF >/dev/null
+	@cmake --build build-cov -j $(JOBS)
+	@find build-cov -name '*.gcda' -delete
+	-cd build-cov && ctest -j $(JOBS) >/dev/null
+	@bash scripts/coverage-summary.sh build-cov
+
 bench: build
 	@for b in $(BUILD)/bench/bench_*; do [ -x "$$b" ] && "$$b"; done
 
@@ -53,4 +61,4 @@ format-check:
 	@git ls-files '*.cpp' '*.h' | xargs -r clang-format --dry-run --Werror
 
 clean:
-	rm -rf build build-asan build-tsan
+	rm -rf build build-asan build-tsan build-cov
