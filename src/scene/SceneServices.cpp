@@ -1,14 +1,43 @@
 #include "SceneServices.h"
 
 #include "Attribute_cls.h"
+#include "Camera_cls.h"
+#include "KindTable_cls.h"
+#include "LightSource_cls.h"
 #include "LuaInterpreter_cls.h"
 #include "Main_cls.h"
+#include "MeshObj_cls.h"
+#include "Primitive_cls.h"
 #include "SceneObjCtrl_cls.h"
-#include "SceneObj_cls.h"
+#include "TextObj_cls.h"
+#include "World_cls.h"
+
+namespace {
+
+template <class Kind_T> void RegisterObject(const char* pClassWord) {
+    KindTable_cls::Register(pClassWord, KindTable_cls::GROUP_OBJECT).mFuncMake =
+        [](ParentObj_cls* pParent, const wxString&) -> SceneObj_cls* { return new Kind_T(pParent); };
+}
+
+// The kinds whose constructor takes the variant of the New line (the primitive shape, the light type).
+template <class Kind_T> void RegisterVariantObject(const char* pClassWord) {
+    KindTable_cls::Register(pClassWord, KindTable_cls::GROUP_OBJECT).mFuncMake =
+        [](ParentObj_cls* pParent, const wxString& strVariant) -> SceneObj_cls* {
+        return new Kind_T(pParent, strVariant);
+    };
+}
+
+} // namespace
 
 void RegisterSceneServices() {
-    // Object kinds, attribute makers and seams of an earlier registry are forgotten.
-    SceneObj_cls::ResetRegistrations();
+    // The kinds of an earlier registry are forgotten; the layers above add theirs after these.
+    KindTable_cls::Clear();
+    RegisterVariantObject<Primitive_cls>("Primitive_cls");
+    RegisterObject<MeshObj_cls>("MeshObj_cls");
+    RegisterObject<TextObj_cls>("TextObj_cls");
+    RegisterVariantObject<LightSource_cls>("LightSource_cls");
+    RegisterObject<Camera_cls>("Camera_cls");
+    RegisterObject<World_cls>("World_cls");
     ClassProvider_cls::SetServiceMaker(
         SVC_SceneObjCtrl,
         [] {

@@ -2,6 +2,7 @@
 // scene, and the object kinds forgotten at the end so that tests without a fixture find none.
 #pragma once
 
+#include "KindTable_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObj_cls.h"
 
@@ -15,7 +16,7 @@ protected:
     }
     void TearDown() override {
         ServicesFixture<Top>::TearDown();
-        SceneObj_cls::ResetRegistrations();
+        KindTable_cls::Clear();
     }
 
     SceneObjCtrl_cls* Ctrl() { return GpCSceneObjCtrl; }

@@ -265,9 +265,8 @@ TEST_F(ViewerFixture, VolumeBoxReadsAheadAndIsEvicted) {
 }
 
 TEST_F(ViewerFixture, ReadAheadFollowsTheRemapModifier) {
-    SceneObj_cls::SetAttributeMaker(
-        "Modifier", "SequenceRemap_cls",
-        [](SceneObj_cls*, const wxString& strName) { return new TestRemap_cls(strName); });
+    KindTable_cls::Register("SequenceRemap_cls", KindTable_cls::GROUP_MODIFIER).mFuncMakeAttribute =
+        [](SceneObj_cls*, const wxString& strName) { return new TestRemap_cls(strName); };
     SetFrames(6, 0);
     SetPrefetch(1);
     Particle_cls* p = dynamic_cast<Particle_cls*>(Obj(Ctrl()->AppendSceneObjCommand("Particle", "")));
