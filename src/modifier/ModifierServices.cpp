@@ -31,48 +31,39 @@ bool IsAnyObject(SceneObj_cls*) {
 }
 
 // How a kind is made on the stack it belongs to; it refuses the objects it does not fit.
-template <class Kind_T>
-KindTable_cls::Entry_cls& RegisterAttribute(KindTable_cls::Group_enum group, const char* pClassWord,
-                                            bool (*funcFits)(SceneObj_cls*)) {
-    KindTable_cls::Entry_cls& entry = KindTable_cls::Register(pClassWord, group);
+template <class Kind_T, KindTable_cls::Group_enum Group = KindTable_cls::GROUP_MODIFIER>
+KindTable_cls::Entry_cls& RegisterAttribute(const char* pClassWord, bool (*funcFits)(SceneObj_cls*)) {
+    KindTable_cls::Entry_cls& entry = KindTable_cls::Register(pClassWord, Group);
     entry.mFuncMakeAttribute = [funcFits](SceneObj_cls* p, const wxString& strName) -> Attribute_cls* {
         return funcFits(p) ? new Kind_T(strName) : nullptr;
     };
     return entry;
 }
 
-template <class Kind_T>
-KindTable_cls::Entry_cls& RegisterModifier(const char* pClassWord, bool (*funcFits)(SceneObj_cls*)) {
-    return RegisterAttribute<Kind_T>(KindTable_cls::GROUP_MODIFIER, pClassWord, funcFits);
-}
-
-template <class Kind_T> void RegisterDataProc(const char* pClassWord, bool (*funcFits)(SceneObj_cls*)) {
-    RegisterAttribute<Kind_T>(KindTable_cls::GROUP_DATA_PROC, pClassWord, funcFits);
-}
-
 } // namespace
 
 void RegisterModifierServices() {
-    RegisterModifier<SequenceRemap_cls>("SequenceRemap_cls", IsViewer);
-    RegisterModifier<ParticleFiltering_cls>("ParticleFiltering_cls", IsParticle);
-    RegisterDataProc<ParticleDownsizing_cls>("ParticleDownsizing_cls", IsParticle);
-    RegisterModifier<ModifyParticleSize_cls>("ModifyParticleSize_cls", IsParticle);
-    RegisterModifier<ModifyApparentSize_cls>("ModifyApparentSize_cls", IsParticle);
-    RegisterModifier<ParticleBoolean_cls>("ParticleBoolean_cls", IsParticle);
-    RegisterModifier<ParticleTweak_cls>("ParticleTweak_cls", IsParticle);
-    RegisterModifier<Trimming_cls>("Trimming_cls", IsViewer);
+    RegisterAttribute<SequenceRemap_cls>("SequenceRemap_cls", IsViewer);
+    RegisterAttribute<ParticleFiltering_cls>("ParticleFiltering_cls", IsParticle);
+    RegisterAttribute<ParticleDownsizing_cls, KindTable_cls::GROUP_DATA_PROC>("ParticleDownsizing_cls",
+                                                                              IsParticle);
+    RegisterAttribute<ModifyParticleSize_cls>("ModifyParticleSize_cls", IsParticle);
+    RegisterAttribute<ModifyApparentSize_cls>("ModifyApparentSize_cls", IsParticle);
+    RegisterAttribute<ParticleBoolean_cls>("ParticleBoolean_cls", IsParticle);
+    RegisterAttribute<ParticleTweak_cls>("ParticleTweak_cls", IsParticle);
+    RegisterAttribute<Trimming_cls>("Trimming_cls", IsViewer);
     // The two kinds that act inside the object's own operations: the transform and the instances.
-    RegisterModifier<Tracking_cls>("Tracking_cls", IsAnyObject).mFuncTransform =
+    RegisterAttribute<Tracking_cls>("Tracking_cls", IsAnyObject).mFuncTransform =
         [](SceneObj_cls* pObj, Attribute_cls* p, double* C, double* P, double t) {
             static_cast<Tracking_cls*>(p)->Execute(pObj, C, P, t);
         };
-    RegisterModifier<ArrayCopy_cls>("ArrayCopy_cls", IsAnyObject).mFuncCopyCount = [](SceneObj_cls*,
-                                                                                      Attribute_cls* p) {
+    RegisterAttribute<ArrayCopy_cls>("ArrayCopy_cls", IsAnyObject).mFuncCopyCount = [](SceneObj_cls*,
+                                                                                       Attribute_cls* p) {
         return static_cast<ArrayCopy_cls*>(p)->GetCopyCount(TimeCtrl_cls::GetClockNT());
     };
-    RegisterDataProc<ParticleMerge_cls>("ParticleMerge_cls", IsParticle);
+    RegisterAttribute<ParticleMerge_cls, KindTable_cls::GROUP_DATA_PROC>("ParticleMerge_cls", IsParticle);
     // Objects with textures: the scene has no common base for them, so any object takes it.
-    RegisterModifier<TexSpaceMod_cls>("TexSpaceMod_cls", IsAnyObject);
+    RegisterAttribute<TexSpaceMod_cls>("TexSpaceMod_cls", IsAnyObject);
 
     // The particle modifiers at their fixed places in a preparation.
     KindTable_cls::Register("Particle_cls", KindTable_cls::GROUP_OBJECT)

@@ -1,9 +1,9 @@
 #include "ViewerServices.h"
 
-#include "ClassProvider_cls.h"
 #include "ColorCurveProvider_cls.h"
 #include "ColorCurve_cls.h"
 #include "KindTable_cls.h"
+#include "OwnedService_cls.h"
 #include "Particle_cls.h"
 #include "VolumeBox_cls.h"
 
@@ -29,12 +29,7 @@ template <class Kind_T> KindTable_cls::Entry_cls& RegisterViewer(const char* pCl
 
 void RegisterViewerServices() {
     // The presets live as long as the program: every new colour curve starts from one.
-    ClassProvider_cls::SetServiceMaker(
-        SVC_ColorCurveProvider, [] { GpCColorCurveProvider = new ColorCurveProvider_cls(); },
-        [] {
-            delete GpCColorCurveProvider;
-            GpCColorCurveProvider = nullptr;
-        });
+    OwnedService_cls::Register(SVC_ColorCurveProvider, GpCColorCurveProvider);
 
     // The scene makes, writes and reads colour curves through these; it knows them only as
     // attributes of the class word "ColorCurve_cls".

@@ -1,6 +1,10 @@
 // The kind table on its own: one entry per class word that later layers add to, looked up by
 // group, with slots of types the table does not know, and empty again after Clear.
 #include "KindTable_cls.h"
+#include "Main_cls.h"
+#include "ServiceRegistry.h"
+
+#include "TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -54,4 +58,19 @@ TEST(KindTable, OneEntryPerClassWordThatLaterLayersAddTo) {
     EXPECT_FALSE(fresh.mFuncUsedMemoryMB);
     EXPECT_EQ(fresh.GetSlot<std::string>(KindTable_cls::SLOT_DRAW), nullptr);
     KindTable_cls::Clear();
+}
+
+// A test that adds a kind of its own leaves nothing for the next: the kinds go with the scene.
+TEST(KindTable, TheRegistryEndsWithItsKinds) {
+    RegisterServices<ServiceLayer_enum::Scene>();
+    TempDir_cls dir;
+    {
+        Main_cls main(dir.mStrPath);
+        main.CreateSingleton();
+        EXPECT_NE(KindTable_cls::Find("World_cls", KindTable_cls::GROUP_OBJECT), nullptr);
+        KindTable_cls::Register("Extra_cls", KindTable_cls::GROUP_MODIFIER);
+    }
+    EXPECT_EQ(KindTable_cls::Find("World_cls"), nullptr);
+    EXPECT_EQ(KindTable_cls::Find("Extra_cls"), nullptr);
+    ClassProvider_cls::ResetRegistrations();
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Attribute_cls.h"
+#include "KindTable_cls.h"
 #include "Main_cls.h"
 #include "ParamGroup_cls.h"
 #include "Parser_cls.h"

@@ -8,6 +8,7 @@
 #include "VolumeBox_cls.h"
 
 #include "Attribute_cls.h"
+#include "KindTable_cls.h"
 #include "SequenceRemapBase_cls.h"
 
 #include <wx/utils.h>
