@@ -1,6 +1,6 @@
 #include "CoreServices.h"
 
-#include "Main_cls.h"
+#include "OwnedService_cls.h"
 #include "Preference_cls.h"
 #include "UndoManager_cls.h"
 #include "UseGZ_cls.h"
@@ -9,22 +9,6 @@ void RegisterCoreServices() {
     // The bottom of every registry: what an earlier one registered is forgotten.
     ClassProvider_cls::ResetRegistrations();
     ClassProvider_cls::AddStaticInitializer([] { UseGZ_cls::VersionCheck(); });
-    ClassProvider_cls::SetServiceMaker(
-        SVC_Preference,
-        [] {
-            GpCPreference = new Preference_cls();
-            GCClassProvider->SetReceiverList(RECV_PREFERENCE, GpCPreference);
-        },
-        [] {
-            if (GCClassProvider)
-                GCClassProvider->ClearReceiver(RECV_PREFERENCE);
-            delete GpCPreference;
-            GpCPreference = nullptr;
-        });
-    ClassProvider_cls::SetServiceMaker(
-        SVC_Undo, [] { GpCUndo = new UndoManager_cls(); },
-        [] {
-            delete GpCUndo;
-            GpCUndo = nullptr;
-        });
+    OwnedService_cls::RegisterList(SVC_Preference, RECV_PREFERENCE, GpCPreference);
+    OwnedService_cls::Register(SVC_Undo, GpCUndo);
 }

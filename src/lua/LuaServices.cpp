@@ -1,13 +1,8 @@
 #include "LuaServices.h"
 
-#include "ClassProvider_cls.h"
 #include "LuaMiniCalc_cls.h"
+#include "OwnedService_cls.h"
 
 void RegisterLuaServices() {
-    ClassProvider_cls::SetServiceMaker(
-        SVC_LuaMinicalc, [] { GpCLuaMinicalc = new LuaMiniCalc_cls(); },
-        [] {
-            delete GpCLuaMinicalc;
-            GpCLuaMinicalc = nullptr;
-        });
+    OwnedService_cls::Register(SVC_LuaMinicalc, GpCLuaMinicalc);
 }

@@ -16,5 +16,5 @@ Particle_cls* ParticleMerge_cls::GetPCTargetParticle(SceneObj_cls* pOwn) {
     SceneObj_cls* p = GpCSceneObjCtrl->GetPCFromName(str);
     if (!p || p == pOwn)
         return nullptr;
-    return dynamic_cast<Particle_cls*>(p);
+    return Particle_cls::GetPCParticle(p);
 }

@@ -77,8 +77,8 @@ void RunMerges(ParticleModifierCall_cls& call) {
         wxASSERT_MSG(!call.mbNext, "bNext == FALSE");
         if (call.mbNext)
             continue;
-        auto* pTarget =
-            dynamic_cast<Particle_cls*>(GpCSceneObjCtrl->GetPCFromName(pTargetItem->GetBodySTR()));
+        Particle_cls* pTarget =
+            Particle_cls::GetPCParticle(GpCSceneObjCtrl->GetPCFromName(pTargetItem->GetBodySTR()));
         if (!pTarget || pTarget->mpCCurrent.get() == call.mpCSet || pTarget->mpCNext.get() == call.mpCSet ||
             !pTarget->mCVisible.GetBodyBOOL())
             continue;

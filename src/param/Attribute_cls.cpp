@@ -23,6 +23,34 @@ const Attribute_cls::ClassOps_cls* FindClassOps(const wxString& strClassWord) {
     return it == ClassOpsTable().end() ? nullptr : &it->second;
 }
 
+// Deletes p through the hook of its class, or through the base when it has none.
+void DeleteThrough(Attribute_cls* p,
+                   std::function<void(Attribute_cls*)> Attribute_cls::ClassOps_cls::*pHook) {
+    if (!p)
+        return;
+    const Attribute_cls::ClassOps_cls* pOps = FindClassOps(p->GetStrAttributeName());
+    if (pOps && pOps->*pHook)
+        (pOps->*pHook)(p);
+    else
+        delete p;
+}
+
+// Keys at the clock's time, of the default key type, for the first values.size() members whose
+// value differs from the given one as a float; tagOf(member) addresses a member.
+template <class TagOf_T>
+void SetChangedMembers(ParamGroup_cls& group, const std::vector<double>& values, TagOf_T tagOf) {
+    const double t = TimeCtrl_cls::GetClockNT();
+    int type = -1;
+    double ease = 1.0;
+    if (GpCTimeCtrl)
+        GpCTimeCtrl->GetDefaultKeyTypeAndEase(&type, &ease);
+    for (size_t i = 0; i < values.size(); ++i) {
+        Parameter_cls& param = group.mVCParam[i];
+        if (static_cast<float>(values[i]) != static_cast<float>(param.GetValue(t)))
+            param.SetValueAtCommand(values[i], t, tagOf(param), type, ease);
+    }
+}
+
 } // namespace
 
 Attribute_cls::Attribute_cls(const wxString& strAttributeName, const wxString& strName)
@@ -265,17 +293,9 @@ void Attribute_cls::SyncronizeParamAndConf(const wxString& strObjName, const wxS
         wxLogWarning("Attribute %s: no group %s", GetStrName(), strGroup);
         return;
     }
-    const double t = TimeCtrl_cls::GetClockNT();
-    int type = -1;
-    double ease = 1.0;
-    if (GpCTimeCtrl)
-        GpCTimeCtrl->GetDefaultKeyTypeAndEase(&type, &ease);
-    Parameter_cls& param = pGroup->mVCParam[0];
-    const double value = item.GetBodyDOUBLE();
-    if (static_cast<float>(value) != static_cast<float>(param.GetValue(t)))
-        param.SetValueAtCommand(
-            value, t, GetStrMemberTag(msStrSceneObjCtrlSelf + "Obj::" + strObjName + "::", strGroup, param),
-            type, ease);
+    const wxString strHead = msStrSceneObjCtrlSelf + "Obj::" + strObjName + "::";
+    SetChangedMembers(*pGroup, {item.GetBodyDOUBLE()},
+                      [&](const Parameter_cls& param) { return GetStrMemberTag(strHead, strGroup, param); });
 }
 
 void Attribute_cls::SyncronizeParamAndConf2(const wxString& strObjName, const wxString& strGroup,
@@ -285,21 +305,9 @@ void Attribute_cls::SyncronizeParamAndConf2(const wxString& strObjName, const wx
         wxLogWarning("Attribute %s: no group %s of two members", GetStrName(), strGroup);
         return;
     }
-    const double t = TimeCtrl_cls::GetClockNT();
-    int type = -1;
-    double ease = 1.0;
-    if (GpCTimeCtrl)
-        GpCTimeCtrl->GetDefaultKeyTypeAndEase(&type, &ease);
-    ConfItemFLOAT_cls* pItems[2] = {&item0, &item1};
-    for (int i = 0; i < 2; ++i) {
-        Parameter_cls& param = pGroup->mVCParam[i];
-        const double value = pItems[i]->GetBodyDOUBLE();
-        if (static_cast<float>(value) != static_cast<float>(param.GetValue(t)))
-            param.SetValueAtCommand(
-                value, t,
-                GetStrMemberTag(msStrSceneObjCtrlSelf + "Obj::" + strObjName + "::", strGroup, param), type,
-                ease);
-    }
+    const wxString strHead = msStrSceneObjCtrlSelf + "Obj::" + strObjName + "::";
+    SetChangedMembers(*pGroup, {item0.GetBodyDOUBLE(), item1.GetBodyDOUBLE()},
+                      [&](const Parameter_cls& param) { return GetStrMemberTag(strHead, strGroup, param); });
 }
 
 void Attribute_cls::SyncronizeParamAndConf3(const wxString& strObjName, const wxString& strGroup,
@@ -315,19 +323,9 @@ void Attribute_cls::SyncronizeParamAndConf3(const wxString& strObjName, const wx
                      static_cast<int>(values.size()), strGroup, static_cast<int>(pGroup->mVCParam.size()));
         return;
     }
-    const double t = TimeCtrl_cls::GetClockNT();
-    int type = -1;
-    double ease = 1.0;
-    if (GpCTimeCtrl)
-        GpCTimeCtrl->GetDefaultKeyTypeAndEase(&type, &ease);
-    for (size_t i = 0; i < values.size(); ++i) {
-        Parameter_cls& param = pGroup->mVCParam[i];
-        if (static_cast<float>(values[i]) != static_cast<float>(param.GetValue(t)))
-            param.SetValueAtCommand(
-                values[i], t,
-                GetStrMemberTag(msStrSceneObjCtrlSelf + "Obj::" + strObjName + "::", strGroup, param), type,
-                ease);
-    }
+    const wxString strHead = msStrSceneObjCtrlSelf + "Obj::" + strObjName + "::";
+    SetChangedMembers(*pGroup, values,
+                      [&](const Parameter_cls& param) { return GetStrMemberTag(strHead, strGroup, param); });
 }
 
 void Attribute_cls::SyncronizeConfAndParam(double t, const wxString& strGroup, ConfItemFLOAT_cls& item) {
@@ -397,23 +395,11 @@ void Attribute_cls::ClearClassOps() {
 }
 
 void Attribute_cls::Delete(Attribute_cls* p) {
-    if (!p)
-        return;
-    const ClassOps_cls* pOps = FindClassOps(p->GetStrAttributeName());
-    if (pOps && pOps->mFuncDelete)
-        pOps->mFuncDelete(p);
-    else
-        delete p;
+    DeleteThrough(p, &ClassOps_cls::mFuncDelete);
 }
 
 void Attribute_cls::DeleteBuffer(Attribute_cls* p) {
-    if (!p)
-        return;
-    const ClassOps_cls* pOps = FindClassOps(p->GetStrAttributeName());
-    if (pOps && pOps->mFuncDeleteBuffer)
-        pOps->mFuncDeleteBuffer(p);
-    else
-        delete p;
+    DeleteThrough(p, &ClassOps_cls::mFuncDeleteBuffer);
 }
 
 void Attribute_cls::SyncSrcFromBuffer(SceneObj_cls* pObj) {

@@ -1,5 +1,6 @@
 #include "ParticleForRender_cls.h"
 
+#include "KindTable_cls.h"
 #include "ParticleSnap_cls.h"
 #include "SortParallel_cls.h"
 #include "TensorMath_cls.h"
@@ -126,7 +127,11 @@ wxString ParticleForRender_cls::GetStrProcCounterClone(ViewerClone_cls* viewer, 
     return str;
 }
 
-std::function<void(int, ParticleModifierCall_cls&)> ParticleForRender_cls::msFuncParticleModifier;
+ParticleForRender_cls::ModifierFunc ParticleForRender_cls::GetModifierFunc() {
+    const KindTable_cls::Entry_cls* pKind = KindTable_cls::Find("Particle_cls", KindTable_cls::GROUP_OBJECT);
+    const ModifierFunc* pFunc = pKind ? pKind->GetSlot<ModifierFunc>(KindTable_cls::SLOT_PREPARE) : nullptr;
+    return pFunc ? *pFunc : nullptr;
+}
 
 bool ParticleForRender_cls::HasSizeModifier(ViewerClone_cls* viewer) {
     return viewer && (viewer->GetNumAttribute("ModifyApparentSize_cls") > 0 ||
@@ -322,9 +327,10 @@ void ParticleForRender_cls::RunDataPass(ParticleSnap_cls* const snaps[4], int st
     mbSourceIdentity = factor == 1;
     ++mDataCounter;
     // Right after the interpolation: the merges of other particle objects' frames.
-    if (msFuncParticleModifier && HasActiveMerge(viewer)) {
+    const ModifierFunc funcModifier = GetModifierFunc();
+    if (funcModifier && HasActiveMerge(viewer)) {
         ParticleModifierCall_cls call{this, viewer, snap1, time, camera, mCSetting.mSortType, bNext};
-        msFuncParticleModifier(ParticleModifierCall_cls::kStageMerge, call);
+        funcModifier(ParticleModifierCall_cls::kStageMerge, call);
     }
 }
 
@@ -396,8 +402,9 @@ void ParticleForRender_cls::ProcIndexAndZ(const PrepareSetting_cls& setting, Vie
     // elements and not the order, so running them after the keys and before the sort is the same.
     RunWorkers<ThreadSetArrayZ_cls>(count, bNext, kSleepMsSort,
                                     [&](ThreadSetArrayZ_cls& w, int) { w.SetParameters(this, s, camera); });
-    if (msFuncParticleModifier)
-        msFuncParticleModifier(ParticleModifierCall_cls::kStageRemove, call);
+    const ModifierFunc funcModifier = GetModifierFunc();
+    if (funcModifier)
+        funcModifier(ParticleModifierCall_cls::kStageRemove, call);
     // 0 keeps the order of the data; 7 fills the keys for later use and leaves the order.
     if (s != 0 && s != 7) {
         if (mNumber <= kParallelSortMin)
@@ -406,8 +413,8 @@ void ParticleForRender_cls::ProcIndexAndZ(const PrepareSetting_cls& setting, Vie
             SortParallel_cls().SortParallel(mOrder.get(), count);
     }
     // The size modifiers read the keys as depths.
-    if (msFuncParticleModifier && HasSizeModifier(viewer))
-        msFuncParticleModifier(ParticleModifierCall_cls::kStageSize, call);
+    if (funcModifier && HasSizeModifier(viewer))
+        funcModifier(ParticleModifierCall_cls::kStageSize, call);
     bool bDepend = false;
     for (int m = 0; m < PrepareSetting_cls::kMaterialMax; ++m)
         if (setting.mColorCurveType[m] == 1 && setting.mColorCurveDepend[m] == 9)

@@ -70,9 +70,12 @@ public:
                        const ParticleSnap_cls* snapA, double time, const PositionAndDirection_cls& camera,
                        bool bNext);
 
-    // The particle modifiers, installed by the modifier layer: called with the stage and the pass's
-    // arrays. Without it a pass runs no modifier.
-    static std::function<void(int stage, ParticleModifierCall_cls& call)> msFuncParticleModifier;
+    // The particle modifiers: called with the stage and the pass's arrays. The modifier layer puts
+    // it in the preparation slot of the "Particle_cls" kind; without it a pass runs no modifier.
+    using ModifierFunc = void (*)(int stage, ParticleModifierCall_cls& call);
+    // Null when no modifier layer is registered. Any thread: the kind table only changes between
+    // registries.
+    static ModifierFunc GetModifierFunc();
     // Whether a clone carries an entry that changes sizes after the keys; such entries scale mSize in
     // place, so their pass must always follow a fresh data pass.
     static bool HasSizeModifier(ViewerClone_cls* viewer);

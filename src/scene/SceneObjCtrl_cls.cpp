@@ -2,16 +2,15 @@
 
 #include "Attribute_cls.h"
 #include "Camera_cls.h"
+#include "KindTable_cls.h"
 #include "LightSource_cls.h"
 #include "Main_cls.h"
-#include "MeshObj_cls.h"
 #include "ParamGroup_cls.h"
 #include "ParamStream_cls.h"
 #include "Primitive_cls.h"
 #include "SceneClassWord_cls.h"
 #include "SceneObj_cls.h"
 #include "TextHost_cls.h"
-#include "TextObj_cls.h"
 #include "UndoManager_cls.h"
 #include "World_cls.h"
 
@@ -181,11 +180,8 @@ wxString SceneObjCtrl_cls::AppendSceneObjCommand(const wxString& strKind, wxStri
         wxLogWarning("SceneObjCtrl: unknown object class \"%s\"", strKind);
         return wxString();
     }
-    const SceneObj_cls::ClassOps_cls* pOps = SceneObj_cls::GetClassOps(strClass);
-    const bool bHere = strClass == "Primitive_cls" || strClass == "MeshObj_cls" ||
-                       strClass == "TextObj_cls" || strClass == "LightSource_cls" ||
-                       strClass == "Camera_cls" || strClass == "World_cls";
-    if (!bHere && (!pOps || !pOps->mFuncMake)) {
+    const KindTable_cls::Entry_cls* pKind = KindTable_cls::Find(strClass, KindTable_cls::GROUP_OBJECT);
+    if (!pKind || !pKind->mFuncMake) {
         wxLogWarning("SceneObjCtrl: %s objects are not available", strClass);
         return wxString();
     }
@@ -405,31 +401,28 @@ void SceneObjCtrl_cls::MoveModifierCommand(const wxString& strName, int position
 
 // ---- key commands ---------------------------------------------------------------------------
 
-void SceneObjCtrl_cls::DeleteSelectedTLKeyCommand() {
+template <class Func_T> void SceneObjCtrl_cls::ForEachSelectedInBlock(const wxString& strBlock, Func_T func) {
     if (!GpCUndo)
         return;
-    GpCUndo->OpenBlock("DeleteSelectedTLKey");
+    GpCUndo->OpenBlock(strBlock);
+    // A copy: a command may change the selection.
     for (SceneObj_cls* p : std::vector<SceneObj_cls*>(mVPCSelected))
-        p->DeleteSelectedTLKeyCommand();
-    GpCUndo->CloseBlock("DeleteSelectedTLKey");
+        func(p);
+    GpCUndo->CloseBlock(strBlock);
+}
+
+void SceneObjCtrl_cls::DeleteSelectedTLKeyCommand() {
+    ForEachSelectedInBlock("DeleteSelectedTLKey", [](SceneObj_cls* p) { p->DeleteSelectedTLKeyCommand(); });
 }
 
 void SceneObjCtrl_cls::SetSelectedTLKeyTypeCommand(int type, double ease) {
-    if (!GpCUndo)
-        return;
-    GpCUndo->OpenBlock("SetSelectedTLKeyType");
-    for (SceneObj_cls* p : std::vector<SceneObj_cls*>(mVPCSelected))
-        p->SetSelectedTLKeyTypeCommand(type, ease);
-    GpCUndo->CloseBlock("SetSelectedTLKeyType");
+    ForEachSelectedInBlock("SetSelectedTLKeyType",
+                           [=](SceneObj_cls* p) { p->SetSelectedTLKeyTypeCommand(type, ease); });
 }
 
 void SceneObjCtrl_cls::MoveSelectedTLKeyCommand(double dx, double dy) {
-    if (!GpCUndo)
-        return;
-    GpCUndo->OpenBlock("MoveSelectedTLKey");
-    for (SceneObj_cls* p : std::vector<SceneObj_cls*>(mVPCSelected))
-        p->MoveSelectedTLKeyCommand(dx, dy);
-    GpCUndo->CloseBlock("MoveSelectedTLKey");
+    ForEachSelectedInBlock("MoveSelectedTLKey",
+                           [=](SceneObj_cls* p) { p->MoveSelectedTLKeyCommand(dx, dy); });
 }
 
 bool SceneObjCtrl_cls::IsSelectedTLKeyExist() {
@@ -618,28 +611,12 @@ bool SceneObjCtrl_cls::MoveItemNative(SceneObj_cls* p, const wxString& strParent
 }
 
 SceneObj_cls* SceneObjCtrl_cls::GetPCNewObject(const wxString& strClass, const wxString& strVariant) {
-    if (strClass == "Primitive_cls")
-        return new Primitive_cls(this, strVariant);
-    if (strClass == "MeshObj_cls")
-        return new MeshObj_cls(this);
-    if (strClass == "TextObj_cls")
-        return new TextObj_cls(this);
-    if (strClass == "LightSource_cls")
-        return new LightSource_cls(this, strVariant);
-    if (strClass == "Camera_cls")
-        return new Camera_cls(this);
-    if (strClass == "VolumeBox_cls" || strClass == "Isosurface_cls" || strClass == "Particle_cls" ||
-        strClass == "Streamline_cls" || strClass == "HeightField_cls") {
-        // The data viewers belong to the layers above, which register how they are made.
-        const SceneObj_cls::ClassOps_cls* pOps = SceneObj_cls::GetClassOps(strClass);
-        if (!pOps || !pOps->mFuncMake) {
-            wxLogWarning("SceneObjCtrl: %s objects are not available", strClass);
-            return nullptr;
-        }
-        return pOps->mFuncMake(this, strVariant);
-    }
-    if (strClass == "World_cls")
-        return new World_cls(this);
+    const KindTable_cls::Entry_cls* pKind = KindTable_cls::Find(strClass, KindTable_cls::GROUP_OBJECT);
+    if (pKind && pKind->mFuncMake)
+        return pKind->mFuncMake(this, strVariant);
+    // A class word of the language whose layer is not in this registry (a data viewer).
+    if (SceneClassWord_cls::IsObjectClass(strClass))
+        wxLogWarning("SceneObjCtrl: %s objects are not available", strClass);
     return nullptr;
 }
 

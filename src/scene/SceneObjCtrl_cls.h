@@ -135,4 +135,6 @@ private:
     // Deletes one object with the undo pairs of DeleteItemsCommand.
     void DeleteOneItemCommand(SceneObj_cls* p);
     ParentObj_cls* GetPCParentFromName(const wxString& strName);
+    // func on each selected object, in one undo block.
+    template <class Func_T> void ForEachSelectedInBlock(const wxString& strBlock, Func_T func);
 };

@@ -1,6 +1,7 @@
 #include "SceneObj_cls.h"
 
 #include "Attribute_cls.h"
+#include "KindTable_cls.h"
 #include "Main_cls.h"
 #include "Material_cls.h"
 #include "ParamGroup_cls.h"
@@ -24,15 +25,27 @@ void AfterMath(const wxString& strWhat, const wxString& strArg) {
         GCClassProvider->ProcAfterMath(strWhat, strArg);
 }
 
-// The classes whose material is written in a block of its own.
-bool HasMaterialBlock(const wxString& strClass) {
-    static const char* const words[] = {"Isosurface_cls",  "HeightField_cls", "VolumeBox_cls",
-                                        "LightSource_cls", "TextObj_cls",     "MeshObj_cls",
-                                        "Primitive_cls",   "Streamline_cls",  "Particle_cls"};
-    for (const char* p : words)
-        if (strClass == p)
-            return true;
-    return false;
+const char* const kColorCurveClass = "ColorCurve_cls";
+
+// Bounded: a copy count beyond this is a broken entry, not a scene.
+const int kMaxCopyCount = 100000;
+
+// The kind of an attribute whose Validity= is on (or that has none).
+const KindTable_cls::Entry_cls* FindActiveKind(Attribute_cls* p) {
+    ConfItem_cls* pValid = p->GetPCItem("Validity=");
+    if (pValid && !pValid->GetBodyBOOL())
+        return nullptr;
+    return KindTable_cls::Find(p->GetStrAttributeName());
+}
+
+// The colour-curve kind when p is a colour curve and its layer writes it; null otherwise, and
+// the attribute is then written and read as any other.
+const KindTable_cls::Entry_cls* FindColorCurveKind(Attribute_cls* p) {
+    if (!p->IsAttributeSameAs(kColorCurveClass))
+        return nullptr;
+    const KindTable_cls::Entry_cls* pKind =
+        KindTable_cls::Find(kColorCurveClass, KindTable_cls::GROUP_COLOR_CURVE);
+    return pKind && pKind->mFuncSerialize ? pKind : nullptr;
 }
 
 } // namespace
@@ -127,9 +140,9 @@ void SceneObj_cls::SyncConfListTag() {
 void SceneObj_cls::SyncConfListTagClass() {
     // The kinds of this layer keep every address in their attributes, which the caller retags;
     // the kinds of the layers above bring their own update.
-    if (const ClassOps_cls* pOps = GetClassOps(mStrClassWord))
-        if (pOps->mFuncSyncConfListTag)
-            pOps->mFuncSyncConfListTag(this);
+    if (const KindTable_cls::Entry_cls* pKind = KindTable_cls::Find(mStrClassWord))
+        if (pKind->mFuncSyncConfListTag)
+            pKind->mFuncSyncConfListTag(this);
 }
 
 // ---- look-up --------------------------------------------------------------------------------
@@ -374,18 +387,16 @@ void SceneObj_cls::GetPositionGlobal(double t, double* out) {
 }
 
 void SceneObj_cls::ProcModifier(const wxString& strStage, void* pIn, void* pOut) {
-    if (strStage != "TransformRot" || !msFuncTracking)
+    if (strStage != "TransformRot")
         return;
     int index = 0;
     for (Attribute_cls* p : mLPCModifier) {
         if (index++ < mNumBuiltInModifier)
             continue;
-        if (!p->IsAttributeSameAs("Tracking_cls"))
-            continue;
-        ConfItem_cls* pValid = p->GetPCItem("Validity=");
-        if (pValid && !pValid->GetBodyBOOL())
-            continue;
-        msFuncTracking(this, p, static_cast<double*>(pIn), static_cast<double*>(pOut), mModifierTime);
+        const KindTable_cls::Entry_cls* pKind = FindActiveKind(p);
+        if (pKind && pKind->mFuncTransform)
+            pKind->mFuncTransform(this, p, static_cast<double*>(pIn), static_cast<double*>(pOut),
+                                  mModifierTime);
     }
 }
 
@@ -394,16 +405,11 @@ void SceneObj_cls::ProcModifier(const wxString& strStage, void* pIn, void* pOut)
 std::vector<SceneObjInstance_cls*> SceneObj_cls::GetVNewPCInstance() {
     std::vector<SceneObjInstance_cls*> v;
     v.push_back(new SceneObjInstance_cls(this, nullptr, 0));
-    if (!msFuncArrayCopyCount)
-        return v;
     for (Attribute_cls* p : mLPCModifier) {
-        if (!p->IsAttributeSameAs("ArrayCopy_cls"))
+        const KindTable_cls::Entry_cls* pKind = FindActiveKind(p);
+        if (!pKind || !pKind->mFuncCopyCount)
             continue;
-        ConfItem_cls* pValid = p->GetPCItem("Validity=");
-        if (pValid && !pValid->GetBodyBOOL())
-            continue;
-        // Bounded: a copy count beyond this is a broken entry, not a scene.
-        const int n = std::min(msFuncArrayCopyCount(this, p), 100000);
+        const int n = std::min(pKind->mFuncCopyCount(this, p), kMaxCopyCount);
         for (int i = 0; i < n; ++i)
             v.push_back(new SceneObjInstance_cls(this, this, i + 1));
     }
@@ -413,20 +419,20 @@ std::vector<SceneObjInstance_cls*> SceneObj_cls::GetVNewPCInstance() {
 // ---- memory ---------------------------------------------------------------------------------
 
 double SceneObj_cls::GetUsedMemoryMB() {
-    const ClassOps_cls* pOps = GetClassOps(mStrClassWord);
-    return pOps && pOps->mFuncUsedMemoryMB ? pOps->mFuncUsedMemoryMB(this) : 0.0;
+    const KindTable_cls::Entry_cls* pKind = KindTable_cls::Find(mStrClassWord);
+    return pKind && pKind->mFuncUsedMemoryMB ? pKind->mFuncUsedMemoryMB(this) : 0.0;
 }
 
 void SceneObj_cls::PrefetchData() {
-    const ClassOps_cls* pOps = GetClassOps(mStrClassWord);
-    if (pOps && pOps->mFuncPrefetch)
-        pOps->mFuncPrefetch(this);
+    const KindTable_cls::Entry_cls* pKind = KindTable_cls::Find(mStrClassWord);
+    if (pKind && pKind->mFuncPrefetch)
+        pKind->mFuncPrefetch(this);
 }
 
 void SceneObj_cls::ReleaseMemoryData() {
-    const ClassOps_cls* pOps = GetClassOps(mStrClassWord);
-    if (pOps && pOps->mFuncRelease)
-        pOps->mFuncRelease(this);
+    const KindTable_cls::Entry_cls* pKind = KindTable_cls::Find(mStrClassWord);
+    if (pKind && pKind->mFuncRelease)
+        pKind->mFuncRelease(this);
 }
 
 // ---- commands -------------------------------------------------------------------------------
@@ -449,9 +455,9 @@ void SceneObj_cls::AddDataProcCommand(const wxString& strClass, wxString strName
 
 wxString SceneObj_cls::GetStrAttributeRestoreText(Attribute_cls* p, const wxString& strStack, int index) {
     wxString str = SceneObjCtrl_cls::GetStrSelf() + "ReadProperties::" + GetStrName() + "\n";
-    if (IsColorCurve(p)) {
+    if (const KindTable_cls::Entry_cls* pCurve = FindColorCurveKind(p)) {
         str += "New::ColorCurve::" + p->GetStrName() + "\n";
-        ColorCurveOps().mFuncSerialize(p, str);
+        pCurve->mFuncSerialize(p, str);
     } else {
         str += "New::" + strStack + "::" + p->GetStrAttributeName() + "::" + p->GetStrName() + "\n";
         p->Serialize(str);
@@ -531,13 +537,13 @@ void SceneObj_cls::SetDataProcValidityCommand(const wxString& strName, bool bVal
 }
 
 void SceneObj_cls::AddMaterialCommand() {
-    const ClassOps_cls* pOps = GetClassOps(mStrClassWord);
-    if (!pOps || !pOps->mFuncNewMaterial) {
+    const KindTable_cls::Entry_cls* pKind = KindTable_cls::Find(mStrClassWord);
+    if (!pKind || !pKind->mFuncNewMaterial) {
         wxLogWarning("%s: a %s has one material and takes no other", GetStrName(), mStrClassWord);
         return;
     }
     // A kind may refuse one more (a particle object has at most ten): then no step at all.
-    if (pOps->mFuncCanAddMaterial && !pOps->mFuncCanAddMaterial(this))
+    if (pKind->mFuncCanAddMaterial && !pKind->mFuncCanAddMaterial(this))
         return;
     const wxString strName = GetStrUniqueName("Material");
     TextHost_cls::PushAndRedo(GetStrTag() + "::Delete::Material::" + strName,
@@ -614,7 +620,7 @@ void SceneObj_cls::DeselectKeyFrame(const wxString& strTag) {
 // ---- line execution -------------------------------------------------------------------------
 
 bool SceneObj_cls::IsColorCurve(Attribute_cls* p) const {
-    return p->IsAttributeSameAs("ColorCurve_cls");
+    return p->IsAttributeSameAs(kColorCurveClass);
 }
 
 bool SceneObj_cls::IsBuiltIn(Attribute_cls* p) const {
@@ -652,10 +658,10 @@ bool SceneObj_cls::ProcNewDProc(Attribute_cls* p) {
 }
 
 bool SceneObj_cls::ProcNewMaterial(const wxString& strName) {
-    const ClassOps_cls* pOps = GetClassOps(mStrClassWord);
-    if (!pOps || !pOps->mFuncNewMaterial || IsAttributeExist(strName))
+    const KindTable_cls::Entry_cls* pKind = KindTable_cls::Find(mStrClassWord);
+    if (!pKind || !pKind->mFuncNewMaterial || IsAttributeExist(strName))
         return false;
-    Attribute_cls* p = pOps->mFuncNewMaterial(this, strName);
+    Attribute_cls* p = pKind->mFuncNewMaterial(this, strName);
     if (!p)
         return false;
     mVPCOwnAttribute.push_back(p);
@@ -665,11 +671,13 @@ bool SceneObj_cls::ProcNewMaterial(const wxString& strName) {
 }
 
 bool SceneObj_cls::ProcNewColorCurve(const wxString& strName) {
-    if (!ColorCurveOps().mFuncMake) {
+    const KindTable_cls::Entry_cls* pKind =
+        KindTable_cls::Find(kColorCurveClass, KindTable_cls::GROUP_COLOR_CURVE);
+    if (!pKind || !pKind->mFuncMakeAttribute) {
         wxLogWarning("%s: colour curves are not available", GetStrName());
         return false;
     }
-    Attribute_cls* p = ColorCurveOps().mFuncMake(this, strName);
+    Attribute_cls* p = pKind->mFuncMakeAttribute(this, strName);
     if (!p)
         return false;
     return ProcNewModifier(p);
@@ -697,13 +705,13 @@ bool SceneObj_cls::ProcNew(wxString strRest) {
         wxLogWarning("%s: an attribute \"%s\" exists already", GetStrName(), strName);
         return false;
     }
-    auto& makers = Makers(strKind);
-    auto it = makers.find(strClass);
-    if (it == makers.end() || !it->second) {
+    const KindTable_cls::Entry_cls* pKind = KindTable_cls::Find(
+        strClass, strKind == "Modifier" ? KindTable_cls::GROUP_MODIFIER : KindTable_cls::GROUP_DATA_PROC);
+    if (!pKind || !pKind->mFuncMakeAttribute) {
         wxLogWarning("%s: unknown %s class \"%s\"", GetStrName(), strKind, strClass);
         return false;
     }
-    Attribute_cls* p = it->second(this, strName);
+    Attribute_cls* p = pKind->mFuncMakeAttribute(this, strName);
     if (!p) {
         wxLogWarning("%s: a %s does not take \"%s\"", GetStrName(), mStrClassWord, strClass);
         return false;
@@ -820,28 +828,26 @@ void SceneObj_cls::Serialize(wxString& strOut) {
 }
 
 void SceneObj_cls::SerializeClassBlocks(wxString& strOut) {
-    // The material of the kinds that have one, the fog of the world; then what a kind of a
-    // layer above writes (the formats of particles and stream lines).
-    if (HasMaterialBlock(mStrClassWord) || IsClassSameAs("World_cls")) {
-        for (Attribute_cls* p : mVPCOwnAttribute) {
-            // A material the user added comes back through its line; a built-in one is there
-            // again when the object is made.
-            if (mAstrBuiltInOwnAttribute.Index(p->GetStrName()) == wxNOT_FOUND)
-                strOut += "New::Material::" + p->GetStrName() + "\n";
-            p->Serialize(strOut);
-        }
-        // A built-in material the user deleted goes again after the others are back.
-        for (const wxString& strName : mAstrBuiltInOwnAttribute) {
-            bool bPresent = false;
-            for (Attribute_cls* p : mVPCOwnAttribute)
-                bPresent = bPresent || p->GetStrName() == strName;
-            if (!bPresent)
-                strOut += "Delete::Material::" + strName + "\n";
-        }
+    // The own attributes: the materials of the kinds that have them, the fog of the world (a
+    // camera has none); then what a kind of a layer above writes (the formats of particles).
+    for (Attribute_cls* p : mVPCOwnAttribute) {
+        // A material the user added comes back through its line; a built-in one is there
+        // again when the object is made.
+        if (mAstrBuiltInOwnAttribute.Index(p->GetStrName()) == wxNOT_FOUND)
+            strOut += "New::Material::" + p->GetStrName() + "\n";
+        p->Serialize(strOut);
     }
-    if (const ClassOps_cls* pOps = GetClassOps(mStrClassWord))
-        if (pOps->mFuncSerializeExtra)
-            pOps->mFuncSerializeExtra(this, strOut);
+    // A built-in material the user deleted goes again after the others are back.
+    for (const wxString& strName : mAstrBuiltInOwnAttribute) {
+        bool bPresent = false;
+        for (Attribute_cls* p : mVPCOwnAttribute)
+            bPresent = bPresent || p->GetStrName() == strName;
+        if (!bPresent)
+            strOut += "Delete::Material::" + strName + "\n";
+    }
+    if (const KindTable_cls::Entry_cls* pKind = KindTable_cls::Find(mStrClassWord))
+        if (pKind->mFuncSerializeExtra)
+            pKind->mFuncSerializeExtra(this, strOut);
 }
 
 bool SceneObj_cls::ReadStrLineClassBlocks(std::wistream& stream, const wxString& strHead,
@@ -849,8 +855,8 @@ bool SceneObj_cls::ReadStrLineClassBlocks(std::wistream& stream, const wxString&
     for (Attribute_cls* p : mVPCOwnAttribute)
         if (p->ReadStrLine(stream, strHead, strRest))
             return true;
-    if (const ClassOps_cls* pOps = GetClassOps(mStrClassWord))
-        if (pOps->mFuncReadExtra && pOps->mFuncReadExtra(this, stream, strHead, strRest))
+    if (const KindTable_cls::Entry_cls* pKind = KindTable_cls::Find(mStrClassWord))
+        if (pKind->mFuncReadExtra && pKind->mFuncReadExtra(this, stream, strHead, strRest))
             return true;
     return false;
 }
@@ -862,10 +868,10 @@ void SceneObj_cls::SerializePropertiesOnly(wxString& strOut) {
     int index = 0;
     for (Attribute_cls* p : mLPCModifier) {
         const bool bBuiltIn = index++ < mNumBuiltInModifier;
-        if (IsColorCurve(p) && ColorCurveOps().mFuncSerialize) {
+        if (const KindTable_cls::Entry_cls* pCurve = FindColorCurveKind(p)) {
             if (!bBuiltIn)
                 strOut += "New::ColorCurve::" + p->GetStrName() + "\n";
-            ColorCurveOps().mFuncSerialize(p, strOut);
+            pCurve->mFuncSerialize(p, strOut);
             continue;
         }
         // What the class made by itself is there again when the object is made: no line.
@@ -891,8 +897,9 @@ bool SceneObj_cls::ReadStrLine(std::wistream& stream, const wxString& strHead, c
         return true;
     // 3. and 4. the modifiers, then the data processes
     for (Attribute_cls* p : mLPCModifier) {
-        if (IsColorCurve(p) && ColorCurveOps().mFuncReadStrLine) {
-            if (ColorCurveOps().mFuncReadStrLine(p, stream, strHead, strRest))
+        const KindTable_cls::Entry_cls* pCurve = FindColorCurveKind(p);
+        if (pCurve && pCurve->mFuncReadStrLine) {
+            if (pCurve->mFuncReadStrLine(p, stream, strHead, strRest))
                 return true;
         } else if (p->ReadStrLine(stream, strHead, strRest)) {
             return true;
@@ -946,51 +953,4 @@ bool SceneObj_cls::ReadStrLine(std::wistream& stream, const wxString& strHead, c
         return true;
     }
     return false;
-}
-
-// ---- seams ----------------------------------------------------------------------------------
-
-std::map<wxString, SceneObj_cls::AttributeMaker>& SceneObj_cls::Makers(const wxString& strStack) {
-    static std::map<wxString, AttributeMaker> modifiers;
-    static std::map<wxString, AttributeMaker> dataProcs;
-    return strStack == "Modifier" ? modifiers : dataProcs;
-}
-
-std::map<wxString, SceneObj_cls::ClassOps_cls>& SceneObj_cls::ClassOpsTable() {
-    static std::map<wxString, ClassOps_cls> table;
-    return table;
-}
-
-SceneObj_cls::ColorCurveOps_cls& SceneObj_cls::ColorCurveOps() {
-    static ColorCurveOps_cls ops;
-    return ops;
-}
-
-void SceneObj_cls::SetAttributeMaker(const wxString& strStack, const wxString& strClass,
-                                     AttributeMaker func) {
-    if (strStack != "Modifier" && strStack != "DataProc")
-        return;
-    Makers(strStack)[strClass] = std::move(func);
-}
-
-void SceneObj_cls::SetColorCurveOps(const ColorCurveOps_cls& ops) {
-    ColorCurveOps() = ops;
-}
-
-void SceneObj_cls::SetClassOps(const wxString& strClass, const ClassOps_cls& ops) {
-    ClassOpsTable()[strClass] = ops;
-}
-
-const SceneObj_cls::ClassOps_cls* SceneObj_cls::GetClassOps(const wxString& strClass) {
-    auto it = ClassOpsTable().find(strClass);
-    return it == ClassOpsTable().end() ? nullptr : &it->second;
-}
-
-void SceneObj_cls::ResetRegistrations() {
-    Makers("Modifier").clear();
-    Makers("DataProc").clear();
-    ClassOpsTable().clear();
-    ColorCurveOps() = ColorCurveOps_cls();
-    msFuncTracking = nullptr;
-    msFuncArrayCopyCount = nullptr;
 }

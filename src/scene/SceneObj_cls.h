@@ -2,7 +2,7 @@
 // viewers. It has a transform of three parameter groups, a list of modifiers and a list of data
 // processes (attributes), and a name that is unique in the scene and is its address in
 // commands. The class word stands in for virtual dispatch: no operation is virtual but the
-// destructor, and behaviour that depends on the kind compares the class word.
+// destructor, and behaviour that depends on the kind is found in the kind table by class word.
 // Main thread only; workers use clones.
 #pragma once
 
@@ -14,7 +14,6 @@
 #include <wx/string.h>
 
 #include <cstdint>
-#include <functional>
 #include <istream>
 #include <list>
 #include <map>
@@ -152,49 +151,6 @@ public:
     void SerializePropertiesOnly(wxString& strOut);
     bool ReadStrLine(std::wistream& stream, const wxString& strHead, const wxString& strRest);
 
-    // ---- seams for the layers above ----
-    // How an attribute class is made on an object: null when the class does not fit the
-    // object. The modifier layer registers each kind; "Modifier" and "DataProc" are the stacks.
-    using AttributeMaker = std::function<Attribute_cls*(SceneObj_cls*, const wxString& strName)>;
-    static void SetAttributeMaker(const wxString& strStack, const wxString& strClass, AttributeMaker func);
-    // The colour curve, which is an attribute and a group at once: made, written and read by
-    // the layer that defines it. Without it, colour-curve lines are refused.
-    class ColorCurveOps_cls {
-    public:
-        AttributeMaker mFuncMake;
-        std::function<void(Attribute_cls*, wxString&)> mFuncSerialize;
-        std::function<bool(Attribute_cls*, std::wistream&, const wxString&, const wxString&)>
-            mFuncReadStrLine;
-    };
-    static void SetColorCurveOps(const ColorCurveOps_cls& ops);
-    // What an object class of a layer above (the data viewers) adds to the chains of this one.
-    class ClassOps_cls {
-    public:
-        std::function<SceneObj_cls*(ParentObj_cls*, const wxString& strVariant)> mFuncMake;
-        std::function<void(SceneObj_cls*, wxString&)> mFuncSerializeExtra;
-        std::function<bool(SceneObj_cls*, std::wistream&, const wxString&, const wxString&)> mFuncReadExtra;
-        std::function<void(SceneObj_cls*)> mFuncSyncConfListTag;
-        std::function<Attribute_cls*(SceneObj_cls*, const wxString&)> mFuncNewMaterial;
-        // Whether the object takes one more material; logs why not. Unset: always.
-        std::function<bool(SceneObj_cls*)> mFuncCanAddMaterial;
-        std::function<double(SceneObj_cls*)> mFuncUsedMemoryMB;
-        std::function<void(SceneObj_cls*)> mFuncPrefetch;
-        std::function<void(SceneObj_cls*)> mFuncRelease;
-        // Extra instances that the object's modifiers make (an active "ArrayCopy_cls").
-        std::function<int(SceneObj_cls*, Attribute_cls*)> mFuncCopyCount;
-    };
-    static void SetClassOps(const wxString& strClass, const ClassOps_cls& ops);
-    static const ClassOps_cls* GetClassOps(const wxString& strClass);
-    // Run at "TransformRot" for each "Tracking_cls" entry: changes C, the object's own
-    // transform, given the parent matrix P and the time.
-    static inline std::function<void(SceneObj_cls*, Attribute_cls*, double* C, double* P, double t)>
-        msFuncTracking;
-    // The copies of an "ArrayCopy_cls" entry (the entry's own rule): the count of instances
-    // beyond the first.
-    static inline std::function<int(SceneObj_cls*, Attribute_cls*)> msFuncArrayCopyCount;
-    // Forgets every registration of the seams (tests).
-    static void ResetRegistrations();
-
     // ---- data ----
     ParentObj_cls* mpParent = nullptr; // not owned
     ConfItemSTR_cls mCName;
@@ -240,7 +196,4 @@ private:
     std::vector<Attribute_cls*> GetVPCAllAttribute();
     ParamGroup_cls* GetPCTransformGroup(const wxString& strName);
     std::vector<double> GetTransformValues(const wxString& strName, double t, double fallback);
-    static std::map<wxString, AttributeMaker>& Makers(const wxString& strStack);
-    static std::map<wxString, ClassOps_cls>& ClassOpsTable();
-    static ColorCurveOps_cls& ColorCurveOps();
 };

@@ -1,14 +1,45 @@
 #include "SceneServices.h"
 
 #include "Attribute_cls.h"
+#include "Camera_cls.h"
+#include "KindTable_cls.h"
+#include "LightSource_cls.h"
 #include "LuaInterpreter_cls.h"
 #include "Main_cls.h"
+#include "MeshObj_cls.h"
+#include "OwnedService_cls.h"
+#include "Primitive_cls.h"
 #include "SceneObjCtrl_cls.h"
-#include "SceneObj_cls.h"
+#include "TextObj_cls.h"
+#include "World_cls.h"
+
+#include <type_traits>
+
+namespace {
+
+// The kinds whose constructor takes the variant of the New line (the primitive shape, the light
+// type) get it; the others are made on their parent alone.
+template <class Kind_T> void RegisterObject(const char* pClassWord) {
+    KindTable_cls::Register(pClassWord, KindTable_cls::GROUP_OBJECT).mFuncMake =
+        [](ParentObj_cls* pParent, [[maybe_unused]] const wxString& strVariant) -> SceneObj_cls* {
+        if constexpr (std::is_constructible_v<Kind_T, ParentObj_cls*, const wxString&>)
+            return new Kind_T(pParent, strVariant);
+        else
+            return new Kind_T(pParent);
+    };
+}
+
+} // namespace
 
 void RegisterSceneServices() {
-    // Object kinds, attribute makers and seams of an earlier registry are forgotten.
-    SceneObj_cls::ResetRegistrations();
+    // The kinds of an earlier registry are forgotten; the layers above add theirs after these.
+    KindTable_cls::Clear();
+    RegisterObject<Primitive_cls>("Primitive_cls");
+    RegisterObject<MeshObj_cls>("MeshObj_cls");
+    RegisterObject<TextObj_cls>("TextObj_cls");
+    RegisterObject<LightSource_cls>("LightSource_cls");
+    RegisterObject<Camera_cls>("Camera_cls");
+    RegisterObject<World_cls>("World_cls");
     ClassProvider_cls::SetServiceMaker(
         SVC_SceneObjCtrl,
         [] {
@@ -37,13 +68,11 @@ void RegisterSceneServices() {
             Attribute_cls::msFuncSceneObjName = nullptr;
             delete GpCSceneObjCtrl;
             GpCSceneObjCtrl = nullptr;
+            // The registry ends with its scene: its kinds go too, so nothing of them reaches
+            // the next registry, nor code that runs without one.
+            KindTable_cls::Clear();
         });
-    ClassProvider_cls::SetServiceMaker(
-        SVC_LuaInterpreter, [] { GpCLuaInterpreter = new LuaInterpreter_cls(); },
-        [] {
-            delete GpCLuaInterpreter;
-            GpCLuaInterpreter = nullptr;
-        });
+    OwnedService_cls::Register(SVC_LuaInterpreter, GpCLuaInterpreter);
     ClassProvider_cls::SetDefaultSceneMaker([] {
         if (GpCSceneObjCtrl)
             GpCSceneObjCtrl->MakeDefaultScene();

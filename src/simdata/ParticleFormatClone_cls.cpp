@@ -2,6 +2,17 @@
 
 #include "ParticleFormat_cls.h"
 
+namespace {
+
+// Deep copies: wxString buffers must not be shared with the main thread.
+void DeepCopy(wxArrayString& aStrDst, const wxArrayString& aStrSrc) {
+    aStrDst.Clear();
+    for (const wxString& s : aStrSrc)
+        aStrDst.Add(wxString(s.wc_str()));
+}
+
+} // namespace
+
 ParticleFormatClone_cls::ParticleFormatClone_cls() {
     mbOwnItems = true;
 }
@@ -13,31 +24,18 @@ ParticleFormatClone_cls::~ParticleFormatClone_cls() {
 void ParticleFormatClone_cls::CloneFromFormat(const ParticleFormat_cls& format, bool byID) {
     SetTag(format.GetTag());
     CloneConfListFrom(format);
-    // Deep copies: wxString buffers must not be shared with the main thread.
-    mAStrHeader.Clear();
-    for (const wxString& s : format.mAStrHeader)
-        mAStrHeader.Add(wxString(s.wc_str()));
-    mAStrBodyBinary.Clear();
-    for (const wxString& s : format.mAStrBodyBinary)
-        mAStrBodyBinary.Add(wxString(s.wc_str()));
-    mAStrBodyAscii.Clear();
-    for (const wxString& s : format.mAStrBodyAscii)
-        mAStrBodyAscii.Add(wxString(s.wc_str()));
+    DeepCopy(mAStrHeader, format.mAStrHeader);
+    DeepCopy(mAStrBodyBinary, format.mAStrBodyBinary);
+    DeepCopy(mAStrBodyAscii, format.mAStrBodyAscii);
     mbByID = byID;
 }
 
 void ParticleFormatClone_cls::CloneFromClone(const ParticleFormatClone_cls& src) {
     SetTag(src.GetTag());
     CloneConfListFrom(src);
-    mAStrHeader.Clear();
-    for (const wxString& s : src.mAStrHeader)
-        mAStrHeader.Add(wxString(s.wc_str()));
-    mAStrBodyBinary.Clear();
-    for (const wxString& s : src.mAStrBodyBinary)
-        mAStrBodyBinary.Add(wxString(s.wc_str()));
-    mAStrBodyAscii.Clear();
-    for (const wxString& s : src.mAStrBodyAscii)
-        mAStrBodyAscii.Add(wxString(s.wc_str()));
+    DeepCopy(mAStrHeader, src.mAStrHeader);
+    DeepCopy(mAStrBodyBinary, src.mAStrBodyBinary);
+    DeepCopy(mAStrBodyAscii, src.mAStrBodyAscii);
     mbByID = src.mbByID;
 }
 

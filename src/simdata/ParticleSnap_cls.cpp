@@ -64,11 +64,18 @@ unsigned int ParticleSnap_cls::GetFlagBits() const {
            (mHasValue1 ? FB_VALUE1 : 0) | (mHasValue2 ? FB_VALUE2 : 0);
 }
 
-void ParticleSnap_cls::ReadHeaderBinary(ParticleFormatClone_cls* pFormat, long long& n, double& time) {
+std::unique_ptr<ParticleFileStream_cls> ParticleSnap_cls::OpenHeaderFile() const {
     auto pFile = std::make_unique<ParticleFileStream_cls>();
-    if (!pFile->Open(mFile)) {
-        printf("Read Header Fails!!\n");
-        wxLogMessage("Read Header Fails!! %s", mFile);
+    if (pFile->Open(mFile))
+        return pFile;
+    printf("Read Header Fails!!\n");
+    wxLogMessage("Read Header Fails!! %s", mFile);
+    return nullptr;
+}
+
+void ParticleSnap_cls::ReadHeaderBinary(ParticleFormatClone_cls* pFormat, long long& n, double& time) {
+    std::unique_ptr<ParticleFileStream_cls> pFile = OpenHeaderFile();
+    if (!pFile) {
         n = 0;
         return;
     }
@@ -143,10 +150,8 @@ bool ParticleSnap_cls::ReadBoxLines(std::istream& stream, std::string& line) {
 }
 
 void ParticleSnap_cls::ReadHeaderAscii(ParticleFormatClone_cls* pFormat, long long& n, double& time) {
-    auto pFile = std::make_unique<ParticleFileStream_cls>();
-    if (!pFile->Open(mFile)) {
-        printf("Read Header Fails!!\n");
-        wxLogMessage("Read Header Fails!! %s", mFile);
+    std::unique_ptr<ParticleFileStream_cls> pFile = OpenHeaderFile();
+    if (!pFile) {
         n = 0;
         return;
     }

@@ -121,6 +121,8 @@ private:
     // Keeps the file that the header read opened when it holds the whole file in memory (a
     // decompressed gzip file), for the body read that follows; drops it otherwise.
     void KeepHeaderFile(std::unique_ptr<ParticleFileStream_cls> pFile);
+    // The file opened for its header; null, with the failure logged, when it does not open.
+    std::unique_ptr<ParticleFileStream_cls> OpenHeaderFile() const;
     void ReadHeaderBinary(ParticleFormatClone_cls* pFormat, long long& n, double& time);
     void ReadHeaderAscii(ParticleFormatClone_cls* pFormat, long long& n, double& time);
     // Keeps the bounds when they make a box (hi above lo on each axis), else logs and keeps none.

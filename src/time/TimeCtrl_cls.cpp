@@ -294,6 +294,13 @@ static void CloseBlock(const wxString& strName) {
         GpCUndo->CloseBlock(strName);
 }
 
+void TimeCtrl_cls::SetFrameAndSubCommand(const wxString& strBlock, int frame, int sub) {
+    OpenBlock(strBlock);
+    SetCurrentFrameCommand(frame);
+    SetCurrentSubFrameCommand(sub);
+    CloseBlock(strBlock);
+}
+
 void TimeCtrl_cls::SetWARegionCommand(int centre, int left, int right) {
     OpenBlock("TimeWARegion");
     SetWAMinCommand(centre - left);
@@ -311,10 +318,7 @@ void TimeCtrl_cls::SetCurrentFrameToEndCommand(int direction) {
         frame = GetWAMin();
         sub = GetWASubMin();
     }
-    OpenBlock("ToEnd");
-    SetCurrentFrameCommand(frame);
-    SetCurrentSubFrameCommand(sub);
-    CloseBlock("ToEnd");
+    SetFrameAndSubCommand("ToEnd", frame, sub);
 }
 
 void TimeCtrl_cls::SetCurrentFrameToNextCommand(int direction) {
@@ -328,10 +332,7 @@ void TimeCtrl_cls::SetCurrentFrameToNextCommand(int direction) {
         frame = GetFrameMax();
         sub = 0;
     }
-    OpenBlock("ToNext");
-    SetCurrentFrameCommand(frame);
-    SetCurrentSubFrameCommand(sub);
-    CloseBlock("ToNext");
+    SetFrameAndSubCommand("ToNext", frame, sub);
 }
 
 void TimeCtrl_cls::SetCurrentNTCommand(double nt) {
@@ -341,10 +342,7 @@ void TimeCtrl_cls::SetCurrentNTCommand(double nt) {
     bool bFrame = frame != GetFrameCurrent();
     bool bSub = sub != GetSubFrameCurrent();
     if (bFrame && bSub) {
-        OpenBlock(wxString());
-        SetCurrentFrameCommand(frame);
-        SetCurrentSubFrameCommand(sub);
-        CloseBlock(wxString());
+        SetFrameAndSubCommand(wxString(), frame, sub);
     } else if (bFrame) {
         SetCurrentFrameCommand(frame);
     } else if (bSub) {

@@ -153,6 +153,8 @@ public:
     static std::atomic<bool> msbForceAbort;
 
 private:
+    // The frame, then the sub-frame, in one undo block.
+    void SetFrameAndSubCommand(const wxString& strBlock, int frame, int sub);
     // Writes the position directly: playback leaves no undo trail per frame.
     void SetPosition(int frame, int sub);
     // "TimeCtrl::<verb>::<new>" with the undo "TimeCtrl::<verb>::<old>", then run.

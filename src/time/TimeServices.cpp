@@ -3,34 +3,13 @@
 #include "EnsembleCtrl_cls.h"
 #include "Main_cls.h"
 #include "MotionBlurCtrl_cls.h"
+#include "OwnedService_cls.h"
 #include "Queue_cls.h"
 #include "TimeCtrl_cls.h"
 
 void RegisterTimeServices() {
-    ClassProvider_cls::SetServiceMaker(
-        SVC_BlurCtrl,
-        [] {
-            GpCBlurCtrl = new MotionBlurCtrl_cls();
-            GCClassProvider->SetReceiverList(RECV_BLUR_CTRL, GpCBlurCtrl);
-        },
-        [] {
-            if (GCClassProvider)
-                GCClassProvider->ClearReceiver(RECV_BLUR_CTRL);
-            delete GpCBlurCtrl;
-            GpCBlurCtrl = nullptr;
-        });
-    ClassProvider_cls::SetServiceMaker(
-        SVC_EnsembleCtrl,
-        [] {
-            GpCEnsembleCtrl = new EnsembleCtrl_cls();
-            GCClassProvider->SetReceiverList(RECV_ENSEMBLE_CTRL, GpCEnsembleCtrl);
-        },
-        [] {
-            if (GCClassProvider)
-                GCClassProvider->ClearReceiver(RECV_ENSEMBLE_CTRL);
-            delete GpCEnsembleCtrl;
-            GpCEnsembleCtrl = nullptr;
-        });
+    OwnedService_cls::RegisterList(SVC_BlurCtrl, RECV_BLUR_CTRL, GpCBlurCtrl);
+    OwnedService_cls::RegisterList(SVC_EnsembleCtrl, RECV_ENSEMBLE_CTRL, GpCEnsembleCtrl);
     ClassProvider_cls::SetServiceMaker(
         SVC_Queue,
         [] {

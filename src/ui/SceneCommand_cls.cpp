@@ -1,6 +1,7 @@
 #include "SceneCommand_cls.h"
 
 #include "ClassProvider_cls.h"
+#include "KindTable_cls.h"
 #include "RibbonUI_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObj_cls.h"
@@ -9,8 +10,9 @@ namespace {
 
 // A data viewer whose layer is not in this build is reported by the frame, not warned about.
 bool AppendViewer(SceneObjCtrl_cls* pCtrl, const wxString& strKind) {
-    const SceneObj_cls::ClassOps_cls* pOps = SceneObj_cls::GetClassOps(strKind + "_cls");
-    if (!pOps || !pOps->mFuncMake)
+    const KindTable_cls::Entry_cls* pKind =
+        KindTable_cls::Find(strKind + "_cls", KindTable_cls::GROUP_OBJECT);
+    if (!pKind || !pKind->mFuncMake)
         return false;
     return !pCtrl->AppendSceneObjCommand(strKind, wxString()).empty();
 }

@@ -209,36 +209,35 @@ SplittableWindow_cls* SplittableWindow_cls::FindSplitAncestor() {
 }
 
 bool SplittableWindow_cls::SeparationDirection() {
-    SplittableWindow_cls* pNode = FindSplitAncestor();
-    if (!pNode)
-        return false;
-    wxWindow* pA = pNode->GetWindow1();
-    wxWindow* pB = pNode->GetWindow2();
-    wxSplitMode mode = pNode->GetSplitMode();
-    pNode->Unsplit();
-    if (mode == wxSPLIT_HORIZONTAL)
-        pNode->SplitVertically(pA, pB, 0);
-    else
-        pNode->SplitHorizontally(pA, pB, 0);
-    return true;
+    return Resplit(true, false) != nullptr;
 }
 
 bool SplittableWindow_cls::SeparationSwap() {
-    SplittableWindow_cls* pNode = FindSplitAncestor();
+    SplittableWindow_cls* pNode = Resplit(false, true);
     if (!pNode)
         return false;
-    wxWindow* pA = pNode->GetWindow1();
-    wxWindow* pB = pNode->GetWindow2();
-    wxSplitMode mode = pNode->GetSplitMode();
-    pNode->Unsplit();
-    if (mode == wxSPLIT_HORIZONTAL)
-        pNode->SplitHorizontally(pB, pA, 0);
-    else
-        pNode->SplitVertically(pB, pA, 0);
-    CheckTree(pNode->mpCChildSWindow[0] == pA && pNode->mpCChildSWindow[1] == pB,
+    CheckTree(pNode->mpCChildSWindow[1] == pNode->GetWindow1() &&
+                  pNode->mpCChildSWindow[0] == pNode->GetWindow2(),
               "mpCChildSWindow[0] == pA && mpCChildSWindow[1] == pB");
     std::swap(pNode->mpCChildSWindow[0], pNode->mpCChildSWindow[1]);
     return true;
+}
+
+SplittableWindow_cls* SplittableWindow_cls::Resplit(bool bTurn, bool bSwap) {
+    SplittableWindow_cls* pNode = FindSplitAncestor();
+    if (!pNode)
+        return nullptr;
+    wxWindow* pA = pNode->GetWindow1();
+    wxWindow* pB = pNode->GetWindow2();
+    if (bSwap)
+        std::swap(pA, pB);
+    const bool bHorizontal = (pNode->GetSplitMode() == wxSPLIT_HORIZONTAL) != bTurn;
+    pNode->Unsplit();
+    if (bHorizontal)
+        pNode->SplitHorizontally(pA, pB, 0);
+    else
+        pNode->SplitVertically(pA, pB, 0);
+    return pNode;
 }
 
 int SplittableWindow_cls::SetMinimumSize() {

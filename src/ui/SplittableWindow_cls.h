@@ -74,4 +74,7 @@ private:
     wxWindow* GetTopFrame() const;
     // The nearest split node at or above this one, stopping at the top.
     SplittableWindow_cls* FindSplitAncestor();
+    // Splits the nearest split ancestor anew: turned to the other direction, its two windows
+    // swapped, or both. Null when no ancestor is split.
+    SplittableWindow_cls* Resplit(bool bTurn, bool bSwap);
 };

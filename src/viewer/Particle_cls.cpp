@@ -313,3 +313,7 @@ bool Particle_cls::ReadStrLineFormat(std::wistream& stream, const wxString& strH
     mCFormat.UpdateRowsFromStrings();
     return true;
 }
+
+Particle_cls* Particle_cls::GetPCParticle(SceneObj_cls* p) {
+    return p && p->IsClassSameAs("Particle_cls") ? static_cast<Particle_cls*>(p) : nullptr;
+}

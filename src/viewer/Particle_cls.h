@@ -77,6 +77,8 @@ public:
     // Whether a frame with these entries must be prepared on the main thread: an active merge with a target,
     // or a shape given by a scene object. Such frames are never prepared in the background.
     static bool IsPreparedOnMainThreadOnly(ViewerClone_cls& clone);
+    // The object as a particle object when its class word says it is one; null otherwise.
+    static Particle_cls* GetPCParticle(SceneObj_cls* p);
     // Joins the preparation thread; true when it prepared a frame.
     bool WaitPrepareNext();
     // The camera poses of this draw and of the next frame, in the scene's space.

@@ -1,5 +1,5 @@
-// The start of the fixtures from the scene layer up: the services up to Top, short ways to the
-// scene, and the object kinds forgotten at the end so that tests without a fixture find none.
+// The start of the fixtures from the scene layer up: the services up to Top and short ways to the
+// scene. The kinds a test adds go with the registry's scene at the end.
 #pragma once
 
 #include "SceneObjCtrl_cls.h"
@@ -12,10 +12,6 @@ protected:
     void SetUp() override {
         ServicesFixture<Top>::SetUp();
         ASSERT_NE(GpCSceneObjCtrl, nullptr);
-    }
-    void TearDown() override {
-        ServicesFixture<Top>::TearDown();
-        SceneObj_cls::ResetRegistrations();
     }
 
     SceneObjCtrl_cls* Ctrl() { return GpCSceneObjCtrl; }

@@ -1,4 +1,5 @@
 #include "ClassProvider_cls.h"
+#include "KindTable_cls.h"
 #include "ParticleForRender_cls.h"
 #include "ServiceRegistry.h"
 #include "ThreadCommon_cls.h"
@@ -16,10 +17,14 @@ TEST(PrepServices, StartUpSizesThePassesByTheMachine) {
     ThreadCommon_cls::msCPUCount = old;
 }
 
-TEST(PrepServices, ANewRegistryForgetsTheModifierSeamOfTheLastOne) {
-    // What the modifier layer of an earlier registry installed.
-    ParticleForRender_cls::msFuncParticleModifier = [](int, ParticleModifierCall_cls&) {};
+TEST(PrepServices, ANewRegistryForgetsTheModifierPipelineOfTheLastOne) {
+    // What the modifier layer of an earlier registry put in the particle kind.
+    KindTable_cls::Register("Particle_cls", KindTable_cls::GROUP_OBJECT)
+        .SetSlot(KindTable_cls::SLOT_PREPARE,
+                 ParticleForRender_cls::ModifierFunc([](int, ParticleModifierCall_cls&) {}));
+    ASSERT_NE(ParticleForRender_cls::GetModifierFunc(), nullptr);
     RegisterServices<ServiceLayer_enum::Prep>();
-    EXPECT_FALSE(ParticleForRender_cls::msFuncParticleModifier);
+    EXPECT_EQ(ParticleForRender_cls::GetModifierFunc(), nullptr);
     ClassProvider_cls::ResetRegistrations();
+    KindTable_cls::Clear();
 }

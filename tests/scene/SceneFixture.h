@@ -1,9 +1,10 @@
 // A core with the time, Lua and scene services made in a temporary application directory, the
-// default scene built, and one modifier kind of the tests' own ("TestMod_cls") registered on
-// the modifier and data-process stacks.
+// default scene built, and an attribute kind of the tests' own on each stack: "TestMod_cls" a
+// modifier, "TestProc_cls" a data process.
 #pragma once
 
 #include "Attribute_cls.h"
+#include "KindTable_cls.h"
 #include "Main_cls.h"
 #include "ParamGroup_cls.h"
 #include "Parser_cls.h"
@@ -17,7 +18,8 @@
 // A modifier of the tests: a validity switch, a text item and one animated group.
 class TestModifier_cls : public Attribute_cls {
 public:
-    explicit TestModifier_cls(const wxString& strName) : Attribute_cls("TestMod_cls", strName) {
+    explicit TestModifier_cls(const wxString& strName, const wxString& strClass = "TestMod_cls")
+        : Attribute_cls(strClass, strName) {
         Add(&mCValidity, "Validity=", "1", "VIEW3D::PROPERTY_MODIFIER");
         Add(&mCTarget, "Target=", "None");
         AddOneDimParam("Influence", "Value", 1.0);
@@ -30,12 +32,14 @@ class SceneFixture : public SceneFixtureOf<ServiceLayer_enum::Scene> {
 protected:
     void RegisterLayers() override {
         SceneFixtureOf::RegisterLayers();
-        for (const char* pStack : {"Modifier", "DataProc"})
-            SceneObj_cls::SetAttributeMaker(
-                pStack, "TestMod_cls", [](SceneObj_cls* pObj, const wxString& strName) {
-                    // Like the real kinds, it refuses objects it does not fit: here, worlds.
-                    return pObj->IsClassSameAs("World_cls") ? nullptr : new TestModifier_cls(strName);
-                });
+        for (auto group : {KindTable_cls::GROUP_MODIFIER, KindTable_cls::GROUP_DATA_PROC}) {
+            const wxString strClass = group == KindTable_cls::GROUP_MODIFIER ? "TestMod_cls" : "TestProc_cls";
+            KindTable_cls::Register(strClass, group).mFuncMakeAttribute =
+                [strClass](SceneObj_cls* pObj, const wxString& strName) -> Attribute_cls* {
+                // Like the real kinds, it refuses objects it does not fit: here, worlds.
+                return pObj->IsClassSameAs("World_cls") ? nullptr : new TestModifier_cls(strName, strClass);
+            };
+        }
     }
     void SetUp() override {
         SceneFixtureOf::SetUp();

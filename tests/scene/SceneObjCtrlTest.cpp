@@ -285,7 +285,7 @@ TEST_F(SceneFixture, EveryStructureCommandDoUndoRedo) {
     RunText(kSelf + "SetToChild::Cone::To::Box\n");
     Obj("Box")->AddModifierCommand("TestMod_cls", "A");
     Obj("Box")->AddModifierCommand("TestMod_cls", "B");
-    Obj("Box")->AddDataProcCommand("TestMod_cls", "P");
+    Obj("Box")->AddDataProcCommand("TestProc_cls", "P");
     GpCUndo->Clear();
     struct Step {
         const char* pName;
@@ -355,7 +355,7 @@ TEST_F(SceneFixture, EveryStructureCommandDoUndoRedo) {
              Ctrl()->MoveModifierCommand("B", 0);
          }},
         {"SetModifierValidity", [&] { Obj("Box")->SetModifierValidityCommand("B", false); }},
-        {"AddDataProc", [&] { Obj("Box")->AddDataProcCommand("TestMod_cls", "Q"); }},
+        {"AddDataProc", [&] { Obj("Box")->AddDataProcCommand("TestProc_cls", "Q"); }},
         {"DeleteDataProc", [&] { Obj("Box")->DeleteDataProcCommand("P"); }},
         {"SetDataProcValidity", [&] { Obj("Box")->SetDataProcValidityCommand("P", false); }},
         {"SetParam3",

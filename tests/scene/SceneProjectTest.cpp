@@ -36,7 +36,7 @@ TEST_F(SceneFixture, ProjectSurvivesSaveClearAndReopen) {
     ASSERT_TRUE(Ctrl()->SetParamGroupConfCommand(kSelf + "Obj::Ball::Scale", "UseExpr=", "1"));
     // Attributes: a modifier with an animated group, a data process, material edits.
     pBall->AddModifierCommand("TestMod_cls", "Mod");
-    pBall->AddDataProcCommand("TestMod_cls", "Proc");
+    pBall->AddDataProcCommand("TestProc_cls", "Proc");
     Attribute_cls* pMod = pBall->GetPCAttribute("Mod", 1);
     pMod->GetPCItem("Target")->PushCommandPair("Camera");
     pMod->GetPCParamGroup("Influence")->InsertKeyCommand(0.25, kSelf + "Obj::Ball::Mod::Influence", 1, 1.0);
@@ -54,7 +54,7 @@ TEST_F(SceneFixture, ProjectSurvivesSaveClearAndReopen) {
     const wxString strFirst = SceneText();
     ASSERT_TRUE(strFirst.Contains("SceneObjCtrl::SetToChild::Label::To::Ball"));
     ASSERT_TRUE(strFirst.Contains("New::Modifier::TestMod_cls::Mod"));
-    ASSERT_TRUE(strFirst.Contains("New::DataProc::TestMod_cls::Proc"));
+    ASSERT_TRUE(strFirst.Contains("New::DataProc::TestProc_cls::Proc"));
     ASSERT_FALSE(strFirst.Contains("New::Modifier::StereoProp_cls")); // built in: no line
 
     Ctrl()->Clear();

@@ -1,4 +1,4 @@
-// The seams through which the layers above join the scene: data viewers made by class word,
+// How the layers above join the scene through the kind table: data viewers made by class word,
 // colour curves, the copies of an array modifier and the tracking step inside the transform.
 #include "SceneFixture.h"
 
@@ -21,7 +21,7 @@ public:
 
 TEST_F(SceneFixture, DataViewersComeFromTheirLayer) {
     int serialized = 0;
-    SceneObj_cls::ClassOps_cls ops;
+    KindTable_cls::Entry_cls& ops = KindTable_cls::Register("Particle_cls", KindTable_cls::GROUP_OBJECT);
     ops.mFuncMake = [](ParentObj_cls* pParent, const wxString&) {
         SceneObj_cls* p = new SceneObj_cls(pParent, "Particle_cls");
         p->mDrawOrder = 1;
@@ -40,7 +40,6 @@ TEST_F(SceneFixture, DataViewersComeFromTheirLayer) {
         return true;
     };
     ops.mFuncUsedMemoryMB = [](SceneObj_cls*) { return 2.5; };
-    SceneObj_cls::SetClassOps("Particle_cls", ops);
 
     EXPECT_EQ(Ctrl()->AppendSceneObjCommand("Particle", ""), "Particle");
     SceneObj_cls* p = Obj("Particle");
@@ -64,12 +63,11 @@ TEST_F(SceneFixture, DataViewersComeFromTheirLayer) {
 TEST_F(SceneFixture, EveryObjectClassWordMakesItsKind) {
     for (const char* pViewer :
          {"VolumeBox_cls", "Isosurface_cls", "Particle_cls", "Streamline_cls", "HeightField_cls"}) {
-        SceneObj_cls::ClassOps_cls ops;
         const wxString strClass = pViewer;
-        ops.mFuncMake = [strClass](ParentObj_cls* pParent, const wxString&) {
-            return new SceneObj_cls(pParent, strClass);
-        };
-        SceneObj_cls::SetClassOps(strClass, ops);
+        KindTable_cls::Register(strClass, KindTable_cls::GROUP_OBJECT).mFuncMake =
+            [strClass](ParentObj_cls* pParent, const wxString&) {
+                return new SceneObj_cls(pParent, strClass);
+            };
     }
     const struct {
         const char* pClass;
@@ -103,12 +101,14 @@ TEST_F(SceneFixture, EveryObjectClassWordMakesItsKind) {
 }
 
 TEST_F(SceneFixture, ColorCurvesThroughTheirOps) {
-    SceneObj_cls::ColorCurveOps_cls ops;
-    ops.mFuncMake = [](SceneObj_cls*, const wxString& strName) { return new TestCurve_cls(strName); };
+    KindTable_cls::Entry_cls& ops =
+        KindTable_cls::Register("ColorCurve_cls", KindTable_cls::GROUP_COLOR_CURVE);
+    ops.mFuncMakeAttribute = [](SceneObj_cls*, const wxString& strName) {
+        return new TestCurve_cls(strName);
+    };
     ops.mFuncSerialize = [](Attribute_cls* p, wxString& strOut) { p->Serialize(strOut); };
     ops.mFuncReadStrLine = [](Attribute_cls* p, std::wistream& stream, const wxString& strHead,
                               const wxString& strRest) { return p->ReadStrLine(stream, strHead, strRest); };
-    SceneObj_cls::SetColorCurveOps(ops);
     RunText(kSelf + "Obj::Box::New::ColorCurve::Heat\n" + kSelf +
             "Obj::Box::Heat::Curve::Value::Key::0::SetValue::0.75\n");
     SceneObj_cls* pBox = Obj("Box");
@@ -129,19 +129,19 @@ TEST_F(SceneFixture, ColorCurvesThroughTheirOps) {
 }
 
 TEST_F(SceneFixture, ArrayCopiesAndTrackingInsideTheTransform) {
-    SceneObj_cls::SetAttributeMaker("Modifier", "ArrayCopy_cls", [](SceneObj_cls*, const wxString& strName) {
-        TestModifier_cls* p = new TestModifier_cls(strName);
-        p->mCAttributeName.SetBodyFromData(wxString("ArrayCopy_cls"));
-        return p;
-    });
-    SceneObj_cls::SetAttributeMaker("Modifier", "Tracking_cls", [](SceneObj_cls*, const wxString& strName) {
-        TestModifier_cls* p = new TestModifier_cls(strName);
-        p->mCAttributeName.SetBodyFromData(wxString("Tracking_cls"));
-        return p;
-    });
-    SceneObj_cls::msFuncArrayCopyCount = [](SceneObj_cls*, Attribute_cls*) { return 3; };
+    KindTable_cls::Entry_cls& copier =
+        KindTable_cls::Register("ArrayCopy_cls", KindTable_cls::GROUP_MODIFIER);
+    copier.mFuncMakeAttribute = [](SceneObj_cls*, const wxString& strName) {
+        return new TestModifier_cls(strName, "ArrayCopy_cls");
+    };
+    copier.mFuncCopyCount = [](SceneObj_cls*, Attribute_cls*) { return 3; };
+    KindTable_cls::Entry_cls& tracker =
+        KindTable_cls::Register("Tracking_cls", KindTable_cls::GROUP_MODIFIER);
+    tracker.mFuncMakeAttribute = [](SceneObj_cls*, const wxString& strName) {
+        return new TestModifier_cls(strName, "Tracking_cls");
+    };
     int tracked = 0;
-    SceneObj_cls::msFuncTracking = [&tracked](SceneObj_cls*, Attribute_cls*, double* C, double*, double) {
+    tracker.mFuncTransform = [&tracked](SceneObj_cls*, Attribute_cls*, double* C, double*, double) {
         ++tracked;
         C[12] += 10.0; // a tracking step that moves the object
     };

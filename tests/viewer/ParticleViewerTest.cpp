@@ -8,6 +8,7 @@
 #include "VolumeBox_cls.h"
 
 #include "Attribute_cls.h"
+#include "KindTable_cls.h"
 #include "SequenceRemapBase_cls.h"
 
 #include <wx/utils.h>
@@ -265,9 +266,8 @@ TEST_F(ViewerFixture, VolumeBoxReadsAheadAndIsEvicted) {
 }
 
 TEST_F(ViewerFixture, ReadAheadFollowsTheRemapModifier) {
-    SceneObj_cls::SetAttributeMaker(
-        "Modifier", "SequenceRemap_cls",
-        [](SceneObj_cls*, const wxString& strName) { return new TestRemap_cls(strName); });
+    KindTable_cls::Register("SequenceRemap_cls", KindTable_cls::GROUP_MODIFIER).mFuncMakeAttribute =
+        [](SceneObj_cls*, const wxString& strName) { return new TestRemap_cls(strName); };
     SetFrames(6, 0);
     SetPrefetch(1);
     Particle_cls* p = dynamic_cast<Particle_cls*>(Obj(Ctrl()->AppendSceneObjCommand("Particle", "")));
