@@ -419,10 +419,7 @@ TEST_F(ParticleHeaderTest, MissingStepGivesTheDefaultDataOnce) {
 
 TEST_F(ParticleHeaderTest, BadInputGivesNoDataOrAShortRead) {
     mServices.mPref.mCParticleMax.SetBodyFromData(1LL); // thousands
-    std::mt19937 rng(7);
-    std::string random(4099, '\0');
-    for (char& ch : random)
-        ch = static_cast<char>(rng());
+    const std::string random = RandomBytes(7, 4099);
     struct Case {
         const char* name;
         std::string bytes;
