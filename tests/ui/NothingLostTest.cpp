@@ -14,7 +14,6 @@
 #include <wx/textctrl.h>
 #include <wx/uiaction.h>
 
-
 class NothingLostTest : public ScenePanelsFixture {
 protected:
     // The window's own services too: its log target and questions.
