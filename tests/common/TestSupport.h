@@ -78,6 +78,15 @@ inline std::string ReadBytes(const wxString& strPath) {
     return out;
 }
 
+// size random bytes from the seed; without zero bytes when a text is wanted that is read whole.
+inline std::string RandomBytes(unsigned seed, size_t size, bool bNoZero = false) {
+    std::mt19937 rng(seed);
+    std::string bytes(size, '\0');
+    for (char& c : bytes)
+        c = static_cast<char>(bNoZero ? 1 + rng() % 255 : rng() % 256);
+    return bytes;
+}
+
 // A copy of text with one to eight random edits: a byte changed, up to 16 bytes removed, or up
 // to 24 bytes of the text inserted elsewhere (so that heads and separators move about).
 inline std::string MutateText(const std::string& text, std::mt19937& rng) {

@@ -57,5 +57,13 @@ protected:
         return mpMain->OpenProjectMain(mDir.Path(strName), bUser);
     }
 
+    // The recent list up to its first empty slot.
+    std::vector<wxString> Recent() {
+        std::vector<wxString> v;
+        for (int i = 0; i < 10 && !mpMain->GetStrRecent(i).empty(); ++i)
+            v.push_back(mpMain->GetStrRecent(i));
+        return v;
+    }
+
     RecordingFrame_cls mFrame;
 };

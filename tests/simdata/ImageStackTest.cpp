@@ -231,10 +231,7 @@ TEST_F(ImageStackTest, BmpLayoutsImageMagickDoesNotWrite) {
 TEST_F(ImageStackTest, BadSlicesStopTheReadWithALogLine) {
     // Slice 1 of a stack of good slices 0 and 2 is cut short or replaced; the read keeps slice 0,
     // leaves the rest as allocated and says why. Slice 0 bad: nothing is allocated.
-    std::mt19937 rng(2026);
-    std::string strRandom(300, '\0');
-    for (char& ch : strRandom)
-        ch = static_cast<char>(rng() % 256);
+    const std::string strRandom = RandomBytes(2026, 300);
     struct Case {
         std::string name;
         std::string bytes;

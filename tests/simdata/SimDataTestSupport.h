@@ -13,7 +13,9 @@
 
 #include <cstring>
 #include <initializer_list>
+#include <memory>
 #include <string>
+#include <vector>
 
 // Installs its own clock and preferences as GpCTimeCtrl and GpCPreference, and puts the old
 // ones back at the end.
@@ -98,4 +100,29 @@ inline void MakeClone(ParticleFormatClone_cls& clone, int dataType, int directio
 // Messages logged by reader threads are held until the main thread flushes them.
 inline void FlushThreadLogs() {
     wxLog::FlushActive();
+}
+
+// A list of item names from one text, separated by blanks outside parentheses: "ID(long long)" is
+// one name.
+inline wxArrayString List(const char* pNames) {
+    wxArrayString a;
+    wxString strName;
+    int depth = 0;
+    for (const char* p = pNames; *p; ++p) {
+        if (*p == ' ' && depth == 0) {
+            a.Add(strName);
+            strName.clear();
+            continue;
+        }
+        depth += (*p == '(') - (*p == ')');
+        strName += *p;
+    }
+    if (!strName.empty())
+        a.Add(strName);
+    return a;
+}
+
+// The first n values of a snap's array, to compare in one expectation.
+template <typename T> std::vector<T> Vec(const std::unique_ptr<T[]>& p, int n) {
+    return std::vector<T>(p.get(), p.get() + n);
 }

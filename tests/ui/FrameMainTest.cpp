@@ -18,23 +18,6 @@
 
 using FrameMainTest = UiFixture;
 
-namespace {
-
-void SendRibbonClick(wxWindow* pFrame, int id) {
-    wxRibbonToolBarEvent event(wxEVT_RIBBONTOOLBAR_CLICKED, id);
-    event.SetEventObject(pFrame);
-    pFrame->GetEventHandler()->ProcessEvent(event);
-}
-
-void SendMenu(wxWindow* pFrame, int id, const wxString& strText = wxString()) {
-    wxCommandEvent event(wxEVT_MENU, id);
-    event.SetString(strText);
-    event.SetEventObject(pFrame);
-    pFrame->GetEventHandler()->ProcessEvent(event);
-}
-
-} // namespace
-
 TEST_F(FrameMainTest, StatusBarHasSixFieldsWithGaugesAndAnAbortButton) {
     wxStatusBar* pStatus = mpFrame->GetStatusBar();
     ASSERT_NE(pStatus, nullptr);

@@ -6,46 +6,11 @@
 
 namespace {
 
-const char* const gLayout = "FrameMain::0::1000::800\n"
-                            "SplittableWindow::SeparatePanel::V::600\n"
-                            "PanelA\n"
-                            "SplittableWindow::SeparatePanel::H::420\n"
-                            "PanelA\n"
-                            "SplittableWindow::Panel\n"
-                            "wxPanelEX::VIEW3D\n"
-                            "SplittableWindow::Close\n"
-                            "PanelB\n"
-                            "SplittableWindow::Panel\n"
-                            "wxPanelEX::TIMELINE\n"
-                            "ConfItemList::Begin::TimeLine\n"
-                            "ShowKeyOnly=1\n"
-                            "ConfItemList::End\n"
-                            "SplittableWindow::Close\n"
-                            "SplittableWindow::Close\n"
-                            "PanelB\n"
-                            "SplittableWindow::SeparatePanel::H::250\n"
-                            "PanelA\n"
-                            "SplittableWindow::Panel\n"
-                            "wxPanelEX::OUTLINER\n"
-                            "SplittableWindow::Close\n"
-                            "PanelB\n"
-                            "SplittableWindow::SeparatePanel::V::200\n"
-                            "PanelA\n"
-                            "SplittableWindow::Panel\n"
-                            "wxPanelEX::CONSOLE\n"
-                            "SplittableWindow::Close\n"
-                            "PanelB\n"
-                            "SplittableWindow::Panel\n"
-                            "wxPanelEX::Undefiend\n"
-                            "SplittableWindow::Close\n"
-                            "SplittableWindow::Close\n"
-                            "SplittableWindow::Close\n"
-                            "SplittableWindow::Close\n"
-                            "FrameMain::Close\n";
-
-wxString Text(const char* p) {
-    return wxString::FromUTF8(p);
-}
+const wxString gLayout =
+    Frame(Split('V', 600,
+                Split('H', 420, Leaf("VIEW3D"),
+                      Leaf("TIMELINE", "ConfItemList::Begin::TimeLine\nShowKeyOnly=1\nConfItemList::End\n")),
+                Split('H', 250, Leaf("OUTLINER"), Split('V', 200, Leaf("CONSOLE"), Leaf("Undefiend")))));
 
 } // namespace
 
@@ -60,11 +25,11 @@ TEST_F(LayoutTextTest, ALayoutReadsBackToTheSameText) {
 
     wxString strOut;
     mpFrame->Serialize(strOut, 0);
-    EXPECT_EQ(strOut, Text(gLayout));
+    EXPECT_EQ(strOut, gLayout);
 
     SCOPED_TRACE("the project text starts with the window block, and a save reads back the same");
     wxString strProject = mpMain->SerializeProject();
-    EXPECT_TRUE(strProject.StartsWith(Text(gLayout))) << strProject;
+    EXPECT_TRUE(strProject.StartsWith(gLayout)) << strProject;
     wxString strPath = mDir.Path("saved.ovp");
     ASSERT_TRUE(mpMain->SaveProjectMain(strPath, 0));
     mpFrame->MakeSinglePanel();
@@ -72,73 +37,48 @@ TEST_F(LayoutTextTest, ALayoutReadsBackToTheSameText) {
     mpFrame->Layout();
     wxString strAgain;
     mpFrame->Serialize(strAgain, 0);
-    EXPECT_EQ(strAgain, Text(gLayout));
+    EXPECT_EQ(strAgain, gLayout);
     EXPECT_EQ(mpFrame->GetStrWindows() + "FrameMain::Close\n", strAgain.Mid(strAgain.Find('\n') + 1));
 }
 
 TEST_F(LayoutTextTest, BodylessPanelsAndUnknownNamesAreReadInOrder) {
     struct Case {
         const char* pName;
-        const char* pLayout;
-        const char* pExpected; // the text written back; null: the same as read
+        wxString strLayout;
+        wxString strExpected; // the text written back; empty: the same as read
         std::vector<wxString> vLeaves;
     };
+    const wxString strUndefined = Frame(Leaf("Undefiend"));
     const Case vCases[] = {
-        {"an outliner leaf with an empty block", // the close line ends the panel block at once
-         "FrameMain::0::1000::800\nSplittableWindow::Panel\nwxPanelEX::OUTLINER\nSplittableWindow::Close\n"
-         "FrameMain::Close\n",
-         nullptr,
-         {"OUTLINER"}},
-        {"a dummy leaf",
-         "FrameMain::0::1000::800\nSplittableWindow::Panel\nwxPanelEX::DUMMY\nSplittableWindow::Close\n"
-         "FrameMain::Close\n",
-         nullptr,
-         {"DUMMY"}},
-        {"a name outside the table leaves the leaf empty",
-         "FrameMain::0::1000::800\nSplittableWindow::Panel\nwxPanelEX::NOSUCHPANEL\nSplittableWindow::Close\n"
-         "FrameMain::Close\n",
-         "FrameMain::0::1000::800\nSplittableWindow::Panel\nwxPanelEX::Undefiend\nSplittableWindow::Close\n"
-         "FrameMain::Close\n",
-         {}},
-        {"a property page type is no leaf",
-         "FrameMain::0::1000::800\nSplittableWindow::Panel\nwxPanelEX::PROPERTY_OBJECT\n"
-         "SplittableWindow::Close\nFrameMain::Close\n",
-         "FrameMain::0::1000::800\nSplittableWindow::Panel\nwxPanelEX::Undefiend\nSplittableWindow::Close\n"
-         "FrameMain::Close\n",
-         {}},
+        // The close line ends the panel block at once.
+        {"an outliner leaf with an empty block", Frame(Leaf("OUTLINER")), "", {"OUTLINER"}},
+        {"a dummy leaf", Frame(Leaf("DUMMY")), "", {"DUMMY"}},
+        {"a name outside the table leaves the leaf empty", Frame(Leaf("NOSUCHPANEL")), strUndefined, {}},
+        {"a property page type is no leaf", Frame(Leaf("PROPERTY_OBJECT")), strUndefined, {}},
         {"a window block without a tree gets the single 3D view",
-         "FrameMain::0::1000::800\nFrameMain::Close\n",
-         "FrameMain::0::1000::800\nSplittableWindow::Panel\nwxPanelEX::VIEW3D\nSplittableWindow::Close\n"
-         "FrameMain::Close\n",
+         Frame(""),
+         Frame(Leaf("VIEW3D")),
          {"VIEW3D"}},
         {"a block of a panel that has none is not written back",
-         "FrameMain::0::1000::800\nSplittableWindow::Panel\nwxPanelEX::CONSOLE\nConfItemList::Begin::"
-         "Console\n"
-         "Lines=3\nConfItemList::End\nSplittableWindow::Close\nFrameMain::Close\n",
-         "FrameMain::0::1000::800\nSplittableWindow::Panel\nwxPanelEX::CONSOLE\nSplittableWindow::Close\n"
-         "FrameMain::Close\n",
+         Frame(Leaf("CONSOLE", "ConfItemList::Begin::Console\nLines=3\nConfItemList::End\n")),
+         Frame(Leaf("CONSOLE")),
          {"CONSOLE"}},
     };
     for (const Case& c : vCases) {
         SCOPED_TRACE(c.pName);
-        ReadLayout(Text(c.pLayout));
+        ReadLayout(c.strLayout);
         std::vector<wxString> vNames;
         for (wxPanelEX* pPanel : Leaves())
             vNames.push_back(pPanel->GetName());
         EXPECT_EQ(vNames, c.vLeaves);
         wxString strOut;
         mpFrame->Serialize(strOut, 0);
-        EXPECT_EQ(strOut, Text(c.pExpected ? c.pExpected : c.pLayout));
+        EXPECT_EQ(strOut, c.strExpected.empty() ? c.strLayout : c.strExpected);
     }
 }
 
 TEST_F(LayoutTextTest, TheFrameTakesTheSizeOfItsBlockAndLinesAroundItPass) {
-    ReadLayout("-- a comment\n"
-               "FrameMain::0::900::700\n"
-               "SplittableWindow::Panel\n"
-               "wxPanelEX::GRAPH\n"
-               "SplittableWindow::Close\n"
-               "FrameMain::Close\n"
+    ReadLayout("-- a comment\n" + Frame(Leaf("GRAPH"), "0::900::700") +
                "ConfItemList::Begin::MainConfList\n"
                "LastFileIMG=/tmp/picture.png\n"
                "ConfItemList::End\n");
@@ -150,16 +90,8 @@ TEST_F(LayoutTextTest, TheFrameTakesTheSizeOfItsBlockAndLinesAroundItPass) {
 
 TEST_F(LayoutTextTest, CorruptNestingIsLoggedAndDoesNotStopTheProgram) {
     LogCapture_cls log;
-    ReadLayout("FrameMain::0::1000::800\n"
-               "SplittableWindow::SeparatePanel::H::300\n"
-               "PanelA\n"
-               "wxPanelEX::VIEW3D\n"
-               "PanelB\n"
-               "SplittableWindow::Panel\n"
-               "wxPanelEX::OUTLINER\n"
-               "SplittableWindow::Close\n"
-               "SplittableWindow::Close\n"
-               "FrameMain::Close\n");
+    ReadLayout(Frame("SplittableWindow::SeparatePanel::H::300\nPanelA\nwxPanelEX::VIEW3D\nPanelB\n" +
+                     Leaf("OUTLINER") + "SplittableWindow::Close\n"));
     EXPECT_TRUE(log.Contains("strFirstItemA.IsSameAs(wxT(\"SplittableWindow\"))"));
     // The side that was lost becomes an empty leaf; the other side is read.
     SplittableWindow_cls* pTop = mpFrame->GetPCTopWindow();

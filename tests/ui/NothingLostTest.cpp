@@ -14,20 +14,6 @@
 #include <wx/textctrl.h>
 #include <wx/uiaction.h>
 
-#include <random>
-
-namespace {
-
-std::string RandomBytes(unsigned seed, size_t size) {
-    std::mt19937 rng(seed);
-    std::string bytes(size, '\0');
-    for (char& c : bytes)
-        c = static_cast<char>(rng() % 256);
-    return bytes;
-}
-
-} // namespace
-
 class NothingLostTest : public ScenePanelsFixture {
 protected:
     // The window's own services too: its log target and questions.
@@ -189,8 +175,7 @@ TEST_F(NothingLostTest, DroppedLinesAreToldInTheStatusBarAndTheLogWindow) {
     wxLogWarning("a later warning");
     Idle();
     EXPECT_EQ(StatusText(0), "Warning: a later warning");
-    wxCommandEvent menu(wxEVT_MENU, ID_MENU_SHOW_LOG);
-    mpFrame->GetEventHandler()->ProcessEvent(menu);
+    SendMenu(mpFrame, ID_MENU_SHOW_LOG);
     ASSERT_NE(mpFrame->GetPCLogWindow(), nullptr);
     EXPECT_TRUE(mpFrame->GetPCLogWindow()->IsShown());
     wxString strLog = mpFrame->GetPCLogWindow()->GetStrText();
@@ -241,8 +226,7 @@ TEST_F(NothingLostTest, SaveAsRenamesTheTitleAndAFailedSaveSaysWhy) {
 TEST_F(NothingLostTest, AMovedRecentFileOffersToLeaveTheList) {
     mpMain->PushBackRecent(mDir.Path("moved.ovp"));
     mVAnswers = {0}; // Remove
-    wxCommandEvent event(wxEVT_MENU, ID_MENU_RECENT_FIRST);
-    mpFrame->GetEventHandler()->ProcessEvent(event);
+    SendMenu(mpFrame, ID_MENU_RECENT_FIRST);
     Idle();
     ASSERT_EQ(mVStrAsked.size(), 1u);
     EXPECT_EQ(mVStrAsked[0], "Recent project missing: \"" + mDir.Path("moved.ovp") +
@@ -288,9 +272,7 @@ TEST_F(NothingLostTest, KeysWorkFromEveryPanelAndCtrlQAsksLikeTheCloseButton) {
     // let it pass, then put the outliner back.
     for (int i = 0; i < 5; ++i)
         wxTheApp->Yield(true);
-    std::wistringstream stream(std::wstring(wxString(gLayout).wc_str()));
-    ASSERT_TRUE(mpFrame->ReadStrLine(stream, "FrameMain", "0::1000::800"));
-    mpFrame->Layout();
+    ReadFrameLayout(gLayout);
     mpOutliner = nullptr;
     for (wxPanelEX* p : Leaves())
         if (auto* pOutliner = dynamic_cast<Outliner_cls*>(p))

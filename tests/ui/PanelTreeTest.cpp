@@ -83,25 +83,8 @@ void ExpectTreeConsistent(SplittableWindow_cls* pNode) {
     }
 }
 
-const char* const gFourLeaves = "FrameMain::0::1000::800\n"
-                                "SplittableWindow::SeparatePanel::V::600\n"
-                                "PanelA\n"
-                                "SplittableWindow::SeparatePanel::H::400\n"
-                                "PanelA\n"
-                                "SplittableWindow::Panel\n"
-                                "wxPanelEX::VIEW3D\n"
-                                "SplittableWindow::Close\n"
-                                "PanelB\n"
-                                "SplittableWindow::Panel\n"
-                                "wxPanelEX::TIMELINE\n"
-                                "SplittableWindow::Close\n"
-                                "SplittableWindow::Close\n"
-                                "PanelB\n"
-                                "SplittableWindow::Panel\n"
-                                "wxPanelEX::OUTLINER\n"
-                                "SplittableWindow::Close\n"
-                                "SplittableWindow::Close\n"
-                                "FrameMain::Close\n";
+const wxString gFourLeaves =
+    Frame(Split('V', 600, Split('H', 400, Leaf("VIEW3D"), Leaf("TIMELINE")), Leaf("OUTLINER")));
 
 } // namespace
 
@@ -186,25 +169,7 @@ TEST_F(PanelTreeTest, SplitRemoveSwapAndFlipKeepTheTreeConsistent) {
 }
 
 TEST_F(PanelTreeTest, RemovingOneHalfOfTheTopWhoseOtherHalfIsSplitMakesThatHalfTheTop) {
-    ReadLayout("FrameMain::0::1000::800\n"
-               "SplittableWindow::SeparatePanel::H::500\n"
-               "PanelA\n"
-               "SplittableWindow::Panel\n"
-               "wxPanelEX::CONSOLE\n"
-               "SplittableWindow::Close\n"
-               "PanelB\n"
-               "SplittableWindow::SeparatePanel::V::300\n"
-               "PanelA\n"
-               "SplittableWindow::Panel\n"
-               "wxPanelEX::OUTLINER\n"
-               "SplittableWindow::Close\n"
-               "PanelB\n"
-               "SplittableWindow::Panel\n"
-               "wxPanelEX::GRAPH\n"
-               "SplittableWindow::Close\n"
-               "SplittableWindow::Close\n"
-               "SplittableWindow::Close\n"
-               "FrameMain::Close\n");
+    ReadLayout(Frame(Split('H', 500, Leaf("CONSOLE"), Split('V', 300, Leaf("OUTLINER"), Leaf("GRAPH")))));
     SplittableWindow_cls* pSplitHalf = mpFrame->GetPCTopWindow()->mpCChildSWindow[1];
     ASSERT_NE(pSplitHalf, nullptr);
     SplittableWindow_cls* pConsoleNode = mpFrame->GetPCTopWindow()->mpCChildSWindow[0];
@@ -279,8 +244,7 @@ TEST_F(PanelTreeTest, BarButtonsAndMenuItemsActOnTheirLeaf) {
         SCOPED_TRACE("a type change from the menu replaces the panel after the handler returns");
         wxPanelEX* pSecond = Leaves().at(1);
         SplittableWindow_cls* pOwner = pSecond->GetOwner();
-        wxCommandEvent event(wxEVT_MENU, ID_MENU_PANEL_TYPE_FIRST + _PANEL_OUTLINER);
-        pSecond->GetEventHandler()->ProcessEvent(event);
+        SendMenu(pSecond, ID_MENU_PANEL_TYPE_FIRST + _PANEL_OUTLINER);
         RunPendingEvents();
         ASSERT_EQ(TypeNames(Leaves()), std::vector<wxString>({"VIEW3D", "OUTLINER"}));
         EXPECT_EQ(Leaves().at(1)->GetOwner(), pOwner);
@@ -290,8 +254,7 @@ TEST_F(PanelTreeTest, BarButtonsAndMenuItemsActOnTheirLeaf) {
     {
         SCOPED_TRACE("the same type again changes nothing");
         wxPanelEX* pOutliner = Leaves().at(1);
-        wxCommandEvent event(wxEVT_MENU, ID_MENU_PANEL_TYPE_FIRST + _PANEL_OUTLINER);
-        pOutliner->GetEventHandler()->ProcessEvent(event);
+        SendMenu(pOutliner, ID_MENU_PANEL_TYPE_FIRST + _PANEL_OUTLINER);
         RunPendingEvents();
         EXPECT_EQ(Leaves().at(1), pOutliner);
     }
@@ -341,32 +304,8 @@ TEST_F(PanelTreeTest, BarButtonsAndMenuItemsActOnTheirLeaf) {
 
 TEST_F(PanelTreeTest, UpdatesAndModelEventsReachTheLeavesThatListen) {
     RecordingMakers_cls makers({_PANEL_TIMELINE, _PANEL_OUTLINER, _PANEL_PROPERTY, _PANEL_VIEW3D});
-    ReadLayout("FrameMain::0::1000::800\n"
-               "SplittableWindow::SeparatePanel::V::500\n"
-               "PanelA\n"
-               "SplittableWindow::SeparatePanel::H::400\n"
-               "PanelA\n"
-               "SplittableWindow::Panel\n"
-               "wxPanelEX::VIEW3D\n"
-               "SplittableWindow::Close\n"
-               "PanelB\n"
-               "SplittableWindow::Panel\n"
-               "wxPanelEX::TIMELINE\n"
-               "SplittableWindow::Close\n"
-               "SplittableWindow::Close\n"
-               "PanelB\n"
-               "SplittableWindow::SeparatePanel::H::300\n"
-               "PanelA\n"
-               "SplittableWindow::Panel\n"
-               "wxPanelEX::OUTLINER\n"
-               "SplittableWindow::Close\n"
-               "PanelB\n"
-               "SplittableWindow::Panel\n"
-               "wxPanelEX::PROPERTY\n"
-               "SplittableWindow::Close\n"
-               "SplittableWindow::Close\n"
-               "SplittableWindow::Close\n"
-               "FrameMain::Close\n");
+    ReadLayout(Frame(Split('V', 500, Split('H', 400, Leaf("VIEW3D"), Leaf("TIMELINE")),
+                           Split('H', 300, Leaf("OUTLINER"), Leaf("PROPERTY")))));
     std::map<wxString, RecordingPanel_cls*> panels;
     for (wxPanelEX* pPanel : Leaves())
         panels[pPanel->GetName()] = dynamic_cast<RecordingPanel_cls*>(pPanel);

@@ -21,21 +21,9 @@
 #include <wx/spinctrl.h>
 #include <wx/tglbtn.h>
 
-#include <sstream>
 #include <utility>
 
 namespace {
-
-const char* const gLayout = "SplittableWindow::Panel\n"
-                            "wxPanelEX::TIMELINE\n"
-                            "SplittableWindow::Close\n"
-                            "FrameMain::Close\n";
-
-void Send(wxWindow* pControl, wxEventType type) {
-    wxCommandEvent event(type, pControl->GetId());
-    event.SetEventObject(pControl);
-    pControl->GetEventHandler()->ProcessEvent(event);
-}
 
 void SendSpin(wxSpinCtrl* pSpin, int value) {
     pSpin->SetValue(value);
@@ -55,9 +43,7 @@ protected:
         UiFixture::SetUp();
         if (IsSkipped())
             return;
-        std::wistringstream stream(std::wstring(wxString(gLayout).wc_str()));
-        ASSERT_TRUE(mpFrame->ReadStrLine(stream, "FrameMain", "0::1000::800"));
-        mpFrame->Layout();
+        ReadFrameLayout(Leaf("TIMELINE"));
         ASSERT_EQ(Leaves().size(), 1u);
         auto* pLeaf = dynamic_cast<TimelinePlaceholder_cls*>(Leaves()[0]);
         ASSERT_NE(pLeaf, nullptr);
@@ -78,7 +64,6 @@ protected:
         UnregisterPanelMakers();
     }
 
-    void Flush() { mpMain->UpdatePanelsFlush(); }
     static std::pair<int, int> Position() {
         return {GpCTimeCtrl->GetFrameCurrent(), GpCTimeCtrl->GetSubFrameCurrent()};
     }

@@ -18,43 +18,13 @@
 
 #include <wx/textctrl.h>
 
-#include <sstream>
 #include <vector>
 
 // Outliner and property panel over the console and the text editor.
-inline const char* const gLayout = "SplittableWindow::SeparatePanel::V::500\n"
-                                   "PanelA\n"
-                                   "SplittableWindow::SeparatePanel::H::300\n"
-                                   "PanelA\n"
-                                   "SplittableWindow::Panel\n"
-                                   "wxPanelEX::OUTLINER\n"
-                                   "SplittableWindow::Close\n"
-                                   "PanelB\n"
-                                   "SplittableWindow::Panel\n"
-                                   "wxPanelEX::PROPERTY\n"
-                                   "SplittableWindow::Close\n"
-                                   "SplittableWindow::Close\n"
-                                   "PanelB\n"
-                                   "SplittableWindow::SeparatePanel::H::300\n"
-                                   "PanelA\n"
-                                   "SplittableWindow::Panel\n"
-                                   "wxPanelEX::CONSOLE\n"
-                                   "SplittableWindow::Close\n"
-                                   "PanelB\n"
-                                   "SplittableWindow::Panel\n"
-                                   "wxPanelEX::TEXT_EDITOR\n"
-                                   "SplittableWindow::Close\n"
-                                   "SplittableWindow::Close\n"
-                                   "SplittableWindow::Close\n"
-                                   "FrameMain::Close\n";
+inline const wxString gLayout = Split('V', 500, Split('H', 300, Leaf("OUTLINER"), Leaf("PROPERTY")),
+                                      Split('H', 300, Leaf("CONSOLE"), Leaf("TEXT_EDITOR")));
 
 inline const std::vector<wxString> gDefaultScene = {"World", "Initial Light", "Box", "Camera"};
-
-inline void SendRibbonClick(wxWindow* pFrame, int id) {
-    wxRibbonToolBarEvent event(wxEVT_RIBBONTOOLBAR_CLICKED, id);
-    event.SetEventObject(pFrame);
-    pFrame->GetEventHandler()->ProcessEvent(event);
-}
 
 inline void SendTextEnter(wxTextCtrl* pText, const wxString& strValue) {
     pText->ChangeValue(strValue);
@@ -76,10 +46,7 @@ protected:
         UiFixture::SetUp();
         if (IsSkipped())
             return;
-        // Straight to the frame: opening it as a project would clear the default scene.
-        std::wistringstream stream(std::wstring(wxString(gLayout).wc_str()));
-        ASSERT_TRUE(mpFrame->ReadStrLine(stream, "FrameMain", "0::1000::800"));
-        mpFrame->Layout();
+        ReadFrameLayout(gLayout);
         for (wxPanelEX* p : Leaves()) {
             if (auto* pOutliner = dynamic_cast<Outliner_cls*>(p))
                 mpOutliner = pOutliner;
@@ -100,8 +67,6 @@ protected:
         UnregisterPanelMakers();
     }
 
-    // What the idle pass does with the queued panel names.
-    void Flush() { mpMain->UpdatePanelsFlush(); }
     std::vector<wxString> Shown() {
         Flush();
         return mpOutliner->GetVStrShownNames();

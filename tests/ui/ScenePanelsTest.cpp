@@ -22,7 +22,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <sstream>
 
 using ScenePanelsTest = ScenePanelsFixture;
 
@@ -62,8 +61,7 @@ TEST_F(ScenePanelsTest, RibbonAddToolsAppendObjectsAndOneUndoTakesEachBack) {
     size_t expected = gDefaultScene.size();
     for (int id : vIds) {
         SCOPED_TRACE(RibbonUI_cls::GetStrToolLabel(id));
-        wxCommandEvent event(wxEVT_MENU, id + ID_MENU_MIRROR_OFFSET);
-        mpFrame->GetEventHandler()->ProcessEvent(event);
+        SendMenu(mpFrame, id + ID_MENU_MIRROR_OFFSET);
         RunPendingEvents();
         EXPECT_EQ(Shown().size(), ++expected);
     }
@@ -348,18 +346,13 @@ TEST_F(ScenePanelsTest, TextFieldsKeepTheNameThatKeepsEscapeInside) {
 
 TEST_F(ScenePanelsTest, PropertyAndEditorBlocksRoundTripThroughTheLayout) {
     const wxString strBlock = "ConfItemList::Begin::PanelProperty\nTab=1\nConfItemList::End\n";
-    wxString strLayout =
-        "SplittableWindow::SeparatePanel::H::200\nPanelA\nSplittableWindow::Panel\n"
-        "wxPanelEX::PROPERTY\n" +
-        strBlock + "SplittableWindow::Close\nPanelB\nSplittableWindow::Panel\nwxPanelEX::TEXT_EDITOR\n" +
-        strBlock + "SplittableWindow::Close\nSplittableWindow::Close\nFrameMain::Close\n";
-    std::wistringstream stream(std::wstring(strLayout.wc_str()));
-    ASSERT_TRUE(mpFrame->ReadStrLine(stream, "FrameMain", "0::1000::800"));
+    const wxString strTree = Split('H', 200, Leaf("PROPERTY", strBlock), Leaf("TEXT_EDITOR", strBlock));
+    ReadFrameLayout(strTree);
     std::vector<wxPanelEX*> vLeaves = Leaves();
     ASSERT_EQ(vLeaves.size(), 2u);
     EXPECT_NE(dynamic_cast<Property_cls*>(vLeaves[0]), nullptr);
     EXPECT_NE(dynamic_cast<TextEntryCtrl_cls*>(vLeaves[1]), nullptr);
     wxString strOut;
     mpFrame->Serialize(strOut, 0);
-    EXPECT_TRUE(strOut.EndsWith(strLayout)) << strOut;
+    EXPECT_TRUE(strOut.EndsWith(strTree + "FrameMain::Close\n")) << strOut;
 }

@@ -9,6 +9,8 @@
 #include <wx/filefn.h>
 #include <wx/image.h>
 
+#include <sstream>
+
 namespace {
 
 // The toolkit is started by the shared test main; with a display it gets a GUI application
@@ -70,6 +72,12 @@ void UiFixture::ReadLayout(const wxString& strLayoutBlock) {
     wxString strPath = mDir.Path("layout.ovp");
     ASSERT_TRUE(WriteBytes(strPath, std::string(strLayoutBlock.utf8_str())));
     ASSERT_TRUE(mpMain->OpenProjectMain(strPath, false));
+    mpFrame->Layout();
+}
+
+void UiFixture::ReadFrameLayout(const wxString& strTree) {
+    std::wistringstream stream((strTree + "FrameMain::Close\n").ToStdWstring());
+    ASSERT_TRUE(mpFrame->ReadStrLine(stream, "FrameMain", "0::1000::800"));
     mpFrame->Layout();
 }
 

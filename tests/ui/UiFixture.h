@@ -10,8 +10,40 @@
 #include "wxPanelEX.h"
 
 #include <wx/app.h>
+#include <wx/ribbon/toolbar.h>
 
 #include <vector>
+
+// Lines of the window layout text: one leaf of a panel type (with the panel's own block), a split of
+// two subtrees ('V' side by side, 'H' one over the other), and the frame's block around a tree.
+inline wxString Leaf(const wxString& strType, const wxString& strBlock = wxString()) {
+    return "SplittableWindow::Panel\nwxPanelEX::" + strType + "\n" + strBlock + "SplittableWindow::Close\n";
+}
+inline wxString Split(char dir, int pos, const wxString& strA, const wxString& strB) {
+    return wxString::Format("SplittableWindow::SeparatePanel::%c::%d\nPanelA\n", dir, pos) + strA +
+           "PanelB\n" + strB + "SplittableWindow::Close\n";
+}
+inline wxString Frame(const wxString& strTree, const wxString& strSize = "0::1000::800") {
+    return "FrameMain::" + strSize + "\n" + strTree + "FrameMain::Close\n";
+}
+
+// Events as a click or a choice sends them.
+inline void Send(wxWindow* pControl, wxEventType type) {
+    wxCommandEvent event(type, pControl->GetId());
+    event.SetEventObject(pControl);
+    pControl->GetEventHandler()->ProcessEvent(event);
+}
+inline void SendRibbonClick(wxWindow* pFrame, int id) {
+    wxRibbonToolBarEvent event(wxEVT_RIBBONTOOLBAR_CLICKED, id);
+    event.SetEventObject(pFrame);
+    pFrame->GetEventHandler()->ProcessEvent(event);
+}
+inline void SendMenu(wxWindow* pFrame, int id, const wxString& strText = wxString()) {
+    wxCommandEvent event(wxEVT_MENU, id);
+    event.SetString(strText);
+    event.SetEventObject(pFrame);
+    pFrame->GetEventHandler()->ProcessEvent(event);
+}
 
 // True when the test program runs with the GUI toolkit up (a display was reachable).
 bool IsGuiAvailable();
@@ -31,6 +63,10 @@ protected:
 
     // Replaces the tree with the layout text, read through the core's command language.
     void ReadLayout(const wxString& strLayoutBlock);
+    // Reads a tree straight into the frame: opening it as a project would clear the model.
+    void ReadFrameLayout(const wxString& strTree);
+    // What the idle pass does with the queued panel names.
+    void Flush() { mpMain->UpdatePanelsFlush(); }
     // Every leaf panel in tree order.
     static void CollectLeaves(SplittableWindow_cls* pNode, std::vector<wxPanelEX*>& vLeaves);
     std::vector<wxPanelEX*> Leaves() {

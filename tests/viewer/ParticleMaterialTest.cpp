@@ -63,30 +63,6 @@ TEST_F(ParticleMaterialFixture, NewObjectDrawsWithOneMaterialAndOneCurve) {
     ASSERT_NE(pMat, nullptr);
     EXPECT_EQ(pMat->GetStrName(), "Material");
     EXPECT_EQ(pMat->GetTag(), "SceneObj::Stars::Material");
-    const char* defaults[][2] = {
-        {"CustomName=", "MaterialName"},
-        {"ColorCurveType=", "0"},
-        {"ColorCurveIndex=", "0"},
-        {"AlphaType=", "0"},
-        {"SizeType=", "0"},
-        {"BaseType=", "0"},
-        {"ShaderTypePoint=", "0"},
-        {"ShaderTypeSphere=", "1"},
-        {"ShaderTypeBillboard=", "0"},
-        {"ShaderFlat=", "0"},
-        {"ToonThreshold=", "0.1"},
-        {"ToonBoldness=", "0.1"},
-        {"ColorCurveDepend=", "3"},
-        {"BlendType=", "0"},
-        {"TextureType=", "0"},
-        {"TextureIndex=", "0"},
-    };
-    for (const auto& row : defaults) {
-        SCOPED_TRACE(row[0]);
-        ConfItem_cls* pItem = pMat->GetPCItem(row[0]);
-        ASSERT_NE(pItem, nullptr);
-        EXPECT_EQ(pItem->GetBodySTR(), row[1]);
-    }
     for (const char* strGroup : {"Emission", "Diffuse", "Specular", "SizeFactor", "Alpha Modifier"}) {
         SCOPED_TRACE(strGroup);
         EXPECT_NE(pMat->GetPCParamGroup(strGroup), nullptr);
