@@ -377,6 +377,32 @@ TEST(ParticlePrepare, HermiteWithoutVelocityIsSmoothStep) {
     EXPECT_FLOAT_EQ(out.mSize[1], 2.0f);
 }
 
+// On the step itself (t = 0) the thinning takes its own road.
+TEST(ParticlePrepare, DownsizeByIndexAndByIDOnTheStep) {
+    auto a = MakeSnap(Line({10, 11, 12, 13, 15}, 1.0f, 0.0));
+    auto b = MakeSnap(Line({10, 11, 12, 13, 15}, 1.0f, 1.0));
+    for (int type : {0, 1}) {
+        SCOPED_TRACE(type);
+        auto* pViewer = MakeViewer(ByID(1));
+        AddClone(pViewer, "ParticleDownsizing_cls",
+                 {{"Downsize=", "2"}, {"DownsizeType=", type ? "1" : "0"}});
+        ParticleForRender_cls out;
+        ASSERT_TRUE(out.PrepareData(a.get(), b.get(), nullptr, nullptr, 0, 0, 0, 0.0, pViewer, nullptr, 0.0,
+                                    PositionAndDirection_cls(), false));
+        // By index elements 0, 2, 4; by ID room for all, even IDs kept, the rest invisible.
+        ASSERT_EQ(out.mNumber, type == 0 ? 3 : 5);
+        EXPECT_FLOAT_EQ(out.mXYZ[0], 10.0f);
+        EXPECT_FLOAT_EQ(out.mXYZ[3], 12.0f);
+        if (type == 0) {
+            EXPECT_FLOAT_EQ(out.mXYZ[6], 15.0f);
+        } else {
+            EXPECT_FLOAT_EQ(out.mSize[1], 2.0f);
+            EXPECT_FLOAT_EQ(out.mSize[2], 0.0f);
+            EXPECT_FLOAT_EQ(out.mSize[4], 0.0f);
+        }
+    }
+}
+
 TEST(ParticlePrepare, RepeatedFrameRunsNoPassAndNoSort) {
     auto a = MakeSnap(Line({1, 2, 3}, 1.0f, 0.0));
     auto b = MakeSnap(Line({1, 2, 3}, 2.0f, 1.0));
