@@ -1,10 +1,13 @@
 // Small helpers shared by the test executables.
 #pragma once
 
+#include <gtest/gtest.h>
+#include <wx/arrstr.h>
 #include <wx/filename.h>
 #include <wx/log.h>
 #include <wx/string.h>
 
+#include <initializer_list>
 #include <ostream>
 #include <random>
 #include <string>
@@ -13,6 +16,26 @@
 // Lets failed expectations show the text instead of its code points.
 inline void PrintTo(const wxString& str, std::ostream* pOs) {
     *pOs << "\"" << str.utf8_str().data() << "\"";
+}
+
+// The member names of a parameter group.
+inline wxArrayString Names(std::initializer_list<const char*> names) {
+    wxArrayString astr;
+    for (const char* p : names)
+        astr.Add(p);
+    return astr;
+}
+
+// Compares three components with a tolerance, or as doubles (a few units in the last place) when
+// the tolerance is 0.
+inline void ExpectNear3(const double* v, double x, double y, double z, double tolerance) {
+    const double expected[3] = {x, y, z};
+    for (int k = 0; k < 3; ++k) {
+        if (tolerance == 0.0)
+            EXPECT_DOUBLE_EQ(v[k], expected[k]) << "component " << k;
+        else
+            EXPECT_NEAR(v[k], expected[k], tolerance) << "component " << k;
+    }
 }
 
 // Collects every log line while it lives, so a test can assert on the texts the system logs.

@@ -2,39 +2,11 @@
 // capture of std::cout, where print and the console error path write.
 #pragma once
 
-#include "LuaErrorSink_cls.h"
+#include "SinkCapture.h"
 #include "TestSupport.h"
 
 #include <iostream>
-#include <mutex>
 #include <sstream>
-#include <vector>
-
-class SinkCapture_cls : public LuaErrorSink_cls {
-public:
-    SinkCapture_cls() { Install(this); }
-    ~SinkCapture_cls() override { Install(nullptr); }
-    SinkCapture_cls(const SinkCapture_cls&) = delete;
-    SinkCapture_cls& operator=(const SinkCapture_cls&) = delete;
-
-    void PostLuaError(const wxString& strText) override {
-        std::lock_guard<std::mutex> lock(mMutex);
-        mVStrTexts.push_back(strText);
-    }
-    std::vector<wxString> Texts() {
-        std::lock_guard<std::mutex> lock(mMutex);
-        return mVStrTexts;
-    }
-    size_t Count() { return Texts().size(); }
-    wxString Last() {
-        std::vector<wxString> v = Texts();
-        return v.empty() ? wxString() : v.back();
-    }
-
-private:
-    std::mutex mMutex;
-    std::vector<wxString> mVStrTexts;
-};
 
 class CoutCapture_cls {
 public:

@@ -30,13 +30,16 @@ std::vector<float> RunFilter(ParticleFiltering_cls& mod, int n, float start, lon
 
 } // namespace
 
-TEST_F(ModifierFixture, FilteringShowHideAndForce) {
+TEST_F(ModifierFixture, FilteringShowHideAndForceByIndexOrID) {
     ParticleFiltering_cls mod("Filter");
+    const int64_t ids[4] = {103, 101, 100, 7};
     struct Case {
         int type;
         const char* list;
         float start;
-        std::vector<float> expect;
+        std::vector<float> expect; // one per particle
+        bool bByID = false;
+        long long count = -1; // particles with flags; -1: all
     };
     const Case cases[] = {
         {0, "", 1.0f, {0, 0, 0, 0, 0, 0}}, // show nothing listed: none shown
@@ -47,47 +50,24 @@ TEST_F(ModifierFixture, FilteringShowHideAndForce) {
         {2, "0-1,5", 0.0f, {1, 1, 0, 0, 0, 1}},
         {0, "2, 9-20", 1.0f, {0, 0, 1, 0, 0, 0}}, // blanks and ranges past the end
         {0, "x,2", 1.0f, {0, 0, 1, 0, 0, 0}},     // an unreadable block is skipped
+        {0, "100-101", 1.0f, {0, 1, 1, 0}, true},
+        {1, "100-101", 1.0f, {1, 0, 0, 1}, true},
+        // Particles beyond the flags: shown-only hides them, hiding leaves them alone.
+        {0, "0-10", 1.0f, {1, 1, 0, 0}, false, 2},
+        {1, "0-10", 1.0f, {0, 0, 1, 1}, false, 2},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(wxString::Format("type %d list \"%s\"", c.type, c.list).ToStdString());
+        SCOPED_TRACE(wxString::Format("type %d list \"%s\" by ID %d", c.type, c.list, c.bByID).ToStdString());
         mod.mCFilteringType.SetBodyFromData(static_cast<long long>(c.type));
         mod.mCFilteringString.SetBodyFromData(wxString(c.list));
-        const std::vector<float> got = RunFilter(mod, 6, c.start);
+        mod.mCIndexType.SetBodyFromData(c.bByID ? 1LL : 0LL);
+        const int n = static_cast<int>(c.expect.size());
+        const std::vector<float> got = RunFilter(mod, n, c.start, c.count, c.bByID ? ids : nullptr);
         ASSERT_EQ(got.size(), c.expect.size());
         for (size_t i = 0; i < got.size(); ++i)
             EXPECT_FLOAT_EQ(got[i], c.expect[i]) << "particle " << i;
     }
-}
-
-TEST_F(ModifierFixture, FilteringByIDAndBeyondTheList) {
-    ParticleFiltering_cls mod("Filter");
-    mod.mCFilteringString.SetBodyFromData(wxString("100-101"));
-    mod.mCIndexType.SetBodyFromData(1LL);
-    const int64_t ids[4] = {103, 101, 100, 7};
-    {
-        SCOPED_TRACE("show by ID");
-        const std::vector<float> got = RunFilter(mod, 4, 1.0f, -1, ids);
-        EXPECT_EQ(got, (std::vector<float>{0, 1, 1, 0}));
-    }
-    {
-        SCOPED_TRACE("hide by ID");
-        mod.mCFilteringType.SetBodyFromData(1LL);
-        const std::vector<float> got = RunFilter(mod, 4, 1.0f, -1, ids);
-        EXPECT_EQ(got, (std::vector<float>{1, 0, 0, 1}));
-    }
-    {
-        // Particles beyond the flags: shown-only hides them, hiding leaves them alone.
-        SCOPED_TRACE("beyond the list");
-        mod.mCIndexType.SetBodyFromData(0LL);
-        mod.mCFilteringString.SetBodyFromData(wxString("0-10"));
-        mod.mCFilteringType.SetBodyFromData(0LL);
-        EXPECT_EQ(RunFilter(mod, 4, 1.0f, 2), (std::vector<float>{1, 1, 0, 0}));
-        mod.mCFilteringType.SetBodyFromData(1LL);
-        EXPECT_EQ(RunFilter(mod, 4, 1.0f, 2), (std::vector<float>{0, 0, 1, 1}));
-    }
-    {
-        SCOPED_TRACE("switched off");
-        mod.mValidity.SetBodyFromData(0LL);
-        EXPECT_EQ(RunFilter(mod, 4, 1.0f), (std::vector<float>{1, 1, 1, 1}));
-    }
+    SCOPED_TRACE("switched off");
+    mod.mValidity.SetBodyFromData(0LL);
+    EXPECT_EQ(RunFilter(mod, 4, 1.0f), (std::vector<float>{1, 1, 1, 1}));
 }

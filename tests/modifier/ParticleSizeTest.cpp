@@ -96,10 +96,7 @@ TEST_F(ModifierFixture, ModifyParticleSizeLooksUpTheCurve) {
 }
 
 TEST_F(ModifierFixture, ModifyParticleSizeReadsTheViewersCurve) {
-    wxArrayString astr;
-    for (const char* s : {"R", "G", "B", "A"})
-        astr.Add(s);
-    ColorCurve_cls curve("Curve", astr);
+    ColorCurve_cls curve("Curve", Names({"R", "G", "B", "A"}));
     curve.SetInitValue(0.2, 0.4, 0.6, 0.8);
     curve.GetPCRange()->SetInitValue(10.0, 20.0);
     ViewerClone_cls viewer;

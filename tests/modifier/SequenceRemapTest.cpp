@@ -11,7 +11,7 @@ SequenceRemap_cls* AddRemap(Particle_cls* p) {
 
 } // namespace
 
-TEST_F(ModifierFixture, RemapTakesTheStepAfterAddingATinyTolerance) {
+TEST_F(ModifierFixture, RemapTakesTheStepAfterATinyToleranceAndFollowsClampAndRepeat) {
     Particle_cls* p = NewParticle("P");
     ASSERT_NE(p, nullptr);
     SequenceRemap_cls* pRemap = AddRemap(p);
@@ -33,23 +33,15 @@ TEST_F(ModifierFixture, RemapTakesTheStepAfterAddingATinyTolerance) {
     }
     // The scene's own lookup of the active remap finds this entry.
     EXPECT_EQ(p->GetPCSequenceRemap(), static_cast<SequenceRemapBase_cls*>(pRemap));
-}
 
-TEST_F(ModifierFixture, RemapOutsideTheSequenceFollowsClampAndRepeat) {
-    Particle_cls* p = NewParticle("P");
-    ASSERT_NE(p, nullptr);
-    SequenceRemap_cls* pRemap = AddRemap(p);
-    ASSERT_NE(pRemap, nullptr);
-    ParamGroup_cls* pGroup = pRemap->GetPCParamGroup("Remap");
-    ASSERT_NE(pGroup, nullptr);
-
-    struct Case {
+    // Outside the sequence: clamp and repeat.
+    struct Outside {
         bool clamp;
         bool repeat;
         double value;
         int step;
     };
-    const Case cases[] = {
+    const Outside cases[] = {
         {true, false, 25.0, 9},   // past the end: the last step
         {true, false, -4.0, 0},   // before the start: the first step
         {true, true, 23.0, 3},    // wrapped into the count
@@ -59,7 +51,7 @@ TEST_F(ModifierFixture, RemapOutsideTheSequenceFollowsClampAndRepeat) {
         {true, false, 1.0e12, 9}, // far outside the int range: still the last step
         {false, false, -1.0e12, -2000000000},
     };
-    for (const Case& c : cases) {
+    for (const Outside& c : cases) {
         SCOPED_TRACE(
             wxString::Format("clamp %d repeat %d value %g", c.clamp, c.repeat, c.value).ToStdString());
         pRemap->mCClamp.SetBodyFromData(static_cast<long long>(c.clamp));

@@ -117,92 +117,40 @@ TEST_F(AttributeTest, TruncatedAndCorruptBlocks) {
     mVPAttributes = {&ref, &refOther};
     Animate(ref, refOther);
     const wxString strGood = mpMain->SerializeProject();
+    // Each damage replaces pFrom by pTo (every place or the first); without pFrom the text is cut
+    // at pTo plus a few characters.
     struct Case {
         const char* name;
-        std::function<wxString(wxString)> funcBreak;
+        const wchar_t *pFrom, *pTo;
+        bool bAll;           // or the cut's offset
         bool bOtherIntact;   // the second attribute is read as written
         const char* pIntact; // the groups of the first that are read as written
         bool bLogged;        // a log line names the damage
     };
-    const std::vector<Case> cases = {
-        {"group end missing",
-         [](wxString s) {
-             s.Replace("ReadParamGroup::End\nReadParamGroup::Size", "ReadParamGroup::Size", false);
-             return s;
-         },
+    const Case cases[] = {
+        {"group end missing", L"ReadParamGroup::End\nReadParamGroup::Size", L"ReadParamGroup::Size", false,
          true, "Color Size Spin", true},
-        {"attribute end missing",
-         [](wxString s) {
-             s.Replace("ReadAttribute::End\nReadAttribute::Material_cls::Other",
-                       "ReadAttribute::Material_cls::Other", false);
-             return s;
-         },
-         true, "Color Size Spin", true},
+        {"attribute end missing", L"ReadAttribute::End\nReadAttribute::Material_cls::Other",
+         L"ReadAttribute::Material_cls::Other", false, true, "Color Size Spin", true},
         {"group and attribute end missing",
-         [](wxString s) {
-             s.Replace("ReadParamGroup::End\nReadAttribute::End\nReadAttribute::Material_cls::Other",
-                       "ReadAttribute::Material_cls::Other", false);
-             return s;
-         },
-         true, "Color Size Spin", true},
-        {"too many keys announced",
-         [](wxString s) {
-             s.Replace("keyNum=2", "keyNum=9");
-             return s;
-         },
-         true, "Color Size Spin", true},
-        {"huge key count",
-         [](wxString s) {
-             s.Replace("keyNum=2", "keyNum=999999999999");
-             return s;
-         },
-         true, "Color Size Spin", true},
-        {"negative key count",
-         [](wxString s) {
-             s.Replace("keyNum=2", "keyNum=-3", false);
-             return s;
-         },
-         true, "Size Spin", true},
-        {"garbage key",
-         [](wxString s) {
-             s.Replace("0.5::0::-0.125::2::0.5", "zz::top");
-             return s;
-         },
-         true, "Size Spin", true},
-        {"keyNum missing",
-         [](wxString s) {
-             s.Replace("Extrapolate=0\nkeyNum=", "Extrapolate=0\nkeyCount=", false);
-             return s;
-         },
-         true, "Size Spin", true},
-        {"unknown member",
-         [](wxString s) {
-             s.Replace("Name=G\n", "Name=Q\n");
-             return s;
-         },
-         true, "Size Spin", true},
-        {"unknown group",
-         [](wxString s) {
-             s.Replace("ReadParamGroup::Color", "ReadParamGroup::Colour");
-             return s;
-         },
-         true, "Size Spin", false},
-        {"nested nonsense",
-         [](wxString s) {
-             s.Replace("ReadParamGroup::Size\n", "ReadParamGroup::Size\nReadParamGroup::Size\n", false);
-             return s;
-         },
-         true, "Color Size Spin", true},
-        {"random bytes",
-         [](wxString s) {
-             s.insert(s.Find("Name=B\n"), "\x01\x7f::::\xff==::\n::\n=\n");
-             return s;
-         },
-         true, "Color Size Spin", false},
-        {"cut in the middle", [&](wxString s) { return s.Left(s.Find("Name=B\n") + 3); }, false, "", true},
-        {"cut after the header", [](wxString s) { return s.Left(s.Find("ConfItemList::Begin")); }, false, "",
+         L"ReadParamGroup::End\nReadAttribute::End\nReadAttribute::Material_cls::Other",
+         L"ReadAttribute::Material_cls::Other", false, true, "Color Size Spin", true},
+        {"too many keys announced", L"keyNum=2", L"keyNum=9", true, true, "Color Size Spin", true},
+        {"huge key count", L"keyNum=2", L"keyNum=999999999999", true, true, "Color Size Spin", true},
+        {"negative key count", L"keyNum=2", L"keyNum=-3", false, true, "Size Spin", true},
+        {"garbage key", L"0.5::0::-0.125::2::0.5", L"zz::top", true, true, "Size Spin", true},
+        {"keyNum missing", L"Extrapolate=0\nkeyNum=", L"Extrapolate=0\nkeyCount=", false, true, "Size Spin",
+         true},
+        {"unknown member", L"Name=G\n", L"Name=Q\n", true, true, "Size Spin", true},
+        {"unknown group", L"ReadParamGroup::Color", L"ReadParamGroup::Colour", true, true, "Size Spin",
          false},
-        {"empty", [](wxString) { return wxString(); }, false, "", false},
+        {"nested nonsense", L"ReadParamGroup::Size\n", L"ReadParamGroup::Size\nReadParamGroup::Size\n", false,
+         true, "Color Size Spin", true},
+        {"random bytes", L"Name=B\n", L"\x01\x7f::::\xff==::\n::\n=\nName=B\n", false, true,
+         "Color Size Spin", false},
+        {"cut in the middle", nullptr, L"Name=B\n", true, false, "", true},
+        {"cut after the header", nullptr, L"ConfItemList::Begin", false, false, "", false},
+        {"empty", nullptr, L"", false, false, "", false},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -210,7 +158,11 @@ TEST_F(AttributeTest, TruncatedAndCorruptBlocks) {
         TestAttr_cls a("Mat", "Box");
         TestAttr_cls b("Other", "Box");
         mVPAttributes = {&a, &b};
-        const wxString strBroken = c.funcBreak(strGood);
+        wxString strBroken = strGood;
+        if (c.pFrom)
+            strBroken.Replace(c.pFrom, c.pTo, c.bAll);
+        else
+            strBroken = strGood.Left(c.pTo[0] ? strGood.Find(c.pTo) + (c.bAll ? 3 : 0) : 0);
         RunText(strBroken);
         // Whatever was read, the result is a sound attribute that writes and reads back alike.
         const wxString strText = Text(a);

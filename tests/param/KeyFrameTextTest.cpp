@@ -2,6 +2,8 @@
 // files without the optional flags.
 #include "ParamFixture.h"
 
+#include <tuple>
+
 TEST(KeyFrameText, WrittenWithSixSignificantDigitsAndReadBack) {
     KeyFrame_cls key;
     key.mX = 0.123456789;
@@ -47,18 +49,13 @@ TEST(KeyFrameText, MissingAndBadFields) {
 }
 
 TEST(KeyFrameText, IconsAndSelection) {
-    KeyFrame_cls key;
-    EXPECT_EQ(key.GetStrIconName(), "TL_LINEAR");
-    key.mType = 0;
-    EXPECT_EQ(key.GetStrIconName(), "TL_STEP");
-    key.mType = 2;
-    EXPECT_EQ(key.GetStrIconName(), "TL_HEMITE_AUTO");
-    key.mEaseFactor = 0.0;
-    EXPECT_EQ(key.GetStrIconName(), "TL_HEMITE_EASE");
-    key.mType = 9;
-    EXPECT_EQ(key.GetStrIconName(), "TL_LINEAR");
+    EXPECT_EQ(KeyFrame_cls().GetStrIconName(), "TL_LINEAR");
+    const std::tuple<long, double, const char*> icons[] = {
+        {0, 1.0, "TL_STEP"}, {2, 1.0, "TL_HEMITE_AUTO"}, {2, 0.0, "TL_HEMITE_EASE"}, {9, 0.0, "TL_LINEAR"}};
+    for (const auto& [type, ease, pIcon] : icons)
+        EXPECT_EQ(Key(0, 0, type, ease).GetStrIconName(), pIcon) << type << " " << ease;
 
-    key.mX = 0.5;
+    KeyFrame_cls key = Key(0.5, 0);
     EXPECT_EQ(key.Select(0.45, 0.05, true), 0); // strict bounds
     EXPECT_FALSE(key.mbSelected);
     EXPECT_EQ(key.Select(0.46, 0.05, true), 1);

@@ -63,7 +63,7 @@ TEST_F(ParamExpressionTest, OffMeansNoLuaAndTheDefaultPassesValuesThrough) {
     EXPECT_FALSE(mpGroup->IsLuaOpen());
     EXPECT_EQ(Eval(*mpGroup, 0.5), std::vector<double>{2.0});
     EXPECT_TRUE(mpGroup->IsLuaOpen());
-    EXPECT_TRUE(mSink.mVStrTexts.empty());
+    EXPECT_EQ(mSink.Count(), 0u);
 }
 
 TEST_F(ParamExpressionTest, TheScriptGetsTimeFrameSubframeAndStep) {
@@ -169,18 +169,18 @@ TEST_F(ParamExpressionTest, AnEndlessLoopIsStoppedAndTheKeyFramedValuesGoOn) {
     mpGroup->mVCParam[0].mVCKey[1].mValue = 4.0;
     SetExpression(*mpGroup, "while true do s = s + 1 end\nreturn s");
     EXPECT_EQ(Eval(*mpGroup, 0.5), std::vector<double>{3.0});
-    ASSERT_EQ(mSink.mVStrTexts.size(), 1u);
-    EXPECT_TRUE(mSink.mVStrTexts[0].Contains("endless loop")) << mSink.mVStrTexts[0];
-    EXPECT_TRUE(mSink.mVStrTexts[0].EndsWith("::Size")) << mSink.mVStrTexts[0];
+    ASSERT_EQ(mSink.Count(), 1u);
+    EXPECT_TRUE(mSink.Last().Contains("endless loop")) << mSink.Last();
+    EXPECT_TRUE(mSink.Last().EndsWith("::Size")) << mSink.Last();
     EXPECT_FALSE(mpGroup->IsLuaOpen());
     EXPECT_EQ(mpGroup->mRecursionDepth, 0);
     // Reported once; later frames run on the key frames alone without trying again.
     EXPECT_EQ(Eval(*mpGroup, 0.25), std::vector<double>{2.5});
-    EXPECT_EQ(mSink.mVStrTexts.size(), 1u);
+    EXPECT_EQ(mSink.Count(), 1u);
     // The finished text works.
     SetExpression(*mpGroup, "for i = 1, 3 do s = s + 1 end\nreturn s");
     EXPECT_EQ(Eval(*mpGroup, 0.5), std::vector<double>{6.0});
-    EXPECT_EQ(mSink.mVStrTexts.size(), 1u);
+    EXPECT_EQ(mSink.Count(), 1u);
 }
 
 TEST_F(ParamExpressionTest, ACopyCompilesItsOwnState) {
@@ -212,11 +212,11 @@ TEST_F(ParamExpressionTest, ErrorsGiveTheLineOfTheUsersText) {
     };
     for (const auto& c : vCases) {
         SCOPED_TRACE(c.pText);
-        mSink.mVStrTexts.clear();
+        mSink.Clear();
         ParamGroup_cls group("Size", Names({"s"}));
         SetExpression(group, c.pText);
         Eval(group, 0.5);
-        ASSERT_FALSE(mSink.mVStrTexts.empty());
-        EXPECT_TRUE(mSink.mVStrTexts[0].StartsWith(wxString(c.pReport) + "::")) << mSink.mVStrTexts[0];
+        ASSERT_GE(mSink.Count(), 1u);
+        EXPECT_TRUE(mSink.Texts()[0].StartsWith(wxString(c.pReport) + "::")) << mSink.Texts()[0];
     }
 }

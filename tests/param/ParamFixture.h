@@ -6,7 +6,6 @@
 
 #include "AttributeClone_cls.h"
 #include "Attribute_cls.h"
-#include "LuaErrorSink_cls.h"
 #include "Main_cls.h"
 #include "ParamGroup_cls.h"
 #include "Parser_cls.h"
@@ -14,32 +13,19 @@
 #include "UndoManager_cls.h"
 
 #include "ServicesFixture.h"
+#include "SinkCapture.h"
 
 #include <map>
 #include <sstream>
 #include <vector>
 
-// Collects what Lua and the expressions report instead of logging it.
-class SinkCapture_cls : public LuaErrorSink_cls {
-public:
-    SinkCapture_cls() { Install(this); }
-    ~SinkCapture_cls() override { Install(nullptr); }
-    void PostLuaError(const wxString& strText) override { mVStrTexts.push_back(strText); }
-    int Count(const wxString& str) const {
-        int n = 0;
-        for (const wxString& s : mVStrTexts)
-            if (s.Contains(str))
-                ++n;
-        return n;
-    }
-    std::vector<wxString> mVStrTexts;
-};
-
-inline wxArrayString Names(std::initializer_list<const char*> names) {
-    wxArrayString astr;
-    for (const char* p : names)
-        astr.Add(p);
-    return astr;
+inline KeyFrame_cls Key(double x, double value, long type = 1, double ease = 1.0) {
+    KeyFrame_cls key;
+    key.mX = x;
+    key.mValue = value;
+    key.mType = type;
+    key.mEaseFactor = ease;
+    return key;
 }
 
 class ParamFixture : public ServicesFixture<ServiceLayer_enum::Time> {

@@ -4,19 +4,6 @@
 
 #include <functional>
 
-namespace {
-
-KeyFrame_cls Key(double x, double value, long type = 1, double ease = 1.0) {
-    KeyFrame_cls key;
-    key.mX = x;
-    key.mValue = value;
-    key.mType = type;
-    key.mEaseFactor = ease;
-    return key;
-}
-
-} // namespace
-
 class ParameterCommandTest : public ParamFixture {
 protected:
     void SetUp() override {

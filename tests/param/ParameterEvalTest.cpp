@@ -1,22 +1,13 @@
 // Evaluation of one channel: values on, between, within the tolerance of and outside the keys,
 // for every key type, with and without extrapolation and with the slope cache.
 #include "AllocCounter.h"
-#include "Parameter_cls.h"
+#include "ParamFixture.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 
 namespace {
-
-KeyFrame_cls Key(double x, double value, long type = 1, double ease = 1.0) {
-    KeyFrame_cls key;
-    key.mX = x;
-    key.mValue = value;
-    key.mType = type;
-    key.mEaseFactor = ease;
-    return key;
-}
 
 Parameter_cls Channel(std::vector<KeyFrame_cls> keys, bool bExtrapolate = false, bool bTimeDepend = true) {
     Parameter_cls param(nullptr, "x", 0);
@@ -26,7 +17,7 @@ Parameter_cls Channel(std::vector<KeyFrame_cls> keys, bool bExtrapolate = false,
     return param;
 }
 
-// The cubic of the design written out once more, for expected values.
+// The Hermite cubic written out once more, for expected values.
 double Hermite(double y0, double y1, double dx, double m0, double m1, double u) {
     const double a = dx * m0;
     const double b = dx * m1;
@@ -65,10 +56,75 @@ TEST(ParameterEval, OneKeyGivesItsValueEverywhere) {
     }
 }
 
-TEST(ParameterEval, ConstantChannelGivesFirstKey) {
-    Parameter_cls param = Channel({Key(0, 3), Key(1, 9)}, true, false);
-    for (double t : {-1.0, 0.0, 0.5, 1.0, 2.0})
-        EXPECT_EQ(param.GetValue(t), 3.0);
+// Values of small channels on, between and outside their keys, directly and with the slope cache.
+TEST(ParameterEval, ValuesBetweenAndOutsideTheKeys) {
+    struct Case {
+        const char* name;
+        std::vector<KeyFrame_cls> keys;
+        bool bExtrapolate, bTimeDepend;
+        std::vector<std::pair<double, double>> values; // t, value
+    };
+    const Case cases[] = {
+        {"constant: the first key",
+         {Key(0, 3), Key(1, 9)},
+         true,
+         false,
+         {{-1, 3}, {0, 3}, {0.5, 3}, {1, 3}, {2, 3}}},
+        // Within the tolerance before a key the key's value, not an interpolation; outside the
+        // range without Extrapolate= the end keys.
+        {"linear",
+         {Key(0, 0), Key(1, 10), Key(2, 4)},
+         false,
+         true,
+         {{0.25, 2.5}, {1.5, 7}, {1 - 0.5 * TOL, 10}, {-5, 0}, {9, 4}}},
+        {"two keys within the tolerance: the later",
+         {Key(0, 0), Key(0.5, 1), Key(0.5 + 0.5 * TOL, 2), Key(1, 3)},
+         false,
+         true,
+         {{0.5, 2}}},
+        {"step holds until the next key, no extrapolation either side",
+         {Key(0, 1, 0), Key(1, 5, 0)},
+         true,
+         true,
+         {{0.3, 1}, {0.999, 1}, {1, 5}, {3, 5}, {-3, 1}}},
+        {"linear extrapolation both ways", {Key(0, 0), Key(1, 2)}, true, true, {{2, 4}, {-1, -2}}},
+        {"no extrapolation", {Key(0, 0), Key(1, 2)}, false, true, {{2, 2}, {-1, 0}}},
+        // Before the first key the forward slope times the first key's ease; after the last the
+        // backward slope times the last key's ease.
+        {"Hermite extrapolation uses the ease once",
+         {Key(0, 0, 2, 0.5), Key(1, 2, 2, 0.25)},
+         true,
+         true,
+         {{-1, -1}, {2, 2.5}}},
+        {"unknown types: zero between keys, central slopes outside",
+         {Key(0, 1, 5), Key(1, 3, 5), Key(2, 9, 5)},
+         true,
+         true,
+         {{0.5, 0}, {1.5, 0}, {3, 15}, {-1, -1}}},
+        {"no keys: zero", {}, true, true, {{0.5, 0}, {-1, 0}}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Parameter_cls param = Channel(c.keys, c.bExtrapolate, c.bTimeDepend);
+        for (bool bPrecalc : {false, true}) {
+            if (bPrecalc)
+                param.PrecalcBegin();
+            EXPECT_EQ(param.IsPrecalculated(), bPrecalc);
+            for (const auto& [t, value] : c.values)
+                EXPECT_DOUBLE_EQ(param.GetValue(t), value) << "t " << t << (bPrecalc ? " precalculated" : "");
+        }
+    }
+    Parameter_cls linear = Channel({Key(0, 0), Key(1, 10)});
+    EXPECT_NEAR(linear.GetValue(1 - 2 * TOL), 10.0 - 20 * TOL, 1e-9); // just outside the tolerance
+    EXPECT_NE(linear.GetValue(1 - 2 * TOL), 10.0);
+    Parameter_cls both = Channel({Key(0, 0), Key(1, 2)}, true);
+    EXPECT_DOUBLE_EQ(both.GetValueExtrapolate1(2), 4.0);
+    EXPECT_DOUBLE_EQ(both.GetValueExtrapolate0(-1), -2.0);
+    Parameter_cls empty = Channel({}, true);
+    EXPECT_EQ(empty.GetValueExtrapolate0(1), 0.0);
+    EXPECT_EQ(empty.GetValueExtrapolate1(1), 0.0);
+    EXPECT_EQ(empty.GetControllingKey(0.5), -1);
+    EXPECT_EQ(Channel({Key(0, 0), Key(0.5, 1), Key(0.5 + 0.5 * TOL, 2)}).GetControllingKey(0.5), 2);
 }
 
 TEST(ParameterEval, OnKeyAndWithinToleranceGiveTheKeyValueForEveryType) {
@@ -88,58 +144,6 @@ TEST(ParameterEval, OnKeyAndWithinToleranceGiveTheKeyValueForEveryType) {
             param.PrecalcEnd();
         }
     }
-}
-
-TEST(ParameterEval, LinearBetweenKeysAndJustOutsideTheTolerance) {
-    Parameter_cls param = Channel({Key(0, 0), Key(1, 10), Key(2, 4)});
-    EXPECT_DOUBLE_EQ(param.GetValue(0.25), 2.5);
-    EXPECT_DOUBLE_EQ(param.GetValue(1.5), 7.0);
-    // Within the tolerance before a key the key's value, not an interpolation.
-    EXPECT_EQ(param.GetValue(1 - 0.5 * TOL), 10.0);
-    EXPECT_NEAR(param.GetValue(1 - 2 * TOL), 10.0 - 20 * TOL, 1e-9);
-    EXPECT_NE(param.GetValue(1 - 2 * TOL), 10.0);
-    // Outside the range without Extrapolate=: the end keys.
-    EXPECT_EQ(param.GetValue(-5), 0.0);
-    EXPECT_EQ(param.GetValue(9), 4.0);
-}
-
-TEST(ParameterEval, TwoKeysWithinToleranceResolveToTheLaterOne) {
-    Parameter_cls param = Channel({Key(0, 0), Key(0.5, 1), Key(0.5 + 0.5 * TOL, 2), Key(1, 3)});
-    EXPECT_EQ(param.GetValue(0.5), 2.0);
-    EXPECT_EQ(param.GetControllingKey(0.5), 2);
-}
-
-TEST(ParameterEval, StepHoldsUntilTheNextKey) {
-    Parameter_cls param = Channel({Key(0, 1, 0), Key(1, 5, 0)}, true);
-    EXPECT_EQ(param.GetValue(0.3), 1.0);
-    EXPECT_EQ(param.GetValue(0.999), 1.0);
-    EXPECT_EQ(param.GetValue(1.0), 5.0);
-    // No extrapolation after a step key, not before it either.
-    EXPECT_EQ(param.GetValue(3.0), 5.0);
-    EXPECT_EQ(param.GetValue(-3.0), 1.0);
-}
-
-TEST(ParameterEval, ExtrapolationBothWays) {
-    Parameter_cls param = Channel({Key(0, 0), Key(1, 2)}, true);
-    EXPECT_DOUBLE_EQ(param.GetValue(2), 4.0);
-    EXPECT_DOUBLE_EQ(param.GetValue(-1), -2.0);
-    EXPECT_DOUBLE_EQ(param.GetValueExtrapolate1(2), 4.0);
-    EXPECT_DOUBLE_EQ(param.GetValueExtrapolate0(-1), -2.0);
-    param.PrecalcBegin();
-    EXPECT_DOUBLE_EQ(param.GetValue(2), 4.0);
-    EXPECT_DOUBLE_EQ(param.GetValue(-1), -2.0);
-    param.PrecalcEnd();
-    param.mCExtrapolate.SetBodyFromData(wxString("0"));
-    EXPECT_EQ(param.GetValue(2), 2.0);
-    EXPECT_EQ(param.GetValue(-1), 0.0);
-}
-
-TEST(ParameterEval, HermiteExtrapolationUsesTheEaseOnce) {
-    // Before the first key the forward slope times the first key's ease; after the last the
-    // backward slope times the last key's ease.
-    Parameter_cls param = Channel({Key(0, 0, 2, 0.5), Key(1, 2, 2, 0.25)}, true);
-    EXPECT_DOUBLE_EQ(param.GetValue(-1), -1.0);
-    EXPECT_DOUBLE_EQ(param.GetValue(2), 2.5);
 }
 
 TEST(ParameterEval, HermiteSlopesAreOneSidedAndTheEaseEntersTwice) {
@@ -168,15 +172,11 @@ TEST(ParameterEval, HermiteSlopesAreOneSidedAndTheEaseEntersTwice) {
     EXPECT_DOUBLE_EQ(param.GetValue(0.5), Hermite(0, 1, 1, 1.0, -0.5, 0.5));
 }
 
-TEST(ParameterEval, UnknownTypesEvaluateToZeroBetweenKeysAndUseCentralSlopes) {
+TEST(ParameterEval, UnknownTypesUseCentralSlopes) {
     Parameter_cls param = Channel({Key(0, 1, 5), Key(1, 3, 5), Key(2, 9, 5)}, true);
-    EXPECT_EQ(param.GetValue(0.5), 0.0);
-    EXPECT_EQ(param.GetValue(1.5), 0.0);
     EXPECT_DOUBLE_EQ(param.GetKeyVelocityAuto(0), 2.0);
     EXPECT_DOUBLE_EQ(param.GetKeyVelocityAuto(1), 4.0); // central
     EXPECT_DOUBLE_EQ(param.GetKeyVelocityAuto(2), 6.0);
-    EXPECT_DOUBLE_EQ(param.GetValue(3), 15.0);
-    EXPECT_DOUBLE_EQ(param.GetValue(-1), -1.0);
     // As the far end of a Hermite segment its stored ease applies.
     param.mVCKey[0].mType = 2;
     param.mVCKey[1].mEaseFactor = 0.5;
@@ -253,17 +253,6 @@ TEST(ParameterEval, GetValueDoesNotAllocateWhilePrecalculated) {
     EXPECT_EQ(AllocCounter::Count(), before);
     param.PrecalcEnd();
     EXPECT_TRUE(std::isfinite(sum));
-}
-
-TEST(ParameterEval, EmptyKeyVectorReadsAsZero) {
-    Parameter_cls param = Channel({}, true);
-    EXPECT_EQ(param.GetValue(0.5), 0.0);
-    param.PrecalcBegin();
-    EXPECT_TRUE(param.IsPrecalculated());
-    EXPECT_EQ(param.GetValue(0.5), 0.0);
-    EXPECT_EQ(param.GetValueExtrapolate0(1), 0.0);
-    EXPECT_EQ(param.GetValueExtrapolate1(1), 0.0);
-    EXPECT_EQ(param.GetControllingKey(0.5), -1);
 }
 
 TEST(ParameterEval, KeyLookUp) {

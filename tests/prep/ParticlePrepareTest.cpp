@@ -69,6 +69,24 @@ ViewerClone_cls* MakeViewer(const std::map<wxString, wxString>& keys) {
     return pViewer;
 }
 
+// Adds a clone of an attribute of the given class with text items; returns it (owned by the viewer).
+AttributeClone_cls* AddClone(ViewerClone_cls* pViewer, const wxString& strClass,
+                             const std::map<wxString, wxString>& keys) {
+    auto* pClone = new AttributeClone_cls;
+    pClone->mStrAttributeName = strClass;
+    for (const auto& kv : keys)
+        pClone->mCConfList.Add(new ConfItemSTR_cls, kv.first, kv.second);
+    pViewer->AddAttribute(pClone);
+    return pClone;
+}
+
+// A colour curve whose "Range" group runs from min to max.
+void AddCurve(ViewerClone_cls* pViewer, double min, double max) {
+    AttributeClone_cls* pCurve = AddClone(pViewer, "ColorCurve_cls", {});
+    pCurve->mVCParamGroup.emplace_back("Range", Names({"min", "max"}));
+    pCurve->mVCParamGroup.back().SetInitValue(min, max);
+}
+
 std::map<wxString, wxString> ByID(int interp, int vanish = 2, int extrapolate = 0) {
     return {{"InterpolateBy=", "1"},
             {"InterpType=", wxString::Format("%d", interp)},
@@ -359,32 +377,30 @@ TEST(ParticlePrepare, HermiteWithoutVelocityIsSmoothStep) {
     EXPECT_FLOAT_EQ(out.mSize[1], 2.0f);
 }
 
-TEST(ParticlePrepare, DownsizeByIndexAndByID) {
+// On the step itself (t = 0) the thinning takes its own road.
+TEST(ParticlePrepare, DownsizeByIndexAndByIDOnTheStep) {
     auto a = MakeSnap(Line({10, 11, 12, 13, 15}, 1.0f, 0.0));
     auto b = MakeSnap(Line({10, 11, 12, 13, 15}, 1.0f, 1.0));
-    auto make = [](int type) {
+    for (int type : {0, 1}) {
+        SCOPED_TRACE(type);
         auto* pViewer = MakeViewer(ByID(1));
-        auto* pDown = new AttributeClone_cls;
-        pDown->mStrAttributeName = "ParticleDownsizing_cls";
-        pDown->mCConfList.Add(new ConfItemSTR_cls, "Downsize=", "2");
-        pDown->mCConfList.Add(new ConfItemSTR_cls, "DownsizeType=", wxString::Format("%d", type));
-        pViewer->AddAttribute(pDown);
-        return pViewer;
-    };
-    ParticleForRender_cls out;
-    ASSERT_TRUE(out.PrepareData(a.get(), b.get(), nullptr, nullptr, 0, 0, 0, 0.0, make(0), nullptr, 0.0,
-                                PositionAndDirection_cls(), false));
-    ASSERT_EQ(out.mNumber, 3); // elements 0, 2, 4
-    EXPECT_FLOAT_EQ(out.mXYZ[3], 12.0f);
-    EXPECT_FLOAT_EQ(out.mXYZ[6], 15.0f);
-    ASSERT_TRUE(out.PrepareData(a.get(), b.get(), nullptr, nullptr, 0, 0, 0, 0.0, make(1), nullptr, 0.0,
-                                PositionAndDirection_cls(), false));
-    ASSERT_EQ(out.mNumber, 5); // room for all; even IDs kept, the rest invisible
-    EXPECT_FLOAT_EQ(out.mXYZ[0], 10.0f);
-    EXPECT_FLOAT_EQ(out.mXYZ[3], 12.0f);
-    EXPECT_FLOAT_EQ(out.mSize[1], 2.0f);
-    EXPECT_FLOAT_EQ(out.mSize[2], 0.0f);
-    EXPECT_FLOAT_EQ(out.mSize[4], 0.0f);
+        AddClone(pViewer, "ParticleDownsizing_cls",
+                 {{"Downsize=", "2"}, {"DownsizeType=", type ? "1" : "0"}});
+        ParticleForRender_cls out;
+        ASSERT_TRUE(out.PrepareData(a.get(), b.get(), nullptr, nullptr, 0, 0, 0, 0.0, pViewer, nullptr, 0.0,
+                                    PositionAndDirection_cls(), false));
+        // By index elements 0, 2, 4; by ID room for all, even IDs kept, the rest invisible.
+        ASSERT_EQ(out.mNumber, type == 0 ? 3 : 5);
+        EXPECT_FLOAT_EQ(out.mXYZ[0], 10.0f);
+        EXPECT_FLOAT_EQ(out.mXYZ[3], 12.0f);
+        if (type == 0) {
+            EXPECT_FLOAT_EQ(out.mXYZ[6], 15.0f);
+        } else {
+            EXPECT_FLOAT_EQ(out.mSize[1], 2.0f);
+            EXPECT_FLOAT_EQ(out.mSize[2], 0.0f);
+            EXPECT_FLOAT_EQ(out.mSize[4], 0.0f);
+        }
+    }
 }
 
 TEST(ParticlePrepare, RepeatedFrameRunsNoPassAndNoSort) {
@@ -580,11 +596,8 @@ TEST(ParticlePrepare, DownsizeAcrossWorkersKeepsEveryOutputInPlace) {
         for (bool bNext : {false, true}) {
             SCOPED_TRACE(testing::Message() << "type " << type << " background " << bNext);
             auto* pViewer = MakeViewer(ByID(1));
-            auto* pDown = new AttributeClone_cls;
-            pDown->mStrAttributeName = "ParticleDownsizing_cls";
-            pDown->mCConfList.Add(new ConfItemSTR_cls, "Downsize=", "2");
-            pDown->mCConfList.Add(new ConfItemSTR_cls, "DownsizeType=", wxString::Format("%d", type));
-            pViewer->AddAttribute(pDown);
+            AddClone(pViewer, "ParticleDownsizing_cls",
+                     {{"Downsize=", "2"}, {"DownsizeType=", wxString::Format("%d", type)}});
             ParticleForRender_cls out;
             ASSERT_TRUE(out.PrepareData(a.get(), b.get(), nullptr, nullptr, 0, 0, 0, 0.5, pViewer, nullptr,
                                         0.0, PositionAndDirection_cls(), bNext));
@@ -643,19 +656,9 @@ TEST(ParticlePrepare, ColourCoordinatesByDependAndBySortKey) {
     auto a = MakeSnap(Line({1, 2, 3}, 1.0f, 0.0)); // x = 1, 2, 3
     auto makeViewer = [](int depend) {
         auto* pViewer = MakeViewer({{"SortType=", "3"}});
-        auto* pCurve = new AttributeClone_cls;
-        pCurve->mStrAttributeName = "ColorCurve_cls";
-        wxArrayString members;
-        members.Add("min");
-        members.Add("max");
-        pCurve->mVCParamGroup.emplace_back("Range", members);
-        pCurve->mVCParamGroup.back().SetInitValue(-4.0, 0.0);
-        pViewer->AddAttribute(pCurve);
-        auto* pMat = new AttributeClone_cls;
-        pMat->mStrAttributeName = "MaterialParticle_cls";
-        pMat->mCConfList.Add(new ConfItemSTR_cls, "ColorCurveType=", "1");
-        pMat->mCConfList.Add(new ConfItemSTR_cls, "ColorCurveDepend=", wxString::Format("%d", depend));
-        pViewer->AddAttribute(pMat);
+        AddCurve(pViewer, -4.0, 0.0);
+        AddClone(pViewer, "MaterialParticle_cls",
+                 {{"ColorCurveType=", "1"}, {"ColorCurveDepend=", wxString::Format("%d", depend)}});
         return pViewer;
     };
     PositionAndDirection_cls cam; // at the origin
@@ -706,27 +709,15 @@ TEST(ParticlePrepare, ExpressionOfTheFileTypeGivesTheSameArrays) {
     // Materials 0 to 3: sizes from the data or constant with their own factors, colour by index, size,
     // ID and x; type 4 falls beyond them.
     auto addMaterials = [](ViewerClone_cls* pViewer) {
-        auto* pCurve = new AttributeClone_cls;
-        pCurve->mStrAttributeName = "ColorCurve_cls";
-        wxArrayString range;
-        range.Add("min");
-        range.Add("max");
-        pCurve->mVCParamGroup.emplace_back("Range", range);
-        pCurve->mVCParamGroup.back().SetInitValue(-2.0, 40.0);
-        pViewer->AddAttribute(pCurve);
+        AddCurve(pViewer, -2.0, 40.0);
         const int depend[4] = {0, 1, 2, 6};
         for (int m = 0; m < 4; ++m) {
-            auto* pMat = new AttributeClone_cls;
-            pMat->mStrAttributeName = "MaterialParticle_cls";
-            pMat->mCConfList.Add(new ConfItemSTR_cls, "SizeType=", m == 2 ? "1" : "0");
-            pMat->mCConfList.Add(new ConfItemSTR_cls, "ColorCurveType=", m == 3 ? "0" : "1");
-            pMat->mCConfList.Add(new ConfItemSTR_cls, "ColorCurveDepend=", wxString::Format("%d", depend[m]));
-            wxArrayString factor;
-            factor.Add("point");
-            factor.Add("sphere");
-            pMat->mVCParamGroup.emplace_back("SizeFactor", factor);
+            AttributeClone_cls* pMat = AddClone(pViewer, "MaterialParticle_cls",
+                                                {{"SizeType=", m == 2 ? "1" : "0"},
+                                                 {"ColorCurveType=", m == 3 ? "0" : "1"},
+                                                 {"ColorCurveDepend=", wxString::Format("%d", depend[m])}});
+            pMat->mVCParamGroup.emplace_back("SizeFactor", Names({"point", "sphere"}));
             pMat->mVCParamGroup.back().SetInitValue(1.5 + m, 2.0);
-            pViewer->AddAttribute(pMat);
         }
     };
     for (int by : {0, 1}) {
@@ -745,14 +736,10 @@ TEST(ParticlePrepare, ExpressionOfTheFileTypeGivesTheSameArrays) {
                             keys["Classify="] = "return type";
                             auto* pViewer = MakeViewer(keys);
                             addMaterials(pViewer);
-                            if (downsizeType >= 0) {
-                                auto* pDown = new AttributeClone_cls;
-                                pDown->mStrAttributeName = "ParticleDownsizing_cls";
-                                pDown->mCConfList.Add(new ConfItemSTR_cls, "Downsize=", "3");
-                                pDown->mCConfList.Add(new ConfItemSTR_cls,
-                                                      "DownsizeType=", wxString::Format("%d", downsizeType));
-                                pViewer->AddAttribute(pDown);
-                            }
+                            if (downsizeType >= 0)
+                                AddClone(pViewer, "ParticleDownsizing_cls",
+                                         {{"Downsize=", "3"},
+                                          {"DownsizeType=", wxString::Format("%d", downsizeType)}});
                             // The pair before first, so that the predecessors of A are known.
                             ParticleForRender_cls before;
                             ASSERT_TRUE(

@@ -4,6 +4,7 @@
 #include "ThreadSortMergeOrd_cls.h"
 
 #include <gtest/gtest.h>
+#include <wx/string.h>
 
 #include <algorithm>
 #include <random>
@@ -39,42 +40,24 @@ void ExpectSortedPermutation(const std::vector<ArrayAndIndex_cls>& sorted,
         ASSERT_EQ(seen[i], 1) << "element " << i << " appears " << seen[i] << " times";
 }
 
-TEST(SortParallelTest, TinyAndUnevenCounts) {
-    SortParallel_cls sorter;
-    for (int count : {0, 1, 2, 3, 4, 5, 6, 7, 9, 13, 101, 1002, 65537}) {
-        for (int distinct : {1, 3, 1000000}) {
-            SCOPED_TRACE(testing::Message() << count << " elements, " << distinct << " distinct keys");
-            const std::vector<ArrayAndIndex_cls> original = MakeKeys(count, distinct, count * 31u + distinct);
-            std::vector<ArrayAndIndex_cls> data = original;
-            sorter.SortParallel(data.data(), count);
-            ExpectSortedPermutation(data, original);
-        }
-    }
-}
-
-TEST(SortParallelTest, LargeArrayMatchesStdSortKeys) {
-    const int count = 1000003;
-    const std::vector<ArrayAndIndex_cls> original = MakeKeys(count, 5000, 7);
-    std::vector<ArrayAndIndex_cls> data = original;
-    SortParallel_cls sorter;
-    sorter.SortParallel(data.data(), count);
-    ExpectSortedPermutation(data, original);
-
-    std::vector<ArrayAndIndex_cls> reference = original;
-    std::sort(reference.begin(), reference.end());
-    for (int k = 0; k < count; ++k)
-        ASSERT_EQ(data[k].mValue, reference[k].mValue) << "at " << k;
-}
-
-TEST(SortParallelTest, AlreadySortedAndReversedInput) {
-    SortParallel_cls sorter;
+TEST(SortParallelTest, AnyInputBecomesASortedPermutationOfItself) {
+    std::vector<std::pair<wxString, std::vector<ArrayAndIndex_cls>>> inputs;
+    for (int count : {0, 1, 2, 3, 4, 5, 6, 7, 9, 13, 101, 1002, 65537})
+        for (int distinct : {1, 3, 1000000})
+            inputs.emplace_back(wxString::Format("%d elements, %d distinct keys", count, distinct),
+                                MakeKeys(count, distinct, count * 31u + distinct));
+    inputs.emplace_back("large", MakeKeys(1000003, 5000, 7));
     for (bool reversed : {false, true}) {
-        SCOPED_TRACE(reversed ? "reversed" : "sorted");
-        std::vector<ArrayAndIndex_cls> original(10007);
+        std::vector<ArrayAndIndex_cls> v(10007);
         for (int i = 0; i < 10007; ++i)
-            original[i] = ArrayAndIndex_cls{i, static_cast<float>(reversed ? -i : i)};
+            v[i] = ArrayAndIndex_cls{i, static_cast<float>(reversed ? -i : i)};
+        inputs.emplace_back(reversed ? "reversed" : "already sorted", v);
+    }
+    SortParallel_cls sorter;
+    for (const auto& [strName, original] : inputs) {
+        SCOPED_TRACE(strName.ToStdString());
         std::vector<ArrayAndIndex_cls> data = original;
-        sorter.SortParallel(data.data(), 10007);
+        sorter.SortParallel(data.data(), static_cast<int>(data.size()));
         ExpectSortedPermutation(data, original);
     }
 }

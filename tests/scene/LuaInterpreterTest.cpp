@@ -3,17 +3,9 @@
 #include "ConsoleCtrl_cls.h"
 #include "LuaErrorSink_cls.h"
 #include "LuaInterpreter_cls.h"
+#include "SinkCapture.h"
 
 namespace {
-
-// Collects what Lua reports to the log instead of showing it.
-class SinkCapture_cls : public LuaErrorSink_cls {
-public:
-    SinkCapture_cls() { Install(this); }
-    ~SinkCapture_cls() override { Install(nullptr); }
-    void PostLuaError(const wxString& strText) override { mVStrTexts.push_back(strText); }
-    std::vector<wxString> mVStrTexts;
-};
 
 class LuaFixture : public SceneFixture {
 protected:
@@ -63,7 +55,7 @@ TEST_F(LuaFixture, StateIsKeptBetweenLinesAndErrorsGoToTheOutput) {
     EXPECT_EQ(Run("print(counter)"), "42 \n");
     EXPECT_EQ(mConsole.mVStrHistory.size(), 7u);
     EXPECT_EQ(mConsole.mVStrHistory[1], "counter = counter + 1 print(counter)");
-    EXPECT_TRUE(mSink.mVStrTexts.empty());
+    EXPECT_EQ(mSink.Count(), 0u);
 }
 
 TEST_F(LuaFixture, ScriptsEditThroughTheUndoRoad) {

@@ -1,6 +1,7 @@
 #include "ParentObj_cls.h"
 #include "SceneClassWord_cls.h"
 #include "TensorMath_cls.h"
+#include "TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -51,9 +52,7 @@ TEST(TensorMath, RotationOrderAndInverse) {
     double out[3];
     TensorMath_cls::TransformVector(m, v, out);
     // Y turns +z to +x; X leaves +x alone.
-    EXPECT_NEAR(out[0], 1.0, 1e-12);
-    EXPECT_NEAR(out[1], 0.0, 1e-12);
-    EXPECT_NEAR(out[2], 0.0, 1e-12);
+    ExpectNear3(out, 1.0, 0.0, 0.0, 1e-12);
     // Z turns +x to +y, counter-clockwise seen from +z.
     double z[16];
     TensorMath_cls::SetIdentity(z);

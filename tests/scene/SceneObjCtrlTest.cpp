@@ -24,9 +24,7 @@ TEST_F(SceneFixture, DefaultScene) {
     EXPECT_EQ(static_cast<LightSource_cls*>(pLight)->GetStrLightType(), "PointLight");
     double pos[3];
     pLight->GetPositionGlobal(0.0, pos);
-    EXPECT_DOUBLE_EQ(pos[0], 5.0);
-    EXPECT_DOUBLE_EQ(pos[1], 5.0);
-    EXPECT_DOUBLE_EQ(pos[2], 5.0);
+    ExpectNear3(pos, 5.0, 5.0, 5.0, 0.0);
     std::vector<double> rot =
         pLight->GetPCParamGroup("", "RotationEuler")->GetVInterpolatedValue(0.0, true, nullptr, false);
     EXPECT_EQ(rot, (std::vector<double>{0.0, -45.0, 45.0}));
@@ -96,15 +94,11 @@ TEST_F(SceneFixture, ChildMatrixFollowsParent) {
     double pos[3];
     pBox->GetPositionGlobal(0.0, pos);
     // Scaled by 2, turned 90 degrees about z, then moved: (1,0,0) -> (2,0,0) -> (0,2,0) -> (1,4,3).
-    EXPECT_NEAR(pos[0], 1.0, 1e-12);
-    EXPECT_NEAR(pos[1], 4.0, 1e-12);
-    EXPECT_NEAR(pos[2], 3.0, 1e-12);
+    ExpectNear3(pos, 1.0, 4.0, 3.0, 1e-12);
     // Moving the parent moves the child.
     pCamera->GetPCParamGroup("", "Position")->SetInitValue(0.0, 0.0, 0.0);
     pBox->GetPositionGlobal(0.0, pos);
-    EXPECT_NEAR(pos[0], 0.0, 1e-12);
-    EXPECT_NEAR(pos[1], 2.0, 1e-12);
-    EXPECT_NEAR(pos[2], 0.0, 1e-12);
+    ExpectNear3(pos, 0.0, 2.0, 0.0, 1e-12);
 }
 
 TEST_F(SceneFixture, RotationIsXThenYThenZInDegrees) {
@@ -116,9 +110,7 @@ TEST_F(SceneFixture, RotationIsXThenYThenZInDegrees) {
     const double z[3] = {0.0, 0.0, 1.0};
     double out[3];
     TensorMath_cls::TransformVector(m, z, out);
-    EXPECT_NEAR(out[0], 1.0, 1e-12);
-    EXPECT_NEAR(out[1], 0.0, 1e-12);
-    EXPECT_NEAR(out[2], 0.0, 1e-12);
+    ExpectNear3(out, 1.0, 0.0, 0.0, 1e-12);
     const double y[3] = {0.0, 1.0, 0.0};
     TensorMath_cls::TransformVector(m, y, out);
     EXPECT_NEAR(out[2], 1.0, 1e-12); // Ry leaves y, Rx(90) turns it to +z

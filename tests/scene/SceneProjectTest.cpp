@@ -13,42 +13,64 @@ const wxString kSelf = "SceneObjCtrl::";
 
 } // namespace
 
-// A project with nested objects, attributes, animated groups and expressions survives save,
-// clear and reopen with identical text.
-TEST_F(SceneFixture, ProjectSurvivesSaveClearAndReopen) {
-    // Paths stay absolute; saving rewrites path items in place, the undo texts included.
-    GpCPreference->mCRelativePath.SetBodyFromData(wxString("0"));
-    Ctrl()->AppendPrimitiveCommand(1, "Ball");
-    Ctrl()->AppendSceneObjCommand("TextObj", "Label");
-    Ctrl()->AppendSceneObjCommand("MeshObj", "Mesh");
-    Ctrl()->AppendLightCommand(2, "Spot");
-    RunText(kSelf + "SetToChild::Ball::To::Box\n" + kSelf + "SetToChild::Label::To::Ball\n" + kSelf +
-            "SetToChild::Spot::To::Camera\n");
-    SceneObj_cls* pBall = Obj("Ball");
-    // Animated transform with keys of several types.
-    ParamGroup_cls* pPos = pBall->GetPCParamGroup("", "Position");
-    pPos->InsertKeyCommand(0.0, kSelf + "Obj::Ball::Position", 1, 1.0);
-    pPos->SetNewKeyCommand(3.0, 0.5, kSelf + "Obj::Ball::Position::x", 2, 0.5);
-    pPos->SetNewKeyCommand(-1.0, 1.0, kSelf + "Obj::Ball::Position::y", 0, 1.0);
-    // An expression, with a newline and a "::" in it.
-    ASSERT_TRUE(Ctrl()->SetParamGroupConfCommand(kSelf + "Obj::Ball::Scale",
-                                                 "Expression=", "local s = 2 -- a::b\nreturn x*s,y,z"));
-    ASSERT_TRUE(Ctrl()->SetParamGroupConfCommand(kSelf + "Obj::Ball::Scale", "UseExpr=", "1"));
-    // Attributes: a modifier with an animated group, a data process, material edits.
-    pBall->AddModifierCommand("TestMod_cls", "Mod");
-    pBall->AddDataProcCommand("TestProc_cls", "Proc");
-    Attribute_cls* pMod = pBall->GetPCAttribute("Mod", 1);
-    pMod->GetPCItem("Target")->PushCommandPair("Camera");
-    pMod->GetPCParamGroup("Influence")->InsertKeyCommand(0.25, kSelf + "Obj::Ball::Mod::Influence", 1, 1.0);
-    pBall->GetPCMaterial()->GetPCItem("BlendType")->PushCommandPair("2");
-    RunText(kSelf + "Obj::Ball::Material::Diffuse::B::Key::0::SetValue::0.125\n");
-    Obj("Label")->GetPCItemInAttrib("TextProp", "Text")->PushCommandPair("Hello\nWorld");
-    Obj("Mesh")->GetPCItem("FileName")->PushCommandPair(wxString(ORV_TEST_DATA_DIR) + "/obj/cube.obj");
-    Obj("Camera")->GetPCItemInAttrib("Stereo", "EyeType")->PushCommandPair("4");
-    Obj("World")->GetPCItemInAttrib("Fog", "FogType")->PushCommandPair("1");
-    Obj("Spot")->mCVisible.PushCommandPair("0");
-    Ctrl()->Select("Label", false, false, false);
+class SceneProjectTest : public SceneFixture {
+protected:
+    // Nested objects, attributes, animated groups of several key types and expressions.
+    void BuildScene() {
+        // Paths stay absolute; saving rewrites path items in place, the undo texts included.
+        GpCPreference->mCRelativePath.SetBodyFromData(wxString("0"));
+        Ctrl()->AppendPrimitiveCommand(1, "Ball");
+        Ctrl()->AppendSceneObjCommand("TextObj", "Label");
+        Ctrl()->AppendSceneObjCommand("MeshObj", "Mesh");
+        Ctrl()->AppendLightCommand(2, "Spot");
+        RunText(kSelf + "SetToChild::Ball::To::Box\n" + kSelf + "SetToChild::Label::To::Ball\n" + kSelf +
+                "SetToChild::Spot::To::Camera\n");
+        SceneObj_cls* pBall = Obj("Ball");
+        // Animated transform with keys of several types.
+        ParamGroup_cls* pPos = pBall->GetPCParamGroup("", "Position");
+        pPos->InsertKeyCommand(0.0, kSelf + "Obj::Ball::Position", 1, 1.0);
+        pPos->SetNewKeyCommand(3.0, 0.5, kSelf + "Obj::Ball::Position::x", 2, 0.5);
+        pPos->SetNewKeyCommand(-1.0, 1.0, kSelf + "Obj::Ball::Position::y", 0, 1.0);
+        // An expression, with a newline and a "::" in it.
+        ASSERT_TRUE(Ctrl()->SetParamGroupConfCommand(kSelf + "Obj::Ball::Scale",
+                                                     "Expression=", "local s = 2 -- a::b\nreturn x*s,y,z"));
+        ASSERT_TRUE(Ctrl()->SetParamGroupConfCommand(kSelf + "Obj::Ball::Scale", "UseExpr=", "1"));
+        // Attributes: a modifier with an animated group, a data process, material edits.
+        pBall->AddModifierCommand("TestMod_cls", "Mod");
+        pBall->AddDataProcCommand("TestProc_cls", "Proc");
+        Attribute_cls* pMod = pBall->GetPCAttribute("Mod", 1);
+        pMod->GetPCItem("Target")->PushCommandPair("Camera");
+        pMod->GetPCParamGroup("Influence")
+            ->InsertKeyCommand(0.25, kSelf + "Obj::Ball::Mod::Influence", 1, 1.0);
+        pBall->GetPCMaterial()->GetPCItem("BlendType")->PushCommandPair("2");
+        RunText(kSelf + "Obj::Ball::Material::Diffuse::B::Key::0::SetValue::0.125\n");
+        Obj("Label")->GetPCItemInAttrib("TextProp", "Text")->PushCommandPair("Hello\nWorld");
+        Obj("Mesh")->GetPCItem("FileName")->PushCommandPair(wxString(ORV_TEST_DATA_DIR) + "/obj/cube.obj");
+        Obj("Camera")->GetPCItemInAttrib("Stereo", "EyeType")->PushCommandPair("4");
+        Obj("World")->GetPCItemInAttrib("Fog", "FogType")->PushCommandPair("1");
+        Obj("Spot")->mCVisible.PushCommandPair("0");
+        Ctrl()->Select("Label", false, false, false);
+    }
+    // Whatever was read, the tree is consistent: every object's parent knows it, every group
+    // still evaluates and the selection holds objects of the tree.
+    void ExpectConsistentTree() {
+        std::vector<SceneObj_cls*> vList;
+        Ctrl()->GetVPCList(vList);
+        for (SceneObj_cls* p : vList) {
+            ASSERT_NE(p->mpParent, nullptr);
+            ASSERT_GE(p->mpParent->GetIndexFromPC(p), 0);
+            for (const char* pGroup : {"Position", "Scale"})
+                if (ParamGroup_cls* pG = p->GetPCParamGroup("", pGroup))
+                    pG->GetVInterpolatedValue(0.25, true, nullptr, false);
+        }
+        for (SceneObj_cls* p : Ctrl()->mVPCSelected)
+            ASSERT_NE(std::find(vList.begin(), vList.end(), p), vList.end());
+    }
+};
 
+// The project survives save, clear and reopen with identical text.
+TEST_F(SceneProjectTest, ProjectSurvivesSaveClearAndReopen) {
+    BuildScene();
     const wxString strPath = mDir.Path("scene.ovp");
     ASSERT_TRUE(mpMain->SaveProjectMain(strPath, 0));
     const wxString strFirst = SceneText();
@@ -87,21 +109,10 @@ TEST_F(SceneFixture, ProjectSurvivesSaveClearAndReopen) {
     EXPECT_EQ(SceneText(), strFirst);
 }
 
-// A project cut anywhere loads what it can and never breaks the scene it leaves.
 // A saved project with random edits loads without a crash or hang, leaves a consistent tree, and
 // the original then loads back to the same scene.
-TEST_F(SceneFixture, MutatedProjectsLoadIntoAConsistentTree) {
-    GpCPreference->mCRelativePath.SetBodyFromData(wxString("0"));
-    Ctrl()->AppendPrimitiveCommand(1, "Ball");
-    Ctrl()->AppendSceneObjCommand("TextObj", "Label");
-    RunText(kSelf + "SetToChild::Ball::To::Box\n" + kSelf + "SetToChild::Label::To::Ball\n");
-    ParamGroup_cls* pPos = Obj("Ball")->GetPCParamGroup("", "Position");
-    pPos->InsertKeyCommand(0.0, kSelf + "Obj::Ball::Position", 2, 1.0);
-    pPos->SetNewKeyCommand(3.0, 0.5, kSelf + "Obj::Ball::Position::x", 2, 0.5);
-    ASSERT_TRUE(
-        Ctrl()->SetParamGroupConfCommand(kSelf + "Obj::Ball::Scale", "Expression=", "return x*2,y,z"));
-    ASSERT_TRUE(Ctrl()->SetParamGroupConfCommand(kSelf + "Obj::Ball::Scale", "UseExpr=", "1"));
-    Obj("Ball")->AddModifierCommand("TestMod_cls", "Mod");
+TEST_F(SceneProjectTest, MutatedProjectsLoadIntoAConsistentTree) {
+    BuildScene();
     const wxString strPath = mDir.Path("scene.ovp");
     ASSERT_TRUE(mpMain->SaveProjectMain(strPath, 0));
     const std::string text = ReadBytes(strPath);
@@ -116,27 +127,15 @@ TEST_F(SceneFixture, MutatedProjectsLoadIntoAConsistentTree) {
         ASSERT_TRUE(WriteBytes(strMutated, MutateText(text, rng)));
         mpMain->OpenProjectMain(strMutated, true);
         EXPECT_FALSE(GbLockProjectLoading);
-        std::vector<SceneObj_cls*> vList;
-        Ctrl()->GetVPCList(vList);
-        for (SceneObj_cls* p : vList) {
-            ASSERT_NE(p->mpParent, nullptr);
-            ASSERT_GE(p->mpParent->GetIndexFromPC(p), 0);
-            // Every group still evaluates.
-            for (const char* pGroup : {"Position", "Scale"})
-                if (ParamGroup_cls* pG = p->GetPCParamGroup("", pGroup))
-                    pG->GetVInterpolatedValue(0.25, true, nullptr, false);
-        }
-        for (SceneObj_cls* p : Ctrl()->mVPCSelected)
-            ASSERT_NE(std::find(vList.begin(), vList.end(), p), vList.end());
+        ExpectConsistentTree();
     }
     ASSERT_TRUE(mpMain->OpenProjectMain(strPath, true));
     EXPECT_EQ(SceneText(), strScene);
 }
 
-TEST_F(SceneFixture, TruncatedProjectsLoadWhatTheyCan) {
-    Ctrl()->AppendPrimitiveCommand(1, "Ball");
-    RunText(kSelf + "SetToChild::Ball::To::Box\n");
-    Obj("Ball")->AddModifierCommand("TestMod_cls", "Mod");
+// A project cut anywhere loads what it can and never breaks the scene it leaves.
+TEST_F(SceneProjectTest, TruncatedProjectsLoadWhatTheyCan) {
+    BuildScene();
     const wxString strFull = SceneText();
     LogCapture_cls log;
     const std::string full = strFull.ToStdString();
@@ -145,13 +144,7 @@ TEST_F(SceneFixture, TruncatedProjectsLoadWhatTheyCan) {
         const wxString strPath = mDir.Path("cut.ovp");
         ASSERT_TRUE(WriteBytes(strPath, full.substr(0, n) + "\n"));
         mpMain->OpenProjectMain(strPath, true);
-        // Whatever was read, the tree is consistent: every object's parent knows it.
-        std::vector<SceneObj_cls*> vList;
-        Ctrl()->GetVPCList(vList);
-        for (SceneObj_cls* p : vList) {
-            ASSERT_NE(p->mpParent, nullptr);
-            ASSERT_GE(p->mpParent->GetIndexFromPC(p), 0);
-        }
+        ExpectConsistentTree();
         // And what it wrote reads back to a text that then stays the same. (A cut can leave a
         // line such as "Name=FogCol" in a group's block, which renames the group; a new object
         // has the group under its own name again, so the first rewrite may differ.)

@@ -127,26 +127,8 @@ TEST(WavefrontLoader, TruncatedAndMutatedFilesLoadWhatTheyCan) {
         ASSERT_EQ(mesh.mVPosition.size(), static_cast<size_t>(mesh.GetNumTriangle()) * 9) << n;
     }
     std::mt19937 rng(20261122);
-    const char alphabet[] = "0123456789 -+./#\nfvtnusemlibxyzE\t\r";
     for (int round = 0; round < 2000; ++round) {
-        std::string text = full;
-        const int changes = 1 + static_cast<int>(rng() % 8);
-        for (int c = 0; c < changes; ++c) {
-            const size_t at = rng() % text.size();
-            switch (rng() % 3) {
-            case 0:
-                text[at] = alphabet[rng() % (sizeof alphabet - 1)];
-                break;
-            case 1:
-                text.erase(at, 1 + rng() % 5);
-                break;
-            default:
-                text.insert(at, 1, static_cast<char>(rng() % 256));
-                break;
-            }
-            if (text.empty())
-                text = "f";
-        }
+        const std::string text = MutateText(full, rng);
         WavefrontLoader_cls mesh;
         mesh.LoadFromText(text.data(), text.size(), wxString());
         ASSERT_EQ(mesh.mVNormal.size(), mesh.mVPosition.size()) << round;

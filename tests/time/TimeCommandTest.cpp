@@ -34,88 +34,69 @@ protected:
     }
 };
 
-TEST_F(TimeCommandTest, SingleItemCommandsPairNewAndOldValue) {
-    SetRange(100, 2, 1);
-    SetPos(3, 1);
-    {
-        SCOPED_TRACE("SetCurrentFrameCommand");
-        CheckDoUndoRedo([&] { mpTime->SetCurrentFrameCommand(7); }, "TimeCtrl::SetFrameCurrent::7\n",
-                        "TimeCtrl::SetFrameCurrent::3\n");
-        EXPECT_EQ(Pos(), std::make_pair(7, 1));
-    }
-    {
-        SCOPED_TRACE("SetCurrentSubFrameCommand");
-        CheckDoUndoRedo([&] { mpTime->SetCurrentSubFrameCommand(0); }, "TimeCtrl::SetSubFrameCurrent::0\n",
-                        "TimeCtrl::SetSubFrameCurrent::1\n");
-        EXPECT_EQ(Pos(), std::make_pair(7, 0));
-    }
-    {
-        SCOPED_TRACE("SetWAMinCommand");
-        CheckDoUndoRedo([&] { mpTime->SetWAMinCommand(5); }, "TimeCtrl::SetWAMin::5\n",
-                        "TimeCtrl::SetWAMin::0\n");
-        EXPECT_EQ(mpTime->GetWAMin(), 5);
-    }
-    {
-        SCOPED_TRACE("SetWAMaxCommand");
-        CheckDoUndoRedo([&] { mpTime->SetWAMaxCommand(80); }, "TimeCtrl::SetWAMax::80\n",
-                        "TimeCtrl::SetWAMax::100\n");
-        EXPECT_EQ(mpTime->GetWAMax(), 80);
-    }
-    {
-        SCOPED_TRACE("SetFrameMaxCommand");
-        CheckDoUndoRedo([&] { mpTime->SetFrameMaxCommand(250); }, "TimeCtrl::SetFrameMax::250\n",
-                        "TimeCtrl::SetFrameMax::100\n");
-        EXPECT_EQ(mpTime->GetFrameMax(), 250);
-    }
-    {
-        SCOPED_TRACE("SetRepeatCommand");
-        CheckDoUndoRedo([&] { mpTime->SetRepeatCommand(true); }, "TimeCtrl::SetRepeat::1\n",
-                        "TimeCtrl::SetRepeat::0\n");
-        EXPECT_TRUE(mpTime->GetRepeat());
-    }
-}
-
-TEST_F(TimeCommandTest, BlockCommandsUndoAsOneStep) {
+// The do text names the new state exactly; the verbs it uses are read as checked below, and the
+// redo runs it again, so the state after each command needs no check of its own.
+TEST_F(TimeCommandTest, CommandsPairNewAndOldValueAndBlocksUndoAsOneStep) {
     SetRange(100, 2, 1);
     SetWA(10, 1, 60, 1);
     SetPos(3, 1);
-    {
-        SCOPED_TRACE("SetWARegionCommand");
-        CheckDoUndoRedo([&] { mpTime->SetWARegionCommand(50, 10, 20); },
-                        "OpenBlock::TimeWARegion\nTimeCtrl::SetWAMin::40\nTimeCtrl::SetWAMax::70\n"
-                        "CloseBlock::TimeWARegion\n",
-                        "CloseBlock::TimeWARegion\nTimeCtrl::SetWAMin::10\nTimeCtrl::SetWAMax::60\n"
-                        "OpenBlock::TimeWARegion\n");
-        EXPECT_EQ(mpTime->GetWAMin(), 40);
-        EXPECT_EQ(mpTime->GetWAMax(), 70);
+    struct Case {
+        const char* name;
+        std::function<void()> funcCommand;
+        const char *pDo, *pUndo;
+    };
+    const Case cases[] = {
+        {"SetCurrentFrameCommand", [&] { mpTime->SetCurrentFrameCommand(7); },
+         "TimeCtrl::SetFrameCurrent::7\n", "TimeCtrl::SetFrameCurrent::3\n"},
+        {"SetCurrentSubFrameCommand", [&] { mpTime->SetCurrentSubFrameCommand(0); },
+         "TimeCtrl::SetSubFrameCurrent::0\n", "TimeCtrl::SetSubFrameCurrent::1\n"},
+        {"SetWAMinCommand", [&] { mpTime->SetWAMinCommand(5); }, "TimeCtrl::SetWAMin::5\n",
+         "TimeCtrl::SetWAMin::10\n"},
+        {"SetWAMaxCommand", [&] { mpTime->SetWAMaxCommand(80); }, "TimeCtrl::SetWAMax::80\n",
+         "TimeCtrl::SetWAMax::60\n"},
+        {"SetRepeatCommand", [&] { mpTime->SetRepeatCommand(true); }, "TimeCtrl::SetRepeat::1\n",
+         "TimeCtrl::SetRepeat::0\n"},
+        {"SetWARegionCommand", [&] { mpTime->SetWARegionCommand(50, 10, 20); },
+         "OpenBlock::TimeWARegion\nTimeCtrl::SetWAMin::40\nTimeCtrl::SetWAMax::70\nCloseBlock::"
+         "TimeWARegion\n",
+         "CloseBlock::TimeWARegion\nTimeCtrl::SetWAMin::5\nTimeCtrl::SetWAMax::80\nOpenBlock::"
+         "TimeWARegion\n"},
+        {"SetCurrentFrameToEndCommand(1)", [&] { mpTime->SetCurrentFrameToEndCommand(1); },
+         "OpenBlock::ToEnd\nTimeCtrl::SetFrameCurrent::70\nTimeCtrl::SetSubFrameCurrent::1\nCloseBlock::"
+         "ToEnd\n",
+         "CloseBlock::ToEnd\nTimeCtrl::SetFrameCurrent::7\nTimeCtrl::SetSubFrameCurrent::0\nOpenBlock::"
+         "ToEnd\n"},
+        {"SetCurrentFrameToEndCommand(-1)", [&] { mpTime->SetCurrentFrameToEndCommand(-1); },
+         "OpenBlock::ToEnd\nTimeCtrl::SetFrameCurrent::40\nTimeCtrl::SetSubFrameCurrent::1\nCloseBlock::"
+         "ToEnd\n",
+         "CloseBlock::ToEnd\nTimeCtrl::SetFrameCurrent::70\nTimeCtrl::SetSubFrameCurrent::1\nOpenBlock::"
+         "ToEnd\n"},
+        // SetCurrentNTCommand issues only what changes.
+        {"NT: both", [&] { mpTime->SetCurrentNTCommand(0.12); },
+         "OpenBlock\nTimeCtrl::SetFrameCurrent::12\nTimeCtrl::SetSubFrameCurrent::0\nCloseBlock\n",
+         "CloseBlock\nTimeCtrl::SetFrameCurrent::40\nTimeCtrl::SetSubFrameCurrent::1\nOpenBlock\n"},
+        {"NT: frame only", [&] { mpTime->SetCurrentNTCommand(0.2); }, "TimeCtrl::SetFrameCurrent::20\n",
+         "TimeCtrl::SetFrameCurrent::12\n"},
+        {"NT: subframe only", [&] { mpTime->SetCurrentNTCommand(0.205); },
+         "TimeCtrl::SetSubFrameCurrent::1\n", "TimeCtrl::SetSubFrameCurrent::0\n"},
+        {"SetCurrentFrameToEndCommand(other)", [&] { mpTime->SetCurrentFrameToEndCommand(2); },
+         "OpenBlock::ToEnd\nTimeCtrl::SetFrameCurrent::0\nTimeCtrl::SetSubFrameCurrent::0\nCloseBlock::"
+         "ToEnd\n",
+         "CloseBlock::ToEnd\nTimeCtrl::SetFrameCurrent::20\nTimeCtrl::SetSubFrameCurrent::1\nOpenBlock::"
+         "ToEnd\n"},
+        {"SetFrameMaxCommand", [&] { mpTime->SetFrameMaxCommand(250); }, "TimeCtrl::SetFrameMax::250\n",
+         "TimeCtrl::SetFrameMax::100\n"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const wxString strBefore = mpMain->SerializeProject();
+        CheckDoUndoRedo(c.funcCommand, c.pDo, c.pUndo);
+        EXPECT_NE(mpMain->SerializeProject(), strBefore);
     }
-    {
-        SCOPED_TRACE("SetCurrentFrameToEndCommand(1)");
-        CheckDoUndoRedo([&] { mpTime->SetCurrentFrameToEndCommand(1); },
-                        "OpenBlock::ToEnd\nTimeCtrl::SetFrameCurrent::70\nTimeCtrl::SetSubFrameCurrent::1\n"
-                        "CloseBlock::ToEnd\n",
-                        "CloseBlock::ToEnd\nTimeCtrl::SetFrameCurrent::3\nTimeCtrl::SetSubFrameCurrent::1\n"
-                        "OpenBlock::ToEnd\n");
-        EXPECT_EQ(Pos(), std::make_pair(70, 1));
-    }
-    {
-        SCOPED_TRACE("SetCurrentFrameToEndCommand(-1)");
-        CheckDoUndoRedo([&] { mpTime->SetCurrentFrameToEndCommand(-1); },
-                        "OpenBlock::ToEnd\nTimeCtrl::SetFrameCurrent::40\nTimeCtrl::SetSubFrameCurrent::1\n"
-                        "CloseBlock::ToEnd\n",
-                        "CloseBlock::ToEnd\nTimeCtrl::SetFrameCurrent::70\nTimeCtrl::SetSubFrameCurrent::1\n"
-                        "OpenBlock::ToEnd\n");
-        EXPECT_EQ(Pos(), std::make_pair(40, 1));
-    }
-    {
-        SCOPED_TRACE("SetCurrentFrameToEndCommand(0)");
-        CheckDoUndoRedo([&] { mpTime->SetCurrentFrameToEndCommand(2); },
-                        "OpenBlock::ToEnd\nTimeCtrl::SetFrameCurrent::0\nTimeCtrl::SetSubFrameCurrent::0\n"
-                        "CloseBlock::ToEnd\n",
-                        "CloseBlock::ToEnd\nTimeCtrl::SetFrameCurrent::40\nTimeCtrl::SetSubFrameCurrent::1\n"
-                        "OpenBlock::ToEnd\n");
-        EXPECT_EQ(Pos(), std::make_pair(0, 0));
-    }
+    const int count = GpCUndo->GetCount();
+    mpTime->SetCurrentNTCommand(1e-9); // nothing changes: nothing is pushed
+    EXPECT_EQ(GpCUndo->GetCount(), count);
+    EXPECT_EQ(Pos(), std::make_pair(0, 0));
 }
 
 TEST_F(TimeCommandTest, StepCommandsCarryAndClamp) {
@@ -140,36 +121,6 @@ TEST_F(TimeCommandTest, StepCommandsCarryAndClamp) {
                                             c.frame, c.sub);
         CheckDoUndoRedo([&] { mpTime->SetCurrentFrameToNextCommand(c.direction); }, strDo, strUndo);
         EXPECT_EQ(Pos(), std::make_pair(c.expFrame, c.expSub));
-    }
-}
-
-TEST_F(TimeCommandTest, SetCurrentNTIssuesOnlyWhatChanges) {
-    SetRange(100, 2, 1);
-    SetPos(3, 1);
-    {
-        SCOPED_TRACE("both");
-        CheckDoUndoRedo(
-            [&] { mpTime->SetCurrentNTCommand(0.12); },
-            "OpenBlock\nTimeCtrl::SetFrameCurrent::12\nTimeCtrl::SetSubFrameCurrent::0\nCloseBlock\n",
-            "CloseBlock\nTimeCtrl::SetFrameCurrent::3\nTimeCtrl::SetSubFrameCurrent::1\nOpenBlock\n");
-        EXPECT_EQ(Pos(), std::make_pair(12, 0));
-    }
-    {
-        SCOPED_TRACE("frame only");
-        CheckDoUndoRedo([&] { mpTime->SetCurrentNTCommand(0.2); }, "TimeCtrl::SetFrameCurrent::20\n",
-                        "TimeCtrl::SetFrameCurrent::12\n");
-    }
-    {
-        SCOPED_TRACE("subframe only");
-        CheckDoUndoRedo([&] { mpTime->SetCurrentNTCommand(0.205); }, "TimeCtrl::SetSubFrameCurrent::1\n",
-                        "TimeCtrl::SetSubFrameCurrent::0\n");
-    }
-    {
-        SCOPED_TRACE("nothing");
-        int count = GpCUndo->GetCount();
-        mpTime->SetCurrentNTCommand(0.205 + 1e-9);
-        EXPECT_EQ(GpCUndo->GetCount(), count);
-        EXPECT_EQ(Pos(), std::make_pair(20, 1));
     }
 }
 
