@@ -220,19 +220,23 @@ inline void InterpolateLinear(const PassArrays_cls& a, int i, int n, float* q) {
     q[2] = static_cast<float>(z + (z - p0[2]) * a.mT);
 }
 
-// InterpolateLinear for a partner that was found, both components pairs at once with the same
-// operations in the same order, so the results are the same to the bit. Reads one float past each
-// position and writes one past q: neither i nor n may be the last particle of its snap, and q needs
-// room for four.
+// InterpolateLinear without extrapolation, both component pairs at once with the same operations in the
+// same order, so the results are the same to the bit: a particle that vanished (n < 0) keeps A's position,
+// chosen by a mask rather than a branch, as a fifth of a shuffled numbering may vanish in no order. Reads
+// one float past each position and writes one past q: neither i nor n may be the last particle of its
+// snap, and q needs room for four.
 inline void InterpolateLinearPair(const PassArrays_cls& a, int i, int n, float* q) {
 #if defined(__SSE2__)
-    const __m128 fa = _mm_loadu_ps(a.mpXYZA + 3 * static_cast<size_t>(i));
-    const __m128 fb = _mm_loadu_ps(a.mpXYZB + 3 * static_cast<size_t>(n));
+    const float* pa = a.mpXYZA + 3 * static_cast<size_t>(i);
+    const __m128 fa = _mm_loadu_ps(pa);
+    const __m128 fb = _mm_loadu_ps(n >= 0 ? a.mpXYZB + 3 * static_cast<size_t>(n) : pa);
     const __m128d u = _mm_set1_pd(a.mU), t = _mm_set1_pd(a.mT);
     const __m128d lo = _mm_add_pd(_mm_mul_pd(_mm_cvtps_pd(fa), u), _mm_mul_pd(_mm_cvtps_pd(fb), t));
     const __m128d hi = _mm_add_pd(_mm_mul_pd(_mm_cvtps_pd(_mm_movehl_ps(fa, fa)), u),
                                   _mm_mul_pd(_mm_cvtps_pd(_mm_movehl_ps(fb, fb)), t));
-    _mm_storeu_ps(q, _mm_movelh_ps(_mm_cvtpd_ps(lo), _mm_cvtpd_ps(hi)));
+    const __m128 moved = _mm_movelh_ps(_mm_cvtpd_ps(lo), _mm_cvtpd_ps(hi));
+    const __m128 found = _mm_castsi128_ps(_mm_set1_epi32(-static_cast<int>(n >= 0)));
+    _mm_storeu_ps(q, _mm_or_ps(_mm_and_ps(found, moved), _mm_andnot_ps(found, fa)));
 #else
     InterpolateLinear(a, i, n, q);
 #endif
@@ -611,7 +615,7 @@ template <bool bLinear, class KeyFn> void ThreadInterpStep_cls::Interpolate(KeyF
     if (bBlockLoop) {
         // Rows whose sizes interpolate and whose colour takes no curve, the common case, for every
         // material: the per-element choices of WriteSizeAndColor are all known.
-        bool bPlainRows = a.mbInterpSize && a.mpSizeB;
+        bool bPlainRows = a.mbInterpSize && a.mpSizeB && a.mCountB > 0;
         for (const MaterialRow_cls& row : a.mRow)
             bPlainRows = bPlainRows && !row.mbSizeConst && !row.mbCurve;
         // Every element is kept: first the positions of a block, in a loop short enough that the reads
@@ -623,7 +627,7 @@ template <bool bLinear, class KeyFn> void ThreadInterpStep_cls::Interpolate(KeyF
                 const int n = a.mpNext ? a.mpNext[e] : e;
                 pBlock->mPartner[k] = n;
                 float* q = b.mpOutXYZ + 3 * static_cast<size_t>(k);
-                if (n >= 0 && e + 1 < a.mCountA && n + 1 < a.mCountB)
+                if (!a.mbExtrapolate && e + 1 < a.mCountA && n + 1 < a.mCountB)
                     InterpolateLinearPair(a, e, n, q);
                 else
                     InterpolateLinear(a, e, n, q);
@@ -633,11 +637,16 @@ template <bool bLinear, class KeyFn> void ThreadInterpStep_cls::Interpolate(KeyF
                 const unsigned char type = a.mpTypeA ? a.mpTypeA[e] : 0;
                 const int m = std::min<int>(type, kLastMaterial);
                 b.mpOutType[k] = type;
-                if (bPlainRows && n >= 0) {
-                    // WriteSizeAndColor's road for these rows, without its choices.
+                if (bPlainRows) {
+                    // WriteSizeAndColor's road for these rows, without its choices; the vanish rule is
+                    // picked by a select, not a branch, like the position.
                     const MaterialRow_cls& row = a.mRow[m];
                     const double sa = a.mpSizeA[e];
-                    b.mpOutSize[k] = static_cast<float>((sa * a.mU + a.mpSizeB[n] * a.mT) * row.mSizeFactor);
+                    const double moved = (sa * a.mU + a.mpSizeB[n >= 0 ? n : 0] * a.mT) * row.mSizeFactor;
+                    const double stays = a.mVanishSizeType == 0   ? row.mSizeFactor * sa
+                                         : a.mVanishSizeType == 1 ? row.mSizeFactor * sa * a.mU
+                                                                  : 0.0;
+                    b.mpOutSize[k] = static_cast<float>(n >= 0 ? moved : stays);
                     b.mpOutS[k] = 0.0f;
                     b.mpOutT[k] = row.mColorT;
                 } else {
