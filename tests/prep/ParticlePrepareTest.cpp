@@ -82,6 +82,43 @@ bool Prepare(ParticleForRender_cls& out, ParticleSnap_cls* a, ParticleSnap_cls* 
     return out.PrepareData(a, b, s0, s3, step, 0, 0, t, MakeViewer(keys), nullptr, 0.0, camera, false);
 }
 
+// An attribute with one parameter group of two members and their values.
+AttributeClone_cls* AttributeWithPair(const char* attr, const char* group, const char* m0, const char* m1,
+                                      double v0, double v1) {
+    auto* pAttr = new AttributeClone_cls;
+    pAttr->mStrAttributeName = attr;
+    wxArrayString members;
+    members.Add(m0);
+    members.Add(m1);
+    pAttr->mVCParamGroup.emplace_back(group, members);
+    pAttr->mVCParamGroup.back().SetInitValue(v0, v1);
+    return pAttr;
+}
+
+// A particle material whose size factor is factor for points.
+AttributeClone_cls* SizeFactorMaterial(double factor) {
+    return AttributeWithPair("MaterialParticle_cls", "SizeFactor", "point", "sphere", factor, 2.0);
+}
+
+// Checks that every array of two frames is the same to the bit; returns the elements of size 0, or -1
+// at the first difference.
+int CountZeroSizesOfSameArrays(const ParticleForRender_cls& x, const ParticleForRender_cls& y) {
+    EXPECT_EQ(x.mNumber, y.mNumber);
+    int zero = 0;
+    for (long long o = 0; o < std::min(x.mNumber, y.mNumber); ++o) {
+        bool bSame = x.mType[o] == y.mType[o] && x.mSize[o] == y.mSize[o] && x.mColorS[o] == y.mColorS[o] &&
+                     x.mColorT[o] == y.mColorT[o];
+        for (int k = 0; k < 3; ++k)
+            bSame = bSame && x.mXYZ[3 * o + k] == y.mXYZ[3 * o + k];
+        if (!bSame) {
+            ADD_FAILURE() << "output " << o << " differs";
+            return -1;
+        }
+        zero += x.mSize[o] == 0.0f ? 1 : 0;
+    }
+    return zero;
+}
+
 void ExpectXYZ(const ParticleForRender_cls& out, int o, double x, double y, double z) {
     EXPECT_FLOAT_EQ(out.mXYZ[3 * o], static_cast<float>(x)) << "element " << o;
     EXPECT_FLOAT_EQ(out.mXYZ[3 * o + 1], static_cast<float>(y)) << "element " << o;
@@ -643,14 +680,7 @@ TEST(ParticlePrepare, ColourCoordinatesByDependAndBySortKey) {
     auto a = MakeSnap(Line({1, 2, 3}, 1.0f, 0.0)); // x = 1, 2, 3
     auto makeViewer = [](int depend) {
         auto* pViewer = MakeViewer({{"SortType=", "3"}});
-        auto* pCurve = new AttributeClone_cls;
-        pCurve->mStrAttributeName = "ColorCurve_cls";
-        wxArrayString members;
-        members.Add("min");
-        members.Add("max");
-        pCurve->mVCParamGroup.emplace_back("Range", members);
-        pCurve->mVCParamGroup.back().SetInitValue(-4.0, 0.0);
-        pViewer->AddAttribute(pCurve);
+        pViewer->AddAttribute(AttributeWithPair("ColorCurve_cls", "Range", "min", "max", -4.0, 0.0));
         auto* pMat = new AttributeClone_cls;
         pMat->mStrAttributeName = "MaterialParticle_cls";
         pMat->mCConfList.Add(new ConfItemSTR_cls, "ColorCurveType=", "1");
@@ -706,26 +736,13 @@ TEST(ParticlePrepare, ExpressionOfTheFileTypeGivesTheSameArrays) {
     // Materials 0 to 3: sizes from the data or constant with their own factors, colour by index, size,
     // ID and x; type 4 falls beyond them.
     auto addMaterials = [](ViewerClone_cls* pViewer) {
-        auto* pCurve = new AttributeClone_cls;
-        pCurve->mStrAttributeName = "ColorCurve_cls";
-        wxArrayString range;
-        range.Add("min");
-        range.Add("max");
-        pCurve->mVCParamGroup.emplace_back("Range", range);
-        pCurve->mVCParamGroup.back().SetInitValue(-2.0, 40.0);
-        pViewer->AddAttribute(pCurve);
+        pViewer->AddAttribute(AttributeWithPair("ColorCurve_cls", "Range", "min", "max", -2.0, 40.0));
         const int depend[4] = {0, 1, 2, 6};
         for (int m = 0; m < 4; ++m) {
-            auto* pMat = new AttributeClone_cls;
-            pMat->mStrAttributeName = "MaterialParticle_cls";
+            auto* pMat = SizeFactorMaterial(1.5 + m);
             pMat->mCConfList.Add(new ConfItemSTR_cls, "SizeType=", m == 2 ? "1" : "0");
             pMat->mCConfList.Add(new ConfItemSTR_cls, "ColorCurveType=", m == 3 ? "0" : "1");
             pMat->mCConfList.Add(new ConfItemSTR_cls, "ColorCurveDepend=", wxString::Format("%d", depend[m]));
-            wxArrayString factor;
-            factor.Add("point");
-            factor.Add("sphere");
-            pMat->mVCParamGroup.emplace_back("SizeFactor", factor);
-            pMat->mVCParamGroup.back().SetInitValue(1.5 + m, 2.0);
             pViewer->AddAttribute(pMat);
         }
     };
@@ -761,18 +778,9 @@ TEST(ParticlePrepare, ExpressionOfTheFileTypeGivesTheSameArrays) {
                                                                   0, 0.375, pViewer, nullptr, 0.0,
                                                                   PositionAndDirection_cls(), false));
                         }
-                        ASSERT_EQ(out[0].mNumber, out[1].mNumber);
                         ASSERT_GT(out[0].mNumber, 0);
-                        int vanished = 0;
-                        for (long long o = 0; o < out[0].mNumber; ++o) {
-                            for (int k = 0; k < 3; ++k)
-                                ASSERT_EQ(out[0].mXYZ[3 * o + k], out[1].mXYZ[3 * o + k]) << "output " << o;
-                            ASSERT_EQ(out[0].mType[o], out[1].mType[o]) << "output " << o;
-                            ASSERT_EQ(out[0].mSize[o], out[1].mSize[o]) << "output " << o;
-                            ASSERT_EQ(out[0].mColorS[o], out[1].mColorS[o]) << "output " << o;
-                            ASSERT_EQ(out[0].mColorT[o], out[1].mColorT[o]) << "output " << o;
-                            vanished += out[0].mSize[o] == 0.0f ? 1 : 0;
-                        }
+                        const int vanished = CountZeroSizesOfSameArrays(out[0], out[1]);
+                        ASSERT_GE(vanished, 0);
                         // The set-to-0 rule shows that the cases reach vanished particles at all.
                         if (by == 1 && vanish == 2 && interp != 0 && interp != 2) {
                             EXPECT_GT(vanished, 0);
@@ -816,29 +824,13 @@ TEST(ParticlePrepare, PlainRowsByBlocksMatchTheInPlaceLoop) {
                 keys["ClassifyType="] = wxString::Format("%d", classify);
                 keys["Classify="] = "return type";
                 auto* pViewer = MakeViewer(keys);
-                for (int m = 0; bMaterials && m < 4; ++m) {
-                    auto* pMat = new AttributeClone_cls;
-                    pMat->mStrAttributeName = "MaterialParticle_cls";
-                    wxArrayString factor;
-                    factor.Add("point");
-                    factor.Add("sphere");
-                    pMat->mVCParamGroup.emplace_back("SizeFactor", factor);
-                    pMat->mVCParamGroup.back().SetInitValue(1.5 + m, 2.0);
-                    pViewer->AddAttribute(pMat);
-                }
+                for (int m = 0; bMaterials && m < 4; ++m)
+                    pViewer->AddAttribute(SizeFactorMaterial(1.5 + m));
                 ASSERT_TRUE(out[classify].PrepareData(a.get(), b.get(), nullptr, nullptr, 1, 0, 0, t, pViewer,
                                                       nullptr, 0.0, PositionAndDirection_cls(), false));
             }
             ASSERT_EQ(out[0].mNumber, a->mNumber.load());
-            ASSERT_EQ(out[1].mNumber, out[0].mNumber);
-            for (long long o = 0; o < out[0].mNumber; ++o) {
-                for (int k = 0; k < 3; ++k)
-                    ASSERT_EQ(out[0].mXYZ[3 * o + k], out[1].mXYZ[3 * o + k]) << "output " << o;
-                ASSERT_EQ(out[0].mType[o], out[1].mType[o]) << "output " << o;
-                ASSERT_EQ(out[0].mSize[o], out[1].mSize[o]) << "output " << o;
-                ASSERT_EQ(out[0].mColorS[o], out[1].mColorS[o]) << "output " << o;
-                ASSERT_EQ(out[0].mColorT[o], out[1].mColorT[o]) << "output " << o;
-            }
+            ASSERT_GE(CountZeroSizesOfSameArrays(out[0], out[1]), 0);
             // A matched particle moves, and the last one reads its partner's last components.
             const long long last = out[0].mNumber - 1;
             const int nb = a->mNextIndex[last];
