@@ -14,14 +14,34 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <mutex>
 #include <new>
 #include <thread>
 
+#include <sys/mman.h>
+
 namespace {
+
+// Arrays of a frame are walked end to end by every pass: on large pages a pass misses the address cache
+// far less often. Only a hint; where the system declines it nothing changes.
+void AdviseLargePages(void* p, size_t bytes) {
+#if defined(MADV_HUGEPAGE)
+    constexpr uintptr_t kLarge = uintptr_t(1) << 21;
+    const uintptr_t begin = (reinterpret_cast<uintptr_t>(p) + kLarge - 1) & ~(kLarge - 1);
+    const uintptr_t end = (reinterpret_cast<uintptr_t>(p) + bytes) & ~(kLarge - 1);
+    if (end > begin)
+        madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
+#else
+    (void)p;
+    (void)bytes;
+#endif
+}
 
 template <class T> bool Grow(std::unique_ptr<T[]>& p, size_t n) {
     p.reset(new (std::nothrow) T[n]);
+    if (p)
+        AdviseLargePages(p.get(), n * sizeof(T));
     return p != nullptr;
 }
 

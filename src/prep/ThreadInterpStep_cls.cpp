@@ -4,13 +4,16 @@
 #include "ParticleForRender_cls.h"
 #include "ParticleSnap_cls.h"
 #include "PrepareSetting_cls.h"
+#include "StreamWrite_cls.h"
 
 #include <wx/log.h>
 
 #include <lua.hpp>
 
 #include <algorithm>
+#include <climits>
 #include <cmath>
+#include <memory>
 #include <vector>
 
 #if defined(__SSE2__)
@@ -111,6 +114,8 @@ struct PassArrays_cls {
     const int* mpNext = nullptr; // null when matched by index
     const int* mpPrevA = nullptr;
     int mCount0 = 0;
+    int mCountA = 0;
+    int mCountB = 0;
     const float* mpSizeA = nullptr;
     const float* mpSizeB = nullptr;
     const unsigned char* mpTypeA = nullptr;
@@ -133,7 +138,7 @@ struct PassArrays_cls {
 
 // Size and colour coordinates of output o from element i of A; n is the partner in B, -1 when the
 // particle vanished (only looked at when sizes interpolate).
-inline void WriteSizeAndColor(const PassArrays_cls& a, int i, int o, int n, int m) {
+[[gnu::always_inline]] inline void WriteSizeAndColor(const PassArrays_cls& a, int i, int o, int n, int m) {
     const MaterialRow_cls& row = a.mRow[m];
     double size;
     if (row.mbSizeConst) {
@@ -213,6 +218,28 @@ inline void InterpolateLinear(const PassArrays_cls& a, int i, int n, float* q) {
     q[0] = static_cast<float>(x + (x - p0[0]) * a.mT);
     q[1] = static_cast<float>(y + (y - p0[1]) * a.mT);
     q[2] = static_cast<float>(z + (z - p0[2]) * a.mT);
+}
+
+// InterpolateLinear without extrapolation, both component pairs at once with the same operations in the
+// same order, so the results are the same to the bit: a particle that vanished (n < 0) keeps A's position,
+// chosen by a mask rather than a branch, as a fifth of a shuffled numbering may vanish in no order. Reads
+// one float past each position and writes one past q: neither i nor n may be the last particle of its
+// snap, and q needs room for four.
+inline void InterpolateLinearPair(const PassArrays_cls& a, int i, int n, float* q) {
+#if defined(__SSE2__)
+    const float* pa = a.mpXYZA + 3 * static_cast<size_t>(i);
+    const __m128 fa = _mm_loadu_ps(pa);
+    const __m128 fb = _mm_loadu_ps(n >= 0 ? a.mpXYZB + 3 * static_cast<size_t>(n) : pa);
+    const __m128d u = _mm_set1_pd(a.mU), t = _mm_set1_pd(a.mT);
+    const __m128d lo = _mm_add_pd(_mm_mul_pd(_mm_cvtps_pd(fa), u), _mm_mul_pd(_mm_cvtps_pd(fb), t));
+    const __m128d hi = _mm_add_pd(_mm_mul_pd(_mm_cvtps_pd(_mm_movehl_ps(fa, fa)), u),
+                                  _mm_mul_pd(_mm_cvtps_pd(_mm_movehl_ps(fb, fb)), t));
+    const __m128 moved = _mm_movelh_ps(_mm_cvtpd_ps(lo), _mm_cvtpd_ps(hi));
+    const __m128 found = _mm_castsi128_ps(_mm_set1_epi32(-static_cast<int>(n >= 0)));
+    _mm_storeu_ps(q, _mm_or_ps(_mm_and_ps(found, moved), _mm_andnot_ps(found, fa)));
+#else
+    InterpolateLinear(a, i, n, q);
+#endif
 }
 
 } // namespace
@@ -502,6 +529,8 @@ template <bool bLinear, class KeyFn> void ThreadInterpStep_cls::Interpolate(KeyF
     a.mpNext = mbByIDActive ? pA->mNextIndex.get() : nullptr;
     a.mpPrevA = mpPrevA;
     a.mCount0 = mpCSnap0->mNumber.load(std::memory_order_relaxed);
+    a.mCountA = pA->mNumber.load(std::memory_order_relaxed);
+    a.mCountB = pB->mNumber.load(std::memory_order_relaxed);
     a.mpSizeA = pA->mSize.get();
     a.mpSizeB = pB->mSize.get();
     a.mpTypeA = pA->mType.get();
@@ -543,11 +572,97 @@ template <bool bLinear, class KeyFn> void ThreadInterpStep_cls::Interpolate(KeyF
         vElement.reserve(static_cast<size_t>(std::max(0, fin - ini)));
     // Without downsizing no key is computed: a division per element would cost more than the rest.
     const bool bAll = downsize == 1;
+
+    // The elements are gathered in blocks and written out past the cache. An expression reads the
+    // outputs of the whole range, so with one they are written in place.
+    constexpr int kBlock = StreamWrite_cls::kBlock;
+    struct Block_cls {
+        float mXYZ[3 * kBlock + 1]; // one more for the four-float writes
+        float mSize[kBlock];
+        float mS[kBlock];
+        float mT[kBlock];
+        int mSource[kBlock];
+        int mPartner[kBlock];
+        unsigned char mType[kBlock];
+    };
+    std::unique_ptr<Block_cls> pBlock(bClassify ? nullptr : new Block_cls);
+    PassArrays_cls b = a; // where the loop writes: the block, or the outputs themselves
+    int blockStart = 0, blockEnd = INT_MAX;
+    if (pBlock) {
+        b.mpOutXYZ = pBlock->mXYZ;
+        b.mpOutType = pBlock->mType;
+        b.mpOutSize = pBlock->mSize;
+        b.mpOutS = pBlock->mS;
+        b.mpOutT = pBlock->mT;
+        b.mpOutSource = a.mpOutSource ? pBlock->mSource : nullptr;
+        blockStart = startOut;
+        blockEnd = (startOut / kBlock + 1) * kBlock;
+    }
+    auto flush = [&](int end) {
+        const size_t from = static_cast<size_t>(blockStart), count = static_cast<size_t>(end - blockStart);
+        StreamWrite_cls::CopyElements(a.mpOutXYZ + 3 * from, b.mpOutXYZ, 3 * count);
+        StreamWrite_cls::CopyElements(a.mpOutType + from, b.mpOutType, count);
+        StreamWrite_cls::CopyElements(a.mpOutSize + from, b.mpOutSize, count);
+        StreamWrite_cls::CopyElements(a.mpOutS + from, b.mpOutS, count);
+        StreamWrite_cls::CopyElements(a.mpOutT + from, b.mpOutT, count);
+        if (!bAll && a.mpOutSource)
+            StreamWrite_cls::CopyElements(a.mpOutSource + from, b.mpOutSource, count);
+        blockStart = end;
+        blockEnd = end + kBlock;
+    };
     int o = startOut;
-    for (int i = ini; i < fin; ++i) {
+    const bool bBlockLoop = bLinear && bAll && pBlock;
+    if (bBlockLoop) {
+        // Rows whose sizes interpolate and whose colour takes no curve, the common case, for every
+        // material: the per-element choices of WriteSizeAndColor are all known.
+        bool bPlainRows = a.mbInterpSize && a.mpSizeB && a.mCountB > 0;
+        for (const MaterialRow_cls& row : a.mRow)
+            bPlainRows = bPlainRows && !row.mbSizeConst && !row.mbCurve;
+        // Every element is kept: first the positions of a block, in a loop short enough that the reads
+        // of B for many elements are under way at once, then the rest of the block.
+        for (int i = ini; i < fin;) {
+            const int count = std::min(fin - i, blockEnd - o);
+            for (int k = 0; k < count; ++k) {
+                const int e = i + k;
+                const int n = a.mpNext ? a.mpNext[e] : e;
+                pBlock->mPartner[k] = n;
+                float* q = b.mpOutXYZ + 3 * static_cast<size_t>(k);
+                if (!a.mbExtrapolate && e + 1 < a.mCountA && n + 1 < a.mCountB)
+                    InterpolateLinearPair(a, e, n, q);
+                else
+                    InterpolateLinear(a, e, n, q);
+            }
+            for (int k = 0; k < count; ++k) {
+                const int e = i + k, n = pBlock->mPartner[k];
+                const unsigned char type = a.mpTypeA ? a.mpTypeA[e] : 0;
+                const int m = std::min<int>(type, kLastMaterial);
+                b.mpOutType[k] = type;
+                if (bPlainRows) {
+                    // WriteSizeAndColor's road for these rows, without its choices; the vanish rule is
+                    // picked by a select, not a branch, like the position.
+                    const MaterialRow_cls& row = a.mRow[m];
+                    const double sa = a.mpSizeA[e];
+                    const double moved = (sa * a.mU + a.mpSizeB[n >= 0 ? n : 0] * a.mT) * row.mSizeFactor;
+                    const double stays = a.mVanishSizeType == 0   ? row.mSizeFactor * sa
+                                         : a.mVanishSizeType == 1 ? row.mSizeFactor * sa * a.mU
+                                                                  : 0.0;
+                    b.mpOutSize[k] = static_cast<float>(n >= 0 ? moved : stays);
+                    b.mpOutS[k] = 0.0f;
+                    b.mpOutT[k] = row.mColorT;
+                } else {
+                    WriteSizeAndColor(b, e, k, n, m);
+                }
+            }
+            i += count;
+            o += count;
+            flush(o);
+        }
+    }
+    for (int i = bBlockLoop ? fin : ini; i < fin; ++i) {
         if (!bAll && key(i) % downsize != 0)
             continue;
-        float* q = a.mpOutXYZ + 3 * static_cast<size_t>(o);
+        const int k = o - blockStart;
+        float* q = b.mpOutXYZ + 3 * static_cast<size_t>(k);
         int n = i;
         if constexpr (bLinear) {
             n = a.mpNext ? a.mpNext[i] : i;
@@ -563,16 +678,19 @@ template <bool bLinear, class KeyFn> void ThreadInterpStep_cls::Interpolate(KeyF
             n = sizePartner(i);
         }
         const unsigned char type = a.mpTypeA ? a.mpTypeA[i] : 0;
-        a.mpOutType[o] = type;
-        if (!bAll && a.mpOutSource)
-            a.mpOutSource[o] = i;
+        b.mpOutType[k] = type;
+        if (!bAll && b.mpOutSource)
+            b.mpOutSource[k] = i;
         // The size needs the material, so with an expression it waits for the classification.
         if (bClassify)
             vElement.push_back(i);
         else
-            WriteSizeAndColor(a, i, o, n, std::min<int>(type, kLastMaterial));
-        ++o;
+            WriteSizeAndColor(b, i, k, n, std::min<int>(type, kLastMaterial));
+        if (++o == blockEnd)
+            flush(o);
     }
+    if (pBlock && o > blockStart)
+        flush(o);
     if (bClassify) {
         ClassifyByExpression(startOut, static_cast<int>(vElement.size()), vElement.data());
         o = startOut;
@@ -596,6 +714,7 @@ template <bool bLinear, class KeyFn> void ThreadInterpStep_cls::Interpolate(KeyF
                 a.mpOutSource[k] = -1;
         }
     }
+    StreamWrite_cls::Fence();
 }
 
 void ThreadInterpStep_cls::Work() {

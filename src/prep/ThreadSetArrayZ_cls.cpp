@@ -1,7 +1,9 @@
 #include "ThreadSetArrayZ_cls.h"
 
 #include "ParticleForRender_cls.h"
+#include "StreamWrite_cls.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -27,18 +29,33 @@ inline float KeyOf(int sortType, const float* p, unsigned char type, const Posit
 }
 
 // One loop per sort type, so that the choice is made once per range and not per element; the keys are
-// those of GetKey, folded by the compiler for the constant type.
-// The filter alpha goes back to 1, or 0 for a place that a thinning by ID left empty (pSource not null).
+// those of GetKey, folded by the compiler for the constant type (kNoKey: 0 for every element, the order of
+// the data). The filter alpha goes back to 1, or 0 for a place that a thinning by ID left empty (pSource
+// not null). A block of the range is made in a local buffer and written out past the cache.
+constexpr int kNoKey = 0;
 template <int kSortType>
 void FillKeys(ArrayAndIndex_cls* pOrder, float* pAlpha, const int* pSource, const float* pXYZ,
               const unsigned char* pType, int ini, int fin, const PositionAndDirection_cls& camera) {
     const PositionAndDirection_cls c = camera; // a local copy: the stores below cannot touch it
-    for (int i = ini; i < fin; ++i) {
-        pAlpha[i] = (!pSource || pSource[i] >= 0) ? 1.0f : 0.0f;
-        pOrder[i].mIndex = i;
-        pOrder[i].mValue =
-            KeyOf(kSortType, pXYZ + 3 * static_cast<size_t>(i), kSortType == 5 ? pType[i] : 0, c);
+    constexpr int kBlock = StreamWrite_cls::kBlock;
+    ArrayAndIndex_cls order[kBlock];
+    float alpha[kBlock];
+    for (int start = ini; start < fin;) {
+        // Blocks end on multiples of kBlock, so that all but the first begin on a 16-byte boundary.
+        const int count = std::min(fin, (start / kBlock + 1) * kBlock) - start;
+        for (int k = 0; k < count; ++k) {
+            const int i = start + k;
+            alpha[k] = (!pSource || pSource[i] >= 0) ? 1.0f : 0.0f;
+            order[k].mIndex = i;
+            order[k].mValue = kSortType == kNoKey ? 0.0f
+                                                  : KeyOf(kSortType, pXYZ + 3 * static_cast<size_t>(i),
+                                                          kSortType == 5 ? pType[i] : 0, c);
+        }
+        StreamWrite_cls::CopyElements(pOrder + start, order, static_cast<size_t>(count));
+        StreamWrite_cls::CopyElements(pAlpha + start, alpha, static_cast<size_t>(count));
+        start += count;
     }
+    StreamWrite_cls::Fence();
 }
 
 } // namespace
@@ -81,11 +98,7 @@ void ThreadSetArrayZ_cls::Work() {
         break;
     default:
         // No key: the order of the data, read from nothing.
-        for (int i = mIni; i < mFin; ++i) {
-            pAlpha[i] = (!pSource || pSource[i] >= 0) ? 1.0f : 0.0f;
-            pOrder[i].mIndex = i;
-            pOrder[i].mValue = 0.0f;
-        }
+        FillKeys<kNoKey>(pOrder, pAlpha, pSource, pXYZ, pType, mIni, mFin, mCamera);
         break;
     }
 }
