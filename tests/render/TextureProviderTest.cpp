@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <random>
 
 namespace {
 
@@ -93,58 +92,6 @@ TEST_F(TextureProviderTest, AFileIsReadOnceSharedAndFreedWithItsLastUser) {
     provider.Release(Data("png/rgb8_001.png"));
     EXPECT_EQ(provider.GetUsedMemoryBytes(), 0u);
     EXPECT_EQ(provider.GetNumTexture(), 0u);
-}
-
-TEST_F(TextureProviderTest, ABadFileLogsOneLineNamingItAndGivesTheWhiteDefault) {
-    TempDir_cls dir;
-    std::string strPng;
-    {
-        FILE* fp = fopen(Data("png/rgb8_000.png").fn_str(), "rb");
-        ASSERT_NE(fp, nullptr);
-        char buf[4096];
-        strPng.assign(buf, fread(buf, 1, sizeof buf, fp));
-        fclose(fp);
-    }
-    std::string strRandom(3000, '\0');
-    std::mt19937 random(7);
-    for (char& ch : strRandom)
-        ch = static_cast<char>(random());
-    const struct {
-        const char* pName;
-        std::string bytes;
-        bool bWrite; // false: the file is missing
-    } cases[] = {
-        {"missing.png", "", false},
-        {"empty.png", "", true},
-        {"truncated.png", strPng.substr(0, strPng.size() / 2), true},
-        {"header-only.png", strPng.substr(0, 40), true},
-        {"random.jpg", strRandom, true},
-        {"random-with-png-head.png", strPng.substr(0, 8) + strRandom, true},
-        {"text.tif", std::string("II*\0 not a TIFF at all", 23), true},
-        {"picture.bmp", std::string("BM") + strRandom, true},
-    };
-    TextureProvider_cls provider;
-    const GLuint white = provider.GetDefaultTexture();
-    ASSERT_NE(white, 0u);
-    ReadTexture(white, 1, 1);
-    EXPECT_TRUE(PixelNear(At(0, 0), 1, 1, 1, 1));
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.pName);
-        const wxString strPath = dir.Path(c.pName);
-        if (c.bWrite) {
-            ASSERT_TRUE(WriteBytes(strPath, c.bytes));
-        }
-        LogCapture_cls log;
-        EXPECT_EQ(provider.Acquire(strPath), white);
-        ASSERT_EQ(log.mVStrLines.size(), 1u);
-        EXPECT_TRUE(log.Contains("Texture " + strPath + ": ")) << log.mVStrLines[0];
-        EXPECT_EQ(provider.Acquire(strPath), white);
-        EXPECT_EQ(log.mVStrLines.size(), 1u) << "the failure is remembered, not retried";
-        provider.Release(strPath);
-        provider.Release(strPath);
-    }
-    EXPECT_EQ(provider.GetUsedMemoryBytes(), 0u);
-    EXPECT_TRUE(glIsTexture(white)) << "the default outlives the files that used it";
 }
 
 TEST_F(TextureProviderTest, TablesBecomeOneDimensionalTexturesPerOwner) {
