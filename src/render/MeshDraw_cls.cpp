@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -198,10 +199,10 @@ void MeshDraw_cls::DrawMesh(const Mesh_cls& mesh, MeshObj_cls& obj, double t) {
         ambient[3] = specular[3] = emission[3] = diffuse[3];
         // GL takes shininess up to 128; .mtl files write up to 1000.
         shininess = std::min(std::max(shininess, 0.0f), 128.0f);
-        glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT, ambient);
-        glMaterialfv(GL_FRONT_AND_BACK, GL_DIFFUSE, diffuse);
-        glMaterialfv(GL_FRONT_AND_BACK, GL_SPECULAR, specular);
-        glMaterialfv(GL_FRONT_AND_BACK, GL_EMISSION, emission);
+        const std::pair<GLenum, const float*> colours[] = {
+            {GL_AMBIENT, ambient}, {GL_DIFFUSE, diffuse}, {GL_SPECULAR, specular}, {GL_EMISSION, emission}};
+        for (const auto& colour : colours)
+            glMaterialfv(GL_FRONT_AND_BACK, colour.first, colour.second);
         glMaterialf(GL_FRONT_AND_BACK, GL_SHININESS, shininess);
         glColor4fv(diffuse);
         if (diffuse[3] < 1.0f) {
