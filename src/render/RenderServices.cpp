@@ -2,6 +2,8 @@
 
 #include "ClassProvider_cls.h"
 #include "ShaderCtrl_cls.h"
+#include "TextureProvider1D_cls.h"
+#include "TextureProvider_cls.h"
 
 void RegisterRenderServices() {
     // The library's programs must be deleted while the GL context is current: the owner of the
@@ -11,5 +13,18 @@ void RegisterRenderServices() {
         [] {
             delete GpCShaderCtrl;
             GpCShaderCtrl = nullptr;
+        });
+    // Textures too are GL objects: the owner of the context deletes these services before it goes.
+    ClassProvider_cls::SetServiceMaker(
+        SVC_TextureProvider, [] { GpCTextureProvider = new TextureProvider_cls(); },
+        [] {
+            delete GpCTextureProvider;
+            GpCTextureProvider = nullptr;
+        });
+    ClassProvider_cls::SetServiceMaker(
+        SVC_TextureProvider1D, [] { GpCTextureProvider1D = new TextureProvider1D_cls(); },
+        [] {
+            delete GpCTextureProvider1D;
+            GpCTextureProvider1D = nullptr;
         });
 }

@@ -108,7 +108,11 @@ bool WavefrontLoader_cls::Load(const wxString& strPath) {
     const size_t length = size > 0 ? static_cast<size_t>(size - 1) : 0; // the size counts the zero byte
     const bool bOk =
         LoadFromText(reinterpret_cast<const char*>(data.get()), length, wxFileName(strPath).GetPath());
-    if (mNumSkippedLine > 0 || mNumBadFace > 0)
+    // One line per file: a file that gives nothing to draw says so together with what was skipped.
+    if (!bOk)
+        wxLogWarning("Mesh %s: no triangles to draw (%lld unreadable lines and %lld bad faces skipped)",
+                     strPath, mNumSkippedLine, mNumBadFace);
+    else if (mNumSkippedLine > 0 || mNumBadFace > 0)
         wxLogWarning("Mesh %s: %lld unreadable lines and %lld bad faces skipped", strPath, mNumSkippedLine,
                      mNumBadFace);
     if (mbTruncated)

@@ -57,6 +57,12 @@ bool Decode(jpeg_decompress_struct& info, JpegError& error, FILE* fp, bool bSize
         unsigned char* pRow = slice.Row(y);
         for (int x = 0; x < slice.mWidth; ++x)
             pRow[x] = pLine[0][static_cast<size_t>(x) * channels];
+        if (slice.mbColour) {
+            unsigned char* pRGBA = slice.RowRGBA(y);
+            for (int x = 0; x < slice.mWidth; ++x)
+                for (int c = 0; c < 3; ++c) // a grey picture repeats its one channel
+                    pRGBA[4 * x + c] = pLine[0][static_cast<size_t>(x) * channels + (channels == 3 ? c : 0)];
+        }
     }
     jpeg_finish_decompress(&info);
     return true;

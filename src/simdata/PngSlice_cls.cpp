@@ -5,6 +5,7 @@
 #include <csetjmp>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -17,6 +18,7 @@ struct PngRead {
     png_uint_32 width = 0;
     png_uint_32 height = 0;
     int channels = 0;
+    bool bColour = false;
     char strError[160] = "";
 };
 
@@ -59,6 +61,12 @@ bool ReadInfo(FILE* fp, PngRead& r) {
         png_set_gray_to_rgb(r.png);
     if (bitDepth < 8 && colorType != PNG_COLOR_TYPE_GRAY)
         png_set_packing(r.png);
+    // Colour readers get four channels: transparency chunks become alpha, opaque pictures get 255.
+    if (r.bColour) {
+        if (png_get_valid(r.png, r.info, PNG_INFO_tRNS))
+            png_set_tRNS_to_alpha(r.png);
+        png_set_filler(r.png, 0xff, PNG_FILLER_AFTER);
+    }
     // Adam7 pictures are put together by libpng; png_read_image then gives whole rows.
     png_set_interlace_handling(r.png);
     png_read_update_info(r.png, r.info);
@@ -94,6 +102,8 @@ bool Decode(FILE* fp, PngRead& r, bool bSizeOnly, SlicePixels_cls& slice) {
         return slice.Fail(wxString::Format("PNG data cannot be decoded: %s", r.strError));
     for (size_t i = 0; i < slice.mRed.size(); ++i)
         slice.mRed[i] = pixelData[i * r.channels];
+    if (slice.mbColour && r.channels == 4)
+        slice.mRGBA = std::move(pixelData);
     return true;
 }
 
@@ -101,6 +111,7 @@ bool Decode(FILE* fp, PngRead& r, bool bSizeOnly, SlicePixels_cls& slice) {
 
 bool PngSlice_cls::Read(FILE* fp, bool bSizeOnly, SlicePixels_cls& slice) {
     PngRead r;
+    r.bColour = slice.mbColour;
     const bool bOk = Decode(fp, r, bSizeOnly, slice);
     if (r.png)
         png_destroy_read_struct(&r.png, r.info ? &r.info : nullptr, nullptr);

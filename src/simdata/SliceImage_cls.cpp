@@ -51,6 +51,8 @@ bool SliceImage_cls::Read(const wxString& strPath, bool bSizeOnly, SlicePixels_c
     case Type::Jpeg:
         return JpegSlice_cls::Read(fp, bSizeOnly, slice);
     case Type::Bmp:
+        if (slice.mbColour)
+            return slice.Fail("BMP pictures are read as grey slices only");
         return BmpSlice_cls::Read(fp, bSizeOnly, slice);
     case Type::Unknown:
         break;

@@ -150,6 +150,14 @@ bool ReadRgba(TIFF* pTif, SlicePixels_cls& slice, const TiffMessages& messages) 
         return slice.Fail(Why(messages, "libtiff cannot convert this kind of picture"));
     for (size_t i = 0; i < raster.size(); ++i)
         slice.mRed[i] = static_cast<unsigned char>(TIFFGetR(raster[i]));
+    if (slice.mbColour)
+        for (size_t i = 0; i < raster.size(); ++i) {
+            unsigned char* p = &slice.mRGBA[i * 4];
+            p[0] = static_cast<unsigned char>(TIFFGetR(raster[i]));
+            p[1] = static_cast<unsigned char>(TIFFGetG(raster[i]));
+            p[2] = static_cast<unsigned char>(TIFFGetB(raster[i]));
+            p[3] = static_cast<unsigned char>(TIFFGetA(raster[i]));
+        }
     return true;
 }
 
@@ -176,8 +184,9 @@ bool TiffSlice_cls::Read(const wxString& strPath, bool bSizeOnly, SlicePixels_cl
         return false;
     if (bSizeOnly)
         return true;
+    // Colour goes through libtiff's RGBA conversion, which knows every layout.
     SampleMap map;
-    if (!MakeSampleMap(pTif.get(), map))
+    if (slice.mbColour || !MakeSampleMap(pTif.get(), map))
         return ReadRgba(pTif.get(), slice, messages);
     if (TIFFIsTiled(pTif.get()))
         return ReadTiles(pTif.get(), map, slice, messages);
