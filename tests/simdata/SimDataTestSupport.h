@@ -7,6 +7,7 @@
 #include "ParticleFormatClone_cls.h"
 #include "ParticleFormat_cls.h"
 #include "Preference_cls.h"
+#include "TestSupport.h"
 #include "TimeCtrl_cls.h"
 
 #include <wx/log.h>
@@ -72,13 +73,6 @@ public:
     Bytes_cls& L(long long v) { return Put<long long>(v); }
     std::string mStr;
 };
-
-inline wxArrayString Names(std::initializer_list<const char*> names) {
-    wxArrayString a;
-    for (const char* n : names)
-        a.Add(n);
-    return a;
-}
 
 // A format clone of the given data type and lists; header and body replace the defaults.
 inline void MakeClone(ParticleFormatClone_cls& clone, int dataType, int direction,
