@@ -335,14 +335,10 @@ void FramePasses_cls::DrawEachFBO(int ensembleStep, bool bHitTest) {
     CheckGLError("END OBJECT DRAW");
 }
 
-std::unique_ptr<FBO_cls> FramePasses_cls::GetNewPCFilterProcessed(FBO_cls* pSource) {
-    // The filter chain runs here once it exists; with no filter its result is the image itself.
-    auto pResult = std::make_unique<FBO_cls>(pSource->GetWidth(), pSource->GetHeight(), this);
-    pResult->MakeFBO(true, false);
-    pResult->Begin(true, false);
-    pSource->DrawOnScreen2DFit(pSource->GetWidth(), pSource->GetHeight(), 2, true, 0);
-    pResult->End();
-    return pResult;
+FBO_cls* FramePasses_cls::GetPCFilterProcessed(FBO_cls* pSource) {
+    // The filter chain runs here once it exists, into a buffer of the frame; with no filter the
+    // image passes through as it is.
+    return pSource;
 }
 
 void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visibleWidth, int visibleHeight,
@@ -472,21 +468,19 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
             // Two composite images are stored and overlapped here once the image composer exists.
         }
         if (eyes == 2)
-            mpCFBOProcessedEye[eye] = GetNewPCFilterProcessed(pTarget);
+            mpCFBOProcessedEye[eye] = GetPCFilterProcessed(pTarget);
     }
     // Two eyes are merged into one stereo image here once the stereogram exists; until then
     // the frame shows the left eye.
-    mpCFBOProcessed =
-        eyes == 2 ? std::move(mpCFBOProcessedEye[0]) : GetNewPCFilterProcessed(mpCFBOMain.get());
+    mpCFBOProcessed = eyes == 2 ? mpCFBOProcessedEye[0] : GetPCFilterProcessed(mpCFBOMain.get());
 
     const int fit = GetFitIndex(cameraType, static_cast<double>(visibleWidth) / visibleHeight);
     // Record buffers and the navigator are drawn here once the image output and the navigator exist.
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, targetFramebuffer);
     const int yOffset = static_cast<int>((clientHeight - visibleHeight) * 0.5);
     mpCFBOProcessed->DrawOnScreen2DFit(clientWidth, clientHeight, fit, false, yOffset);
-    for (auto& p : mpCFBOProcessedEye)
-        p.reset();
-    mpCFBOProcessed.reset();
+    mpCFBOProcessedEye[0] = mpCFBOProcessedEye[1] = nullptr;
+    mpCFBOProcessed = nullptr;
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, 0);
     CheckGLError("PAINT END");
     // The hit test, the navigator, the button and the messages are the 3D view panel's.

@@ -100,8 +100,8 @@ private:
     void ClearBuffer(const wxString& strColorName);
     void DrawEachFBO(int ensembleStep, bool bHitTest);
     void DrawGrid();
-    // The result of the filter chain over the source, a new buffer the frame owns.
-    std::unique_ptr<FBO_cls> GetNewPCFilterProcessed(FBO_cls* pSource);
+    // The result of the filter chain over the source.
+    FBO_cls* GetPCFilterProcessed(FBO_cls* pSource);
     const ColorProvider_cls& GetColorProvider() const;
 
     View3D_cls* mpCView;
@@ -110,8 +110,9 @@ private:
     std::unique_ptr<FBO_cls> mpCFBOEye[2];
     std::unique_ptr<FBO_cls> mpCFBOEyeDepth[2];
     std::unique_ptr<FBO_cls> mpCFBOComposite;
-    std::unique_ptr<FBO_cls> mpCFBOProcessedEye[2];
-    std::unique_ptr<FBO_cls> mpCFBOProcessed;
+    // Not owned while the filter chain is empty: they are the rendered buffers themselves.
+    FBO_cls* mpCFBOProcessedEye[2] = {nullptr, nullptr};
+    FBO_cls* mpCFBOProcessed = nullptr;
     // Used when the process has no colour provider (a bare renderer).
     std::unique_ptr<ColorProvider_cls> mpCDefaultColors;
     double mTime = 0.0;
