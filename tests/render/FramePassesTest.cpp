@@ -536,3 +536,79 @@ TEST_F(FramePassesTest, GLInfoListsTheDriversLimits) {
     EXPECT_TRUE(str.Contains(wxString::Format("Max Light Num: %d\n", GpCGLInfo->mMaxLights)));
     EXPECT_GE(GpCGLInfo->mMaxLights, 8);
 }
+
+TEST_F(FramePassesTest, LightsOfEachTypeWithSpotCutoffAndAttenuation) {
+    Obj("Box")->mCVisible.SetBodyFromDataBOOL(false);
+    Set(mpView->mCDispGrid, "0");
+    Set(mpView->mCViewAngleL, "90");
+    LookFrom(0, 10, 0, kDown, kNorth);
+    RunCommandText(*mpMain, "SceneObjCtrl::New::Primitive_cls::Plane::Floor");
+    GpCSceneObjCtrl->Select("", false, false, false);
+    SceneObj_cls* pFloor = Obj("Floor");
+    SetGroup(pFloor, "", "Scale", 5, 5, 5);
+    for (const char* group : {"Ambient", "Specular"})
+        SetGroup(pFloor, "Material", group, 0, 0, 0);
+    SetGroup(pFloor, "Material", "Diffuse", 1, 1, 1);
+    // The light 4 above the floor, shining down.
+    LightSource_cls* pLight = static_cast<LightSource_cls*>(Obj("Initial Light"));
+    SetGroup(pLight, "", "Position", 0, 4, 0);
+    SetGroup(pLight, "", "RotationEuler", 90, 0, 0);
+    double dir[3];
+    pLight->GetDirectionGlobal(0.0, dir);
+    if (dir[1] > 0)
+        SetGroup(pLight, "", "RotationEuler", -90, 0, 0);
+    SetGroup(pLight, "Material", "SpotCutoff", 30);
+    SetGroup(pLight, "Material", "SpotExponent", 0);
+    // x = 1 is inside the 30 degree cone (radius 2.3 on the floor), x = 3.5 outside; a pixel is
+    // 1 / 12.8 of a unit. The diffuse light is 0.8 and falls with the cosine at the floor.
+    const double cosOut = 4.0 / std::hypot(3.5, 4.0);
+    const struct {
+        const char* pType;
+        double quadratic;
+        double centre, inside, outside;
+    } cases[] = {
+        {"2", 0.0, 0.8, 0.8 * 4.0 / std::hypot(1.0, 4.0), 0.0},
+        {"1", 0.0, 0.8, 0.8 * 4.0 / std::hypot(1.0, 4.0), 0.8 * cosOut},
+        {"1", 0.1, 0.8 / 2.6, 0.8 * 4.0 / std::hypot(1.0, 4.0) / 2.7, 0.8 * cosOut / (1 + 0.1 * 28.25)},
+        {"0", 0.1, 0.8, 0.8, 0.8}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(wxString::Format("type %s, quadratic %g", c.pType, c.quadratic).ToStdString());
+        Set(pLight->mCLightType, c.pType);
+        SetGroup(pLight, "Material", "Attenuation", 1, 0, c.quadratic);
+        mpPasses->RefreshEX();
+        Paint();
+        EXPECT_NEAR(At(128, 128).r, c.centre, 0.03);
+        EXPECT_NEAR(At(128 + 13, 128).r, c.inside, 0.03);
+        EXPECT_NEAR(At(128 + 45, 128).r, c.outside, 0.03);
+    }
+}
+
+TEST_F(FramePassesTest, CamerasLightsAndEmptiesDrawAsGuidesWhenTheViewShowsThem) {
+    Obj("Box")->mCVisible.SetBodyFromDataBOOL(false);
+    Set(mpView->mCDispGrid, "0");
+    LookFrom(0, 0, 10, kFront, kUp);
+    SetGroup(Obj("Initial Light"), "", "Position", 2, 2, 0);
+    SetGroup(Obj("Camera"), "", "Position", -2, -2, 0);
+    RunCommandText(*mpMain, "SceneObjCtrl::New::Primitive_cls::Empty::Cross");
+    GpCSceneObjCtrl->Select("", false, false, false);
+    SetGroup(Obj("Cross"), "", "Position", 2, -2, 0);
+    // Pixels of a guide's colour in the quarter of the frame where its object stands.
+    auto count = [&](int x0, int y0, float r, float g, float b) {
+        int n = 0;
+        for (int y = y0; y < y0 + 128; ++y)
+            for (int x = x0; x < x0 + 128; ++x)
+                n += PixelNear(At(x, y), r, g, b, 1.f, 0.05f) ? 1 : 0;
+        return n;
+    };
+    for (const char* pShown : {"1", "0"}) {
+        SCOPED_TRACE(pShown);
+        Set(mpView->mCDispLightCam, pShown);
+        Set(mpView->mCDispGuideObj, pShown);
+        mpPasses->RefreshEX();
+        Paint();
+        const bool bShown = pShown[0] == '1';
+        EXPECT_EQ(count(128, 128, 1.f, 0.9f, 0.3f) > 10, bShown) << "light";
+        EXPECT_EQ(count(0, 0, 0.8f, 0.8f, 0.8f) > 10, bShown) << "camera";
+        EXPECT_EQ(count(128, 0, 0.7f, 0.7f, 0.7f) > 10, bShown) << "empty";
+    }
+}
