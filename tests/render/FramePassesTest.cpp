@@ -1,6 +1,7 @@
 #include "CameraProp_cls.h"
 #include "Camera_cls.h"
 #include "ColorProvider_cls.h"
+#include "EnsembleCtrl_cls.h"
 #include "FBO_cls.h"
 #include "FogProp_cls.h"
 #include "FramePasses_cls.h"
@@ -10,6 +11,7 @@
 #include "LightSource_cls.h"
 #include "Main_cls.h"
 #include "Material_cls.h"
+#include "MotionBlurCtrl_cls.h"
 #include "ParamGroup_cls.h"
 #include "Primitive_cls.h"
 #include "RenderFixture.h"
@@ -19,6 +21,7 @@
 #include "SceneObjInstance_cls.h"
 #include "ServiceRegistry.h"
 #include "ShaderItem_cls.h"
+#include "StereoProp_cls.h"
 #include "TestSupport.h"
 #include "View3D_cls.h"
 #include "World_cls.h"
@@ -610,5 +613,36 @@ TEST_F(FramePassesTest, CamerasLightsAndEmptiesDrawAsGuidesWhenTheViewShowsThem)
         EXPECT_EQ(count(128, 128, 1.f, 0.9f, 0.3f) > 10, bShown) << "light";
         EXPECT_EQ(count(0, 0, 0.8f, 0.8f, 0.8f) > 10, bShown) << "camera";
         EXPECT_EQ(count(128, 0, 0.7f, 0.7f, 0.7f) > 10, bShown) << "empty";
+    }
+}
+
+TEST_F(FramePassesTest, SubPassesRunOncePerEyeBlurStepAndEnsembleStep) {
+    Camera_cls* pCamera = static_cast<Camera_cls*>(Obj("Camera"));
+    SetGroup(pCamera, "", "Position", 0, 0, 10);
+    const struct {
+        const char* pEnsemble;
+        const char* pBlur;
+        const char* pEyeType;
+        long long subPasses;
+    } cases[] = {{"0", "0", "0", 1}, {"4", "0", "0", 4}, {"0", "3", "0", 3},
+                 {"2", "3", "0", 6}, {"0", "0", "3", 2}, {"2", "0", "4", 4}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(wxString::Format("%s %s %s", c.pEnsemble, c.pBlur, c.pEyeType).ToStdString());
+        Set(GpCEnsembleCtrl->mCUseEnsemble, c.pEnsemble[0] == '0' ? "0" : "1");
+        Set(GpCEnsembleCtrl->mCEnsembleSampleNum, c.pEnsemble);
+        Set(GpCBlurCtrl->mCUseMotionBlur, c.pBlur[0] == '0' ? "0" : "1");
+        Set(GpCBlurCtrl->mCBlurQuality, c.pBlur);
+        Set(pCamera->GetPCStereoProp()->mCStereoType, c.pEyeType[0] == '0' ? "0" : "1");
+        Set(pCamera->GetPCStereoProp()->mCEyeType, c.pEyeType);
+        Set(mpView->mCFollow, c.pEyeType[0] == '0' ? "0" : "1");
+        const long long before = mpPasses->GetDrawCount();
+        mpPasses->RefreshEX();
+        Paint();
+        EXPECT_EQ(mpPasses->GetDrawCount() - before, c.subPasses);
+        // Every step leaves its counter at 0 for what runs after the frame.
+        EXPECT_EQ(GpCEnsembleCtrl->GetEnsembleStep(), 0);
+        EXPECT_EQ(GpCBlurCtrl->GetBlurStep(), 0);
+        // The picture is the scene's, whatever the sampling: the box in the middle.
+        EXPECT_FALSE(PixelNear(At(128, 128), kBG.r, kBG.g, kBG.b, 1.f));
     }
 }
