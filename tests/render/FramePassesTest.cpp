@@ -5,6 +5,7 @@
 #include "FBO_cls.h"
 #include "FogProp_cls.h"
 #include "FramePasses_cls.h"
+#include "GLDrawKinds_cls.h"
 #include "GLDrawStatus_cls.h"
 #include "GLDrawTable_cls.h"
 #include "GLInfo_cls.h"
@@ -428,7 +429,7 @@ TEST_F(FramePassesTest, GLErrorInADrawIsLoggedAtItsCheckpointAndTheFrameGoesOn) 
     Paint();
     EXPECT_TRUE(log.Contains("error = INVALID_ENUM SceneObjCtrl::GLDrawEnd_XRayBegin"));
     EXPECT_FALSE(log.Contains("PAINT END"));
-    RegisterRenderServices();
+    GLDrawTable_cls::Register("MeshObj_cls", {&GLDrawKinds_cls::GLDrawNothing, nullptr});
 }
 
 TEST_F(FramePassesTest, ShaderThatFailsToCompileIsNamedOnceAndTheObjectDrawsWithTheDefault) {
