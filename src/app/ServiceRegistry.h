@@ -17,6 +17,7 @@ void RegisterSceneServices();
 void RegisterPrepServices();
 void RegisterViewerServices();
 void RegisterModifierServices();
+void RegisterRenderServices();
 void RegisterUIServices();
 
 // The layers that register something, bottom-up in the order of their dependencies.
@@ -28,6 +29,8 @@ enum class ServiceLayer_enum {
     Prep,
     Viewer,
     Modifier,
+    // GL objects and the frame passes: they need a current context when drawing, never a display.
+    Render,
     Window,
     // The highest layer that needs no display: where the headless programs stop.
     Headless = Modifier,
@@ -51,6 +54,9 @@ template <ServiceLayer_enum Top = ServiceLayer_enum::All> void RegisterServices(
     // The modifier layer installs the preparation's modifier seam, which the prep layer cleared.
     if constexpr (Top >= ServiceLayer_enum::Modifier)
         RegisterModifierServices();
+    // The draw entries join the kinds that the layers below put in the kind table.
+    if constexpr (Top >= ServiceLayer_enum::Render)
+        RegisterRenderServices();
     if constexpr (Top >= ServiceLayer_enum::Window)
         RegisterUIServices();
 }

@@ -1,5 +1,7 @@
 #include "GLPerspective_cls.h"
 
+#include "PositionAndDirection_cls.h"
+
 #include <epoxy/gl.h>
 
 #include <cmath>
@@ -48,4 +50,16 @@ void GLPerspective_cls::Pop2DMatrix() {
     glPopMatrix();
     glMatrixMode(GL_MODELVIEW);
     glPopMatrix();
+}
+
+void GLPerspective_cls::SetModelView(const Position_cls& position, const Direction_cls& direction) {
+    glMatrixMode(GL_MODELVIEW);
+    const double* r = direction.mRight;
+    const double* u = direction.mTop;
+    const double* g = direction.mTgt;
+    // Column major: the rows of the rotation are right, top and -target.
+    const double m[16] = {r[0], u[0], -g[0], 0.0, r[1], u[1], -g[1], 0.0,
+                          r[2], u[2], -g[2], 0.0, 0.0,  0.0,  0.0,   1.0};
+    glMultMatrixd(m);
+    glTranslated(-position.mPos[0], -position.mPos[1], -position.mPos[2]);
 }

@@ -1,6 +1,9 @@
 // Projection helpers of the frame, over the fixed-function matrices. GL thread only.
 #pragma once
 
+class Direction_cls;
+class Position_cls;
+
 class GLPerspective_cls {
 public:
     // Viewport over the size; the projection matrix is selected and reset.
@@ -9,6 +12,9 @@ public:
     // Tile (tileX, tileY) of tilesX by tilesY tiles of the symmetric frustum.
     static void SetFrustumTiled(int width, int height, double angle, double zNear, double zFar, int tilesX,
                                 int tilesY, int tileX, int tileY);
+    // Selects the model-view and multiplies by the view of the pose: the rotation whose rows are
+    // the right, top and negated target vectors, then the translation by the negated position.
+    static void SetModelView(const Position_cls& position, const Direction_cls& direction);
     // Pushes both matrices and sets a viewport and a 2D projection over the size; Pop2DMatrix
     // pops both and leaves the model-view selected.
     static void Push2DMatrix(int width, int height);

@@ -1,0 +1,492 @@
+#include "FramePasses_cls.h"
+
+#include "CameraProp_cls.h"
+#include "Camera_cls.h"
+#include "ColorProvider_cls.h"
+#include "EnsembleCtrl_cls.h"
+#include "FBO_cls.h"
+#include "FocalBlurProp_cls.h"
+#include "GLDrawKinds_cls.h"
+#include "GLDrawStatus_cls.h"
+#include "GLInfo_cls.h"
+#include "GLPerspective_cls.h"
+#include "GetPC_cls.h"
+#include "MotionBlurCtrl_cls.h"
+#include "Preference_cls.h"
+#include "SceneObjCtrl_cls.h"
+#include "SceneObjDraw_cls.h"
+#include "ShaderCtrl_cls.h"
+#include "ShadowVolumeCtrl_cls.h"
+#include "StereoProp_cls.h"
+#include "TimeCtrl_cls.h"
+#include "VBOBaseObject_cls.h"
+#include "VBOCone_cls.h"
+#include "VBOCylinder_cls.h"
+#include "VBOPlane_cls.h"
+#include "VBOSphere_cls.h"
+#include "VBOWireObject_cls.h"
+#include "View3D_cls.h"
+#include "World_cls.h"
+
+#include <epoxy/gl.h>
+#include <wx/log.h>
+#include <wx/stopwatch.h>
+
+#include <cmath>
+
+bool FramePasses_cls::msbInitializedCommon = false;
+
+namespace {
+// Five digits, as in the frustum: the angles recomputed here must match its images.
+constexpr double kPi = 3.14159;
+
+// A preference of the depth range, or its default while the preference does not exist.
+double GetPreferenceDouble(const wxString& strKey, double fallback) {
+    if (!GpCPreference)
+        return fallback;
+    const ConfItem_cls* p = GpCPreference->GetPCItem(strKey);
+    return p ? p->GetBodyDOUBLE() : fallback;
+}
+
+// One shadow-volume controller for a process that has none registered (shadows off).
+ShadowVolumeCtrl_cls& GetShadowCtrl() {
+    static ShadowVolumeCtrl_cls sOff;
+    return GpCShadowVolumeCtrl ? *GpCShadowVolumeCtrl : sOff;
+}
+} // namespace
+
+FramePasses_cls::FramePasses_cls(View3D_cls* pView) : mpCView(pView) {}
+
+FramePasses_cls::~FramePasses_cls() = default;
+
+void FramePasses_cls::InitializeGLCommonIfNot() {
+    if (msbInitializedCommon)
+        return;
+    msbInitializedCommon = true;
+    GpCVBOCameraBox = new VBOWireObject_cls(VBOWireObject_cls::GetVCamera());
+    GpCVBOCone = new VBOCone_cls();
+    GpCVBOCube = new VBOBaseObject_cls(VBOBaseObject_cls::GetVCube());
+    GpCVBOCylinder = new VBOCylinder_cls();
+    GpCVBOEmpty = new VBOWireObject_cls(VBOWireObject_cls::GetVEmpty());
+    GpCVBOPlane = new VBOPlane_cls();
+    GpCVBOSphere = new VBOSphere_cls();
+    if (!GpCGLInfo)
+        GpCGLInfo = new GLInfo_cls();
+    GLDrawKinds_cls::CreateGLInstances();
+    GpCGLInfo->Initialize();
+}
+
+void FramePasses_cls::DeleteGLCommon() {
+    delete GpCVBOCameraBox;
+    GpCVBOCameraBox = nullptr;
+    delete GpCVBOCone;
+    GpCVBOCone = nullptr;
+    delete GpCVBOCube;
+    GpCVBOCube = nullptr;
+    delete GpCVBOCylinder;
+    GpCVBOCylinder = nullptr;
+    delete GpCVBOEmpty;
+    GpCVBOEmpty = nullptr;
+    delete GpCVBOPlane;
+    GpCVBOPlane = nullptr;
+    delete GpCVBOSphere;
+    GpCVBOSphere = nullptr;
+    delete GpCGLInfo;
+    GpCGLInfo = nullptr;
+    GLDrawKinds_cls::DeleteGLInstances();
+    msbInitializedCommon = false;
+}
+
+void FramePasses_cls::InitializeGLIfNot() {
+    if (mbInitializedGL)
+        return;
+    mbInitializedGL = true;
+    mpCFBOMain = std::make_unique<FBO_cls>(2048, 2048, this);
+    mpCFBODepth = std::make_unique<FBO_cls>(16, 16, this);
+    for (int eye = 0; eye < 2; ++eye) {
+        mpCFBOEye[eye] = std::make_unique<FBO_cls>(16, 16, this);
+        mpCFBOEyeDepth[eye] = std::make_unique<FBO_cls>(16, 16, this);
+    }
+    mpCFBOComposite = std::make_unique<FBO_cls>(16, 16, this);
+    glEnable(GL_VERTEX_PROGRAM_POINT_SIZE);
+}
+
+void FramePasses_cls::ClearQueue() {
+    mbObjectRedraw = false;
+    mbHitTestPending = false;
+    mbHitToggle = false;
+}
+
+void FramePasses_cls::DummyDraw(unsigned int targetFramebuffer) {
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, targetFramebuffer);
+    const float g = static_cast<float>(mDummyGrey);
+    glClearColor(g, g, g, 1.f);
+    glClear(GL_COLOR_BUFFER_BIT);
+    mDummyGrey += 0.1;
+    if (mDummyGrey > 1.0 + 1e-9)
+        mDummyGrey = 0.0;
+}
+
+// ---- what the frame reads ----
+
+Camera_cls* FramePasses_cls::GetPCCamera() const {
+    if (!GpCSceneObjCtrl)
+        return nullptr;
+    SceneObj_cls* p = GpCSceneObjCtrl->GetPCFromName(mpCView->GetStrCameraName());
+    return p && p->IsClassSameAs("Camera_cls") ? static_cast<Camera_cls*>(p) : nullptr;
+}
+
+bool FramePasses_cls::IsCameraDriving() const {
+    return mpCView->IsUseCamera() && GetPCCamera();
+}
+
+int FramePasses_cls::GetCameraType() const {
+    if (IsCameraDriving())
+        return GetPCCamera()->GetCameraType();
+    return static_cast<int>(mpCView->mCWideCameraType.GetBodyINT());
+}
+
+int FramePasses_cls::GetStereoNum() const {
+    return IsCameraDriving() ? GetPCCamera()->GetStereoNum() : 1;
+}
+
+int FramePasses_cls::GetEyeType() const {
+    return IsCameraDriving() ? GetPCCamera()->GetEyeType() : 0;
+}
+
+double FramePasses_cls::GetViewAngle() const {
+    if (!IsCameraDriving())
+        return mpCView->GetViewAngleL();
+    Camera_cls* pCamera = GetPCCamera();
+    if (pCamera->GetCameraType() > 1)
+        return pCamera->GetPCCameraProp()->GetWideAngle(mTime);
+    const bool bRecording = GpCTimeCtrl && GpCTimeCtrl->IsOutputRunning();
+    return bRecording ? pCamera->GetAngleL(mTime) : mpCView->GetViewAngleL();
+}
+
+std::vector<double> FramePasses_cls::GetVMinMax() const {
+    if (IsCameraDriving())
+        return GetPCCamera()->GetVMinMax(mTime);
+    return {GetPreferenceDouble("GLDepthMin=", 0.01), GetPreferenceDouble("GLDepthMax=", 1000.0)};
+}
+
+std::vector<float> FramePasses_cls::GetVPasspartoutInfo() const {
+    std::vector<float> v = {-1.f, -1.f};
+    if (Camera_cls* pCamera = GetPCCamera())
+        v = pCamera->GetVPasspartoutInfo();
+    v.push_back(static_cast<float>(tan(GetViewAngle() * kPi / 180.0 * 0.5)));
+    return v;
+}
+
+double FramePasses_cls::GetModByAspectX() const {
+    const double aspect = static_cast<double>(mVisibleWidth) / mVisibleHeight;
+    return std::min(1.0, aspect);
+}
+
+double FramePasses_cls::GetModByAspectY() const {
+    const double aspect = static_cast<double>(mVisibleWidth) / mVisibleHeight;
+    return aspect < 1.0 ? 1.0 : 1.0 / aspect;
+}
+
+void FramePasses_cls::AdjustAngleByScreenAspect(double& angle) const {
+    if (mVisibleWidth >= mVisibleHeight)
+        return;
+    angle = 2.0 * atan(tan(angle / 2.0) * mVisibleHeight / mVisibleWidth);
+}
+
+int FramePasses_cls::GetPercent(int a, int n, int b, int m, int c, int k) {
+    return (((a * m + b) * k + c) * 100) / (n * m * k);
+}
+
+int FramePasses_cls::GetFitIndex(int cameraType, double aspect) {
+    const bool bWhole = cameraType == 2 || cameraType == 3 || cameraType == 5;
+    const int fit = aspect < 1.0 ? 1 : 0;
+    return bWhole ? 1 - fit : fit;
+}
+
+const ColorProvider_cls& FramePasses_cls::GetColorProvider() const {
+    if (GpCColorProvider)
+        return *GpCColorProvider;
+    if (!mpCDefaultColors)
+        const_cast<FramePasses_cls*>(this)->mpCDefaultColors = std::make_unique<ColorProvider_cls>();
+    return *mpCDefaultColors;
+}
+
+// ---- the frame ----
+
+void FramePasses_cls::SetCameraInfo() {
+    mPosDirNow = mpCView->GetPosDir();
+    mPosDirNext = mPosDirNow;
+    // The pivot and the look at it belong to the view's navigation, in the 3D view panel.
+    if (mpCView->mCFollow.GetBodyBOOL()) {
+        if (Camera_cls* pCamera = GetPCCamera()) {
+            pCamera->GetPose(mTime, mPosDirNow);
+            pCamera->GetPose(GpCTimeCtrl ? GpCTimeCtrl->GetNextNT() : mTime, mPosDirNext);
+        }
+    }
+}
+
+void FramePasses_cls::SetModelViewForEachFBO(int eyeType, int eye, int, int ensembleStep, int) {
+    mPosDirDrawNow = mPosDirNow;
+    mPosDirDrawNext = mPosDirNext;
+    Camera_cls* pCamera = GetPCCamera();
+    if (pCamera && eyeType != 0) {
+        pCamera->GetPCStereoProp()->StereoRotate(&mPosDirDrawNow, eye, mTime);
+        pCamera->GetPCStereoProp()->StereoRotate(&mPosDirDrawNext, eye, mTime);
+    }
+    if (IsCameraDriving()) {
+        pCamera->GetPCFocalBlurProp()->BlurRotate(&mPosDirDrawNow, ensembleStep, mTime);
+        pCamera->GetPCFocalBlurProp()->BlurRotate(&mPosDirDrawNext, ensembleStep, mTime);
+    }
+    // The wide-angle camera turns the pose per part here once it exists; one part needs nothing.
+    GLPerspective_cls::SetModelView(mPosDirDrawNow, mPosDirDrawNow);
+}
+
+void FramePasses_cls::ClearBuffer(const wxString& strColorName) {
+    GetColorProvider().SetGLClearColor(strColorName);
+    if (strColorName == "GLBG" && GpCSceneObjCtrl) {
+        World_cls* pWorld = GpCSceneObjCtrl->GetPCWorld();
+        if (pWorld && pWorld->GetFogType() != 0 && pWorld->IsFogOverwrite()) {
+            const std::vector<double> c = pWorld->GetFogColor(mTime);
+            glClearColor(static_cast<float>(c[0]), static_cast<float>(c[1]), static_cast<float>(c[2]), 1.f);
+        }
+    }
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT | GL_ACCUM_BUFFER_BIT);
+}
+
+void FramePasses_cls::BeginFBOAndSetStatus(FBO_cls* pFBO, const wxString& strClearColor, double angle,
+                                           double zNear, double zFar, bool bDepthTexture) {
+    pFBO->MakeFBO(true, bDepthTexture);
+    if (strClearColor.empty()) {
+        pFBO->Begin(false, false);
+    } else {
+        pFBO->Begin(true, false);
+        ClearBuffer(strClearColor);
+    }
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    glEnable(GL_NORMALIZE);
+    // Colours above 1 survive in the float buffers.
+    glClampColor(GL_CLAMP_READ_COLOR, GL_FALSE);
+    glClampColor(GL_CLAMP_VERTEX_COLOR, GL_FALSE);
+    glClampColor(GL_CLAMP_FRAGMENT_COLOR, GL_FALSE);
+    mpCFBOCurrent->SetProjection();
+    mpCFBOCurrent->SetFrustum(angle, zNear, zFar);
+    glMatrixMode(GL_MODELVIEW);
+}
+
+void FramePasses_cls::DrawGrid() {
+    const ShadowVolumeCtrl_cls& shadow = GetShadowCtrl();
+    if (!shadow.IsFirstStep() || (shadow.GetPhase() != 0 && shadow.GetPhase() != 3))
+        return;
+    glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT);
+    glDisable(GL_LIGHTING);
+    glDisable(GL_TEXTURE_2D);
+    const std::array<float, 4> c = GetColorProvider().GetColor("GLGrid");
+    glColor4f(c[0], c[1], c[2], c[3]);
+    glBegin(GL_LINES);
+    for (int i = -10; i <= 10; ++i) {
+        glVertex3f(static_cast<float>(i), 0.f, -10.f);
+        glVertex3f(static_cast<float>(i), 0.f, 10.f);
+        glVertex3f(-10.f, 0.f, static_cast<float>(i));
+        glVertex3f(10.f, 0.f, static_cast<float>(i));
+    }
+    glEnd();
+    glPopAttrib();
+}
+
+void FramePasses_cls::DrawEachFBO(int ensembleStep, bool bHitTest) {
+    ++mDrawCount;
+    CheckGLError("BEGIN GRID");
+    glEnable(GL_DEPTH_TEST);
+    // Aliased lines are at least one pixel wide; some drivers drop thinner ones instead.
+    const float lineWidth = static_cast<float>(
+        std::max(1.0, mpCView->GetLineWidth() * (mpCFBOCurrent ? mpCFBOCurrent->GetLineWidthFactor() : 1.0)));
+    glLineWidth(lineWidth);
+    if (GpCShaderCtrl)
+        GpCShaderCtrl->EndShader();
+    if (!bHitTest && mpCView->mCDispGrid.GetBodyBOOL())
+        DrawGrid();
+    CheckGLError("BEGIN OBJECT DRAW");
+    const bool bFirst = GetShadowCtrl().IsFirstStep();
+    GLDrawStatus_cls status;
+    status.mbGuide = bFirst && mpCView->mCDispGuideObj.GetBodyBOOL();
+    status.mbLightCam = bFirst && mpCView->mCDispLightCam.GetBodyBOOL();
+    status.mbData = mpCView->mCDisplayData.GetBodyBOOL();
+    status.mbHitTest = bHitTest;
+    status.mbRecording = GpCTimeCtrl && GpCTimeCtrl->IsOutputRunning();
+    status.mTime = mTime;
+    status.mEnsembleStep = ensembleStep;
+    glDisable(GL_FOG);
+    if (GpCShaderCtrl)
+        GpCShaderCtrl->mFogMode = 0;
+    glDisable(GL_TEXTURE_2D);
+    glEnable(GL_LIGHTING);
+    GLint maxLights = 8;
+    glGetIntegerv(GL_MAX_LIGHTS, &maxLights);
+    for (GLint i = 0; i < maxLights; ++i)
+        glDisable(GL_LIGHT0 + static_cast<GLenum>(i));
+    glEnable(GL_LIGHT0);
+    status.mMaxLights = maxLights;
+    status.mLineWidth = lineWidth * 2.f;
+    glLineWidth(status.mLineWidth);
+    if (GpCSceneObjCtrl)
+        SceneObjDraw_cls::GLDrawObjects(GpCSceneObjCtrl, status, mPosDirDrawNow, mPosDirDrawNext);
+    CheckGLError("END OBJECT DRAW");
+}
+
+FBO_cls* FramePasses_cls::GetPCFilterProcessed(FBO_cls* pSource) {
+    // The filter chain runs here once it exists, into a buffer of the frame; with no filter the
+    // image passes through as it is.
+    return pSource;
+}
+
+void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visibleWidth, int visibleHeight,
+                                    unsigned int targetFramebuffer) {
+    mVisibleWidth = visibleWidth;
+    mVisibleHeight = visibleHeight;
+    InitializeGLCommonIfNot();
+    InitializeGLIfNot();
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, targetFramebuffer);
+    GetColorProvider().SetGLClearColor("MaskBG");
+    glClear(GL_COLOR_BUFFER_BIT);
+    // The passes push and pop their attributes over the default binding: a pushed draw buffer of
+    // another framebuffer would not fit it.
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, 0);
+
+    mTime = TimeCtrl_cls::GetClockNT();
+    const int size = mpCView->GetBufferSize();
+    const bool bDepth = DoesUseDepthBuffer();
+    mpCFBOMain->SetGeometryFBO(size, size);
+    mpCFBOMain->SetColorDepth(16);
+    mpCFBOMain->MakeFBO(true, false);
+    if (bDepth) {
+        mpCFBODepth->SetGeometryFBO(size, size);
+        mpCFBODepth->SetColorDepth(8);
+        mpCFBODepth->MakeFBO(true, true);
+    }
+
+    const double angle = GetViewAngle();
+    const std::vector<double> vMinMax = GetVMinMax();
+    // The sampling of the frame.
+    const bool bEnsemble = GpCEnsembleCtrl && GpCEnsembleCtrl->IsUseEnsemble();
+    const int ensembleSamples = GpCEnsembleCtrl ? GpCEnsembleCtrl->GetEnsembleSampleNum() : 1;
+    const bool bBlur = GpCBlurCtrl && GpCBlurCtrl->IsUseMotionBlur();
+    const int blurSamples = GpCBlurCtrl ? GpCBlurCtrl->GetBlurSampleNum() : 1;
+    ShadowVolumeCtrl_cls& shadow = GetShadowCtrl();
+    const bool bShadow = shadow.GetEndStep() - shadow.GetFirstStep() > 1;
+    if (!bEnsemble && GpCEnsembleCtrl)
+        GpCEnsembleCtrl->ClearFBOBuffer();
+    if (!bBlur && GpCBlurCtrl)
+        GpCBlurCtrl->ClearFBOBuffer();
+
+    const int eyes = GetStereoNum();
+    const int eyeType = GetEyeType();
+    const int compositeNum = GpCTimeCtrl ? GpCTimeCtrl->GetImageCompositeNum() : 1;
+    if (compositeNum == 2) {
+        mpCFBOComposite->SetGeometryFBO(size, size);
+        mpCFBOComposite->MakeFBO(true, false);
+    }
+    const int cameraType = GetCameraType();
+    // The image output's record buffers come with the image output; no frame is recorded yet.
+    // The wide-angle camera gives one part of the plain camera's angle until it exists.
+    const int parts = 1;
+    const double degreeV = angle;
+    if (eyes == 2) {
+        for (int eye = 0; eye < 2; ++eye) {
+            mpCFBOEye[eye]->SetGeometryFBO(size, size);
+            mpCFBOEye[eye]->MakeFBO(true, false);
+            if (bDepth) {
+                mpCFBOEyeDepth[eye]->SetGeometryFBO(size, size);
+                mpCFBOEyeDepth[eye]->SetColorDepth(8);
+                mpCFBOEyeDepth[eye]->MakeFBO(true, true);
+            }
+        }
+    }
+    const int passes = bDepth ? 2 : 1;
+
+    for (int eye = 0; eye < eyes; ++eye) {
+        FBO_cls* pTarget = eyes == 2 ? mpCFBOEye[eye].get() : mpCFBOMain.get();
+        // A repaint that is no scene change only runs the filters over the last buffers.
+        const bool bRender = mbObjectRedraw && compositeNum >= 1;
+        for (int composite = 0; bRender && composite < compositeNum; ++composite) {
+            for (int blurStep = 0; blurStep < std::max(1, blurSamples); ++blurStep) {
+                // Motion blur accumulates its steps here once the accumulation buffers exist.
+                if (GpCBlurCtrl)
+                    GpCBlurCtrl->SetBlurStep(blurStep);
+                SetCameraInfo();
+                wxStopWatch stopWatch;
+                for (int part = 0; part < parts; ++part) {
+                    for (int pass = 0; pass < passes; ++pass) {
+                        const bool bDepthPass = pass == 1;
+                        FBO_cls* pFBO = bDepthPass ? mpCFBODepth.get() : pTarget;
+                        const int first = bDepthPass ? 0 : shadow.GetFirstStep();
+                        const int steps = bDepthPass ? 1 : ensembleSamples;
+                        for (int shadowStep = first; shadowStep < shadow.GetEndStep(); ++shadowStep) {
+                            // The shadow accumulation buffer is prepared here once shadows exist.
+                            shadow.SetShadowVolumeStep(shadowStep, first);
+                            for (int ensembleStep = 0; ensembleStep < steps; ++ensembleStep) {
+                                // The ensemble accumulates its steps here once its buffer exists.
+                                if (GpCEnsembleCtrl)
+                                    GpCEnsembleCtrl->SetEnsembleStep(ensembleStep);
+                                BeginFBOAndSetStatus(pFBO, shadowStep == first ? "GLBG" : "Black", degreeV,
+                                                     vMinMax[0], vMinMax[1], bDepthPass);
+                                SetModelViewForEachFBO(eyeType, eye, part, ensembleStep, cameraType);
+                                if (GpCShaderCtrl)
+                                    GpCShaderCtrl->PrepareViewportInfo();
+                                if (!TimeCtrl_cls::msbForceAbort.load(std::memory_order_acquire)) {
+                                    wxLogDebug("fbo%d Start %ld ms", part, stopWatch.Time());
+                                    DrawEachFBO(ensembleStep, false);
+                                    wxLogDebug("fbo%d END %ld ms", part, stopWatch.Time());
+                                    // The stencil steps of the shadow volumes draw here on steps
+                                    // other than 0 once they exist.
+                                }
+                                pFBO->End();
+                                // The status gauge of nested sub-passes belongs to the main frame.
+                            }
+                            if (GpCEnsembleCtrl)
+                                GpCEnsembleCtrl->SetEnsembleStep(0);
+                        }
+                        if (bShadow)
+                            shadow.SetShadowVolumeStep(0, 0);
+                    }
+                }
+                // Several wide-angle parts are gathered into the target here once they exist.
+                pTarget->Begin(false, false);
+                Camera_cls* pCamera = GetPCCamera();
+                const bool bRecording = GpCTimeCtrl && GpCTimeCtrl->IsOutputRunning();
+                if (cameraType <= 0 && mpCView->IsUseCamera() && !bRecording && pCamera)
+                    GLDrawKinds_cls::GLDrawPassepartout(pCamera, pTarget->GetWidth());
+                pTarget->End();
+                glDisable(GL_DEPTH_TEST);
+                glDisable(GL_BLEND);
+                glDisable(GL_LIGHTING);
+                glColor4f(1.f, 1.f, 1.f, 1.f);
+            }
+            if (GpCBlurCtrl)
+                GpCBlurCtrl->SetBlurStep(0);
+            // Two composite images are stored and overlapped here once the image composer exists.
+        }
+        if (eyes == 2)
+            mpCFBOProcessedEye[eye] = GetPCFilterProcessed(pTarget);
+    }
+    // Two eyes are merged into one stereo image here once the stereogram exists; until then
+    // the frame shows the left eye.
+    mpCFBOProcessed = eyes == 2 ? mpCFBOProcessedEye[0] : GetPCFilterProcessed(mpCFBOMain.get());
+
+    const int fit = GetFitIndex(cameraType, static_cast<double>(visibleWidth) / visibleHeight);
+    // Record buffers and the navigator are drawn here once the image output and the navigator exist.
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, targetFramebuffer);
+    const int yOffset = static_cast<int>((clientHeight - visibleHeight) * 0.5);
+    mpCFBOProcessed->DrawOnScreen2DFit(clientWidth, clientHeight, fit, false, yOffset);
+    mpCFBOProcessedEye[0] = mpCFBOProcessedEye[1] = nullptr;
+    mpCFBOProcessed = nullptr;
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, 0);
+    CheckGLError("PAINT END");
+    // The hit test, the navigator, the button and the messages are the 3D view panel's.
+    CheckGLError("DRAW ON SCREEN");
+    glFlush();
+    ClearQueue();
+}

@@ -1,0 +1,121 @@
+// The render passes of one 3D view, with no window: each frame renders the scene off screen
+// into square floating-point buffers, in as many sub-passes as the sampling asks for (eyes,
+// composite images, motion-blur steps, wide-angle parts, depth pass, shadow steps, ensemble
+// steps), runs the filter chain on the result and draws it, cut to the window's shape, into the
+// target framebuffer (the window's, or any other). It needs only a current GL context, the
+// view's settings and the scene; the GL canvas of the 3D view panel is a thin window over it.
+// GL thread only; the context it was used in must be current when it is deleted.
+#pragma once
+
+#include "FBOHost_cls.h"
+#include "GLCheckError_cls.h"
+#include "PositionAndDirection_cls.h"
+
+#include <wx/string.h>
+
+#include <memory>
+#include <vector>
+
+class Camera_cls;
+class ColorProvider_cls;
+class FBO_cls;
+class GLDrawStatus_cls;
+class View3D_cls;
+
+class FramePasses_cls : public FBOHost_cls, public GLCheckError_cls {
+public:
+    // pView (not owned) holds the view's keys and pose.
+    explicit FramePasses_cls(View3D_cls* pView);
+    ~FramePasses_cls() override;
+    FramePasses_cls(const FramePasses_cls&) = delete;
+    FramePasses_cls& operator=(const FramePasses_cls&) = delete;
+
+    // Once per process: the shared primitive buffers and the driver information. The flag is
+    // set before the work begins. Opens no display: text comes from FreeType, never GLUT.
+    static void InitializeGLCommonIfNot();
+    // Frees what InitializeGLCommonIfNot made; the owner of the context calls it before the
+    // context goes.
+    static void DeleteGLCommon();
+    // Once per view: the buffers of the frame (built lazily by MakeFBO in the frame).
+    void InitializeGLIfNot();
+
+    // One frame. The window is clientWidth by clientHeight pixels, of which the visible part
+    // is visibleWidth by visibleHeight; the picture goes into targetFramebuffer (0: the window).
+    void PaintDirectly(int clientWidth, int clientHeight, int visibleWidth, int visibleHeight,
+                       unsigned int targetFramebuffer = 0);
+    // The next frame draws the scene; a frame without it only runs the filters and draws the
+    // buffers of the last frame again.
+    void RefreshEX() { mbObjectRedraw = true; }
+    void ClearQueue();
+    // A test aid: clears the target to a grey that steps by 0.1 from 0 to 1 at each call.
+    void DummyDraw(unsigned int targetFramebuffer = 0);
+
+    // ---- what the frame reads ----
+    // The object named by "Camera=", null if there is none or it is no camera.
+    Camera_cls* GetPCCamera() const;
+    // A camera exists and the view follows or is locked to it.
+    bool IsCameraDriving() const;
+    int GetCameraType() const;
+    int GetStereoNum() const;
+    int GetEyeType() const;
+    double GetViewAngle() const;
+    // Near and far.
+    std::vector<double> GetVMinMax() const;
+    // True when a filter of the chain needs depth; none does until the filter chain exists.
+    bool DoesUseDepthBuffer() const { return false; }
+    // -1, -1 or the camera's passepartout, then tan(angle / 2).
+    std::vector<float> GetVPasspartoutInfo() const;
+    double GetModByAspectX() const;
+    double GetModByAspectY() const;
+    void AdjustAngleByScreenAspect(double& angle) const;
+    // (((a m + b) k + c) 100) / (n m k) in integers: the gauge of nested sub-passes.
+    static int GetPercent(int a, int n, int b, int m, int c, int k);
+    // 0: the square is as wide as the window, 1: as high. The wide types 2, 3 and 5 are shown
+    // whole, the others fill the window.
+    static int GetFitIndex(int cameraType, double aspect);
+
+    FBO_cls* GetPCFBOMain() const { return mpCFBOMain.get(); }
+    View3D_cls* GetPCView() const { return mpCView; }
+    // The number of sub-passes that drew the scene since construction.
+    long long GetDrawCount() const { return mDrawCount; }
+
+    int mVisibleWidth = 0;
+    int mVisibleHeight = 0;
+    bool mbInitializedGL = false;
+    bool mbPainting = false;
+    bool mbObjectRedraw = true;
+    bool mbHitTestPending = false;
+    bool mbHitToggle = false;
+    PositionAndDirection_cls mPosDirNow;
+    PositionAndDirection_cls mPosDirNext;
+    PositionAndDirection_cls mPosDirDrawNow;
+    PositionAndDirection_cls mPosDirDrawNext;
+    static bool msbInitializedCommon;
+
+private:
+    void SetCameraInfo();
+    void SetModelViewForEachFBO(int eyeType, int eye, int part, int ensembleStep, int wideType);
+    void BeginFBOAndSetStatus(FBO_cls* pFBO, const wxString& strClearColor, double angle, double zNear,
+                              double zFar, bool bDepthTexture);
+    void ClearBuffer(const wxString& strColorName);
+    void DrawEachFBO(int ensembleStep, bool bHitTest);
+    void DrawGrid();
+    // The result of the filter chain over the source.
+    FBO_cls* GetPCFilterProcessed(FBO_cls* pSource);
+    const ColorProvider_cls& GetColorProvider() const;
+
+    View3D_cls* mpCView;
+    std::unique_ptr<FBO_cls> mpCFBOMain;
+    std::unique_ptr<FBO_cls> mpCFBODepth;
+    std::unique_ptr<FBO_cls> mpCFBOEye[2];
+    std::unique_ptr<FBO_cls> mpCFBOEyeDepth[2];
+    std::unique_ptr<FBO_cls> mpCFBOComposite;
+    // Not owned while the filter chain is empty: they are the rendered buffers themselves.
+    FBO_cls* mpCFBOProcessedEye[2] = {nullptr, nullptr};
+    FBO_cls* mpCFBOProcessed = nullptr;
+    // Used when the process has no colour provider (a bare renderer).
+    std::unique_ptr<ColorProvider_cls> mpCDefaultColors;
+    double mTime = 0.0;
+    double mDummyGrey = 0.0;
+    long long mDrawCount = 0;
+};

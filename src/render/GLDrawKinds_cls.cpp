@@ -1,0 +1,347 @@
+#include "GLDrawKinds_cls.h"
+
+#include "Camera_cls.h"
+#include "FogProp_cls.h"
+#include "GLDrawStatus_cls.h"
+#include "GLDrawTable_cls.h"
+#include "GLPerspective_cls.h"
+#include "GetPC_cls.h"
+#include "LightSource_cls.h"
+#include "Material_cls.h"
+#include "MeshDraw_cls.h"
+#include "MeshObj_cls.h"
+#include "ParamGroup_cls.h"
+#include "Primitive_cls.h"
+#include "ShaderCtrl_cls.h"
+#include "TextDraw_cls.h"
+#include "TextObj_cls.h"
+#include "TextureProvider_cls.h"
+#include "VBOBaseObject_cls.h"
+#include "VBOCone_cls.h"
+#include "VBOCylinder_cls.h"
+#include "VBOPlane_cls.h"
+#include "VBOSphere_cls.h"
+#include "VBOWireObject_cls.h"
+#include "World_cls.h"
+
+#include <epoxy/gl.h>
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+namespace {
+
+double GetOneValue(Material_cls* p, const wxString& strGroup, double t, size_t index, double fallback) {
+    ParamGroup_cls* pGroup = p->GetPCParamGroup(strGroup);
+    if (!pGroup)
+        return fallback;
+    const std::vector<double> v = pGroup->GetVInterpolatedValue(t, true, nullptr, false);
+    return index < v.size() ? v[index] : fallback;
+}
+
+void SetMaterialColor(Material_cls* p, GLenum what, const wxString& strGroup, double t, float alpha) {
+    const std::vector<double> c = p->GetColor(strGroup, t);
+    const GLfloat v[4] = {static_cast<GLfloat>(c[0]), static_cast<GLfloat>(c[1]), static_cast<GLfloat>(c[2]),
+                          alpha};
+    glMaterialfv(GL_FRONT_AND_BACK, what, v);
+}
+
+void SetLightColor(Material_cls* p, GLenum light, GLenum what, const wxString& strGroup, double t) {
+    const std::vector<double> c = p->GetColor(strGroup, t);
+    const GLfloat v[4] = {static_cast<GLfloat>(c[0]), static_cast<GLfloat>(c[1]), static_cast<GLfloat>(c[2]),
+                          1.f};
+    glLightfv(light, what, v);
+}
+
+// The blend type of a material as GL factors; false for "None".
+bool GetBlendFactors(int blendType, GLenum& src, GLenum& dst) {
+    switch (blendType) {
+    case MaterialOption_cls::BLEND_ADD:
+        src = GL_SRC_ALPHA;
+        dst = GL_ONE;
+        return true;
+    case MaterialOption_cls::BLEND_MULTIPLY:
+        src = GL_DST_COLOR;
+        dst = GL_ZERO;
+        return true;
+    case MaterialOption_cls::BLEND_NONE:
+        return false;
+    default:
+        src = GL_SRC_ALPHA;
+        dst = GL_ONE_MINUS_SRC_ALPHA;
+        return true;
+    }
+}
+
+const VBOBaseObject_cls* GetPCShape(int primitiveType) {
+    switch (primitiveType) {
+    case 0:
+        return GpCVBOCube;
+    case 1:
+        return GpCVBOSphere;
+    case 2:
+        return GpCVBOPlane;
+    case 3:
+        return GpCVBOCone;
+    case 4:
+        return GpCVBOCylinder;
+    default:
+        return nullptr;
+    }
+}
+
+// Lines in one colour through the line program (the fixed pipeline when it is missing).
+void BeginLines(const GLDrawStatus_cls& status) {
+    glDisable(GL_LIGHTING);
+    glDisable(GL_TEXTURE_2D);
+    if (GpCShaderCtrl) {
+        LineBasicParam_cls params;
+        params.mEnsembleStep = status.mEnsembleStep;
+        GpCShaderCtrl->BeginLineBasic(&params);
+    }
+}
+
+void EndShader() {
+    if (GpCShaderCtrl)
+        GpCShaderCtrl->EndShader();
+}
+
+} // namespace
+
+void GLDrawKinds_cls::RegisterAll() {
+    GLDrawTable_cls::Register("Primitive_cls", {&GLDrawPrimitive, nullptr});
+    GLDrawTable_cls::Register("LightSource_cls", {&GLDrawLightSource, nullptr});
+    GLDrawTable_cls::Register("Camera_cls", {&GLDrawCamera, nullptr});
+    GLDrawTable_cls::Register("World_cls", {&GLDrawWorld, nullptr});
+    GLDrawTable_cls::Register("MeshObj_cls", {&GLDrawMesh, nullptr});
+    GLDrawTable_cls::Register("TextObj_cls", {&GLDrawText, nullptr});
+}
+
+void GLDrawKinds_cls::SetGuideColor(int selectStatus, float r, float g, float b) {
+    if (selectStatus == 2)
+        glColor4f(1.f, 0.65f, 0.2f, 1.f);
+    else if (selectStatus == 1)
+        glColor4f(0.85f, 0.4f, 0.1f, 1.f);
+    else
+        glColor4f(r, g, b, 1.f);
+}
+
+int GLDrawKinds_cls::SetMaterial(Material_cls* p, double t) {
+    const float alpha = static_cast<float>(GetOneValue(p, "Alpha", t, 0, 1.0));
+    SetMaterialColor(p, GL_AMBIENT, "Ambient", t, alpha);
+    SetMaterialColor(p, GL_DIFFUSE, "Diffuse", t, alpha);
+    SetMaterialColor(p, GL_SPECULAR, "Specular", t, alpha);
+    SetMaterialColor(p, GL_EMISSION, "Emission", t, alpha);
+    glMaterialf(
+        GL_FRONT_AND_BACK, GL_SHININESS,
+        static_cast<GLfloat>(std::min(128.0, std::max(0.0, GetOneValue(p, "Shininess", t, 0, 32.0)))));
+    GLenum src = GL_ONE, dst = GL_ZERO;
+    if (GetBlendFactors(static_cast<int>(p->mCBlendType.GetBodyINT()), src, dst)) {
+        glEnable(GL_BLEND);
+        glBlendFunc(src, dst);
+    } else {
+        glDisable(GL_BLEND);
+    }
+    if (p->mCTwoSide.GetBodyBOOL()) {
+        glDisable(GL_CULL_FACE);
+        glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, GL_TRUE);
+    } else {
+        glEnable(GL_CULL_FACE);
+        glCullFace(GL_BACK);
+        glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, GL_FALSE);
+    }
+    const bool bSmooth = p->mCSmooth.GetBodyBOOL();
+    glShadeModel(bSmooth ? GL_SMOOTH : GL_FLAT);
+    glPolygonMode(GL_FRONT_AND_BACK, p->mCWireframe.GetBodyBOOL() ? GL_LINE : GL_FILL);
+    return bSmooth ? 0 : 1;
+}
+
+void GLDrawKinds_cls::GLDrawPrimitive(SceneObj_cls* pObj, GLDrawStatus_cls& status) {
+    Primitive_cls* p = static_cast<Primitive_cls*>(pObj);
+    const int type = p->GetPrimitiveType();
+    glPushAttrib(GL_ENABLE_BIT | GL_LIGHTING_BIT | GL_POLYGON_BIT | GL_COLOR_BUFFER_BIT | GL_CURRENT_BIT |
+                 GL_LINE_BIT);
+    const VBOBaseObject_cls* pShape = GetPCShape(type);
+    if (!pShape) {
+        // The empty carries only a transform: a guide cross.
+        if (status.mbGuide && GpCVBOEmpty) {
+            BeginLines(status);
+            SetGuideColor(status.mbHitTest ? 0 : status.mSelectStatus, 0.7f, 0.7f, 0.7f);
+            GpCVBOEmpty->Draw();
+            EndShader();
+        }
+        glPopAttrib();
+        return;
+    }
+    Material_cls* pMaterial = p->GetPCMaterial();
+    ObjectPhongParam_cls params;
+    params.mEnsembleStep = status.mEnsembleStep;
+    params.mLightNumber = status.mLightNumber;
+    params.mbFlat = pMaterial ? SetMaterial(pMaterial, status.mTime) : 0;
+    glEnable(GL_LIGHTING);
+    // Without its program (a shader that did not build) the object draws with the fixed
+    // pipeline and the same material.
+    if (GpCShaderCtrl)
+        GpCShaderCtrl->BeginObjectPhong(&params);
+    pShape->Draw();
+    EndShader();
+    // The selection shows as the object's wire on top of its faces.
+    if (status.mSelectStatus > 0 && !status.mbHitTest && !status.mbRecording) {
+        glDisable(GL_BLEND);
+        glDisable(GL_CULL_FACE);
+        glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
+        glDepthFunc(GL_LEQUAL);
+        BeginLines(status);
+        SetGuideColor(status.mSelectStatus, 0.f, 0.f, 0.f);
+        pShape->Draw();
+        EndShader();
+    }
+    glPopAttrib();
+}
+
+void GLDrawKinds_cls::GLDrawLightSource(SceneObj_cls* pObj, GLDrawStatus_cls& status) {
+    LightSource_cls* p = static_cast<LightSource_cls*>(pObj);
+    if (status.mLightNumber < status.mMaxLights) {
+        const GLenum light = GL_LIGHT0 + static_cast<GLenum>(status.mLightNumber);
+        const int type = p->GetLightType();
+        // The light shines along its local -z; a parallel light comes from +z, infinitely far.
+        const GLfloat position[4] = {0.f, 0.f, type == 0 ? 1.f : 0.f, type == 0 ? 0.f : 1.f};
+        glLightfv(light, GL_POSITION, position);
+        const GLfloat direction[3] = {0.f, 0.f, -1.f};
+        glLightfv(light, GL_SPOT_DIRECTION, direction);
+        if (Material_cls* pMaterial = p->GetPCMaterial()) {
+            const double t = status.mTime;
+            SetLightColor(pMaterial, light, GL_AMBIENT, "Ambient", t);
+            SetLightColor(pMaterial, light, GL_DIFFUSE, "Diffuse", t);
+            SetLightColor(pMaterial, light, GL_SPECULAR, "Specular", t);
+            glLightf(light, GL_SPOT_CUTOFF,
+                     type == 2 ? static_cast<GLfloat>(GetOneValue(pMaterial, "SpotCutoff", t, 0, 30.0))
+                               : 180.f);
+            glLightf(light, GL_SPOT_EXPONENT,
+                     type == 2 ? static_cast<GLfloat>(GetOneValue(pMaterial, "SpotExponent", t, 0, 10.0))
+                               : 0.f);
+            glLightf(light, GL_CONSTANT_ATTENUATION,
+                     static_cast<GLfloat>(GetOneValue(pMaterial, "Attenuation", t, 0, 1.0)));
+            glLightf(light, GL_LINEAR_ATTENUATION,
+                     static_cast<GLfloat>(GetOneValue(pMaterial, "Attenuation", t, 1, 0.0)));
+            glLightf(light, GL_QUADRATIC_ATTENUATION,
+                     static_cast<GLfloat>(GetOneValue(pMaterial, "Attenuation", t, 2, 0.0)));
+        }
+        glEnable(light);
+        ++status.mLightNumber;
+    }
+    if (!status.mbLightCam || !GpCVBOEmpty)
+        return;
+    glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT | GL_LINE_BIT);
+    BeginLines(status);
+    SetGuideColor(status.mbHitTest ? 0 : status.mSelectStatus, 1.f, 0.9f, 0.3f);
+    glPushMatrix();
+    glScaled(0.3, 0.3, 0.3);
+    GpCVBOEmpty->Draw();
+    glPopMatrix();
+    glBegin(GL_LINES);
+    glVertex3f(0.f, 0.f, 0.f);
+    glVertex3f(0.f, 0.f, -1.f);
+    glEnd();
+    EndShader();
+    glPopAttrib();
+}
+
+void GLDrawKinds_cls::GLDrawCamera(SceneObj_cls*, GLDrawStatus_cls& status) {
+    if (!status.mbLightCam || !GpCVBOCameraBox)
+        return;
+    glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT | GL_LINE_BIT);
+    BeginLines(status);
+    SetGuideColor(status.mbHitTest ? 0 : status.mSelectStatus, 0.8f, 0.8f, 0.8f);
+    GpCVBOCameraBox->Draw();
+    EndShader();
+    glPopAttrib();
+}
+
+void GLDrawKinds_cls::GLDrawWorld(SceneObj_cls* pObj, GLDrawStatus_cls& status) {
+    World_cls* p = static_cast<World_cls*>(pObj);
+    FogProp_cls* pFog = p->GetPCFogProp();
+    const int type = pFog ? pFog->GetFogType() : 0;
+    if (type < 1 || type > 3)
+        return;
+    const double t = status.mTime;
+    const std::vector<double> c = pFog->GetFogColor(t);
+    const GLfloat colour[4] = {static_cast<GLfloat>(c[0]), static_cast<GLfloat>(c[1]),
+                               static_cast<GLfloat>(c[2]), 1.f};
+    const std::vector<double> range = pFog->GetFogRange(t);
+    static const GLint kMode[4] = {0, GL_LINEAR, GL_EXP, GL_EXP2};
+    glFogi(GL_FOG_MODE, kMode[type]);
+    glFogfv(GL_FOG_COLOR, colour);
+    glFogf(GL_FOG_START, static_cast<GLfloat>(range[0]));
+    glFogf(GL_FOG_END, static_cast<GLfloat>(range[1]));
+    glFogf(GL_FOG_DENSITY, static_cast<GLfloat>(pFog->GetFogDensity(t)));
+    glEnable(GL_FOG);
+    // The object programs fog by this mode from here on, until the next sub-pass resets it.
+    if (GpCShaderCtrl)
+        GpCShaderCtrl->mFogMode = type;
+}
+
+namespace {
+std::unique_ptr<MeshDraw_cls> spCMeshDraw;
+std::unique_ptr<TextDraw_cls> spCTextDraw;
+} // namespace
+
+void GLDrawKinds_cls::CreateGLInstances() {
+    if (!spCMeshDraw)
+        spCMeshDraw = std::make_unique<MeshDraw_cls>(GpCTextureProvider);
+    if (!spCTextDraw)
+        spCTextDraw = std::make_unique<TextDraw_cls>();
+}
+
+void GLDrawKinds_cls::DeleteGLInstances() {
+    spCMeshDraw.reset();
+    spCTextDraw.reset();
+}
+
+void GLDrawKinds_cls::GLDrawMesh(SceneObj_cls* pObj, GLDrawStatus_cls& status) {
+    // The object's matrix is on the model-view already.
+    if (spCMeshDraw)
+        spCMeshDraw->Draw(*static_cast<MeshObj_cls*>(pObj), nullptr, status.mTime);
+}
+
+void GLDrawKinds_cls::GLDrawText(SceneObj_cls* pObj, GLDrawStatus_cls& status) {
+    if (spCTextDraw)
+        spCTextDraw->DrawTextObj(*static_cast<TextObj_cls*>(pObj), nullptr, status.mTime);
+}
+
+void GLDrawKinds_cls::GLDrawPassepartout(Camera_cls* pCamera, int size) {
+    const std::vector<float> v = pCamera->GetVPasspartoutInfo();
+    if (v.size() < 2 || v[0] <= 0.f)
+        return;
+    const double aspect = v[0];
+    const double half = size * 0.5;
+    // The frame of the camera's aspect inside the square, as wide or as high as the square.
+    const double w = aspect >= 1.0 ? half : half * aspect;
+    const double h = aspect >= 1.0 ? half / aspect : half;
+    GLPerspective_cls::Push2DMatrix(size, size);
+    glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT | GL_COLOR_BUFFER_BIT);
+    glDisable(GL_DEPTH_TEST);
+    glDisable(GL_LIGHTING);
+    glDisable(GL_TEXTURE_2D);
+    glDisable(GL_CULL_FACE);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glColor4f(0.f, 0.f, 0.f, v[1]);
+    const double x0 = half - w, x1 = half + w, y0 = half - h, y1 = half + h;
+    glBegin(GL_QUADS);
+    // Below, above, left, right of the frame.
+    const double quads[4][4] = {{0, 0, double(size), y0},
+                                {0, y1, double(size), double(size)},
+                                {0, y0, x0, y1},
+                                {x1, y0, double(size), y1}};
+    for (const auto& q : quads) {
+        glVertex2d(q[0], q[1]);
+        glVertex2d(q[2], q[1]);
+        glVertex2d(q[2], q[3]);
+        glVertex2d(q[0], q[3]);
+    }
+    glEnd();
+    glPopAttrib();
+    GLPerspective_cls::Pop2DMatrix();
+}

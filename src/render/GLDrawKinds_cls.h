@@ -1,0 +1,37 @@
+// The draw entries of the object kinds the renderer knows now: primitives with their material,
+// lights (set up as fixed-pipeline lights and drawn as guides), cameras as guides, the world's
+// fog. Meshes and text objects draw nothing until their drawing exists. Main thread only.
+#pragma once
+
+class Camera_cls;
+class GLDrawStatus_cls;
+class Material_cls;
+class SceneObj_cls;
+
+class GLDrawKinds_cls {
+public:
+    // Puts every entry into GLDrawTable_cls.
+    static void RegisterAll();
+
+    static void GLDrawPrimitive(SceneObj_cls* pObj, GLDrawStatus_cls& status);
+    static void GLDrawLightSource(SceneObj_cls* pObj, GLDrawStatus_cls& status);
+    static void GLDrawCamera(SceneObj_cls* pObj, GLDrawStatus_cls& status);
+    static void GLDrawWorld(SceneObj_cls* pObj, GLDrawStatus_cls& status);
+    // Meshes and text objects, through the drawers that CreateGLInstances made.
+    static void GLDrawMesh(SceneObj_cls* pObj, GLDrawStatus_cls& status);
+    static void GLDrawText(SceneObj_cls* pObj, GLDrawStatus_cls& status);
+    // The mesh and text drawers of the current context: made with the shared primitive buffers and
+    // deleted with them, while that context is current. The meshes' textures come from the
+    // registry's texture provider, which outlives them.
+    static void CreateGLInstances();
+    static void DeleteGLInstances();
+
+    // The camera's passepartout over a square buffer of the given size, drawn in 2D: the parts
+    // outside the frame of the camera's aspect darkened with the camera's alpha.
+    static void GLDrawPassepartout(Camera_cls* pCamera, int size);
+    // Material colours, shininess, blending, faces and shading of the material at t. Returns the
+    // flat-shading flag for the object programs.
+    static int SetMaterial(Material_cls* pMaterial, double t);
+    // The colour in which a guide or a highlight is drawn for the select status.
+    static void SetGuideColor(int selectStatus, float r, float g, float b);
+};

@@ -1,0 +1,21 @@
+// What the draw entry of every object kind needs from the sub-pass that draws it: what is shown,
+// the time, the running light number and the state of the object drawn now. GL thread only.
+#pragma once
+
+class GLDrawStatus_cls {
+public:
+    bool mbGuide = true;    // "DispGuideObj=" on the first shadow step
+    bool mbLightCam = true; // "DispLightCam=" on the first shadow step
+    bool mbData = true;     // "DisplayData="
+    bool mbHitTest = false; // a hit-test draw: no highlights
+    bool mbRecording = false;
+    double mTime = 0.0; // normalised time of the draw
+    int mEnsembleStep = 0;
+    // The next free fixed-pipeline light, counted from GL_LIGHT0; the objects' shaders light
+    // with the lights 0 to mLightNumber - 1.
+    int mLightNumber = 0;
+    int mMaxLights = 8;
+    float mLineWidth = 1.f;
+    // Of the object drawn now: 2 active, 1 selected, 0 neither.
+    int mSelectStatus = 0;
+};

@@ -1,0 +1,75 @@
+#include "SceneObjDraw_cls.h"
+
+#include "GLCheckError_cls.h"
+#include "GLDrawStatus_cls.h"
+#include "GLDrawTable_cls.h"
+#include "SceneObjCtrl_cls.h"
+#include "SceneObjInstance_cls.h"
+#include "SceneObj_cls.h"
+
+#include <epoxy/gl.h>
+
+#include <algorithm>
+
+std::vector<SceneObjInstance_cls*>
+SceneObjDraw_cls::GetVNewPCSortedInstance(SceneObjCtrl_cls* pCtrl, const Position_cls& camera, double t) {
+    pCtrl->ClearProcessedMarkInInstanceLoop();
+    pCtrl->InitializeStatusForDrawing();
+    pCtrl->CheckStatusForDrawing();
+    std::vector<SceneObj_cls*> vObjects;
+    pCtrl->GetVPCList(vObjects);
+    std::vector<SceneObjInstance_cls*> vInstances;
+    for (SceneObj_cls* p : vObjects) {
+        for (SceneObjInstance_cls* pInstance : p->GetVNewPCInstance()) {
+            pInstance->SetDistance(camera, t);
+            vInstances.push_back(pInstance);
+        }
+    }
+    // The hit test's table of names is cleared here once the hit test exists.
+    std::stable_sort(vInstances.begin(), vInstances.end(), &SceneObjInstance_cls::ComparePointer);
+    return vInstances;
+}
+
+void SceneObjDraw_cls::GLDraw(SceneObjInstance_cls* pInstance, GLDrawStatus_cls& status, bool bXray) {
+    SceneObj_cls* p = pInstance->mpCSceneObj;
+    if (!p->mbToBeDrawn)
+        return;
+    const GLDrawTable_cls::Entry_cls* pEntry = GLDrawTable_cls::GetPCEntry(p->mStrClassWord);
+    const GLDrawTable_cls::DrawFunc func =
+        pEntry ? (bXray ? pEntry->mFuncGLDrawXray : pEntry->mFuncGLDraw) : nullptr;
+    if (!func)
+        return;
+    double m[16];
+    p->GetMatrix16(m, status.mTime, nullptr);
+    glPushMatrix();
+    glMultMatrixd(m);
+    func(p, status);
+    glPopMatrix();
+}
+
+void SceneObjDraw_cls::GLDrawObjects(SceneObjCtrl_cls* pCtrl, GLDrawStatus_cls& status,
+                                     const PositionAndDirection_cls& posDirNow,
+                                     const PositionAndDirection_cls&) {
+    // The second pose is for the particle objects' own sort, which comes with their drawing.
+    std::vector<SceneObjInstance_cls*> vInstances = GetVNewPCSortedInstance(pCtrl, posDirNow, status.mTime);
+    GLCheckError_cls::CheckGLError("SceneObjCtrl::GLDrawBegin");
+    const GLuint count = static_cast<GLuint>(vInstances.size());
+    for (GLuint i = 0; i < count; ++i) {
+        status.mSelectStatus = pCtrl->GetStatus(vInstances[i]->mpCSceneObj);
+        glPushName(i);
+        GLDraw(vInstances[i], status, false);
+        glPopName();
+    }
+    GLCheckError_cls::CheckGLError("SceneObjCtrl::GLDrawEnd_XRayBegin");
+    glDisable(GL_DEPTH_TEST);
+    for (GLuint i = 0; i < count; ++i) {
+        status.mSelectStatus = pCtrl->GetStatus(vInstances[i]->mpCSceneObj);
+        glPushName(count + i);
+        GLDraw(vInstances[i], status, true);
+        glPopName();
+    }
+    glEnable(GL_DEPTH_TEST);
+    GLCheckError_cls::CheckGLError("SceneObjCtrl::GLDrawEnd_XRayEnd");
+    for (SceneObjInstance_cls* p : vInstances)
+        delete p;
+}

@@ -1,0 +1,32 @@
+// A shape shared by every object that draws it: triangles with normals in one vertex buffer,
+// made once per process in the shared context. Unit size: the object's scale sizes it.
+// GL thread only; must be deleted while its context is current.
+#pragma once
+
+#include "GLObject_cls.h"
+
+#include <vector>
+
+class VBOBaseObject_cls {
+public:
+    // vInterleaved: x, y, z, nx, ny, nz per vertex, three vertices per triangle.
+    explicit VBOBaseObject_cls(const std::vector<float>& vInterleaved);
+    virtual ~VBOBaseObject_cls() = default;
+    VBOBaseObject_cls(const VBOBaseObject_cls&) = delete;
+    VBOBaseObject_cls& operator=(const VBOBaseObject_cls&) = delete;
+
+    // Draws the triangles through whatever program and matrices are current.
+    void Draw() const;
+    int GetVertexCount() const { return mVertexCount; }
+
+    // The cube from -1 to 1 on each axis.
+    static std::vector<float> GetVCube();
+    // Appends one triangle with its face normal.
+    static void AddTriangle(std::vector<float>& v, const float* a, const float* b, const float* c);
+    // Appends one vertex with its normal.
+    static void AddVertex(std::vector<float>& v, const float* p, const float* n);
+
+protected:
+    GLBuffer_cls mBuffer;
+    int mVertexCount = 0;
+};

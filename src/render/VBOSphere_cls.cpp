@@ -1,0 +1,29 @@
+#include "VBOSphere_cls.h"
+
+#include <cmath>
+
+VBOSphere_cls::VBOSphere_cls(int slices, int stacks) : VBOBaseObject_cls(GetVSphere(slices, stacks)) {}
+
+std::vector<float> VBOSphere_cls::GetVSphere(int slices, int stacks) {
+    std::vector<float> v;
+    auto point = [&](int i, int j, float* p) {
+        const double theta = M_PI * j / stacks; // from +y down
+        const double phi = 2.0 * M_PI * i / slices;
+        p[0] = static_cast<float>(std::sin(theta) * std::cos(phi));
+        p[1] = static_cast<float>(std::cos(theta));
+        p[2] = static_cast<float>(-std::sin(theta) * std::sin(phi));
+    };
+    for (int j = 0; j < stacks; ++j) {
+        for (int i = 0; i < slices; ++i) {
+            float a[3], b[3], c[3], d[3];
+            point(i, j, a);
+            point(i, j + 1, b);
+            point(i + 1, j + 1, c);
+            point(i + 1, j, d);
+            // On the unit sphere the normal is the position.
+            for (const float* p : {a, b, c, a, c, d})
+                AddVertex(v, p, p);
+        }
+    }
+    return v;
+}
