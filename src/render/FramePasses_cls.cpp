@@ -11,6 +11,7 @@
 #include "GLInfo_cls.h"
 #include "GLPerspective_cls.h"
 #include "GetPC_cls.h"
+#include "MeshDraw_cls.h"
 #include "MotionBlurCtrl_cls.h"
 #include "Preference_cls.h"
 #include "SceneObjCtrl_cls.h"
@@ -18,6 +19,7 @@
 #include "ShaderCtrl_cls.h"
 #include "ShadowVolumeCtrl_cls.h"
 #include "StereoProp_cls.h"
+#include "TextDraw_cls.h"
 #include "TimeCtrl_cls.h"
 #include "VBOBaseObject_cls.h"
 #include "VBOCone_cls.h"
@@ -72,7 +74,6 @@ void FramePasses_cls::InitializeGLCommonIfNot() {
     GpCVBOSphere = new VBOSphere_cls();
     if (!GpCGLInfo)
         GpCGLInfo = new GLInfo_cls();
-    GLDrawKinds_cls::CreateGLInstances();
     GpCGLInfo->Initialize();
 }
 
@@ -93,7 +94,6 @@ void FramePasses_cls::DeleteGLCommon() {
     GpCVBOSphere = nullptr;
     delete GpCGLInfo;
     GpCGLInfo = nullptr;
-    GLDrawKinds_cls::DeleteGLInstances();
     msbInitializedCommon = false;
 }
 
@@ -102,6 +102,9 @@ void FramePasses_cls::InitializeGLIfNot() {
         return;
     mbInitializedGL = true;
     mpCFBOMain = std::make_unique<FBO_cls>(2048, 2048, this);
+    // The meshes' textures come from the registry's provider, which outlives the passes.
+    mpCMeshDraw = std::make_unique<MeshDraw_cls>(GpCTextureProvider);
+    mpCTextDraw = std::make_unique<TextDraw_cls>();
     mpCFBODepth = std::make_unique<FBO_cls>(16, 16, this);
     for (int eye = 0; eye < 2; ++eye) {
         mpCFBOEye[eye] = std::make_unique<FBO_cls>(16, 16, this);
@@ -319,6 +322,8 @@ void FramePasses_cls::DrawEachFBO(int ensembleStep, bool bHitTest) {
     status.mbRecording = GpCTimeCtrl && GpCTimeCtrl->IsOutputRunning();
     status.mTime = mTime;
     status.mEnsembleStep = ensembleStep;
+    status.mpCMeshDraw = mpCMeshDraw.get();
+    status.mpCTextDraw = mpCTextDraw.get();
     glDisable(GL_FOG);
     if (GpCShaderCtrl)
         GpCShaderCtrl->mFogMode = 0;

@@ -20,6 +20,8 @@ class Camera_cls;
 class ColorProvider_cls;
 class FBO_cls;
 class GLDrawStatus_cls;
+class MeshDraw_cls;
+class TextDraw_cls;
 class View3D_cls;
 
 class FramePasses_cls : public FBOHost_cls, public GLCheckError_cls {
@@ -105,6 +107,9 @@ private:
     const ColorProvider_cls& GetColorProvider() const;
 
     View3D_cls* mpCView;
+    // Meshes and text of this view's objects.
+    std::unique_ptr<MeshDraw_cls> mpCMeshDraw;
+    std::unique_ptr<TextDraw_cls> mpCTextDraw;
     std::unique_ptr<FBO_cls> mpCFBOMain;
     std::unique_ptr<FBO_cls> mpCFBODepth;
     std::unique_ptr<FBO_cls> mpCFBOEye[2];

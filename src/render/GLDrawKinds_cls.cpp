@@ -15,7 +15,6 @@
 #include "ShaderCtrl_cls.h"
 #include "TextDraw_cls.h"
 #include "TextObj_cls.h"
-#include "TextureProvider_cls.h"
 #include "VBOBaseObject_cls.h"
 #include "VBOCone_cls.h"
 #include "VBOCylinder_cls.h"
@@ -27,7 +26,6 @@
 #include <epoxy/gl.h>
 
 #include <algorithm>
-#include <memory>
 #include <vector>
 
 namespace {
@@ -282,32 +280,15 @@ void GLDrawKinds_cls::GLDrawWorld(SceneObj_cls* pObj, GLDrawStatus_cls& status) 
         GpCShaderCtrl->mFogMode = type;
 }
 
-namespace {
-std::unique_ptr<MeshDraw_cls> spCMeshDraw;
-std::unique_ptr<TextDraw_cls> spCTextDraw;
-} // namespace
-
-void GLDrawKinds_cls::CreateGLInstances() {
-    if (!spCMeshDraw)
-        spCMeshDraw = std::make_unique<MeshDraw_cls>(GpCTextureProvider);
-    if (!spCTextDraw)
-        spCTextDraw = std::make_unique<TextDraw_cls>();
-}
-
-void GLDrawKinds_cls::DeleteGLInstances() {
-    spCMeshDraw.reset();
-    spCTextDraw.reset();
-}
-
 void GLDrawKinds_cls::GLDrawMesh(SceneObj_cls* pObj, GLDrawStatus_cls& status) {
     // The object's matrix is on the model-view already.
-    if (spCMeshDraw)
-        spCMeshDraw->Draw(*static_cast<MeshObj_cls*>(pObj), nullptr, status.mTime);
+    if (status.mpCMeshDraw)
+        status.mpCMeshDraw->Draw(*static_cast<MeshObj_cls*>(pObj), nullptr, status.mTime);
 }
 
 void GLDrawKinds_cls::GLDrawText(SceneObj_cls* pObj, GLDrawStatus_cls& status) {
-    if (spCTextDraw)
-        spCTextDraw->DrawTextObj(*static_cast<TextObj_cls*>(pObj), nullptr, status.mTime);
+    if (status.mpCTextDraw)
+        status.mpCTextDraw->DrawTextObj(*static_cast<TextObj_cls*>(pObj), nullptr, status.mTime);
 }
 
 void GLDrawKinds_cls::GLDrawPassepartout(Camera_cls* pCamera, int size) {

@@ -17,14 +17,9 @@ public:
     static void GLDrawLightSource(SceneObj_cls* pObj, GLDrawStatus_cls& status);
     static void GLDrawCamera(SceneObj_cls* pObj, GLDrawStatus_cls& status);
     static void GLDrawWorld(SceneObj_cls* pObj, GLDrawStatus_cls& status);
-    // Meshes and text objects, through the drawers that CreateGLInstances made.
+    // Meshes and text objects, through the drawers of the frame passes that draw them.
     static void GLDrawMesh(SceneObj_cls* pObj, GLDrawStatus_cls& status);
     static void GLDrawText(SceneObj_cls* pObj, GLDrawStatus_cls& status);
-    // The mesh and text drawers of the current context: made with the shared primitive buffers and
-    // deleted with them, while that context is current. The meshes' textures come from the
-    // registry's texture provider, which outlives them.
-    static void CreateGLInstances();
-    static void DeleteGLInstances();
 
     // The camera's passepartout over a square buffer of the given size, drawn in 2D: the parts
     // outside the frame of the camera's aspect darkened with the camera's alpha.

@@ -2,6 +2,9 @@
 // the time, the running light number and the state of the object drawn now. GL thread only.
 #pragma once
 
+class MeshDraw_cls;
+class TextDraw_cls;
+
 class GLDrawStatus_cls {
 public:
     bool mbGuide = true;    // "DispGuideObj=" on the first shadow step
@@ -18,4 +21,7 @@ public:
     float mLineWidth = 1.f;
     // Of the object drawn now: 2 active, 1 selected, 0 neither.
     int mSelectStatus = 0;
+    // The drawers of the passes drawing now (not owned: the passes own them; null draws nothing).
+    MeshDraw_cls* mpCMeshDraw = nullptr;
+    TextDraw_cls* mpCTextDraw = nullptr;
 };

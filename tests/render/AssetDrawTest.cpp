@@ -34,14 +34,6 @@ std::string ReadFileBytes(const wxString& strPath, size_t limit) {
     return std::string(buf.data(), n);
 }
 
-std::string RandomBytes(size_t n, unsigned seed) {
-    std::string str(n, '\0');
-    std::mt19937 random(seed);
-    for (char& ch : str)
-        ch = static_cast<char>(random());
-    return str;
-}
-
 // Turns about x by 90 degrees (+y to +z, towards the viewer); shifts right by a quarter view.
 const double kTurnX90[16] = {1, 0, 0, 0, 0, 0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1};
 const double kShiftRight[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0.5, 0, 0, 1};
@@ -266,7 +258,7 @@ TEST_F(AssetDrawTest, ABadFileLogsOneLineNamingItAndDrawsADefault) {
     const std::string strPng = ReadFileBytes(ObjPath("textures/quadrants.png"), 4096);
     const std::string strObj = ReadFileBytes(ObjPath("cube.obj"), 4096);
     const std::string strTtf = ReadFileBytes(GlyphAtlas_cls::FindFontFile("None"), 4096);
-    const std::string strRandom = RandomBytes(3000, 7);
+    const std::string strRandom = RandomBytes(7, 3000);
     ASSERT_FALSE(strPng.empty() || strObj.empty() || strTtf.empty());
     const size_t vertices = strObj.find("\nv "), faces = strObj.find("usemtl");
     enum { Texture, MeshFile, Font };

@@ -103,7 +103,6 @@ protected:
         // Buffers and programs go while the context is current.
         mpPasses.reset();
         mpMain.reset();
-        SceneObj_cls::ResetRegistrations();
         ShaderItem_cls::msStrResourceDir = mStrOldResourceDir;
         // ORV_SAVE_FRAMES keeps every test's last frame, to look at while developing.
         if (getenv("ORV_SAVE_FRAMES") && !mVFrame.empty())
@@ -219,6 +218,22 @@ TEST_F(FramePassesTest, RedBoxHasItsSilhouetteAndItsLitSideBrighter) {
     EXPECT_GT(lit.r, far.r + 0.3f);
     EXPECT_GT(lit.r, lit.g + 0.3f);
     EXPECT_LT(far.r, 0.15f);
+}
+
+TEST_F(FramePassesTest, MeshObjectDrawsThroughThePassesInItsFilesMaterial) {
+    Obj("Box")->mCVisible.SetBodyFromDataBOOL(false);
+    Set(mpView->mCDispGrid, "0");
+    RunCommandText(*mpMain, "SceneObjCtrl::New::MeshObj_cls::ANY::Mesh");
+    Obj("Mesh")->GetPCItem("FileName")->SetBodyFromData(wxString(ORV_TEST_DATA_DIR) + "/obj/cube.obj");
+    GpCSceneObjCtrl->Select("", false, false, false);
+    LookFrom(0, 0, 10, kFront, kUp);
+    Paint();
+    // The unit cube's front face is "Red" in the .mtl: red where the cube stands, the background
+    // beside it.
+    const Pixel_cls centre = At(128, 128);
+    EXPECT_GT(centre.r, centre.g + 0.2f);
+    EXPECT_GT(centre.r, centre.b + 0.2f);
+    EXPECT_TRUE(PixelNear(At(128 + 60, 128), kBG.r, kBG.g, kBG.b, 1.f));
 }
 
 TEST_F(FramePassesTest, SphereOutlineRadiusFollowsTheViewAngle) {
