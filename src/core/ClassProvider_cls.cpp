@@ -71,6 +71,11 @@ ServiceMaker_cls& SerialMaker() {
     return sMaker;
 }
 
+ServiceMaker_cls& GLInstanceMaker() {
+    static ServiceMaker_cls sMaker;
+    return sMaker;
+}
+
 std::function<void()>& DefaultSceneMaker() {
     static std::function<void()> sFunc;
     return sFunc;
@@ -116,6 +121,18 @@ void ClassProvider_cls::CreateSingletonSerial() {
     maker.bMade = true;
 }
 
+void ClassProvider_cls::CreateGLInstances() {
+    ServiceMaker_cls& maker = GLInstanceMaker();
+    if (!maker.mFuncMake || maker.bMade)
+        return;
+    maker.mFuncMake();
+    maker.bMade = true;
+}
+
+void ClassProvider_cls::DeleteGLInstances() {
+    DeleteOne(GLInstanceMaker());
+}
+
 void ClassProvider_cls::DeleteSingleton() {
     // The program's own order first: the scene goes before the clock.
     static const int vOrder[] = {SVC_TextureProvider,  SVC_TextureProvider1D, SVC_AutoCompleteLua,
@@ -145,6 +162,10 @@ void ClassProvider_cls::SetSerialMaker(std::function<void()> funcMake, std::func
     SerialMaker() = ServiceMaker_cls{std::move(funcMake), std::move(funcDelete), false};
 }
 
+void ClassProvider_cls::SetGLInstanceMaker(std::function<void()> funcMake, std::function<void()> funcDelete) {
+    GLInstanceMaker() = ServiceMaker_cls{std::move(funcMake), std::move(funcDelete), false};
+}
+
 void ClassProvider_cls::SetDefaultSceneMaker(std::function<void()> funcMake) {
     DefaultSceneMaker() = std::move(funcMake);
 }
@@ -157,6 +178,7 @@ void ClassProvider_cls::ResetRegistrations() {
     for (auto& maker : Makers())
         maker = ServiceMaker_cls{};
     SerialMaker() = ServiceMaker_cls{};
+    GLInstanceMaker() = ServiceMaker_cls{};
     DefaultSceneMaker() = nullptr;
     StaticInitializers().clear();
 }

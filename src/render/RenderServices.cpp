@@ -1,12 +1,23 @@
 #include "RenderServices.h"
 
 #include "ColorProvider_cls.h"
+#include "FramePasses_cls.h"
 #include "GLDrawKinds_cls.h"
 #include "OwnedService_cls.h"
 #include "ShaderCtrl_cls.h"
 #include "ShadowVolumeCtrl_cls.h"
 #include "TextureProvider1D_cls.h"
 #include "TextureProvider_cls.h"
+
+namespace {
+// A service made anew, its GL objects freed with the old one (in the current context).
+template <class Service_T> void RenewService(Service_T*& rpService) {
+    if (!rpService)
+        return;
+    delete rpService;
+    rpService = new Service_T();
+}
+} // namespace
 
 void RegisterRenderServices() {
     // The drawing of each object kind, on its entry of the kind table (which the scene's
@@ -19,4 +30,13 @@ void RegisterRenderServices() {
     OwnedService_cls::Register(SVC_TextureProvider, GpCTextureProvider);
     OwnedService_cls::Register(SVC_TextureProvider1D, GpCTextureProvider1D);
     OwnedService_cls::Register(SVC_ShadowVolumeCtrl, GpCShadowVolumeCtrl);
+    // The window makes the shared buffers once its context is current and frees every GL object
+    // before that context goes: the programs and textures go with fresh services in their place,
+    // which build again lazily in a later context.
+    ClassProvider_cls::SetGLInstanceMaker(&FramePasses_cls::InitializeGLCommonIfNot, [] {
+        FramePasses_cls::DeleteGLCommon();
+        RenewService(GpCShaderCtrl);
+        RenewService(GpCTextureProvider);
+        RenewService(GpCTextureProvider1D);
+    });
 }
