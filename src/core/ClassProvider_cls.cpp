@@ -86,6 +86,13 @@ std::vector<std::function<void()>>& StaticInitializers() {
     return sVFunc;
 }
 
+void MakeOne(ServiceMaker_cls& maker) {
+    if (!maker.mFuncMake || maker.bMade)
+        return;
+    maker.mFuncMake();
+    maker.bMade = true;
+}
+
 void DeleteOne(ServiceMaker_cls& maker) {
     if (!maker.bMade)
         return;
@@ -102,31 +109,18 @@ void ClassProvider_cls::InitializeStaticMembers() {
 }
 
 void ClassProvider_cls::CreateSingleton() {
-    for (int order = 1; order <= SVC_COUNT; ++order) {
-        ServiceMaker_cls& maker = Makers()[order];
-        if (!maker.mFuncMake || maker.bMade)
-            continue;
-        maker.mFuncMake();
-        maker.bMade = true;
-    }
+    for (int order = 1; order <= SVC_COUNT; ++order)
+        MakeOne(Makers()[order]);
     if (DefaultSceneMaker())
         DefaultSceneMaker()();
 }
 
 void ClassProvider_cls::CreateSingletonSerial() {
-    ServiceMaker_cls& maker = SerialMaker();
-    if (!maker.mFuncMake || maker.bMade)
-        return;
-    maker.mFuncMake();
-    maker.bMade = true;
+    MakeOne(SerialMaker());
 }
 
 void ClassProvider_cls::CreateGLInstances() {
-    ServiceMaker_cls& maker = GLInstanceMaker();
-    if (!maker.mFuncMake || maker.bMade)
-        return;
-    maker.mFuncMake();
-    maker.bMade = true;
+    MakeOne(GLInstanceMaker());
 }
 
 void ClassProvider_cls::DeleteGLInstances() {

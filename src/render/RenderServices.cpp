@@ -14,7 +14,8 @@
 
 namespace {
 void FindShaderResourceDir() {
-    if (!GCClassProvider)
+    // A folder set on purpose (tests, a broken copy) stays.
+    if (!GCClassProvider || ShaderItem_cls::msStrResourceDir != "Resource")
         return;
     const wxString strMark = "GL/CommonDefinitionsShader.h";
     const wxString strFound = GCClassProvider->FindResourceFile("Resource/" + strMark);

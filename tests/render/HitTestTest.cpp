@@ -7,7 +7,7 @@
 #include "Hittest_cls.h"
 #include "Main_cls.h"
 #include "ParamGroup_cls.h"
-#include "RenderFixture.h"
+#include "PassesFixture.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObj_cls.h"
 #include "ServiceRegistry.h"
@@ -33,28 +33,12 @@ std::set<wxString> Selection() {
 
 } // namespace
 
-class HitTestTest : public RenderFixture {
+class HitTestTest : public PassesFixture {
 protected:
-    static void TearDownTestSuite() {
-        if (mspCContext && mspCContext->IsValid()) {
-            mspCContext->MakeCurrent();
-            FramePasses_cls::DeleteGLCommon();
-        }
-        RenderFixture::TearDownTestSuite();
-    }
     void SetUp() override {
-        RenderFixture::SetUp();
+        PassesFixture::SetUp();
         if (IsSkipped())
             return;
-        mStrOldResourceDir = ShaderItem_cls::msStrResourceDir;
-        ShaderItem_cls::msStrResourceDir = wxString(ORV_SOURCE_DIR) + "/Resource";
-        RegisterServices<ServiceLayer_enum::Render>();
-        mpMain = std::make_unique<Main_cls>(mDir.mStrPath);
-        mpMain->CreateSingleton();
-        mpView = std::make_unique<View3D_cls>();
-        mpPasses = std::make_unique<FramePasses_cls>(mpView.get());
-        mpView->mCBufSizeIdx.SetBodyFromData("0"); // 256
-        mpView->mCDispLightCam.SetBodyFromDataBOOL(false);
         // Two glowing boxes side by side, seen from the front: red at x = -2, green at x = 2.
         GpCSceneObjCtrl->GetPCFromName("Box")->mCVisible.SetBodyFromDataBOOL(false);
         AddGlowingBox("Left", -2, 1, 0, 0);
@@ -63,10 +47,7 @@ protected:
     }
     void TearDown() override {
         mpTarget.reset();
-        mpPasses.reset();
-        mpMain.reset();
-        ShaderItem_cls::msStrResourceDir = mStrOldResourceDir;
-        RenderFixture::TearDown();
+        PassesFixture::TearDown();
     }
     void AddGlowingBox(const wxString& strName, double x, double r, double g, double b) {
         RunCommandText(*mpMain, "SceneObjCtrl::New::Primitive_cls::Box::" + strName);
@@ -94,11 +75,6 @@ protected:
         return mpPasses->GetStrLastHit();
     }
 
-    TempDir_cls mDir;
-    wxString mStrOldResourceDir;
-    std::unique_ptr<Main_cls> mpMain;
-    std::unique_ptr<View3D_cls> mpView;
-    std::unique_ptr<FramePasses_cls> mpPasses;
     std::unique_ptr<FBO_cls> mpTarget;
 };
 
