@@ -5,6 +5,7 @@
 #include "GLPerspective_cls.h"
 #include "Hittest_cls.h"
 #include "Main_cls.h"
+#include "MousePreference_cls.h"
 #include "TextDraw_cls.h"
 #include "TimeCtrl_cls.h"
 #include "View3D_cls.h"
@@ -176,6 +177,14 @@ void GLCanvas_cls::DrawDragginMessage() {
 
 // ---- mouse ----
 
+void GLCanvas_cls::ReadMousePreference() {
+    const MousePreference_cls* p = GpCMousePreference;
+    mCCamera.mbInvertGyrationX = p && p->mCInvertGyrationX.GetBodyBOOL();
+    mCCamera.mbInvertGyrationY = p && p->mCInvertGyrationY.GetBodyBOOL();
+    mCCamera.mbInvertZoom = p && p->mCInvertZoom.GetBodyBOOL();
+    mCCamera.mbInvertPan = p && p->mCInvertPan.GetBodyBOOL();
+}
+
 bool GLCanvas_cls::ProcInertia() {
     if (!mCCamera.IsInnertiaExist() || mbDragging)
         return false;
@@ -215,6 +224,7 @@ void GLCanvas_cls::ProcessMouseEvent(wxMouseEvent& event) {
         }
         mCCamera.StopInertia();
         ResetCamera();
+        ReadMousePreference();
         mbPressed = true;
         mbDragging = false;
         mPressPos = pos;

@@ -88,6 +88,8 @@ private:
     // Follow= or LockToCamer= with a camera: the view takes the camera's pose (not while dragging).
     void FollowCamera();
     void StorePose();
+    // The inversions of the mouse preferences, taken at each press.
+    void ReadMousePreference();
 
     View3D_cls* mpCView;
     std::unique_ptr<FramePasses_cls> mpCPasses;

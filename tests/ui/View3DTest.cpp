@@ -231,6 +231,31 @@ TEST_F(View3DTest, DragOrbitsShiftDragPansWheelZooms) {
     Send(MouseAt(wxEVT_LEFT_UP, centre.x + 40, centre.y, false));
 }
 
+TEST_F(View3DTest, MousePreferencesInvertTheDrag) {
+    SKIP_WITHOUT_DISPLAY();
+    const wxSize size = mpCanvas->GetClientSize();
+    const wxPoint centre(size.x / 2, size.y / 2);
+    struct Case_cls {
+        const char* strLines;
+        double x; // where a quarter-width drag to the right takes the view
+    };
+    const Case_cls cases[] = {
+        {"InvertGyrationX=1\n", 10.0},
+        {"InvertGyrationX=0\n", -10.0},
+    };
+    for (const Case_cls& c : cases) {
+        SCOPED_TRACE(c.strLines);
+        // The preferences come as lines of the project language, as a settings file has them.
+        RunText(wxString("ConfItemList::Begin::MousePreference\n") + c.strLines + "ConfItemList::End\n");
+        PositionAndDirection_cls front;
+        front.mPos[2] = 10.0;
+        mpView->GetView().SetPosDir(front);
+        Drag(centre, centre + wxPoint(size.x / 4, 0), 8);
+        mpCanvas->GetCamera().StopInertia();
+        EXPECT_NEAR(Pose().mPos[0], c.x, 0.3);
+    }
+}
+
 TEST_F(View3DTest, ClickSelectsTheObjectUnderTheMouseAndTheOutlinerFollows) {
     SKIP_WITHOUT_DISPLAY();
     GpCSceneObjCtrl->Select("", false, true, false);
