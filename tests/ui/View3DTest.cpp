@@ -4,6 +4,7 @@
 #include "ScenePanelsFixture.h"
 
 #include "FramePasses_cls.h"
+#include "GLButton_cls.h"
 #include "GLCanvas_cls.h"
 #include "GLInfo_cls.h"
 #include "ShaderItem_cls.h"
@@ -386,6 +387,39 @@ TEST_F(View3DTest, FollowAndLockTakeTheCamerasPose) {
     mpMain->UpdatePanels("VIEW3D");
     RunLoop(300);
     ExpectNear3(Pose().mPos, 0, 0, 0, 1e-9);
+}
+
+TEST_F(View3DTest, CornerButtonOpensTheNumericPanelWhichSetsThePose) {
+    SKIP_WITHOUT_DISPLAY();
+    mpView->ShowNumPanel(false);
+    RunLoop(200);
+    const wxSize size = mpCanvas->GetClientSize();
+    // The button's square in the top right corner, 4 pixels in.
+    const wxPoint button(size.x - 4 - GLButton_cls::msSize / 2, 4 + GLButton_cls::msSize / 2);
+    GpCSceneObjCtrl->Select("", false, true, false);
+    Click(button);
+    EXPECT_TRUE(mpView->IsNumPanelShown());
+    EXPECT_TRUE(mpView->GetView().mCNumPanelShown.GetBodyBOOL());
+    EXPECT_TRUE(Selection().empty()) << "a click on the button picks nothing";
+    // The fields set the pose; a field that is no number sets nothing and shows the pose again.
+    struct Case_cls {
+        const char* strValue;
+        int field;
+        bool bTaken;
+    };
+    for (const Case_cls& c : {Case_cls{"3", 0, true}, Case_cls{"-2", 5, true}, Case_cls{"abc", 1, false},
+                              Case_cls{"200", 6, false}}) {
+        SCOPED_TRACE(c.strValue);
+        const PositionAndDirection_cls before = Pose();
+        mpView->mApCField[c.field]->ChangeValue(c.strValue);
+        EXPECT_EQ(mpView->ApplyNumPanel(), c.bTaken);
+        if (!c.bTaken)
+            ExpectNear3(Pose().mPos, before.mPos[0], before.mPos[1], before.mPos[2], 1e-9);
+        mpView->UpdateNumPanel();
+    }
+    EXPECT_NEAR(Pose().mPos[0], 3.0, 1e-6);
+    // Target (0, 0, -2) is the unit target (0, 0, -1).
+    ExpectNear3(Pose().mTgt, 0, 0, -1, 1e-6);
 }
 
 TEST_F(View3DTest, OpenGLInfoShowsTheDriversLimits) {
