@@ -12,6 +12,7 @@
 #include "View3DPanel_cls.h"
 
 #include <wx/filefn.h>
+#include <wx/filename.h>
 #include <wx/image.h>
 #include <wx/treectrl.h>
 
@@ -154,9 +155,14 @@ TEST_F(View3DTest, DemoProjectShowsItsObjectsOnScreen) {
         wxImage::AddHandler(new wxPNGHandler);
     mpCanvas->Refresh();
     RunLoop(300);
-    wxMkdir("/tmp/v3d");
-    const wxString strPath =
-        wxString(getenv("ORV_FRAME_DIR") ? getenv("ORV_FRAME_DIR") : "/tmp") + "/View3D.png";
+    // Beside the other screenshots of the window tests, to look at.
+#ifdef ORV_BUILD_DIR
+    const wxString strDir = wxString(ORV_BUILD_DIR) + "/ui-screenshots";
+#else
+    const wxString strDir = wxFileName::GetTempDir();
+#endif
+    wxFileName::Mkdir(strDir, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
+    const wxString strPath = strDir + "/view3d-demo.png";
     ASSERT_EQ(system(("import -window root '" + std::string(strPath.utf8_str()) + "'").c_str()), 0);
     wxImage image;
     ASSERT_TRUE(image.LoadFile(strPath, wxBITMAP_TYPE_PNG));
