@@ -11,6 +11,7 @@
 #include "GLInfo_cls.h"
 #include "GLPerspective_cls.h"
 #include "GetPC_cls.h"
+#include "Hittest_cls.h"
 #include "MeshDraw_cls.h"
 #include "MotionBlurCtrl_cls.h"
 #include "Preference_cls.h"
@@ -348,6 +349,36 @@ FBO_cls* FramePasses_cls::GetPCFilterProcessed(FBO_cls* pSource) {
     return pSource;
 }
 
+void FramePasses_cls::ProcHitTest(int cameraType) {
+    const bool bLoupe = mpCView->mCLoupe.GetBodyBOOL();
+    if (!bLoupe && !mbHitTestPending)
+        return;
+    if (mVisibleWidth <= 0 || mVisibleHeight <= 0)
+        return;
+    if (!mpCHittest)
+        mpCHittest = std::make_unique<Hittest_cls>();
+    // The window shows a square cut of the buffer: the mouse goes to the buffer's unit square.
+    const double aspect = static_cast<double>(mVisibleWidth) / mVisibleHeight;
+    const double centreX = 0.5 + (mMouseX - 0.5) * GetModByAspectX();
+    const double centreY = 0.5 + (mMouseY - 0.5) * GetModByAspectY();
+    const int side = GetFitIndex(cameraType, aspect) == 0 ? mVisibleWidth : mVisibleHeight;
+    const double size = msHitTestPixels / side;
+    const std::vector<double> vMinMax = GetVMinMax();
+    const bool bSelect = mbHitTestPending;
+    mpCHittest->HitTestBegin(centreX, centreY, bSelect ? size : size * 8.0, GetViewAngle(), vMinMax[0],
+                             vMinMax[1], bSelect);
+    if (!bSelect)
+        ClearBuffer("GLBG");
+    GLPerspective_cls::SetModelView(mPosDirDrawNow, mPosDirDrawNow);
+    DrawEachFBO(0, bSelect);
+    const wxString strHit = mpCHittest->HitTestEnd();
+    if (!bSelect)
+        return;
+    mStrLastHit = strHit;
+    if (!strHit.empty() && GpCSceneObjCtrl)
+        GpCSceneObjCtrl->Select(strHit, mbHitToggle, true, mbHitToggle);
+}
+
 void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visibleWidth, int visibleHeight,
                                     unsigned int targetFramebuffer) {
     mVisibleWidth = visibleWidth;
@@ -490,7 +521,8 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
     mpCFBOProcessed = nullptr;
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, 0);
     CheckGLError("PAINT END");
-    // The hit test, the navigator, the button and the messages are the 3D view panel's.
+    ProcHitTest(cameraType);
+    // The navigator, the button and the messages are the 3D view panel's.
     CheckGLError("DRAW ON SCREEN");
     glFlush();
     ClearQueue();

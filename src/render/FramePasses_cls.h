@@ -19,6 +19,7 @@
 class Camera_cls;
 class ColorProvider_cls;
 class FBO_cls;
+class Hittest_cls;
 class GLDrawStatus_cls;
 class MeshDraw_cls;
 class TextDraw_cls;
@@ -76,6 +77,26 @@ public:
     // whole, the others fill the window.
     static int GetFitIndex(int cameraType, double aspect);
 
+    // ---- the hit test at the end of a frame ----
+    // The mouse in the window, in unit coordinates (0, 0 bottom left, 1, 1 top right).
+    void SetMousePoint(double x, double y) {
+        mMouseX = x;
+        mMouseY = y;
+    }
+    // The next frame picks the object at the point and selects it (bToggle: shift, which adds
+    // and toggles). Nothing is selected when the point hits no object.
+    void RequestHitTest(double x, double y, bool bToggle) {
+        SetMousePoint(x, y);
+        mbHitTestPending = true;
+        mbHitToggle = bToggle;
+    }
+    // The object that the last pick hit, empty for none.
+    const wxString& GetStrLastHit() const { return mStrLastHit; }
+    // Null until a pick or the loupe first ran.
+    Hittest_cls* GetPCHittest() const { return mpCHittest.get(); }
+    // The side of the pick window in pixels of the window.
+    static constexpr double msHitTestPixels = 5.0;
+
     FBO_cls* GetPCFBOMain() const { return mpCFBOMain.get(); }
     View3D_cls* GetPCView() const { return mpCView; }
     // The number of sub-passes that drew the scene since construction.
@@ -104,6 +125,9 @@ private:
     void DrawGrid();
     // The result of the filter chain over the source.
     FBO_cls* GetPCFilterProcessed(FBO_cls* pSource);
+    // With "Loupe=" on or a pick pending: the scene once more through a small window of the
+    // frustum at the mouse, drawn into the loupe or picked; a hit is selected.
+    void ProcHitTest(int cameraType);
     const ColorProvider_cls& GetColorProvider() const;
 
     View3D_cls* mpCView;
@@ -120,6 +144,10 @@ private:
     FBO_cls* mpCFBOProcessed = nullptr;
     // Used when the process has no colour provider (a bare renderer).
     std::unique_ptr<ColorProvider_cls> mpCDefaultColors;
+    std::unique_ptr<Hittest_cls> mpCHittest;
+    double mMouseX = 0.5;
+    double mMouseY = 0.5;
+    wxString mStrLastHit;
     double mTime = 0.0;
     double mDummyGrey = 0.0;
     long long mDrawCount = 0;

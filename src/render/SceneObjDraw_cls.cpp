@@ -3,6 +3,7 @@
 #include "GLCheckError_cls.h"
 #include "GLDrawStatus_cls.h"
 #include "GLDrawTable_cls.h"
+#include "Hittest_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObjInstance_cls.h"
 #include "SceneObj_cls.h"
@@ -25,7 +26,7 @@ SceneObjDraw_cls::GetVNewPCSortedInstance(SceneObjCtrl_cls* pCtrl, const Positio
             vInstances.push_back(pInstance);
         }
     }
-    // The hit test's table of names is cleared here once the hit test exists.
+    Hittest_cls::ClearReferTable();
     std::stable_sort(vInstances.begin(), vInstances.end(), &SceneObjInstance_cls::ComparePointer);
     return vInstances;
 }
@@ -65,6 +66,7 @@ void SceneObjDraw_cls::GLDrawObjects(SceneObjCtrl_cls* pCtrl, GLDrawStatus_cls& 
         glPushName(i);
         GLDraw(vInstances[i], status, false);
         glPopName();
+        Hittest_cls::SetReferTable(vInstances[i]->mpCSceneObj);
     }
     GLCheckError_cls::CheckGLError("SceneObjCtrl::GLDrawEnd_XRayBegin");
     glDisable(GL_DEPTH_TEST);
