@@ -59,11 +59,11 @@ protected:
         // The first idle of the process reads the start-up layout: it comes before this test's.
         RunLoop(50);
         ASSERT_TRUE(mpMain->OpenProjectMain(wxString(ORV_SOURCE_DIR) + "/examples/demo.ovp", true));
-        // The moon stands beside its planet. (The demo's own line for it, "SetValue", is one that
-        // the project reader does not know yet.)
-        GpCSceneObjCtrl->GetPCFromName("Moon")
-            ->GetPCParamGroup(wxString(), "Position")
-            ->SetInitValue(2, 0, 0);
+        // The demo puts the moon beside its planet.
+        ASSERT_EQ(GpCSceneObjCtrl->GetPCFromName("Moon")
+                      ->GetPCParamGroup(wxString(), "Position")
+                      ->GetVInterpolatedValue(0.0, true, nullptr, false)[0],
+                  2.0);
         ReadFrameLayout(kViewLayout);
         FindPanels();
         Settle();
