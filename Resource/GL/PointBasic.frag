@@ -1,6 +1,6 @@
 #version 130
-// The point's colour from the colour curve, lit as a small sphere, its shape from its image;
-// output with premultiplied alpha.
+// The point's colour from the colour table, lit as a small sphere (a disc) or flat (a square),
+// its shape from its image; output with premultiplied alpha.
 #define MAX_LIGHT_RECIEVE 7
 uniform int lightNumber;
 uniform int lightRecieve[MAX_LIGHT_RECIEVE];
@@ -11,13 +11,14 @@ varying vec2 vCurve;
 varying float vAlpha;
 varying vec3 vEyePosition;
 flat in int vImage;
+flat in int vSquare;
 //##FUNC_FOG_EFFECT##
 //##FUNC_ENSEMBLE_DITHERING##
 void main() {
     vec2 pc = gl_PointCoord * 2.0 - 1.0;
     float r2 = dot(pc, pc);
     float shape = 1.0;
-    if (vImage == 0 && r2 > 1.0)
+    if (vSquare == 0 && vImage == 0 && r2 > 1.0)
         discard;
     if (vImage == 1)
         shape = texture2D(textureImage[0], gl_PointCoord).a;
@@ -26,7 +27,7 @@ void main() {
     else if (vImage == 3)
         shape = texture2D(textureImage[2], gl_PointCoord).a;
     vec4 c = texture2D(textureColorCurve, vCurve);
-    vec3 n = vec3(pc.x, -pc.y, sqrt(max(1.0 - r2, 0.0)));
+    vec3 n = vSquare != 0 ? vec3(0.0, 0.0, 1.0) : vec3(pc.x, -pc.y, sqrt(max(1.0 - r2, 0.0)));
     float light = lightNumber > 0 ? 0.0 : 1.0;
     for (int i = 0; i < MAX_LIGHT_RECIEVE; ++i) {
         if (i >= lightNumber || lightRecieve[i] == 0)

@@ -39,6 +39,7 @@ enum ProgramIndex_enum {
     PRG_SVTriangleMeshHF,
     PRG_StreamlineBasic,
     PRG_StreamlineTriangles,
+    PRG_PointPseudoSphere,
 };
 
 struct ProgramRow_cls {
@@ -155,17 +156,18 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
          true,
          true,
          {"lightNumber", "lightRecieve", "textureColorCurve", "textureImage", "viewport", "baseDistance",
-          "dissolveMode"},
+          "dissolveMode", "pointSizeFactor", "alphaCrit"},
          {"pointSize", "colorCurveS", "colorCurveT", "filterAlpha", "paramBit"}},
         {"PointBillboard",
          "GL/PointBillboard",
          true,
          true,
          {"lightNumber", "lightRecieve", "textureColorCurve", "textureImage", "dissolveMode",
-          "baseInvModelMatrix", "modelInvBaseMatrix", "baseInvMatrix", "rotationMatrix", "twistMode"},
+          "baseInvModelMatrix", "modelInvBaseMatrix", "baseInvMatrix", "rotationMatrix", "twistMode",
+          "viewport", "alphaCrit"},
          {"pointSize", "colorCurveS", "colorCurveT", "filterAlpha", "paramBit", "twistID"}},
         {"SphereGouraud", "GL/SphereGouraud", true, true, sphere, curveST},
-        {"SpherePhong", "GL/SpherePhong", true, true, with(sphere, {"bFlat"}), curveST},
+        {"SpherePhong", "GL/SpherePhong", true, true, with(sphere, {"bFlat", "normalMode"}), curveST},
         {"SphereToon",
          "GL/SphereToon",
          true,
@@ -197,6 +199,14 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
           "viewport", "mappingType", "useClip", "clipBoxMin", "clipBoxMax", "matrix16", "smoothWidth",
           "thinningFactor"},
          {}},
+        // The ray-cast sphere of a point: PointBasic's inputs, its own sources.
+        {"PointPseudoSphere",
+         "GL/PointPseudoSphere",
+         true,
+         true,
+         {"lightNumber", "lightRecieve", "textureColorCurve", "textureImage", "viewport", "dissolveMode",
+          "alphaCrit"},
+         {"pointSize", "colorCurveS", "colorCurveT", "filterAlpha", "paramBit"}},
     };
     return table;
 }
@@ -585,6 +595,22 @@ void ShaderCtrl_cls::BeginPointBasic(PointBasicParam_cls* p) {
     glUniform4fv(item.GetLocation(4), 1, p->mViewport);
     glUniform1f(item.GetLocation(5), p->mBaseDistance);
     glUniform1i(item.GetLocation(6), p->mDissolveMode);
+    glUniform1f(item.GetLocation(7), p->mPointSizeFactor);
+    glUniform1f(item.GetLocation(8), p->mAlphaCrit);
+}
+
+void ShaderCtrl_cls::BeginPointPseudoSphere(PointBasicParam_cls* p) {
+    ShaderItem_cls& item = Item(PRG_PointPseudoSphere);
+    if (!Prepare(item) || !p)
+        return;
+    SetEnsembleAndFog(item, *p);
+    glUniform1i(item.GetLocation(0), p->mLightNumber);
+    glUniform1iv(item.GetLocation(1), 7, kLightRecieve);
+    glUniform1i(item.GetLocation(2), 0);
+    glUniform1iv(item.GetLocation(3), 3, kPointImageUnits);
+    glUniform4fv(item.GetLocation(4), 1, p->mViewport);
+    glUniform1i(item.GetLocation(5), p->mDissolveMode);
+    glUniform1f(item.GetLocation(6), p->mAlphaCrit);
 }
 
 void ShaderCtrl_cls::BeginPointBillboard(PointBillboardParam_cls* p) {
@@ -604,6 +630,8 @@ void ShaderCtrl_cls::BeginPointBillboard(PointBillboardParam_cls* p) {
     glUniformMatrix4fv(item.GetLocation(7), 1, GL_FALSE, p->mBaseInvMatrix);
     glUniformMatrix4fv(item.GetLocation(8), 1, GL_FALSE, rotation);
     glUniform1i(item.GetLocation(9), p->mTwistMode);
+    glUniform4fv(item.GetLocation(10), 1, p->mViewport);
+    glUniform1f(item.GetLocation(11), p->mAlphaCrit);
 }
 
 void ShaderCtrl_cls::BeginSphere(int index, SphereGouraudParam_cls* p) {
@@ -621,8 +649,10 @@ void ShaderCtrl_cls::BeginSphere(int index, SphereGouraudParam_cls* p) {
     glUniform1iv(item.GetLocation(first + 3), 3, kPointImageUnits);
     glUniform1i(item.GetLocation(first + 4), p->mUseTexAlpha);
     glUniform1i(item.GetLocation(first + 5), p->mDissolveMode);
-    if (index == PRG_SpherePhong)
+    if (index == PRG_SpherePhong) {
         glUniform1i(item.GetLocation(6), static_cast<SpherePhongParam_cls*>(p)->mbFlat);
+        glUniform1i(item.GetLocation(7), static_cast<SpherePhongParam_cls*>(p)->mNormalMode);
+    }
     if (index == PRG_SphereToon) {
         glUniform1f(item.GetLocation(7), static_cast<SphereToonParam_cls*>(p)->mEdgeThreshold);
         glUniform1i(item.GetLocation(8), static_cast<SphereToonParam_cls*>(p)->mbFlat);

@@ -43,6 +43,8 @@ public:
     // keeps the uniforms of the last draw (the sphere walk switches programs per particle).
     void BeginPointBasic(PointBasicParam_cls* pParams);
     void BeginPointBillboard(PointBillboardParam_cls* pParams);
+    // The ray-cast sphere of a point ("PseudoSphere"): writes each fragment's true depth.
+    void BeginPointPseudoSphere(PointBasicParam_cls* pParams);
     void BeginSphereGouraud(SphereGouraudParam_cls* pParams);
     void BeginSpherePhong(SpherePhongParam_cls* pParams);
     void BeginSphereToon(SphereToonParam_cls* pParams);
