@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <vector>
 
 namespace {
@@ -262,10 +263,11 @@ void ParticleDraw_cls::UpdateColorTable(Particle_cls& obj, Object_cls& o,
             auto* pCurve = static_cast<ColorCurve_cls*>(obj.GetPCAttributeFromAttribName(
                 "ColorCurve_cls", static_cast<int>(p->mCColorCurveIndex.GetBodyINT())));
             if (pCurve) {
-                pCurve->PrepareTexture(false, 1.f, false);
+                // The preparation maps the data value over the curve's range already: the rows hold
+                // the curve over its own domain.
                 vCurve[r] = pCurve;
                 strStamp << wxString::Format(";%p:", static_cast<const void*>(pCurve))
-                         << pCurve->mStrTextureDigest << ":" << pCurve->mUploadCounter;
+                         << pCurve->ParamGroup_cls::GetStrProcCounter();
             }
         }
         strStamp << wxString::Format(";%.9g", vAlpha[r]);
@@ -274,15 +276,30 @@ void ParticleDraw_cls::UpdateColorTable(Particle_cls& obj, Object_cls& o,
         return;
     o.mStrTableStamp = strStamp;
     std::vector<float> vTable(static_cast<size_t>(rows) * kTableWidth * 4, 1.f);
+    std::map<ColorCurve_cls*, std::vector<float>> mapTexel;
     for (int r = 0; r < rows; ++r) {
         float* pRow = vTable.data() + static_cast<size_t>(r) * kTableWidth * 4;
-        const ColorCurve_cls* pCurve = vCurve[r];
+        ColorCurve_cls* pCurve = vCurve[r];
+        std::vector<float>* pTexel = nullptr;
+        if (pCurve) {
+            // The curve at i / 1025, as its own texels stand (the last just below 1); once per curve.
+            pTexel = &mapTexel[pCurve];
+            if (pTexel->empty()) {
+                pTexel->resize(static_cast<size_t>(kTableWidth) * 4);
+                for (int i = 0; i < kTableWidth; ++i) {
+                    std::vector<double> v = pCurve->GetVInterpolatedValue(i / 1025.0, true, nullptr, false);
+                    v.resize(4, 1.0);
+                    ColorCurve_cls::TrimColorVector(v);
+                    for (int c = 0; c < 4; ++c)
+                        (*pTexel)[4 * static_cast<size_t>(i) + c] = static_cast<float>(v[c]);
+                }
+            }
+        }
+        // "Constant Color": white; the material's alpha on both.
         for (int i = 0; i < kTableWidth; ++i) {
             float* px = pRow + 4 * i;
-            // "Constant Color": white, the curve otherwise; the material's alpha on both.
-            if (pCurve && pCurve->mVTextureBytes.size() >= static_cast<size_t>(4 * kTableWidth))
-                for (int c = 0; c < 4; ++c)
-                    px[c] = pCurve->mVTextureBytes[4 * static_cast<size_t>(i) + c] / 255.f;
+            if (pTexel)
+                std::copy(pTexel->data() + 4 * i, pTexel->data() + 4 * i + 4, px);
             px[3] *= vAlpha[r];
         }
     }

@@ -22,8 +22,10 @@
 #include <epoxy/gl.h>
 
 #include <cmath>
+#include <cstring>
 #include <fstream>
 #include <functional>
+#include <random>
 #include <sstream>
 
 namespace {
@@ -125,9 +127,9 @@ protected:
         pCurve->GetPCRange()->SetInitValue(r0, r1);
         return pCurve;
     }
-    // Colour by x through a curve from red (left edge) to blue (right edge), opaque.
-    static void ColourByX(Particle_cls* p, int m = 0) {
-        SetCurve(p, {{0, 1, 0, 0, 1}, {1, 0, 0, 1, 1}}, -kSize / 2, kSize / 2);
+    // Colour by x through a curve from red (at x0 and left) to blue (at x1 and right), opaque.
+    static void ColourByX(Particle_cls* p, double x0, double x1, int m = 0) {
+        SetCurve(p, {{0, 1, 0, 0, 1}, {1, 0, 0, 1, 1}}, x0, x1);
         Set(Mat(p, m)->mCColorCurveType, "1");
         Set(Mat(p, m)->mCColorCurveDepend, "6");
     }
@@ -224,5 +226,173 @@ TEST_F(ParticleDrawTest, EachDrawTypePutsItsParticlesOnTheirPixels) {
         // Nothing anywhere else.
         EXPECT_TRUE(IsEmpty(At(32, 5)));
         EXPECT_TRUE(IsEmpty(At(2, 60)));
+    }
+}
+
+TEST_F(ParticleDrawTest, OverlappingImposterSpheresMeetWhereTheirSurfacesDo) {
+    // A (left, red) and B (right, blue, nearer by 3). B comes first in the data, so without true
+    // depth per fragment the later A would cover B, or the flat sprites would cut straight.
+    const float r = 16.f;
+    const float ax = -6.f, bx = 6.f, bz = 3.f;
+    Particle_cls* p = AddParticles("Imposter", {{bx, 0.f, bz, 0, r}, {ax, 0.f, 0.f, 0, r}});
+    Set(Mat(p)->mCShaderTypePoint, "2");
+    ColourByX(p, ax, bx);
+    Draw(p);
+    int checked = 0, nearA = 0, nearB = 0;
+    for (int y = 0; y < kSize; ++y) {
+        for (int x = 0; x < kSize; ++x) {
+            const double wx = World(x), wy = World(y);
+            const double dA = r * r - (wx - ax) * (wx - ax) - wy * wy;
+            const double dB = r * r - (wx - bx) * (wx - bx) - wy * wy;
+            if (dA < 2.0 * r || dB < 2.0 * r)
+                continue; // outside the overlap, or at an outline
+            const double zA = std::sqrt(dA), zB = bz + std::sqrt(dB);
+            if (std::fabs(zA - zB) < 1.0)
+                continue; // at the arc where they meet
+            SCOPED_TRACE(x * 100 + y);
+            const Pixel_cls px = At(x, y);
+            if (zA > zB) {
+                EXPECT_GT(px.r, px.b + 0.5f) << "A is nearer here";
+                ++nearA;
+            } else {
+                EXPECT_GT(px.b, px.r + 0.5f) << "B is nearer here";
+                ++nearB;
+            }
+            ++checked;
+        }
+    }
+    EXPECT_GT(nearA, 20);
+    EXPECT_GT(nearB, 20);
+    // The depth written at A's centre is that of A's front, not of a flat sprite.
+    const double cx = World(static_cast<int>(ax) + kSize / 2) - ax, cy = World(kSize / 2);
+    const double zFront = std::sqrt(r * r - cx * cx - cy * cy); // eye z of A's front there
+    EXPECT_NEAR(ReadDepth(static_cast<int>(ax) + kSize / 2, kSize / 2), 0.5 - zFront / 4000.0, 1e-5);
+    std::cout << checked << " pixels of the overlap checked\n";
+}
+
+TEST_F(ParticleDrawTest, ValueThroughTheColourCurveGivesTheCurvesColour) {
+    // Points coloured by their z over the range 0 to 1025: z = k + 0.5 reads texel k, which holds
+    // the curve at k / 1025.
+    const int kTexel[] = {0, 100, 300, 512, 700, 1000, 1024};
+    std::vector<Atom_cls> vAtom;
+    for (size_t i = 0; i < std::size(kTexel); ++i)
+        vAtom.push_back({World(4 + 8 * static_cast<int>(i)), World(32), kTexel[i] + 0.5f, 0, 5.f});
+    Particle_cls* p = AddParticles("Curve", vAtom);
+    ColorCurve_cls* pCurve = SetCurve(
+        p,
+        {{0, 0.1, 0.9, 0.2, 1}, {0.3, 0.8, 0.3, 0.05, 1}, {0.55, 0.2, 0.5, 1.0, 1}, {1, 1.0, 0.95, 0.6, 1}},
+        0, 1025);
+    Set(Mat(p)->mCColorCurveType, "1");
+    Set(Mat(p)->mCColorCurveDepend, "8"); // "Z depend"
+    Draw(p);
+    for (size_t i = 0; i < std::size(kTexel); ++i) {
+        SCOPED_TRACE(kTexel[i]);
+        const std::vector<double> v = pCurve->GetVInterpolatedValue(kTexel[i] / 1025.0, true, nullptr, false);
+        ASSERT_GE(v.size(), 3u);
+        const Pixel_cls px = At(4 + 8 * static_cast<int>(i), 32);
+        const float tol = 1.f / 255.f + 1e-4f;
+        EXPECT_NEAR(px.r, std::clamp(v[0], 0.0, 1.0), tol);
+        EXPECT_NEAR(px.g, std::clamp(v[1], 0.0, 1.0), tol);
+        EXPECT_NEAR(px.b, std::clamp(v[2], 0.0, 1.0), tol);
+        EXPECT_NEAR(px.a, 1.f, tol);
+    }
+}
+
+TEST_F(ParticleDrawTest, TwoPassDrawsTheSecondListBehindWithoutWritingDepth) {
+    // Type 1 is additive (the second list) and nearer; it comes first in the data.
+    const int x = 20, y = 30;
+    Particle_cls* p =
+        AddParticles("TwoPass", {{World(x), World(y), 10.f, 1, 7.f}, {World(x), World(y), 0.f, 0, 7.f}});
+    p->AddMaterialCommand();
+    ASSERT_EQ(p->GetNumMaterial(), 2);
+    // By "Index depend" over 0 to 1: the near particle (element 0) red, the far one blue.
+    SetCurve(p, {{0, 1, 0, 0, 1}, {1, 0, 0, 1, 1}}, 0, 1);
+    for (int m = 0; m < 2; ++m) {
+        Set(Mat(p, m)->mCColorCurveType, "1");
+        Set(Mat(p, m)->mCColorCurveDepend, "0");
+    }
+    Set(Mat(p, 1)->mCBlendType, "1");
+    const double depthFar = 0.5 - 0.0 / 4000.0, depthNear = 0.5 - 10.0 / 4000.0;
+    struct Case {
+        const char* name;
+        const char* twoPass;
+        bool bBoth;   // both colours add up at the pixel
+        double depth; // what stands in the depth buffer afterwards
+    };
+    const Case cases[] = {
+        {"one pass: the near additive particle hides the far one", "0", false, depthNear},
+        {"two pass: the far opaque particle first, the other over it", "1", true, depthFar}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Set(p->mCTwoPass, c.twoPass);
+        Draw(p);
+        const Pixel_cls px = At(x, y);
+        EXPECT_GT(px.r, 0.9f) << "the near particle shows";
+        EXPECT_EQ(px.b > 0.9f, c.bBoth) << "the far one shows through";
+        EXPECT_NEAR(ReadDepth(x, y), c.depth, 1e-4);
+    }
+}
+
+TEST_F(ParticleDrawTest, BatchesGiveTheSamePictureAsOneBuffer) {
+    // Many overlapping points of three materials (two programs, two blendings), in data order.
+    std::vector<Atom_cls> vAtom;
+    std::mt19937 rng(7);
+    std::uniform_real_distribution<float> pos(-30.f, 30.f), size(1.f, 6.f);
+    for (int i = 0; i < 700; ++i)
+        vAtom.push_back({pos(rng), pos(rng), pos(rng), i % 3, size(rng)});
+    Particle_cls* p = AddParticles("Batches", vAtom);
+    p->AddMaterialCommand();
+    p->AddMaterialCommand();
+    ColourByX(p, -30, 30, 0);
+    Set(Mat(p, 1)->mCShaderTypePoint, "1");
+    Set(Mat(p, 2)->mCBlendType, "1");
+    Set(Mat(p, 2)->mCShaderTypePoint, "2");
+    Draw(p);
+    ASSERT_FALSE(mpDraw->WasLarge(p));
+    const std::vector<Pixel_cls> vNormal = mVFrame;
+    EXPECT_GT(CountDrawn(), 1000);
+    for (int batch : {64, 100, 699}) {
+        SCOPED_TRACE(batch);
+        mpDraw->mBatchOverride = batch;
+        Draw(p);
+        EXPECT_TRUE(mpDraw->WasLarge(p));
+        EXPECT_EQ(mpDraw->GetNumBatches(p), (700 + batch - 1) / batch);
+        int differ = 0;
+        for (size_t i = 0; i < vNormal.size(); ++i)
+            differ += std::memcmp(&vNormal[i], &mVFrame[i], sizeof(Pixel_cls)) != 0 ? 1 : 0;
+        EXPECT_EQ(differ, 0) << "pixels that differ from the drawing in one buffer";
+    }
+}
+
+TEST_F(ParticleDrawTest, AFrameWhoseDataDidNotChangeUploadsNothing) {
+    std::vector<Atom_cls> vAtom;
+    for (int i = 0; i < 40; ++i)
+        vAtom.push_back({World(i + 10), World(20 + i % 5), 0.f, i / 10, 2.f});
+    struct Case {
+        const char* name;
+        int base;
+    };
+    for (const Case& c : {Case{"points", 0}, Case{"spheres", 2}}) {
+        SCOPED_TRACE(c.name);
+        Particle_cls* p = AddParticles(wxString("Still") << c.base, vAtom);
+        for (int m = 1; m < 4; ++m)
+            p->AddMaterialCommand();
+        for (int m = 0; m < 4; ++m)
+            Set(Mat(p, m)->mCBaseType, wxString::Format("%d", c.base));
+        Draw(p);
+        const size_t first = mpDraw->GetUploadedBytes(p);
+        EXPECT_GE(first, 40u * 4u);
+        const std::vector<Pixel_cls> vFirst = mVFrame;
+        Draw(p);
+        EXPECT_EQ(mpDraw->GetUploadedBytes(p), first) << "the same frame again";
+        EXPECT_EQ(0, std::memcmp(vFirst.data(), mVFrame.data(), vFirst.size() * sizeof(Pixel_cls)));
+        if (c.base == 2) {
+            // Types in runs of ten: one instanced draw per run of a material.
+            EXPECT_EQ(mpDraw->GetSphereDrawCalls(p), 4);
+        }
+        // A material edit rebuilds what depends on it.
+        Set(Mat(p, 1)->mCBlendType, "1");
+        Draw(p);
+        EXPECT_GT(mpDraw->GetUploadedBytes(p), first);
     }
 }
