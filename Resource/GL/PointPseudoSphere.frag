@@ -13,6 +13,7 @@ varying float vAlpha;
 flat in vec3 vCenter;
 flat in float vRadius;
 flat in int vImage;
+//##FUNC_SPOT_EFFECT##
 //##FUNC_FOG_EFFECT##
 //##FUNC_ENSEMBLE_DITHERING##
 void main() {
@@ -42,17 +43,22 @@ void main() {
     else if (vImage == 3)
         shape = texture2D(textureImage[2], tc).a;
     vec4 col = texture2D(textureColorCurve, vCurve);
-    float light = lightNumber > 0 ? 0.0 : 1.0;
+    // Lit as the sphere meshes are: ambient, diffuse and a highlight of each light.
+    vec3 light = lightNumber > 0 ? vec3(0.0) : vec3(1.0);
+    vec3 specular = vec3(0.0);
+    vec3 v = normalize(-p);
     for (int i = 0; i < MAX_LIGHT_RECIEVE; ++i) {
         if (i >= lightNumber || lightRecieve[i] == 0)
             continue;
         vec3 l = normalize(gl_LightSource[i].position.xyz - p * gl_LightSource[i].position.w);
-        light += max(dot(n, l), 0.0);
+        float spot = SpotEffect(i, p);
+        light += gl_LightSource[i].ambient.rgb + spot * gl_LightSource[i].diffuse.rgb * max(dot(n, l), 0.0);
+        specular += spot * gl_LightSource[i].specular.rgb * pow(max(dot(reflect(-l, n), v), 0.0), 32.0);
     }
     float alpha = col.a * vAlpha * shape;
     if (dissolveMode > 0) {
         //##APPLY_ENSEMBLE_DITHERING##
     }
-    vec4 outColor = FogEffect(vec4(col.rgb * light, alpha), gl_FragDepth);
+    vec4 outColor = FogEffect(vec4(col.rgb * light + specular, alpha), gl_FragDepth);
     gl_FragColor = vec4(outColor.rgb * outColor.a, outColor.a);
 }

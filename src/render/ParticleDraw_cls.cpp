@@ -177,11 +177,12 @@ ParticleDrawSetting_cls ParticleDraw_cls::GetSetting(Particle_cls& obj, double n
 wxString ParticleDraw_cls::GetStrProblem(Particle_cls& obj) {
     const wxString strObj = "Particle object \"" + obj.GetStrName() + "\": ";
     const ParticleForRender_cls* pSet = obj.mpCCurrent.get();
-    if (!pSet || pSet->mNumber <= 0)
+    const ParticleSnap_cls* pSnap = pSet ? obj.mCSequence.GetPCSnap(pSet->mLastStep) : nullptr;
+    // An empty step stands in the cache as random substitute data; the drawing shows none of it.
+    if (!pSet || pSet->mNumber <= 0 || (pSnap && pSnap->mReadFile == "#DefaultData"))
         return strObj + "the frame has no particles; nothing is drawn.";
     const int nCurve = obj.GetNumAttribute("ColorCurve_cls");
     const int textureNum = static_cast<int>(obj.mCTextureNum.GetBodyINT());
-    const ParticleSnap_cls* pSnap = obj.mCSequence.GetPCSnap(pSet->mLastStep);
     for (int m = 0; m < std::min(ParticleDrawSetting_cls::kMaterialMax, obj.GetNumMaterial()); ++m) {
         MaterialParticle_cls* p = obj.GetPCMaterialParticle(m);
         const wxString strMat = wxString::Format("material %d (\"%s\") ", m, p->GetStrName());

@@ -396,3 +396,113 @@ TEST_F(ParticleDrawTest, AFrameWhoseDataDidNotChangeUploadsNothing) {
         EXPECT_GT(mpDraw->GetUploadedBytes(p), first);
     }
 }
+
+TEST_F(ParticleDrawTest, FramesThatCannotBeDrawnSayWhyOnceAndDrawNothing) {
+    struct Case {
+        const char* name;
+        const char* log; // a piece of the one line
+        std::function<void(Particle_cls*, const wxString& strDir)> spoil;
+    };
+    const Case cases[] = {
+        {"curve index past the curves", "uses colour curve 3",
+         [](Particle_cls* p, const wxString&) {
+             Set(Mat(p)->mCColorCurveType, "1");
+             Set(Mat(p)->mCColorCurveIndex, "3");
+         }},
+        {"image file missing", "which does not exist",
+         [](Particle_cls* p, const wxString& strDir) {
+             Set(p->mCTexturePath0, strDir + "/no-such-image.png");
+             Set(Mat(p)->mCTextureType, "1");
+         }},
+        {"image slot not named", "which the object does not name",
+         [](Particle_cls* p, const wxString&) {
+             Set(Mat(p)->mCTextureType, "1");
+             Set(Mat(p)->mCTextureIndex, "2");
+         }},
+        {"colour by a column the format lacks", "colours by Value1",
+         [](Particle_cls* p, const wxString&) {
+             Set(Mat(p)->mCColorCurveType, "1");
+             Set(Mat(p)->mCColorCurveDepend, "4");
+         }},
+        {"a sequence without particles", "has no particles",
+         [](Particle_cls* p, const wxString& strDir) {
+             ASSERT_TRUE(WriteBytes(strDir + "/Empty0000.txt", "0\n0\n"));
+             Set(p->mCPath, strDir + "/Empty0000.txt");
+         }},
+        {"base types mixed", "",
+         [](Particle_cls* p, const wxString&) {
+             p->AddMaterialCommand();
+             Set(Mat(p, 1)->mCBaseType, "2");
+         }},
+    };
+    int index = 0;
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const wxString strName = wxString::Format("Bad%d", index++);
+        Particle_cls* p =
+            AddParticles(strName, {{World(20), World(20), 0.f, 0, 6.f}, {World(40), World(44), 0.f, 0, 6.f}});
+        Draw(p);
+        ASSERT_FALSE(IsEmpty(At(20, 20))) << "a good frame first";
+        LogCapture_cls log;
+        c.spoil(p, mDir.mStrPath);
+        for (int pass = 0; pass < 2; ++pass) {
+            Draw(p);
+            EXPECT_EQ(CountDrawn(), 0) << "nothing, and nothing of the frame before";
+        }
+        int lines = 0;
+        for (const wxString& line : log.mVStrLines)
+            lines += line.Contains("Particle object \"" + strName + "\"") ? 1 : 0;
+        if (*c.log) {
+            EXPECT_EQ(lines, 1) << "one line for both draws";
+            EXPECT_TRUE(log.Contains(c.log));
+        }
+        p->mCVisible.SetBodyFromDataBOOL(false);
+    }
+}
+
+TEST_F(ParticleDrawTest, LammpsDumpDrawsItsAtomsThroughTheFramePasses) {
+    // The Lennard-Jones melt of LAMMPS (256 atoms in a box of 6.72), seen through the view's passes
+    // from the front: atoms where they project, background where none can.
+    mpView = std::make_unique<View3D_cls>();
+    mpPasses = std::make_unique<FramePasses_cls>(mpView.get());
+    mpView->mCBufSizeIdx.SetBodyFromData("0");
+    mpView->mCDispGrid.SetBodyFromData("0");
+    mpView->mCDispLightCam.SetBodyFromData("0");
+    GpCSceneObjCtrl->GetPCFromName("Box")->mCVisible.SetBodyFromDataBOOL(false);
+    Particle_cls* p = dynamic_cast<Particle_cls*>(
+        GpCSceneObjCtrl->GetPCFromName(GpCSceneObjCtrl->AppendSceneObjCommand("Particle", "Melt")));
+    ASSERT_NE(p, nullptr);
+    p->mCFormat.mCDataType.SetBodyFromData("0");
+    p->mCFormat.UpdateHeaderCommand(
+        "Dummy::##::Time::##::Dummy::##::ParticleNumber::##::Dummy::##::BoxBounds::##::Dummy");
+    p->mCFormat.UpdateBodyCommand("ID::##::Type::##::XYZ");
+    p->mCPath.SetBodyFromData(wxString(ORV_TEST_DATA_DIR) + "/lammps/dump.melt.0000.txt");
+    Set(Mat(p)->mCShaderTypePoint,
+        "2"); // ray-cast spheres: the dump has no sizes, so the factor is the radius
+    p->GetPCMaterialParticle(0)->GetPCParamGroup("SizeFactor")->SetInitValue(0.5, 1.0);
+    GpCSceneObjCtrl->Select("", false, false, false);
+    PositionAndDirection_cls pose;
+    pose.mPos[0] = 3.36, pose.mPos[1] = 3.36, pose.mPos[2] = 20;
+    const double tgt[3] = {0, 0, -1}, top[3] = {0, 1, 0};
+    for (int i = 0; i < 3; ++i)
+        pose.mTgt[i] = tgt[i], pose.mTop[i] = top[i];
+    pose.Normalize();
+    mpView->SetPosDir(pose);
+    FBO_cls target(256, 256, nullptr);
+    target.SetGeometryFBO(256, 256);
+    target.MakeFBO(true, false);
+    mpPasses->PaintDirectly(256, 256, 256, 256, target.GetFramebuffer());
+    FBO_cls* pMain = mpPasses->GetPCFBOMain();
+    ReadTexture(pMain->GetTexture(), pMain->GetWidth(), pMain->GetHeight());
+    ASSERT_EQ(p->mpCCurrent->mNumber, 256);
+    // The box of atoms covers the middle of the picture and nothing near the edges.
+    const Pixel_cls bg = At(5, 5);
+    int covered = 0;
+    for (int y = 100; y < 156; ++y)
+        for (int x = 100; x < 156; ++x)
+            covered += PixelNear(At(x, y), bg.r, bg.g, bg.b, bg.a, 0.02f) ? 0 : 1;
+    EXPECT_GT(covered, 56 * 56 / 3) << "atoms fill the middle";
+    for (int x : {5, 250})
+        for (int y : {5, 128, 250})
+            EXPECT_TRUE(PixelNear(At(x, y), bg.r, bg.g, bg.b, bg.a, 0.02f)) << x << "," << y;
+}
