@@ -1,14 +1,12 @@
 #version 130
-// The point's colour from the colour table, lit as a small sphere (a disc) or flat (a square),
+// The point's colour (from the colour table, by the vertex), lit as a small sphere (a disc) or flat (a square),
 // its shape from its image; output with premultiplied alpha.
 #define MAX_LIGHT_RECIEVE 7
 uniform int lightNumber;
 uniform int lightRecieve[MAX_LIGHT_RECIEVE];
-uniform sampler2D textureColorCurve;
 uniform sampler2D textureImage[3];
 uniform int dissolveMode;
-varying vec2 vCurve;
-varying float vAlpha;
+flat in vec4 vColor;
 varying vec3 vEyePosition;
 flat in int vImage;
 flat in int vSquare;
@@ -26,7 +24,7 @@ void main() {
         shape = texture2D(textureImage[1], gl_PointCoord).a;
     else if (vImage == 3)
         shape = texture2D(textureImage[2], gl_PointCoord).a;
-    vec4 c = texture2D(textureColorCurve, vCurve);
+    vec4 c = vColor;
     vec3 n = vSquare != 0 ? vec3(0.0, 0.0, 1.0) : vec3(pc.x, -pc.y, sqrt(max(1.0 - r2, 0.0)));
     float light = lightNumber > 0 ? 0.0 : 1.0;
     for (int i = 0; i < MAX_LIGHT_RECIEVE; ++i) {
@@ -35,7 +33,7 @@ void main() {
         vec3 l = normalize(gl_LightSource[i].position.xyz - vEyePosition * gl_LightSource[i].position.w);
         light += max(dot(n, l), 0.0);
     }
-    float alpha = c.a * vAlpha * shape;
+    float alpha = c.a * shape;
     if (dissolveMode > 0) {
         //##APPLY_ENSEMBLE_DITHERING##
     }

@@ -8,13 +8,14 @@ uniform vec4 viewport;
 uniform float baseDistance;
 uniform float pointSizeFactor;
 uniform float alphaCrit;
+uniform sampler2D textureColorCurve;
 attribute float pointSize;
 attribute float colorCurveS;
 attribute float colorCurveT;
 attribute float filterAlpha;
 in int paramBit;
-varying vec2 vCurve;
-varying float vAlpha;
+// The colour of the whole point, looked up once here.
+flat out vec4 vColor;
 varying vec3 vEyePosition;
 flat out int vImage;
 flat out int vSquare;
@@ -30,8 +31,8 @@ void main() {
         px = 1.0;
     }
     gl_PointSize = px;
-    vCurve = vec2(colorCurveS, colorCurveT);
-    vAlpha = a;
+    vColor = texture2DLod(textureColorCurve, vec2(colorCurveS, colorCurveT), 0.0);
+    vColor.a *= a;
     vImage = (paramBit >> 1) & 3;
     vSquare = (paramBit >> 3) & 1;
     gl_Position = gl_ProjectionMatrix * eye;

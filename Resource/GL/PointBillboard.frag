@@ -2,14 +2,12 @@
 // The billboard's square met along this pixel's view ray: its image (or the plain square) in the
 // colour of the colour table, at its true depth; premultiplied alpha.
 #define MAX_LIGHT_RECIEVE 7
-uniform vec4 viewport;
 uniform int lightNumber;
 uniform int lightRecieve[MAX_LIGHT_RECIEVE];
-uniform sampler2D textureColorCurve;
 uniform sampler2D textureImage[3];
 uniform int dissolveMode;
-varying vec2 vCurve;
-varying float vAlpha;
+flat in vec4 vColor;
+flat in float vHalfExtent;
 flat in vec3 vCenter;
 flat in vec3 vAxisU;
 flat in vec3 vAxisV;
@@ -18,11 +16,11 @@ flat in int vImage;
 //##FUNC_FOG_EFFECT##
 //##FUNC_ENSEMBLE_DITHERING##
 void main() {
-    vec2 ndc = (gl_FragCoord.xy - viewport.xy) / viewport.zw * 2.0 - 1.0;
-    vec4 nearP = gl_ProjectionMatrixInverse * vec4(ndc, -1.0, 1.0);
-    vec4 farP = gl_ProjectionMatrixInverse * vec4(ndc, 1.0, 1.0);
-    vec3 o = nearP.xyz / nearP.w;
-    vec3 d = normalize(farP.xyz / farP.w - o);
+    vec2 pc = vec2(gl_PointCoord.x * 2.0 - 1.0, 1.0 - gl_PointCoord.y * 2.0);
+    vec3 q = vCenter + vec3(pc * vHalfExtent, 0.0);
+    bool perspective = gl_ProjectionMatrix[3][3] == 0.0;
+    vec3 o = perspective ? vec3(0.0) : q;
+    vec3 d = perspective ? normalize(q) : vec3(0.0, 0.0, -1.0);
     vec3 n = cross(vAxisU, vAxisV);
     float denom = dot(d, n);
     if (abs(denom) < 1e-6)
@@ -32,8 +30,9 @@ void main() {
     vec2 local = vec2(dot(p - vCenter, vAxisU), dot(p - vCenter, vAxisV)) / vHalf;
     if (abs(local.x) > 1.0 || abs(local.y) > 1.0)
         discard;
-    vec4 clip = gl_ProjectionMatrix * vec4(p, 1.0);
-    gl_FragDepth = (gl_DepthRange.diff * (clip.z / clip.w) + gl_DepthRange.near + gl_DepthRange.far) * 0.5;
+    float zc = gl_ProjectionMatrix[2][2] * p.z + gl_ProjectionMatrix[3][2];
+    float wc = gl_ProjectionMatrix[2][3] * p.z + gl_ProjectionMatrix[3][3];
+    gl_FragDepth = (gl_DepthRange.diff * (zc / wc) + gl_DepthRange.near + gl_DepthRange.far) * 0.5;
     vec2 tc = local * 0.5 + 0.5;
     vec4 image = vec4(1.0);
     if (vImage == 1)
@@ -42,7 +41,7 @@ void main() {
         image = texture2D(textureImage[1], tc);
     else if (vImage == 3)
         image = texture2D(textureImage[2], tc);
-    vec4 c = texture2D(textureColorCurve, vCurve) * image;
+    vec4 c = vColor * image;
     float light = lightNumber > 0 ? 0.0 : 1.0;
     for (int i = 0; i < MAX_LIGHT_RECIEVE; ++i) {
         if (i >= lightNumber || lightRecieve[i] == 0)
@@ -50,7 +49,7 @@ void main() {
         vec3 l = normalize(gl_LightSource[i].position.xyz - p * gl_LightSource[i].position.w);
         light += abs(dot(n, l));
     }
-    float alpha = c.a * vAlpha;
+    float alpha = c.a;
     if (dissolveMode > 0) {
         //##APPLY_ENSEMBLE_DITHERING##
     }

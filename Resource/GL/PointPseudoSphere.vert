@@ -1,18 +1,20 @@
 #version 130
 // Spheres as ray-cast imposters: each particle is one point sprite that covers the sphere's
 // outline; the fragment shader solves the sphere along its view ray. pointSize is the radius in
-// the object's units.
+// the object's units. The sprite's square, taken on the plane through the centre parallel to the
+// screen, is handed over in eye units, so a fragment finds its ray without the inverse projection.
 uniform vec4 viewport;
 uniform float alphaCrit;
+uniform sampler2D textureColorCurve;
 attribute float pointSize;
 attribute float colorCurveS;
 attribute float colorCurveT;
 attribute float filterAlpha;
 in int paramBit;
-varying vec2 vCurve;
-varying float vAlpha;
+flat out vec4 vColor;
 flat out vec3 vCenter;
 flat out float vRadius;
+flat out float vHalfExtent;
 flat out int vImage;
 void main() {
     vec4 eye = gl_ModelViewMatrix * gl_Vertex;
@@ -21,18 +23,20 @@ void main() {
     vCenter = eye.xyz;
     vRadius = radius;
     vec4 clip = gl_ProjectionMatrix * eye;
+    bool perspective = gl_ProjectionMatrix[3][3] == 0.0;
     float dist = length(eye.xyz);
-    // The outline of a sphere seen in perspective is wider than its radius at its centre's depth:
-    // the sprite takes the tangent cone's width, plus a pixel for the edge.
-    float widen = gl_ProjectionMatrix[3][3] == 0.0 ? inversesqrt(max(1.0 - radius * radius / max(dist * dist, 1e-12), 1e-6)) : 1.0;
-    float px = 2.0 * radius * widen * gl_ProjectionMatrix[1][1] * 0.5 * viewport.w / max(abs(clip.w), 1e-6);
-    gl_PointSize = clamp(px + 2.0, 1.0, 4096.0);
-    vCurve = vec2(colorCurveS, colorCurveT);
-    vAlpha = filterAlpha;
+    // In perspective the outline is wider than the radius at the centre's depth: the sprite takes
+    // the tangent cone's width, plus a pixel for the edge.
+    float widen = perspective ? inversesqrt(max(1.0 - radius * radius / max(dist * dist, 1e-12), 1e-6)) : 1.0;
+    float pixelsPerUnit = gl_ProjectionMatrix[1][1] * 0.5 * viewport.w / max(abs(clip.w), 1e-6);
+    float px = clamp(2.0 * radius * widen * pixelsPerUnit + 1.0, 1.0, 4096.0);
+    gl_PointSize = px;
+    vHalfExtent = 0.5 * px / pixelsPerUnit;
+    vColor = texture2DLod(textureColorCurve, vec2(colorCurveS, colorCurveT), 0.0);
+    vColor.a *= filterAlpha;
     vImage = (paramBit >> 1) & 3;
     gl_Position = clip;
     // The camera inside the sphere, or an invisible particle: not drawn.
-    bool inside = gl_ProjectionMatrix[3][3] == 0.0 && dist <= radius;
-    if (!(filterAlpha >= alphaCrit) || radius <= 0.0 || inside)
+    if (!(filterAlpha >= alphaCrit) || radius <= 0.0 || (perspective && dist <= radius))
         gl_Position = vec4(2.0, 2.0, 2.0, 1.0);
 }

@@ -84,6 +84,22 @@ void DrawParticleBase_cls::Upload(GLBuffer_cls& buffer, size_t& capacity, GLenum
     mUploadedBytes += bytes;
 }
 
+void DrawParticleBase_cls::SetElementLists(const ParticleElementList_cls& list, bool bUpload) {
+    for (int i = 0; i < 2; ++i) {
+        const std::vector<unsigned int>& v = list.mVElement[i];
+        mNumElement[i] = static_cast<int>(v.size());
+        mVRun[i] = list.mVRun[i];
+        bool bSequential = !v.empty();
+        for (size_t k = 1; k < v.size() && bSequential; ++k)
+            bSequential = v[k] == v[0] + k;
+        mbSequential[i] = bSequential;
+        mSequentialFirst[i] = bSequential ? v[0] : 0;
+        if (bUpload && !v.empty() && !bSequential)
+            Upload(mElement[i], mElementCapacity[i], GL_ELEMENT_ARRAY_BUFFER, v.data(),
+                   v.size() * sizeof(unsigned int));
+    }
+}
+
 void DrawParticleBase_cls::ClearVBOBase() {
     for (int b = 0; b < BUF_COUNT; ++b) {
         mBuffer[b].Reset();
@@ -94,6 +110,7 @@ void DrawParticleBase_cls::ClearVBOBase() {
         mElementCapacity[list] = 0;
         mNumElement[list] = 0;
         mVRun[list].clear();
+        mbSequential[list] = false;
     }
     mbTwist = false;
 }
@@ -215,16 +232,19 @@ void DrawParticleBase_cls::DrawLists(const ParticleDrawSetting_cls& setting, con
     };
 
     for (int list = 0; list < 2; ++list) {
-        if (mNumElement[list] == 0 || !mElement[list])
+        if (mNumElement[list] == 0 || (!mbSequential[list] && !mElement[list]))
             continue;
         // The second list lies behind the first and must not hide it.
         if (list == 1)
             glDepthMask(GL_FALSE);
-        glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mElement[list].Get());
+        glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mbSequential[list] ? 0 : mElement[list].Get());
         for (const ParticleRun_cls& run : mVRun[list]) {
             bindProgram(setting.mProgram[run.mMaterial]);
             SetBlend(setting.mBlend[run.mMaterial]);
-            glDrawElements(GL_POINTS, run.mCount, GL_UNSIGNED_INT, Offset(sizeof(GLuint) * run.mFirst));
+            if (mbSequential[list])
+                glDrawArrays(GL_POINTS, static_cast<GLint>(mSequentialFirst[list]) + run.mFirst, run.mCount);
+            else
+                glDrawElements(GL_POINTS, run.mCount, GL_UNSIGNED_INT, Offset(sizeof(GLuint) * run.mFirst));
         }
     }
     // A frame with nothing to draw still binds and ends its program.

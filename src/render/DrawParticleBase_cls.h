@@ -126,11 +126,17 @@ protected:
     // Replaces the data of a buffer (a fresh name when the size grows).
     void Upload(GLBuffer_cls& buffer, size_t& capacity, GLenum target, const void* pData, size_t bytes);
     void DrawLists(const ParticleDrawSetting_cls& setting, const DrawInput_cls& input, bool bBillboard);
+    // Takes the counts and runs of the lists and uploads them, when bUpload; a list of
+    // consecutive entries is drawn without its element buffer.
+    void SetElementLists(const ParticleElementList_cls& list, bool bUpload);
 
     GLBuffer_cls mBuffer[BUF_COUNT];
     size_t mCapacity[BUF_COUNT] = {};
     GLBuffer_cls mElement[2];
     size_t mElementCapacity[2] = {};
     std::vector<ParticleRun_cls> mVRun[2];
+    // The list holds the consecutive entries from mSequentialFirst on: drawn as arrays.
+    bool mbSequential[2] = {false, false};
+    unsigned int mSequentialFirst[2] = {0, 0};
     bool mbTwist = false; // the twist buffer holds data
 };

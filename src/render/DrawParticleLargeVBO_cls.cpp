@@ -220,12 +220,7 @@ void DrawParticleLargeVBO_cls::SetNextVBOOther() {
 
 void DrawParticleLargeVBO_cls::SetNextVBOElement() {
     ++mNumBatches;
-    for (int list = 0; list < 2; ++list) {
-        const std::vector<unsigned int>& v = mCList.mVElement[list];
-        mNumElement[list] = mNumInBatch > 0 ? static_cast<int>(v.size()) : 0;
-        mVRun[list] = mNumInBatch > 0 ? mCList.mVRun[list] : std::vector<ParticleRun_cls>();
-        if (mNumElement[list] > 0)
-            Upload(mElement[list], mElementCapacity[list], GL_ELEMENT_ARRAY_BUFFER, v.data(),
-                   v.size() * sizeof(unsigned int));
-    }
+    if (mNumInBatch == 0)
+        mCList.Clear();
+    SetElementLists(mCList, true);
 }

@@ -98,10 +98,7 @@ void DrawParticle_cls::SetVBOBuffer(const ParticleForRender_cls* pSet, const Par
     mCList.Clear();
     if (n <= 0) {
         // Nothing stands in the buffers any more: a later frame must not draw old data.
-        for (int list = 0; list < 2; ++list) {
-            mNumElement[list] = 0;
-            mVRun[list].clear();
-        }
+        SetElementLists(mCList, false);
         return;
     }
     const size_t count = static_cast<size_t>(n);
@@ -166,14 +163,7 @@ void DrawParticle_cls::SetVBOBuffer(const ParticleForRender_cls* pSet, const Par
                    count * sizeof(float));
         }
     }
-    for (int list = 0; list < 2; ++list) {
-        const std::vector<unsigned int>& v = mCList.mVElement[list];
-        mNumElement[list] = static_cast<int>(v.size());
-        mVRun[list] = mCList.mVRun[list];
-        if (!bSphere && !v.empty())
-            Upload(mElement[list], mElementCapacity[list], GL_ELEMENT_ARRAY_BUFFER, v.data(),
-                   v.size() * sizeof(unsigned int));
-    }
+    SetElementLists(mCList, !bSphere);
 }
 
 void DrawParticle_cls::DrawSphere(const ParticleDrawSetting_cls& setting, const DrawInput_cls& input,
