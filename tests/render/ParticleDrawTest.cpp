@@ -2,6 +2,7 @@
 // one pixel: points, billboards, ray-cast and mesh spheres where their data put them, colours
 // through the colour curve, two-pass drawing, batches, uploads, and the frames that cannot be drawn.
 #include "ColorCurve_cls.h"
+#include "DataSnap_cls.h"
 #include "FBO_cls.h"
 #include "FramePasses_cls.h"
 #include "GLDrawStatus_cls.h"
@@ -135,7 +136,7 @@ protected:
     }
 
     // Draws the object alone into the buffer, clears first unless told not to, reads it back.
-    void Draw(Particle_cls* p, bool bClear = true) {
+    void Draw(Particle_cls* p, bool bClear = true, bool bPerspective = false) {
         glBindFramebuffer(GL_FRAMEBUFFER, mFramebuffer.Get());
         glViewport(0, 0, kSize, kSize);
         if (bClear) {
@@ -145,9 +146,14 @@ protected:
         }
         glMatrixMode(GL_PROJECTION);
         glLoadIdentity();
-        glOrtho(-kSize / 2, kSize / 2, -kSize / 2, kSize / 2, -2000, 2000);
+        if (bPerspective)
+            glFrustum(-1, 1, -1, 1, 1, 1000); // 90 degrees; the eye at z = 100
+        else
+            glOrtho(-kSize / 2, kSize / 2, -kSize / 2, kSize / 2, -2000, 2000);
         glMatrixMode(GL_MODELVIEW);
         glLoadIdentity();
+        if (bPerspective)
+            glTranslatef(0.f, 0.f, -100.f);
         glEnable(GL_DEPTH_TEST);
         GLDrawStatus_cls status;
         status.mTime = GpCTimeCtrl->GetCurrentNT(false);
@@ -505,4 +511,127 @@ TEST_F(ParticleDrawTest, LammpsDumpDrawsItsAtomsThroughTheFramePasses) {
     for (int x : {5, 250})
         for (int y : {5, 128, 250})
             EXPECT_TRUE(PixelNear(At(x, y), bg.r, bg.g, bg.b, bg.a, 0.02f)) << x << "," << y;
+}
+
+TEST_F(ParticleDrawTest, PointSizesFollowDistanceAndTinyPointsFadeBelowAlphaCrit) {
+    // In perspective (90 degrees, eye at z = 100): the far point left of the middle at z = 0, the
+    // near one right of it at z = 50.
+    Particle_cls* p = AddParticles("Sizes", {{-20.f, 0.f, 0.f, 0, 10.f}, {20.f, 0.f, 50.f, 0, 10.f}});
+    Set(Mat(p)->mCShaderTypePoint, "0");
+    auto width = [this](int y, int x0, int x1) {
+        int n = 0;
+        for (int x = x0; x < x1; ++x)
+            n += IsEmpty(At(x, y)) ? 0 : 1;
+        return n;
+    };
+    struct Case {
+        const char* name;
+        const char* depend;
+        int far, near; // widths in pixels of the point at z = 0 and at z = 50
+    };
+    // "Depend on distance" with DistanceBase= 100: nominal at the origin's distance, twice at half of it.
+    const Case cases[] = {{"constant size", "0", 10, 10}, {"depend on distance", "1", 10, 20}};
+    Set(p->mCDistanceBase, "100");
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Set(p->mCDependDistance, c.depend);
+        Draw(p, true, true);
+        EXPECT_NEAR(width(32, 0, 32), c.far, 1);
+        EXPECT_NEAR(width(32, 32, 64), c.near, 1);
+    }
+    // Half a pixel wide: drawn as one pixel with a quarter of its alpha, or not at all below the
+    // criterion.
+    Set(p->mCDependDistance, "0");
+    Set(p->mCPointSizeFactor, "0.05");
+    struct Crit {
+        const char* crit;
+        bool bDrawn;
+    };
+    for (const Crit& c : {Crit{"0.2", true}, Crit{"0.3", false}}) {
+        SCOPED_TRACE(c.crit);
+        Set(p->mCAlphaCrit, c.crit);
+        Draw(p, true, true);
+        EXPECT_EQ(CountDrawn(), c.bDrawn ? 2 : 0);
+        if (c.bDrawn) {
+            float maxAlpha = 0.f;
+            for (const Pixel_cls& px : mVFrame)
+                maxAlpha = std::max(maxAlpha, px.a);
+            EXPECT_NEAR(maxAlpha, 0.25f, 0.01f);
+        }
+    }
+}
+
+TEST_F(ParticleDrawTest, BillboardsLeanByTheFocusAndShowTheirImage) {
+    Particle_cls* p = AddParticles("Boards", {{World(32), World(32), 0.f, 0, 12.f}});
+    Set(Mat(p)->mCBaseType, "1");
+    // Without a tweak the focus pitches the square by -60 degrees: half as high as wide.
+    Draw(p);
+    EXPECT_FALSE(IsEmpty(At(32 + 10, 32)));
+    EXPECT_FALSE(IsEmpty(At(32, 32 + 4)));
+    EXPECT_TRUE(IsEmpty(At(32, 32 + 8)));
+    // An image on the square: its texels in the square's colour (white).
+    const wxString strImage = wxString(ORV_TEST_DATA_DIR) + "/png/rgb8_000.png";
+    Set(p->mCTexturePath0, strImage);
+    Set(Mat(p)->mCTextureType, "1");
+    p->AddModifierCommand("ParticleTweak_cls", "Tweak");
+    Draw(p);
+    const GLuint texture = GpCTextureProvider->Find(strImage);
+    ASSERT_NE(texture, 0u);
+    GLint w = 0, h = 0;
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &w);
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_HEIGHT, &h);
+    std::vector<float> texels(static_cast<size_t>(w) * h * 4);
+    glGetTexImage(GL_TEXTURE_2D, 0, GL_RGBA, GL_FLOAT, texels.data());
+    glBindTexture(GL_TEXTURE_2D, 0);
+    // Pixels of the square against the texel under them, away from texel edges by the filtering.
+    int compared = 0;
+    for (int dy : {-6, 0, 6}) {
+        for (int dx : {-6, 0, 6}) {
+            SCOPED_TRACE(dx * 100 + dy);
+            const double u = (World(32 + dx) - World(32) + 12.0) / 24.0,
+                         v = (World(32 + dy) - World(32) + 12.0) / 24.0;
+            const int tx = std::min(w - 1, static_cast<int>(u * w)),
+                      ty = std::min(h - 1, static_cast<int>(v * h));
+            const float* t = &texels[(static_cast<size_t>(ty) * w + tx) * 4];
+            const Pixel_cls px = At(32 + dx, 32 + dy);
+            EXPECT_NEAR(px.r, t[0], 0.12f);
+            EXPECT_NEAR(px.g, t[1], 0.12f);
+            EXPECT_NEAR(px.b, t[2], 0.12f);
+            ++compared;
+        }
+    }
+    EXPECT_EQ(compared, 9);
+}
+
+TEST_F(ParticleDrawTest, PlayingDrawsTheFramePreparedInTheBackground) {
+    // Three steps; the particle moves right by 10 pixels a step.
+    for (int step = 0; step < 3; ++step) {
+        std::ostringstream text;
+        text << "1\n" << step << "\n" << World(10 + 10 * step) << " " << World(32) << " 0 0 4\n";
+        ASSERT_TRUE(WriteBytes(mDir.Path(wxString::Format("Play%04d.txt", step)), text.str()));
+    }
+    Particle_cls* p = AddParticles("Play", {{World(10), World(32), 0.f, 0, 4.f}});
+    GpCTimeCtrl->mCFrameMax.SetBodyFromData(3LL);
+    GpCTimeCtrl->mCSubFrameMax.SetBodyFromData(1LL);
+    GpCTimeCtrl->mCSubFrameStepping.SetBodyFromData(1LL);
+    GpCTimeCtrl->mPlayDirection = 1;
+    LogCapture_cls log;
+    size_t uploaded = 0;
+    for (int frame = 0; frame < 3; ++frame) {
+        SCOPED_TRACE(frame);
+        GpCTimeCtrl->mCFrameCurrent.SetBodyFromData(static_cast<long long>(frame));
+        // The read-ahead of the idle passes: every step in memory before the frame.
+        p->PrefetchData();
+        for (int i = 0; i < p->mCSequence.GetSnapCount(); ++i)
+            if (DataSnap_cls* pSnap = p->mCSequence.GetPCSnap(i))
+                pSnap->WaitReadingThread(1);
+        Draw(p);
+        EXPECT_FALSE(IsEmpty(At(10 + 10 * frame, 32))) << "the particle of this frame";
+        EXPECT_TRUE(IsEmpty(At(10 + 10 * ((frame + 1) % 3), 32)));
+        EXPECT_GT(mpDraw->GetUploadedBytes(p), uploaded) << "a new frame goes up";
+        uploaded = mpDraw->GetUploadedBytes(p);
+    }
+    GpCTimeCtrl->mPlayDirection = 0;
+    EXPECT_TRUE(log.Contains("Swap Render Snap")) << "a frame came from the background";
 }
