@@ -4,8 +4,8 @@
 // same iteration. Then the upload of ten million prepared particles against a memcpy of the same
 // arrays, and the bytes a frame whose data did not change uploads (none).
 #include "DrawParticle_cls.h"
-#include "EGLContext_cls.h"
 #include "FBO_cls.h"
+#include "GLBenchProcess_cls.h"
 #include "GLDrawStatus_cls.h"
 #include "Main_cls.h"
 #include "MaterialParticle_cls.h"
@@ -63,15 +63,8 @@ GLShader_cls Compile(GLenum stage, const char* strText) {
 class Stage_cls {
 public:
     Stage_cls() {
-        if (!mContext.Create())
+        if (!mCProcess.IsValid())
             return;
-        ShaderItem_cls::msStrResourceDir = wxString(ORV_SOURCE_DIR) + "/Resource";
-        RegisterServices<ServiceLayer_enum::Render>();
-        mStrDir = wxFileName::CreateTempFileName("orvbench");
-        wxRemoveFile(mStrDir);
-        wxFileName::Mkdir(mStrDir, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
-        mpMain = std::make_unique<Main_cls>(mStrDir);
-        mpMain->CreateSingleton();
         GpCTimeCtrl->mCFrameMax.SetBodyFromData(1LL);
         mpTarget = std::make_unique<FBO_cls>(kSize, kSize, nullptr);
         mpTarget->MakeFBO(true, false);
@@ -81,19 +74,15 @@ public:
         mbValid = mpParticle != nullptr;
     }
     ~Stage_cls() {
-        if (!mContext.IsValid())
-            return;
         mpDraw.reset();
         mFloorProgram.Reset();
         mFloorBuffer.Reset();
         mpTarget.reset();
-        mpMain.reset();
-        wxFileName::Rmdir(mStrDir, wxPATH_RMDIR_RECURSIVE);
     }
 
     // Binary particles in the default layout: count, time; x y z, type, size per particle.
     void MakeParticles() {
-        const wxString strPath = mStrDir + "/cloud0000.dat";
+        const wxString strPath = mCProcess.mStrDir + "/cloud0000.dat";
         std::ofstream out(strPath.ToStdString(), std::ios::binary);
         const int n = kCount;
         const float time = 0.f;
@@ -186,10 +175,8 @@ public:
         End();
     }
 
-    EGLContext_cls mContext;
+    GLBenchProcess_cls mCProcess; // first: it goes last
     bool mbValid = false;
-    wxString mStrDir;
-    std::unique_ptr<Main_cls> mpMain;
     std::unique_ptr<FBO_cls> mpTarget;
     std::unique_ptr<ParticleDraw_cls> mpDraw;
     Particle_cls* mpParticle = nullptr;

@@ -63,6 +63,11 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
                                                     "textureImage", "useTexAlpha",  "dissolveMode"};
     static const std::vector<const char*> sv = {"shadowLength", "offsetFactor", "cullingSide", "forClosed"};
     static const std::vector<const char*> curveST = {"colorCurveS", "colorCurveT"};
+    static const std::vector<const char*> point = {"lightNumber",  "lightRecieve",    "textureColorCurve",
+                                                   "textureImage", "viewport",        "baseDistance",
+                                                   "dissolveMode", "pointSizeFactor", "alphaCrit"};
+    static const std::vector<const char*> pointAttributes = {"pointSize", "colorCurveS", "colorCurveT",
+                                                             "filterAlpha", "paramBit"};
     auto with = [](std::vector<const char*> v, std::initializer_list<const char*> extra) {
         v.insert(v.end(), extra);
         return v;
@@ -151,13 +156,7 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
          {}},
         {"ObjectProjectNormal", "GL/ProjectedNormal", false, false, {"bFlat"}, {}},
         {"LineBasic", "GL/LineBasic", true, false, {"fogMode", "dissolveMode"}, {}},
-        {"PointBasic",
-         "GL/PointBasic",
-         true,
-         true,
-         {"lightNumber", "lightRecieve", "textureColorCurve", "textureImage", "viewport", "baseDistance",
-          "dissolveMode", "pointSizeFactor", "alphaCrit"},
-         {"pointSize", "colorCurveS", "colorCurveT", "filterAlpha", "paramBit"}},
+        {"PointBasic", "GL/PointBasic", true, true, point, pointAttributes},
         {"PointBillboard",
          "GL/PointBillboard",
          true,
@@ -200,13 +199,7 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
           "thinningFactor"},
          {}},
         // The ray-cast sphere of a point: PointBasic's inputs, its own sources.
-        {"PointPseudoSphere",
-         "GL/PointPseudoSphere",
-         true,
-         true,
-         {"lightNumber", "lightRecieve", "textureColorCurve", "textureImage", "viewport", "dissolveMode",
-          "alphaCrit"},
-         {"pointSize", "colorCurveS", "colorCurveT", "filterAlpha", "paramBit"}},
+        {"PointPseudoSphere", "GL/PointPseudoSphere", true, true, point, pointAttributes},
     };
     return table;
 }
@@ -583,8 +576,8 @@ void ShaderCtrl_cls::BeginObjectProjectNormal(ObjectNormalParam_cls* p) {
     glUniform1i(item.GetLocation(0), p->mbFlat);
 }
 
-void ShaderCtrl_cls::BeginPointBasic(PointBasicParam_cls* p) {
-    ShaderItem_cls& item = Item(PRG_PointBasic);
+void ShaderCtrl_cls::BeginPoint(int index, PointBasicParam_cls* p) {
+    ShaderItem_cls& item = Item(index);
     if (!Prepare(item) || !p)
         return;
     SetEnsembleAndFog(item, *p);
@@ -599,18 +592,12 @@ void ShaderCtrl_cls::BeginPointBasic(PointBasicParam_cls* p) {
     glUniform1f(item.GetLocation(8), p->mAlphaCrit);
 }
 
+void ShaderCtrl_cls::BeginPointBasic(PointBasicParam_cls* p) {
+    BeginPoint(PRG_PointBasic, p);
+}
+
 void ShaderCtrl_cls::BeginPointPseudoSphere(PointBasicParam_cls* p) {
-    ShaderItem_cls& item = Item(PRG_PointPseudoSphere);
-    if (!Prepare(item) || !p)
-        return;
-    SetEnsembleAndFog(item, *p);
-    glUniform1i(item.GetLocation(0), p->mLightNumber);
-    glUniform1iv(item.GetLocation(1), 7, kLightRecieve);
-    glUniform1i(item.GetLocation(2), 0);
-    glUniform1iv(item.GetLocation(3), 3, kPointImageUnits);
-    glUniform4fv(item.GetLocation(4), 1, p->mViewport);
-    glUniform1i(item.GetLocation(5), p->mDissolveMode);
-    glUniform1f(item.GetLocation(6), p->mAlphaCrit);
+    BeginPoint(PRG_PointPseudoSphere, p);
 }
 
 void ShaderCtrl_cls::BeginPointBillboard(PointBillboardParam_cls* p) {

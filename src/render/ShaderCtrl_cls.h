@@ -89,6 +89,8 @@ private:
     // The head shared by the object-drawing programs: ensemble (with dissolve) and fog.
     void SetEnsembleAndFog(ShaderItem_cls& item, const ShaderParamEnsemble_cls& params);
     void BeginSphere(int index, SphereGouraudParam_cls* pParams);
+    // PointBasic and PointPseudoSphere: the same uniforms.
+    void BeginPoint(int index, PointBasicParam_cls* pParams);
     void BeginStreamline(int index, StreamlineBasicParam_cls* pParams);
     void BeginSV(int index, ShaderSVTriangleMesh_cls* pParams);
     void SetUniformWhileBound(int index, size_t uniform, int value);

@@ -61,9 +61,11 @@ TEST_F(ShaderCtrlTest, EveryResourceProgramLinksAndHasTheUniformsTheHostLooksUp)
     // Uniforms a program may leave out on purpose (the linker drops what a source does not use).
     // The billboards take their axes from baseInvMatrix alone; the two object-pose matrices are
     // passed along for sources that place the square in the object's frame. Points size by their
-    // factor and distance, not by the viewport.
+    // factor and distance, not by the viewport; ray-cast spheres are as large as they are.
     const std::map<wxString, std::set<wxString>> absent = {
-        {"PointBillboard", {"baseInvModelMatrix", "modelInvBaseMatrix"}}, {"PointBasic", {"viewport"}}};
+        {"PointBillboard", {"baseInvModelMatrix", "modelInvBaseMatrix"}},
+        {"PointBasic", {"viewport"}},
+        {"PointPseudoSphere", {"baseDistance", "pointSizeFactor"}}};
     ShaderCtrl_cls ctrl;
     ASSERT_EQ(ctrl.GetVItems().size(), 31u);
     int built = 0;
