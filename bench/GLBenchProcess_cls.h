@@ -9,7 +9,10 @@
 #include "ServiceRegistry.h"
 #include "ShaderItem_cls.h"
 
+#include <benchmark/benchmark.h>
 #include <wx/filename.h>
+#include <wx/init.h>
+#include <wx/log.h>
 
 #include <memory>
 
@@ -45,3 +48,22 @@ public:
 private:
     bool mbValid = false;
 };
+
+// The entry of a GL benchmark: the toolkit with its log quiet (per-frame lines would swamp the
+// figures), one Stage for the whole run reachable through rpStage, and prepare run on it first
+// when it is valid.
+template <class Stage> int RunGLBenchmarks(int argc, char** argv, Stage*& rpStage, void (*prepare)(Stage&)) {
+    wxInitializer init;
+    wxLog::EnableLogging(false);
+    benchmark::Initialize(&argc, argv);
+    {
+        Stage stage;
+        if (stage.mbValid && prepare)
+            prepare(stage);
+        rpStage = &stage;
+        benchmark::RunSpecifiedBenchmarks();
+        rpStage = nullptr;
+    }
+    benchmark::Shutdown();
+    return 0;
+}

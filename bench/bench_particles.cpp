@@ -329,15 +329,5 @@ BENCHMARK(BM_UnchangedFrameUploads)->Unit(benchmark::kMillisecond)->UseRealTime(
 } // namespace
 
 int main(int argc, char** argv) {
-    wxInitializer init;
-    wxLog::EnableLogging(false); // the per-frame lines would swamp the figures
-    benchmark::Initialize(&argc, argv);
-    {
-        Stage_cls stage;
-        GpStage = &stage;
-        benchmark::RunSpecifiedBenchmarks();
-        GpStage = nullptr;
-    }
-    benchmark::Shutdown();
-    return 0;
+    return RunGLBenchmarks<Stage_cls>(argc, argv, GpStage, nullptr);
 }

@@ -195,17 +195,5 @@ BENCHMARK(BM_FramePassesEmptyScene)->Unit(benchmark::kMillisecond)->UseRealTime(
 } // namespace
 
 int main(int argc, char** argv) {
-    wxInitializer init;
-    wxLog::EnableLogging(false); // the per-pass lines would swamp the figures
-    benchmark::Initialize(&argc, argv);
-    {
-        Stage_cls stage;
-        if (stage.mbValid)
-            stage.MakeBoxes();
-        GpStage = &stage;
-        benchmark::RunSpecifiedBenchmarks();
-        GpStage = nullptr;
-    }
-    benchmark::Shutdown();
-    return 0;
+    return RunGLBenchmarks<Stage_cls>(argc, argv, GpStage, [](Stage_cls& stage) { stage.MakeBoxes(); });
 }

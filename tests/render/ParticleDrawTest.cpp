@@ -57,8 +57,7 @@ protected:
         RenderFixture::SetUp();
         if (IsSkipped())
             return;
-        mStrOldResourceDir = ShaderItem_cls::msStrResourceDir;
-        ShaderItem_cls::msStrResourceDir = kResourceDir;
+        mpResourceDir = std::make_unique<ResourceDir_cls>(kResourceDir);
         RegisterServices<ServiceLayer_enum::Render>();
         mpMain = std::make_unique<Main_cls>(mDir.mStrPath);
         mpMain->CreateSingleton();
@@ -91,8 +90,7 @@ protected:
         mDepth.Reset();
         mColor.Reset();
         mpMain.reset();
-        if (!mStrOldResourceDir.empty())
-            ShaderItem_cls::msStrResourceDir = mStrOldResourceDir;
+        mpResourceDir.reset();
         RenderFixture::TearDown();
     }
 
@@ -177,7 +175,7 @@ protected:
     }
 
     TempDir_cls mDir;
-    wxString mStrOldResourceDir;
+    std::unique_ptr<ResourceDir_cls> mpResourceDir;
     std::unique_ptr<Main_cls> mpMain;
     std::unique_ptr<ParticleDraw_cls> mpDraw;
     std::unique_ptr<View3D_cls> mpView;

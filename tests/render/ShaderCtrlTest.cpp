@@ -22,17 +22,6 @@ void WriteText(const wxString& strPath, const std::string& text) {
 }
 
 // Makes the resource folder point somewhere else while it lives.
-class ResourceDir_cls {
-public:
-    explicit ResourceDir_cls(const wxString& strDir) : mStrOld(ShaderItem_cls::msStrResourceDir) {
-        ShaderItem_cls::msStrResourceDir = strDir;
-    }
-    ~ResourceDir_cls() { ShaderItem_cls::msStrResourceDir = mStrOld; }
-
-private:
-    wxString mStrOld;
-};
-
 const char* kQuadVert = "#version 120\nvoid main() { gl_TexCoord[0] = gl_MultiTexCoord0; gl_Position = "
                         "gl_ModelViewProjectionMatrix * gl_Vertex; }\n";
 
