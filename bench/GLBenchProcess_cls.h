@@ -49,6 +49,14 @@ private:
     bool mbValid = false;
 };
 
+// Whether the run's stage stands; otherwise the benchmark is marked skipped with the reason.
+template <class Stage> bool IsStageReady(benchmark::State& state, const Stage* pStage) {
+    if (pStage && pStage->mbValid)
+        return true;
+    state.SkipWithError("no GL context");
+    return false;
+}
+
 // The entry of a GL benchmark: the toolkit with its log quiet (per-frame lines would swamp the
 // figures), one Stage for the whole run reachable through rpStage, and prepare run on it first
 // when it is valid.

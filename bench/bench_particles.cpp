@@ -187,10 +187,7 @@ public:
 Stage_cls* GpStage = nullptr;
 
 bool Ready(benchmark::State& state) {
-    if (GpStage && GpStage->mbValid)
-        return true;
-    state.SkipWithError("no GL context");
-    return false;
+    return IsStageReady(state, GpStage);
 }
 
 template <class Func> double Millis(Func func) {
