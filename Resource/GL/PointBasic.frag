@@ -1,6 +1,7 @@
 #version 130
 // The point's colour (from the colour table, by the vertex), lit as a small sphere (a disc) or flat (a square),
-// its shape from its image; output with premultiplied alpha.
+// its shape from its image; output with premultiplied alpha. Built a second time with PLAIN
+// defined, for draws without lights, fog or dissolve: that variant does only the colour.
 #define MAX_LIGHT_RECIEVE 7
 uniform int lightNumber;
 uniform int lightRecieve[MAX_LIGHT_RECIEVE];
@@ -25,6 +26,10 @@ void main() {
     else if (vImage == 3)
         shape = texture2D(textureImage[2], gl_PointCoord).a;
     vec4 c = vColor;
+#ifdef PLAIN
+    // Unlit, unfogged, whole: the point as it is.
+    gl_FragColor = vec4(c.rgb * (c.a * shape), c.a * shape);
+#else
     vec3 n = vSquare != 0 ? vec3(0.0, 0.0, 1.0) : vec3(pc.x, -pc.y, sqrt(max(1.0 - r2, 0.0)));
     float light = lightNumber > 0 ? 0.0 : 1.0;
     for (int i = 0; i < MAX_LIGHT_RECIEVE; ++i) {
@@ -39,4 +44,5 @@ void main() {
     }
     vec4 outColor = FogEffect(vec4(c.rgb * light, alpha), gl_FragCoord.z);
     gl_FragColor = vec4(outColor.rgb * outColor.a, outColor.a);
+#endif
 }

@@ -42,6 +42,9 @@ void main() {
     else if (vImage == 3)
         image = texture2D(textureImage[2], tc);
     vec4 c = vColor * image;
+#ifdef PLAIN
+    gl_FragColor = vec4(c.rgb * c.a, c.a);
+#else
     float light = lightNumber > 0 ? 0.0 : 1.0;
     for (int i = 0; i < MAX_LIGHT_RECIEVE; ++i) {
         if (i >= lightNumber || lightRecieve[i] == 0)
@@ -55,4 +58,5 @@ void main() {
     }
     vec4 outColor = FogEffect(vec4(c.rgb * light, alpha), gl_FragDepth);
     gl_FragColor = vec4(outColor.rgb * outColor.a, outColor.a);
+#endif
 }

@@ -1,6 +1,7 @@
 #version 130
 // The sphere of the sprite along this pixel's view ray: the nearer hit gives the light (its true
-// normal) and the true depth, so imposters cut each other and meshes exactly.
+// normal) and the true depth, so imposters cut each other and meshes exactly. Built a second time
+// with PLAIN defined, for draws without lights, fog or dissolve.
 #define MAX_LIGHT_RECIEVE 7
 uniform int lightNumber;
 uniform int lightRecieve[MAX_LIGHT_RECIEVE];
@@ -40,6 +41,10 @@ void main() {
         shape = texture2D(textureImage[1], tc).a;
     else if (vImage == 3)
         shape = texture2D(textureImage[2], tc).a;
+#ifdef PLAIN
+    float alpha = vColor.a * shape;
+    gl_FragColor = vec4(vColor.rgb * alpha, alpha);
+#else
     // Lit as the sphere meshes are: ambient, diffuse and a highlight of each light.
     vec3 light = lightNumber > 0 ? vec3(0.0) : vec3(1.0);
     vec3 specular = vec3(0.0);
@@ -57,4 +62,5 @@ void main() {
     }
     vec4 outColor = FogEffect(vec4(vColor.rgb * light + specular, alpha), gl_FragDepth);
     gl_FragColor = vec4(outColor.rgb * outColor.a, outColor.a);
+#endif
 }

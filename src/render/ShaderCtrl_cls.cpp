@@ -40,6 +40,9 @@ enum ProgramIndex_enum {
     PRG_StreamlineBasic,
     PRG_StreamlineTriangles,
     PRG_PointPseudoSphere,
+    PRG_PointBasicPlain,
+    PRG_PointPseudoSpherePlain,
+    PRG_PointBillboardPlain,
 };
 
 struct ProgramRow_cls {
@@ -49,6 +52,8 @@ struct ProgramRow_cls {
     bool bFog;
     std::vector<const char*> vStrUniform;
     std::vector<const char*> vStrAttribute;
+    // Defined after the version line of both stages: a variant of another program's sources.
+    const char* strDefine = nullptr;
 };
 
 // The programs in table order; the uniform order is the index each entry point sets.
@@ -66,6 +71,11 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
     static const std::vector<const char*> point = {"lightNumber",  "lightRecieve",    "textureColorCurve",
                                                    "textureImage", "viewport",        "baseDistance",
                                                    "dissolveMode", "pointSizeFactor", "alphaCrit"};
+    static const std::vector<const char*> billboard = {
+        "lightNumber",   "lightRecieve",  "textureColorCurve", "textureImage", "dissolveMode", "baseInvModelMatrix",
+        "modelInvBaseMatrix", "baseInvMatrix", "rotationMatrix", "twistMode", "viewport", "alphaCrit"};
+    static const std::vector<const char*> billboardAttributes = {"pointSize",   "colorCurveS", "colorCurveT",
+                                                                 "filterAlpha", "paramBit",    "twistID"};
     static const std::vector<const char*> pointAttributes = {"pointSize", "colorCurveS", "colorCurveT",
                                                              "filterAlpha", "paramBit"};
     auto with = [](std::vector<const char*> v, std::initializer_list<const char*> extra) {
@@ -157,14 +167,7 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
         {"ObjectProjectNormal", "GL/ProjectedNormal", false, false, {"bFlat"}, {}},
         {"LineBasic", "GL/LineBasic", true, false, {"fogMode", "dissolveMode"}, {}},
         {"PointBasic", "GL/PointBasic", true, true, point, pointAttributes},
-        {"PointBillboard",
-         "GL/PointBillboard",
-         true,
-         true,
-         {"lightNumber", "lightRecieve", "textureColorCurve", "textureImage", "dissolveMode",
-          "baseInvModelMatrix", "modelInvBaseMatrix", "baseInvMatrix", "rotationMatrix", "twistMode",
-          "viewport", "alphaCrit"},
-         {"pointSize", "colorCurveS", "colorCurveT", "filterAlpha", "paramBit", "twistID"}},
+        {"PointBillboard", "GL/PointBillboard", true, true, billboard, billboardAttributes},
         {"SphereGouraud", "GL/SphereGouraud", true, true, sphere, curveST},
         {"SpherePhong", "GL/SpherePhong", true, true, with(sphere, {"bFlat", "normalMode"}), curveST},
         {"SphereToon",
@@ -200,6 +203,11 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
          {}},
         // The ray-cast sphere of a point: PointBasic's inputs, its own sources.
         {"PointPseudoSphere", "GL/PointPseudoSphere", true, true, point, pointAttributes},
+        // The point programs once more for draws without lights, fog or dissolve, which then do
+        // no work per fragment beyond the colour (and the ray of the imposters).
+        {"PointBasicPlain", "GL/PointBasic", false, false, point, pointAttributes, "PLAIN"},
+        {"PointPseudoSpherePlain", "GL/PointPseudoSphere", false, false, point, pointAttributes, "PLAIN"},
+        {"PointBillboardPlain", "GL/PointBillboard", false, false, billboard, billboardAttributes, "PLAIN"},
     };
     return table;
 }
@@ -224,6 +232,14 @@ ShaderCtrl_cls::ShaderCtrl_cls() {
         item.mbEnsemble = row.bEnsemble;
         item.mbFog = row.bFog;
         item.SetShaderPath(row.strStem);
+        if (row.strDefine) {
+            const wxString strDefine = wxString("#define ") + row.strDefine + "\n";
+            for (wxString* pText : {&item.mStrVert, &item.mStrFrag}) {
+                const size_t end = pText->find('\n');
+                if (end != wxString::npos)
+                    pText->insert(end + 1, strDefine);
+            }
+        }
         mVItems.push_back(std::move(item));
     }
     mStrCommonDefinitions = ReadSnippet("GL/CommonDefinitionsShader.h");
@@ -592,16 +608,20 @@ void ShaderCtrl_cls::BeginPoint(int index, PointBasicParam_cls* p) {
     glUniform1f(item.GetLocation(8), p->mAlphaCrit);
 }
 
+bool ShaderCtrl_cls::IsPlain(const ShaderParamEnsemble_cls* p) const {
+    return p && p->mLightNumber == 0 && p->mDissolveMode == 0 && mFogMode == 0;
+}
+
 void ShaderCtrl_cls::BeginPointBasic(PointBasicParam_cls* p) {
-    BeginPoint(PRG_PointBasic, p);
+    BeginPoint(IsPlain(p) ? PRG_PointBasicPlain : PRG_PointBasic, p);
 }
 
 void ShaderCtrl_cls::BeginPointPseudoSphere(PointBasicParam_cls* p) {
-    BeginPoint(PRG_PointPseudoSphere, p);
+    BeginPoint(IsPlain(p) ? PRG_PointPseudoSpherePlain : PRG_PointPseudoSphere, p);
 }
 
 void ShaderCtrl_cls::BeginPointBillboard(PointBillboardParam_cls* p) {
-    ShaderItem_cls& item = Item(PRG_PointBillboard);
+    ShaderItem_cls& item = Item(IsPlain(p) ? PRG_PointBillboardPlain : PRG_PointBillboard);
     if (!Prepare(item) || !p)
         return;
     SetEnsembleAndFog(item, *p);

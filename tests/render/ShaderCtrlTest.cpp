@@ -50,13 +50,18 @@ TEST_F(ShaderCtrlTest, EveryResourceProgramLinksAndHasTheUniformsTheHostLooksUp)
     // Uniforms a program may leave out on purpose (the linker drops what a source does not use).
     // The billboards take their axes from baseInvMatrix alone; the two object-pose matrices are
     // passed along for sources that place the square in the object's frame. Points size by their
-    // factor and distance, not by the viewport; ray-cast spheres are as large as they are.
+    // factor and distance, not by the viewport; ray-cast spheres are as large as they are. The plain
+    // variants of the point programs light nothing and dissolve nothing.
     const std::map<wxString, std::set<wxString>> absent = {
         {"PointBillboard", {"baseInvModelMatrix", "modelInvBaseMatrix"}},
         {"PointBasic", {"viewport"}},
-        {"PointPseudoSphere", {"baseDistance", "pointSizeFactor"}}};
+        {"PointPseudoSphere", {"baseDistance", "pointSizeFactor"}},
+        {"PointBillboardPlain",
+         {"baseInvModelMatrix", "modelInvBaseMatrix", "lightNumber", "lightRecieve", "dissolveMode"}},
+        {"PointBasicPlain", {"viewport", "lightNumber", "lightRecieve", "dissolveMode"}},
+        {"PointPseudoSpherePlain", {"baseDistance", "pointSizeFactor", "lightNumber", "lightRecieve", "dissolveMode"}}};
     ShaderCtrl_cls ctrl;
-    ASSERT_EQ(ctrl.GetVItems().size(), 31u);
+    ASSERT_EQ(ctrl.GetVItems().size(), 34u);
     int built = 0;
     LogCapture_cls log;
     for (ShaderItem_cls& item : ctrl.GetVItems()) {
@@ -105,8 +110,8 @@ TEST_F(ShaderCtrlTest, EveryResourceProgramLinksAndHasTheUniformsTheHostLooksUp)
             }
         }
     }
-    std::cout << built << " of 31 programs have resource files and were built\n";
-    EXPECT_EQ(built, 31); // the programs whose files exist so far
+    std::cout << built << " of 34 programs have resource files and were built\n";
+    EXPECT_EQ(built, 34); // the programs whose files exist so far
     // The only GL errors: the old geometry parameters, which this driver does not know.
     for (const wxString& line : log.mVStrLines) {
         if (line.Contains("error = ")) {
