@@ -19,12 +19,14 @@ void main() {
     float shape = 1.0;
     if (vSquare == 0 && vImage == 0 && r2 > 1.0)
         discard;
+#ifndef PLAIN
     if (vImage == 1)
         shape = texture2D(textureImage[0], gl_PointCoord).a;
     else if (vImage == 2)
         shape = texture2D(textureImage[1], gl_PointCoord).a;
     else if (vImage == 3)
         shape = texture2D(textureImage[2], gl_PointCoord).a;
+#endif
     vec4 c = vColor;
 #ifdef PLAIN
     // Unlit, unfogged, whole: the point as it is.

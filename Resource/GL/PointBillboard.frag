@@ -35,12 +35,14 @@ void main() {
     gl_FragDepth = (gl_DepthRange.diff * (zc / wc) + gl_DepthRange.near + gl_DepthRange.far) * 0.5;
     vec2 tc = local * 0.5 + 0.5;
     vec4 image = vec4(1.0);
+#ifndef PLAIN
     if (vImage == 1)
         image = texture2D(textureImage[0], tc);
     else if (vImage == 2)
         image = texture2D(textureImage[1], tc);
     else if (vImage == 3)
         image = texture2D(textureImage[2], tc);
+#endif
     vec4 c = vColor * image;
 #ifdef PLAIN
     gl_FragColor = vec4(c.rgb * c.a, c.a);

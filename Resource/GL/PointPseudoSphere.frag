@@ -35,12 +35,14 @@ void main() {
     gl_FragDepth = (gl_DepthRange.diff * (zc / wc) + gl_DepthRange.near + gl_DepthRange.far) * 0.5;
     float shape = 1.0;
     vec2 tc = n.xy * 0.5 + 0.5;
+#ifndef PLAIN
     if (vImage == 1)
         shape = texture2D(textureImage[0], tc).a;
     else if (vImage == 2)
         shape = texture2D(textureImage[1], tc).a;
     else if (vImage == 3)
         shape = texture2D(textureImage[2], tc).a;
+#endif
 #ifdef PLAIN
     float alpha = vColor.a * shape;
     gl_FragColor = vec4(vColor.rgb * alpha, alpha);

@@ -193,6 +193,7 @@ void DrawParticleBase_cls::DrawLists(const ParticleDrawSetting_cls& setting, con
             std::copy(input.mFocus, input.mFocus + 16, params.mBaseInvMatrix);
             params.mAngle = input.mAngle;
             params.mTwistMode = mbTwist ? 1 : 0;
+            params.mTextureMode = input.mbImage ? 1 : 0;
             for (int i = 0; i < 4; ++i)
                 params.mViewport[i] = static_cast<float>(viewport[i]);
             params.mAlphaCrit = input.mAlphaCrit;
@@ -205,6 +206,7 @@ void DrawParticleBase_cls::DrawLists(const ParticleDrawSetting_cls& setting, con
             for (int i = 0; i < 4; ++i)
                 params.mViewport[i] = static_cast<float>(viewport[i]);
             params.mBaseDistance = input.mBaseDistance;
+            params.mTextureMode = input.mbImage ? 1 : 0;
             params.mPointSizeFactor = input.mPointSizeFactor;
             params.mAlphaCrit = input.mAlphaCrit;
             if (prog == ParticleDrawSetting_cls::PROG_PSEUDO_SPHERE)

@@ -89,6 +89,7 @@ public:
     public:
         GLuint mColorTable = 0; // the 2D colour table (rows of the materials)
         GLuint mImage[3] = {0, 0, 0};
+        bool mbImage = false; // a material draws with an image
         int mEnsembleStep = 0;
         int mDissolveMode = 0;
         int mLightNumber = 0;

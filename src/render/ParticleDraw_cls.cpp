@@ -361,6 +361,8 @@ void ParticleDraw_cls::GLDraw(Particle_cls& obj, GLDrawStatus_cls& status) {
     DrawParticleBase_cls::DrawInput_cls input;
     input.mColorTable = o.mColorTable.Get();
     std::copy(o.mImage, o.mImage + 3, input.mImage);
+    for (int m = 0; m < ParticleDrawSetting_cls::kMaterialMax; ++m)
+        input.mbImage = input.mbImage || (setting.mBits[m] >> ParticleDrawSetting_cls::SHIFT_IMAGE) & 3;
     input.mEnsembleStep = status.mEnsembleStep;
     input.mDissolveMode = static_cast<int>(obj.mCDissolve.GetBodyINT());
     input.mLightNumber = status.mLightNumber;

@@ -609,7 +609,7 @@ void ShaderCtrl_cls::BeginPoint(int index, PointBasicParam_cls* p) {
 }
 
 bool ShaderCtrl_cls::IsPlain(const ShaderParamEnsemble_cls* p) const {
-    return p && p->mLightNumber == 0 && p->mDissolveMode == 0 && mFogMode == 0;
+    return p && p->mLightNumber == 0 && p->mDissolveMode == 0 && p->mTextureMode == 0 && mFogMode == 0;
 }
 
 void ShaderCtrl_cls::BeginPointBasic(PointBasicParam_cls* p) {

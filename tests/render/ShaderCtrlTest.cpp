@@ -57,9 +57,12 @@ TEST_F(ShaderCtrlTest, EveryResourceProgramLinksAndHasTheUniformsTheHostLooksUp)
         {"PointBasic", {"viewport"}},
         {"PointPseudoSphere", {"baseDistance", "pointSizeFactor"}},
         {"PointBillboardPlain",
-         {"baseInvModelMatrix", "modelInvBaseMatrix", "lightNumber", "lightRecieve", "dissolveMode"}},
-        {"PointBasicPlain", {"viewport", "lightNumber", "lightRecieve", "dissolveMode"}},
-        {"PointPseudoSpherePlain", {"baseDistance", "pointSizeFactor", "lightNumber", "lightRecieve", "dissolveMode"}}};
+         {"baseInvModelMatrix", "modelInvBaseMatrix", "lightNumber", "lightRecieve", "dissolveMode", "textureImage",
+          "paramBit"}},
+        {"PointBasicPlain", {"viewport", "lightNumber", "lightRecieve", "dissolveMode", "textureImage"}},
+        {"PointPseudoSpherePlain",
+         {"baseDistance", "pointSizeFactor", "lightNumber", "lightRecieve", "dissolveMode", "textureImage",
+          "paramBit"}}};
     ShaderCtrl_cls ctrl;
     ASSERT_EQ(ctrl.GetVItems().size(), 34u);
     int built = 0;
@@ -86,9 +89,13 @@ TEST_F(ShaderCtrlTest, EveryResourceProgramLinksAndHasTheUniformsTheHostLooksUp)
         }
         // The draw code asks the attributes by name; the sphere drawing feeds one vec2
         // "colorCurveST" instead of the two names of the table, so those two are absent there.
+        // Plain variants without images have no use for the image bits.
         const bool bSphere = item.mStrName.StartsWith("Sphere");
+        const auto itAbsent = absent.find(item.mStrName);
         for (const wxString& strAttribute : item.mVStrAttribute) {
             if (bSphere && (strAttribute == "colorCurveS" || strAttribute == "colorCurveT"))
+                continue;
+            if (itAbsent != absent.end() && itAbsent->second.count(strAttribute) > 0)
                 continue;
             EXPECT_NE(glGetAttribLocation(item.GetProgram(), strAttribute.utf8_str()), -1)
                 << "attribute " << strAttribute.ToStdString();
