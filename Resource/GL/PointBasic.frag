@@ -32,7 +32,7 @@ void main() {
     // Unlit, unfogged, whole: the point as it is.
     gl_FragColor = vec4(c.rgb * (c.a * shape), c.a * shape);
 #else
-    vec3 n = vSquare != 0 ? vec3(0.0, 0.0, 1.0) : vec3(pc.x, -pc.y, sqrt(max(1.0 - r2, 0.0)));
+    vec3 n = vSquare != 0 ? vec3(0.0, 0.0, 1.0) : vec3(pc, sqrt(max(1.0 - r2, 0.0))); // origin lower left
     float light = lightNumber > 0 ? 0.0 : 1.0;
     for (int i = 0; i < MAX_LIGHT_RECIEVE; ++i) {
         if (i >= lightNumber || lightRecieve[i] == 0)

@@ -16,7 +16,7 @@ flat in int vImage;
 //##FUNC_FOG_EFFECT##
 //##FUNC_ENSEMBLE_DITHERING##
 void main() {
-    vec2 pc = vec2(gl_PointCoord.x * 2.0 - 1.0, 1.0 - gl_PointCoord.y * 2.0);
+    vec2 pc = gl_PointCoord * 2.0 - 1.0; // the drawing sets the sprite origin to the lower left
     vec3 q = vCenter + vec3(pc * vHalfExtent, 0.0);
     bool perspective = gl_ProjectionMatrix[3][3] == 0.0;
     vec3 o = perspective ? vec3(0.0) : q;

@@ -36,11 +36,15 @@ void main() {
     vCenter = eye.xyz;
     vHalf = halfSide;
     vec4 clip = gl_ProjectionMatrix * eye;
-    float reach = halfSide * 1.41421356;
-    float dist = length(eye.xyz);
-    float widen = gl_ProjectionMatrix[3][3] == 0.0 ? inversesqrt(max(1.0 - reach * reach / max(dist * dist, 1e-12), 1e-6)) : 1.0;
+    // The square's reach across the screen and in depth; in perspective its nearer corners reach
+    // further, the more so off the axis: the sprite takes that bound on the plane of the centre.
+    float reach = halfSide * max(abs(vAxisU.x) + abs(vAxisV.x), abs(vAxisU.y) + abs(vAxisV.y));
+    float deep = halfSide * (abs(vAxisU.z) + abs(vAxisV.z));
+    float depth = max(-eye.z, 1e-6);
+    bool perspective = gl_ProjectionMatrix[3][3] == 0.0;
+    float halfExtent = perspective ? (reach * depth + max(abs(eye.x), abs(eye.y)) * deep) / max(depth - deep, 1e-6) : reach;
     float pixelsPerUnit = gl_ProjectionMatrix[1][1] * 0.5 * viewport.w / max(abs(clip.w), 1e-6);
-    float px = clamp(2.0 * reach * widen * pixelsPerUnit + 1.0, 1.0, 4096.0);
+    float px = clamp(2.0 * halfExtent * pixelsPerUnit, 1.0, 4096.0);
     gl_PointSize = px;
     // The sprite's square on the plane of the centre, in eye units: a fragment's ray goes through it.
     vHalfExtent = 0.5 * px / pixelsPerUnit;
@@ -48,7 +52,7 @@ void main() {
     vColor.a *= filterAlpha;
     vImage = (paramBit >> 1) & 3;
     gl_Position = clip;
-    bool inside = gl_ProjectionMatrix[3][3] == 0.0 && dist <= reach;
+    bool inside = perspective && -eye.z <= deep;
     if (!(filterAlpha >= alphaCrit) || halfSide <= 0.0 || inside)
         gl_Position = vec4(2.0, 2.0, 2.0, 1.0);
 }

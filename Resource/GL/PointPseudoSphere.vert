@@ -24,12 +24,13 @@ void main() {
     vRadius = radius;
     vec4 clip = gl_ProjectionMatrix * eye;
     bool perspective = gl_ProjectionMatrix[3][3] == 0.0;
-    float dist = length(eye.xyz);
-    // In perspective the outline is wider than the radius at the centre's depth: the sprite takes
-    // the tangent cone's width, plus a pixel for the edge.
-    float widen = perspective ? inversesqrt(max(1.0 - radius * radius / max(dist * dist, 1e-12), 1e-6)) : 1.0;
+    // In perspective the outline is wider than the radius at the centre's depth, the more so off the
+    // axis: the sprite takes the sphere's bounding box as seen on the plane of the centre. A pixel
+    // is drawn when its centre lies in the sprite, so no margin is needed beyond that.
+    float depth = max(-eye.z, 1e-6);
+    float halfExtent = perspective ? radius * (depth + max(abs(eye.x), abs(eye.y))) / max(depth - radius, 1e-6) : radius;
     float pixelsPerUnit = gl_ProjectionMatrix[1][1] * 0.5 * viewport.w / max(abs(clip.w), 1e-6);
-    float px = clamp(2.0 * radius * widen * pixelsPerUnit + 1.0, 1.0, 4096.0);
+    float px = clamp(2.0 * halfExtent * pixelsPerUnit, 1.0, 4096.0);
     gl_PointSize = px;
     vHalfExtent = 0.5 * px / pixelsPerUnit;
     vColor = texture2DLod(textureColorCurve, vec2(colorCurveS, colorCurveT), 0.0);
@@ -37,6 +38,6 @@ void main() {
     vImage = (paramBit >> 1) & 3;
     gl_Position = clip;
     // The camera inside the sphere, or an invisible particle: not drawn.
-    if (!(filterAlpha >= alphaCrit) || radius <= 0.0 || (perspective && dist <= radius))
+    if (!(filterAlpha >= alphaCrit) || radius <= 0.0 || (perspective && -eye.z <= radius))
         gl_Position = vec4(2.0, 2.0, 2.0, 1.0);
 }

@@ -157,6 +157,9 @@ void DrawParticleBase_cls::DrawLists(const ParticleDrawSetting_cls& setting, con
                                      bool bBillboard) {
     BindParticleTexture(input);
     glEnable(GL_VERTEX_PROGRAM_POINT_SIZE);
+    // Sprite coordinates grow upwards like the window's, as the programs read them.
+    glEnable(GL_POINT_SPRITE);
+    glPointParameteri(GL_POINT_SPRITE_COORD_ORIGIN, GL_LOWER_LEFT);
     glDisable(GL_LIGHTING);
     glDisable(GL_TEXTURE_2D);
     // Without a program the fixed pipeline draws 12-pixel points in this colour.

@@ -72,8 +72,9 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
                                                    "textureImage", "viewport",        "baseDistance",
                                                    "dissolveMode", "pointSizeFactor", "alphaCrit"};
     static const std::vector<const char*> billboard = {
-        "lightNumber",   "lightRecieve",  "textureColorCurve", "textureImage", "dissolveMode", "baseInvModelMatrix",
-        "modelInvBaseMatrix", "baseInvMatrix", "rotationMatrix", "twistMode", "viewport", "alphaCrit"};
+        "lightNumber",    "lightRecieve",       "textureColorCurve",  "textureImage",
+        "dissolveMode",   "baseInvModelMatrix", "modelInvBaseMatrix", "baseInvMatrix",
+        "rotationMatrix", "twistMode",          "viewport",           "alphaCrit"};
     static const std::vector<const char*> billboardAttributes = {"pointSize",   "colorCurveS", "colorCurveT",
                                                                  "filterAlpha", "paramBit",    "twistID"};
     static const std::vector<const char*> pointAttributes = {"pointSize", "colorCurveS", "colorCurveT",

@@ -633,3 +633,43 @@ TEST_F(ParticleDrawTest, PlayingDrawsTheFramePreparedInTheBackground) {
     GpCTimeCtrl->mPlayDirection = 0;
     EXPECT_TRUE(log.Contains("Swap Render Snap")) << "a frame came from the background";
 }
+
+TEST_F(ParticleDrawTest, ImposterSpheresInPerspectiveCoverTheirWholeOutlineOffTheAxis) {
+    // Eye at z = 100 looking down -z with 90 degrees: pixel (i, j) looks along
+    // ((i + 0.5) / 32 - 1, (j + 0.5) / 32 - 1, -1). Spheres near the middle and far off it.
+    struct Ball {
+        float x, y, z, r;
+    };
+    const Ball balls[] = {{-30.f, -20.f, 0.f, 12.f}, {45.f, 40.f, 30.f, 10.f}};
+    std::vector<Atom_cls> vAtom;
+    for (const Ball& b : balls)
+        vAtom.push_back({b.x, b.y, b.z, 0, b.r});
+    Particle_cls* p = AddParticles("Perspective", vAtom);
+    Set(Mat(p)->mCShaderTypePoint, "2");
+    Draw(p, true, true);
+    int inside = 0;
+    for (int j = 0; j < kSize; ++j) {
+        for (int i = 0; i < kSize; ++i) {
+            const double d[3] = {(i + 0.5) / 32.0 - 1.0, (j + 0.5) / 32.0 - 1.0, -1.0};
+            const double len = std::sqrt(d[0] * d[0] + d[1] * d[1] + 1.0);
+            int hits = 0, near = 0;
+            for (const Ball& b : balls) {
+                const double c[3] = {b.x, b.y, b.z - 100.0};
+                const double t = (c[0] * d[0] + c[1] * d[1] + c[2] * d[2]) / len;
+                const double miss2 = c[0] * c[0] + c[1] * c[1] + c[2] * c[2] - t * t;
+                const double dist = std::sqrt(std::max(0.0, miss2));
+                // A pixel spans about t / 32 units across at that distance.
+                if (std::fabs(dist - b.r) < t / 32.0)
+                    ++near;
+                else if (dist < b.r)
+                    ++hits;
+            }
+            if (near > 0)
+                continue;
+            SCOPED_TRACE(i * 100 + j);
+            EXPECT_EQ(!IsEmpty(At(i, j)), hits > 0);
+            inside += hits > 0 ? 1 : 0;
+        }
+    }
+    EXPECT_GT(inside, 60); // two discs of about 4 and 5 pixels radius
+}
