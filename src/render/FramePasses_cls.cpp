@@ -14,6 +14,7 @@
 #include "Hittest_cls.h"
 #include "MeshDraw_cls.h"
 #include "MotionBlurCtrl_cls.h"
+#include "ParticleDraw_cls.h"
 #include "Preference_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObjDraw_cls.h"
@@ -106,6 +107,7 @@ void FramePasses_cls::InitializeGLIfNot() {
     // The meshes' textures come from the registry's provider, which outlives the passes.
     mpCMeshDraw = std::make_unique<MeshDraw_cls>(GpCTextureProvider);
     mpCTextDraw = std::make_unique<TextDraw_cls>();
+    mpCParticleDraw = std::make_unique<ParticleDraw_cls>(GpCTextureProvider);
     mpCFBODepth = std::make_unique<FBO_cls>(16, 16, this);
     for (int eye = 0; eye < 2; ++eye) {
         mpCFBOEye[eye] = std::make_unique<FBO_cls>(16, 16, this);
@@ -325,6 +327,7 @@ void FramePasses_cls::DrawEachFBO(int ensembleStep, bool bHitTest) {
     status.mEnsembleStep = ensembleStep;
     status.mpCMeshDraw = mpCMeshDraw.get();
     status.mpCTextDraw = mpCTextDraw.get();
+    status.mpCParticleDraw = mpCParticleDraw.get();
     glDisable(GL_FOG);
     if (GpCShaderCtrl)
         GpCShaderCtrl->mFogMode = 0;

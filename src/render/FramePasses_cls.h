@@ -22,6 +22,7 @@ class FBO_cls;
 class Hittest_cls;
 class GLDrawStatus_cls;
 class MeshDraw_cls;
+class ParticleDraw_cls;
 class TextDraw_cls;
 class View3D_cls;
 
@@ -134,6 +135,7 @@ private:
     // Meshes and text of this view's objects.
     std::unique_ptr<MeshDraw_cls> mpCMeshDraw;
     std::unique_ptr<TextDraw_cls> mpCTextDraw;
+    std::unique_ptr<ParticleDraw_cls> mpCParticleDraw;
     std::unique_ptr<FBO_cls> mpCFBOMain;
     std::unique_ptr<FBO_cls> mpCFBODepth;
     std::unique_ptr<FBO_cls> mpCFBOEye[2];

@@ -56,8 +56,10 @@ void SceneObjDraw_cls::GLDraw(SceneObjInstance_cls* pInstance, GLDrawStatus_cls&
 
 void SceneObjDraw_cls::GLDrawObjects(SceneObjCtrl_cls* pCtrl, GLDrawStatus_cls& status,
                                      const PositionAndDirection_cls& posDirNow,
-                                     const PositionAndDirection_cls&) {
-    // The second pose is for the particle objects' own sort, which comes with their drawing.
+                                     const PositionAndDirection_cls& posDirNext) {
+    // Both poses go to the particle objects' own sort.
+    status.mPosDirNow = posDirNow;
+    status.mPosDirNext = posDirNext;
     std::vector<SceneObjInstance_cls*> vInstances = GetVNewPCSortedInstance(pCtrl, posDirNow, status.mTime);
     GLCheckError_cls::CheckGLError("SceneObjCtrl::GLDrawBegin");
     const GLuint count = static_cast<GLuint>(vInstances.size());

@@ -72,6 +72,7 @@ TEST_F(MainTest, ProjectTextRoundTripsAndCommentsAreSkipped) {
                      "RelativePath=1\n"
                      "PrefetchLength=10\n"
                      "ParticleMax=20000\n"
+                     "ParticleVBOMax=2000\n"
                      "MemoryLimitMB=1024\n"
                      "MemoryLimitTexMB=1024\n"
                      "PrefGZQuality=0\n"
