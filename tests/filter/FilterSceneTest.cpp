@@ -53,7 +53,8 @@ protected:
 
 TEST_F(FilterSceneTest, DepthFilterMapsNearToFarMonotonically) {
     HideDefaultBox();
-    // Three boxes side by side at 10, 20 and 40 from the eye (front faces half a unit nearer).
+    // Three boxes side by side at 10, 20 and 40 from the eye; their front faces (boxes are two
+    // units wide) stand one unit nearer.
     AddGlowingBox("Near", -1.5, 0, 0, 1, 0, 0);
     AddGlowingBox("Mid", 0, 0, -10, 0, 1, 0);
     AddGlowingBox("Far", 3, 0, -30, 0, 0, 1);
@@ -62,7 +63,7 @@ TEST_F(FilterSceneTest, DepthFilterMapsNearToFarMonotonically) {
     Repaint();
     // Box centres on the screen: x = 128 + 128 x / (z tan 22.5).
     const double k = 128.0 / std::tan(22.5 * M_PI / 180.0);
-    const double expected[3] = {9.5, 19.5, 39.5};
+    const double expected[3] = {9, 19, 39};
     const double xs[3] = {-1.5, 0, 3};
     double last = 0;
     for (int i = 0; i < 3; ++i) {
