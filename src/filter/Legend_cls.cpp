@@ -9,6 +9,8 @@
 #include "TextDraw_cls.h"
 
 #include <wx/log.h>
+
+#include <algorithm>
 #include <wx/tokenzr.h>
 
 namespace {
@@ -122,7 +124,9 @@ void Legend_cls::MakeLegendLayer(int width, int height, const std::vector<float>
             const double w = 0.3 * mCClrCurveScaleX.GetBodyDOUBLE() * width;
             const double h = 0.04 * mCClrCurveScaleY.GetBodyDOUBLE() * height;
             DrawColorCurve(pCurve, x, y, w, h);
-            DrawTics(pCurve, x, y, w, mCClrCurveTicFontSize.GetBodyDOUBLE() * 0.01 * height, t);
+            // Numbers smaller than 8 pixels cannot be read: small images keep them at that.
+            DrawTics(pCurve, x, y, w, std::max(8.0, mCClrCurveTicFontSize.GetBodyDOUBLE() * 0.01 * height),
+                     t);
         } else if (strTarget != "None" && strTarget != mStrReportedTarget) {
             // Once per target name: the frame goes on without the bar.
             mStrReportedTarget = strTarget;

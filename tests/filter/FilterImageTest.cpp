@@ -155,9 +155,10 @@ TEST_F(FilterFixture, RemoveAlphaComposesOverTheBackgroundAsItsItemsSay) {
         float r, g, b;
     };
     // Tile cells are 8 pixels: (0, 0) is grey 0.5, (1, 0) grey 0.75.
-    for (const Case_cls& c : {Case_cls{"0", "0", "0", 2, 1, 0.5f, 0}, Case_cls{"0", "1", "0", 2, 0.5f, 0.25f, 0},
-                              Case_cls{"1", "1", "0", 2, 1, 0.5f, 0}, Case_cls{"0", "1", "1", 2, 0.75f, 0.5f, 0.25f},
-                              Case_cls{"0", "1", "1", 10, 0.875f, 0.625f, 0.375f}}) {
+    for (const Case_cls& c :
+         {Case_cls{"0", "0", "0", 2, 1, 0.5f, 0}, Case_cls{"0", "1", "0", 2, 0.5f, 0.25f, 0},
+          Case_cls{"1", "1", "0", 2, 1, 0.5f, 0}, Case_cls{"0", "1", "1", 2, 0.75f, 0.5f, 0.25f},
+          Case_cls{"0", "1", "1", 10, 0.875f, 0.625f, 0.375f}}) {
         SCOPED_TRACE(::testing::Message() << c.strExtreme << c.strConvert << c.strTile << " at " << c.x);
         SetItem("R", "ExtremeAlpha=", c.strExtreme);
         SetItem("R", "Convert=", c.strConvert);

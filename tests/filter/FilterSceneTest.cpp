@@ -185,6 +185,8 @@ TEST_F(FilterSceneTest, LegendShowsTheCurveEndColoursAtItsEndsAndSurvivesItsTarg
         for (int x = 10; x < 150; ++x)
             lit += At(x, y).r > 0.5f ? 1 : 0;
     EXPECT_GT(lit, 5);
+    if (getenv("ORV_SAVE_FRAMES"))
+        SaveFrame("LegendBar.png");
 
     // The target goes: one log line, no bar, the frame goes on.
     Run("SceneObjCtrl::Delete::P");
@@ -207,10 +209,10 @@ TEST_F(FilterSceneTest, LegendWritesTheTimeWithItsFormatAndScale) {
         double t;
         const char* strExpected;
     };
-    for (const Case_cls& c : {Case_cls{"Time=%f", "1", 0.5, "Time=0.500000"},
-                              Case_cls{"t = %.1f s", "10", 0.25, "t = 2.5 s"},
-                              Case_cls{"%d frames", "1", 0.5, "%d frames"}, // not a floating conversion
-                              Case_cls{"%f %f", "1", 0.5, "%f %f"}}) {
+    for (const Case_cls& c :
+         {Case_cls{"Time=%f", "1", 0.5, "Time=0.500000"}, Case_cls{"t = %.1f s", "10", 0.25, "t = 2.5 s"},
+          Case_cls{"%d frames", "1", 0.5, "%d frames"}, // not a floating conversion
+          Case_cls{"%f %f", "1", 0.5, "%f %f"}}) {
         SCOPED_TRACE(c.strFormat);
         SetItem("L", "FormatTime=", c.strFormat);
         SetItem("L", "TimeScale=", c.strScale);
