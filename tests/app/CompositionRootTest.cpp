@@ -80,7 +80,8 @@ TEST(CompositionRoot, OnlyTheRootCallsTheLayersRegistrations) {
     EXPECT_EQ(vNames, (std::vector<std::string>{
                           "RegisterCoreServices", "RegisterTimeServices", "RegisterLuaServices",
                           "RegisterSceneServices", "RegisterPrepServices", "RegisterViewerServices",
-                          "RegisterModifierServices", "RegisterRenderServices", "RegisterUIServices"}));
+                          "RegisterModifierServices", "RegisterRenderServices", "RegisterFilterServices",
+                          "RegisterUIServices"}));
 }
 
 TEST(CompositionRoot, TheFixturesStartThroughTheSharedOne) {
