@@ -1,5 +1,6 @@
 // Edits of the chain through the command road: do, undo, redo, and the project text.
 #include "FilterBase_cls.h"
+#include "FilterBuffer_cls.h"
 #include "FilterFixture.h"
 #include "ParamGroup_cls.h"
 #include "UndoManager_cls.h"
@@ -128,4 +129,31 @@ TEST_F(FilterCommandTest, LinesForFiltersThatAreNotThereAreDroppedQuietly) {
     GpCFilterCtrl->GetVstrParamTag(vStrTag);
     ASSERT_EQ(vStrTag.size(), 1u);
     EXPECT_EQ(vStrTag[0], "FilterCtrl::Filter::B::Width::Width");
+}
+
+TEST_F(FilterCommandTest, PanelCopyWritesItsValuesToTheFilterAsOneUndoableStep) {
+    ASSERT_EQ(GpCFilterCtrl->AddFilterCommand("Glare_cls", "G"), "G");
+    auto* pGlare = static_cast<Glare_cls*>(Filter("G"));
+    GlareBuffer_cls buffer(pGlare);
+    const wxString strBefore = ChainText();
+    // Edits of the copy leave the filter alone.
+    buffer.mCNumber.SetBodyFromData(wxString("6"));
+    buffer.GetPCParamGroup("Width")->SetInitValue(24.0);
+    buffer.GetPCParamGroup("Enh./Fade")->SetInitValue(3.0, 0.25);
+    EXPECT_EQ(ChainText(), strBefore);
+    const int index = GpCUndo->GetCurrent();
+    ASSERT_TRUE(buffer.ForceSrcToSyncBuffer());
+    EXPECT_EQ(GpCUndo->GetCurrent(), index + 1);
+    EXPECT_EQ(pGlare->mCNumber.GetBodyINT(), 6);
+    EXPECT_DOUBLE_EQ(pGlare->GetValue("Enh./Fade", 0.0, 0.0, 0), 3.0);
+    const wxString strAfter = ChainText();
+    EXPECT_NE(strAfter, strBefore);
+    GpCUndo->Undo();
+    EXPECT_EQ(ChainText(), strBefore);
+    // A fresh copy reads the filter as it now is; with nothing changed nothing is pushed.
+    GpCUndo->Redo();
+    GlareBuffer_cls again(pGlare);
+    EXPECT_EQ(again.mCNumber.GetBodyINT(), 6);
+    EXPECT_FALSE(again.ForceSrcToSyncBuffer());
+    EXPECT_EQ(ChainText(), strAfter);
 }
