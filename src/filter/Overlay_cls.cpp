@@ -1,8 +1,7 @@
 #include "Overlay_cls.h"
 
 #include "ShaderCtrl_cls.h"
-#include "SliceImage_cls.h"
-#include "SlicePixels_cls.h"
+#include "TextureProvider_cls.h"
 #include "TimeCtrl_cls.h"
 
 #include <wx/filename.h>
@@ -17,6 +16,10 @@ Overlay_cls::Overlay_cls(const wxString& strName) : FilterBase_cls("Overlay_cls"
     Add(&mCSequence, "Sequence=", "0", "VIEW3D::FILTER");
     Add(&mCFit, "Fit=", "0", "VIEW3D::FILTER");
     AddParam("Alpha", "Alpha", 1.0);
+}
+
+Overlay_cls::~Overlay_cls() {
+    ReleaseTexture();
 }
 
 wxString Overlay_cls::GetStrCurrentPath() const {
@@ -44,16 +47,13 @@ wxString Overlay_cls::GetStrCurrentPath() const {
 
 bool Overlay_cls::CheckFileSequence() {
     const wxString strPath = GetStrCurrentPath();
-    if (strPath.empty())
-        return false;
     if (strPath == mStrLoaded)
-        return !mbLoadFailed;
+        return mTexture != 0;
+    ReleaseTexture();
     mStrLoaded = strPath;
-    mTexture.Reset();
-    SlicePixels_cls pixels;
-    pixels.mbColour = true;
-    mbLoadFailed = !wxFileName::FileExists(strPath) || !SliceImage_cls::Load(strPath, pixels);
-    if (mbLoadFailed) {
+    if (strPath.empty() || !GpCTextureProvider)
+        return false;
+    if (!wxFileName::FileExists(strPath)) {
         // One line per path, however many frames ask for it.
         static std::set<wxString> sReported;
         if (sReported.insert(strPath).second)
@@ -61,25 +61,25 @@ bool Overlay_cls::CheckFileSequence() {
                          GetStrName(), strPath);
         return false;
     }
-    // Decoded rows run from the top; GL's first row is the bottom one.
-    const size_t stride = static_cast<size_t>(pixels.mWidth) * 4;
-    std::vector<unsigned char> vFlipped(pixels.mRGBA.size());
-    for (int y = 0; y < pixels.mHeight; ++y)
-        std::copy_n(pixels.RowRGBA(pixels.mHeight - 1 - y), stride, vFlipped.data() + y * stride);
-    mTexture = GLTexture_cls::Make();
-    glBindTexture(GL_TEXTURE_2D, mTexture.Get());
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, pixels.mWidth, pixels.mHeight, 0, GL_RGBA, GL_UNSIGNED_BYTE,
-                 vFlipped.data());
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+    // The texture provider reads the file once for all its users and logs a file it cannot
+    // decode; such a file gets its default texture, which is no image to lay over the picture.
+    const GLuint texture = GpCTextureProvider->Acquire(strPath);
+    mbAcquired = true;
+    if (texture == GpCTextureProvider->GetDefaultTexture())
+        return false;
+    mTexture = texture;
+    glBindTexture(GL_TEXTURE_2D, mTexture);
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &mImageWidth);
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_HEIGHT, &mImageHeight);
     glBindTexture(GL_TEXTURE_2D, 0);
-    mImageWidth = pixels.mWidth;
-    mImageHeight = pixels.mHeight;
-    return true;
+    return mImageWidth > 0 && mImageHeight > 0;
+}
+
+void Overlay_cls::ReleaseTexture() {
+    if (mbAcquired && GpCTextureProvider)
+        GpCTextureProvider->Release(mStrLoaded);
+    mbAcquired = false;
+    mTexture = 0;
 }
 
 void Overlay_cls::GetScale(int fit, double imageAspect, const std::vector<float>& vPasspartout, float& xScale,
@@ -115,7 +115,7 @@ void Overlay_cls::Begin(const std::vector<float>& vPasspartout, double t) {
     GetScale(static_cast<int>(mCFit.GetBodyINT()), static_cast<double>(mImageWidth) / mImageHeight,
              vPasspartout, params.mTexXScale, params.mTexYScale);
     params.mTexAlpha = static_cast<float>(GetValue("Alpha", t, 1.0));
-    BindUnit1(mTexture.Get());
+    BindUnit1(mTexture);
     mbUnit1Bound = true;
     GpCShaderCtrl->BeginOverlay(&params);
     CheckProgram("Overlay");

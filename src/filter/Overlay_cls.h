@@ -13,6 +13,7 @@
 class Overlay_cls : public FilterBase_cls {
 public:
     explicit Overlay_cls(const wxString& strName);
+    ~Overlay_cls() override;
 
     void BeginPass(const FilterPass_cls& pass, int iteration) override;
     void Begin(const std::vector<float>& vPasspartout, double t);
@@ -30,9 +31,12 @@ public:
     ConfItemINT_cls mCFit;
 
 private:
-    GLTexture_cls mTexture;
+    // Gives the texture of the loaded file back to the texture provider.
+    void ReleaseTexture();
+
+    GLuint mTexture = 0; // not owned: the texture provider's, held from Acquire to Release
     wxString mStrLoaded;
-    bool mbLoadFailed = false;
-    int mImageWidth = 0;
-    int mImageHeight = 0;
+    bool mbAcquired = false;
+    GLint mImageWidth = 0;
+    GLint mImageHeight = 0;
 };

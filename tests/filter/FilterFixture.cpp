@@ -10,6 +10,8 @@
 
 #include <epoxy/gl.h>
 
+#include <algorithm>
+
 namespace {
 const wxString kResourceDir = wxString(ORV_SOURCE_DIR) + "/Resource";
 } // namespace
@@ -105,4 +107,12 @@ void FilterFixture::Paint(int size) {
     target.MakeFBO(true, false);
     mpPasses->PaintDirectly(size, size, size, size, target.GetFramebuffer());
     ReadTexture(target.GetTexture(), size, size);
+}
+
+int CountLines(const LogCapture_cls& log, std::initializer_list<const char*> texts) {
+    int lines = 0;
+    for (const wxString& str : log.mVStrLines)
+        lines +=
+            std::all_of(texts.begin(), texts.end(), [&](const char* p) { return str.Contains(p); }) ? 1 : 0;
+    return lines;
 }

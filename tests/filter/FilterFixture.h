@@ -41,5 +41,8 @@ protected:
     std::unique_ptr<FramePasses_cls> mpPasses;
 };
 
+// The number of captured log lines that hold every one of the texts.
+int CountLines(const LogCapture_cls& log, std::initializer_list<const char*> texts);
+
 // Exact colour within one step of 8 bits.
 constexpr float kOneStep = 1.f / 255.f;

@@ -194,10 +194,7 @@ TEST_F(FilterSceneTest, LegendShowsTheCurveEndColoursAtItsEndsAndSurvivesItsTarg
     LogCapture_cls log;
     RunChain(*source);
     RunChain(*source);
-    int lines = 0;
-    for (const wxString& str : log.mVStrLines)
-        lines += str.Contains("Legend L: \"P\" has no colour curve") ? 1 : 0;
-    EXPECT_EQ(lines, 1);
+    EXPECT_EQ(CountLines(log, {"Legend L: \"P\" has no colour curve"}), 1);
     EXPECT_TRUE(PixelNear(At(80, 108), 0, 0, 0, 0));
 }
 
