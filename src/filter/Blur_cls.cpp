@@ -3,10 +3,10 @@
 #include "ShaderCtrl_cls.h"
 
 Blur_cls::Blur_cls(const wxString& strName) : FilterBase_cls("Blur_cls", strName) {
-    Add(&mCType, "Type=", "0", "VIEW3D::FILTER");
-    Add(&mCKernel, "Kernel=", "1", "VIEW3D::FILTER");
-    Add(&mCQuality, "Quality=", "3", "VIEW3D::FILTER");
-    Add(&mCUseGamma, "UseGamma=", "1", "VIEW3D::FILTER");
+    Add(&mCType, "Type=", "0", "PROPERTY_SCENE");
+    Add(&mCKernel, "Kernel=", "1", "PROPERTY_SCENE");
+    Add(&mCQuality, "Quality=", "3", "PROPERTY_SCENE");
+    Add(&mCUseGamma, "UseGamma=", "1", "PROPERTY_SCENE");
     AddParam("Width", "Width", 2.0);
 }
 

@@ -7,7 +7,7 @@
 
 FilterBase_cls::FilterBase_cls(const wxString& strAttributeName, const wxString& strName)
     : Attribute_cls(strAttributeName, strName) {
-    Add(&mCValidity, "Validity=", "1", "VIEW3D::FILTER");
+    Add(&mCValidity, "Validity=", "1", "PROPERTY_SCENE");
 }
 
 double FilterBase_cls::GetValue(const wxString& strGroup, double t, double fallback, size_t index) {

@@ -509,6 +509,25 @@ void FilterCtrl_cls::Select(const wxString& strName, bool, bool bToggle) {
     mpCSelected = bToggle && p == mpCSelected ? nullptr : p;
 }
 
+bool FilterCtrl_cls::SelectKeyFrame(const wxString& strTag, int index, bool bSelect, bool bAdd,
+                                    double tolerance) {
+    Parameter_cls* p = GetPCParameter(strTag);
+    return p && p->SelectKeyByIndex(index, bSelect, bAdd, tolerance) != 0;
+}
+
+void FilterCtrl_cls::DeselectKeyFrame() {
+    for (FilterBase_cls* p : mLPCFilter)
+        p->DeselectKeyFrame(GetStrSelf() + p->GetStrName());
+}
+
+bool FilterCtrl_cls::ChangeKeyTypeByModKey(const wxString& strTag, int index, bool bA, bool bB, bool bC) {
+    Parameter_cls* p = GetPCParameter(strTag);
+    wxString strFull = strTag;
+    if (!strFull.StartsWith(GetStrSelf()))
+        strFull = GetStrSelf() + strFull;
+    return p && p->ChangeKeyTypeByModKey(strFull, index, bA, bB, bC);
+}
+
 bool FilterCtrl_cls::IsSelected(const Attribute_cls* p) const {
     return p && p == mpCSelected;
 }

@@ -103,6 +103,10 @@ public:
     void ClearSelection() { mpCSelected = nullptr; }
     bool IsSelected(const Attribute_cls* p) const;
     FilterBase_cls* GetPCSelected() const { return mpCSelected; }
+    // Key selection of the groups, by the tag of a member (timeline and graph).
+    bool SelectKeyFrame(const wxString& strTag, int index, bool bSelect, bool bAdd, double tolerance);
+    void DeselectKeyFrame();
+    bool ChangeKeyTypeByModKey(const wxString& strTag, int index, bool bA, bool bB, bool bC);
 
     // Empties the chain.
     void Clear();

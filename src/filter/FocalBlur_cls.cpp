@@ -7,9 +7,9 @@
 #include <algorithm>
 
 FocalBlur_cls::FocalBlur_cls(const wxString& strName) : FilterBase_cls("FocalBlur_cls", strName) {
-    Add(&mCQuality, "Quality=", "3", "VIEW3D::FILTER");
-    Add(&mCType, "Type=", "1", "VIEW3D::FILTER");
-    Add(&mCUseGamma, "UseGamma=", "1", "VIEW3D::FILTER");
+    Add(&mCQuality, "Quality=", "3", "PROPERTY_SCENE");
+    Add(&mCType, "Type=", "1", "PROPERTY_SCENE");
+    Add(&mCUseGamma, "UseGamma=", "1", "PROPERTY_SCENE");
     AddParam("WidthBase", "Width", 2.0);
     AddParam("FocalDistance", "Distance", 10.0);
 }

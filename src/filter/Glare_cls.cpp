@@ -3,9 +3,9 @@
 #include "ShaderCtrl_cls.h"
 
 Glare_cls::Glare_cls(const wxString& strName) : FilterBase_cls("Glare_cls", strName) {
-    Add(&mCType, "Type=", "0", "VIEW3D::FILTER");
-    Add(&mCQuality, "Quality=", "3", "VIEW3D::FILTER");
-    Add(&mCNumber, "Number=", "3", "VIEW3D::FILTER");
+    Add(&mCType, "Type=", "0", "PROPERTY_SCENE");
+    Add(&mCQuality, "Quality=", "3", "PROPERTY_SCENE");
+    Add(&mCNumber, "Number=", "3", "PROPERTY_SCENE");
     AddParam("Width", "Width", 16.0);
     AddParam("Offset", "Angle", 0.0);
     AddParam("Critical", "Value", 0.9);

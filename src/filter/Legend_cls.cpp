@@ -19,20 +19,20 @@ constexpr int kSegments = 128;
 } // namespace
 
 Legend_cls::Legend_cls(const wxString& strName) : FilterBase_cls("Legend_cls", strName) {
-    Add(&mCTarget, "Target=", "None", "VIEW3D::FILTER");
-    Add(&mCTextFontDesc, "TextFontDesc=", "Arial 24", "VIEW3D::FILTER");
-    Add(&mCUseTime, "UseTime=", "1", "VIEW3D::FILTER");
-    Add(&mCFormatTime, "FormatTime=", "Time=%f", "VIEW3D::FILTER");
-    Add(&mCTimeOffsetX, "TimeOffsetX=", "0.03", "VIEW3D::FILTER");
-    Add(&mCTimeOffsetY, "TimeOffsetY=", "0.03", "VIEW3D::FILTER");
-    Add(&mCTimeScale, "TimeScale=", "1", "VIEW3D::FILTER");
-    Add(&mCUseClrCurve, "UseClrCurve=", "1", "VIEW3D::FILTER");
-    Add(&mCClrCurveOffsetX, "ClrCurveOffsetX=", "0.6", "VIEW3D::FILTER");
-    Add(&mCClrCurveOffsetY, "ClrCurveOffsetY=", "0.03", "VIEW3D::FILTER");
-    Add(&mCClrCurveScaleX, "ClrCurveScaleX=", "1", "VIEW3D::FILTER");
-    Add(&mCClrCurveScaleY, "ClrCurveScaleY=", "1", "VIEW3D::FILTER");
-    Add(&mCClrCurveTicFontSize, "ClrCurveTicFontSize=", "2", "VIEW3D::FILTER");
-    Add(&mCClrCurveTicScale, "ClrCurveTicScale=", "1", "VIEW3D::FILTER");
+    Add(&mCTarget, "Target=", "None", "PROPERTY_SCENE");
+    Add(&mCTextFontDesc, "TextFontDesc=", "Arial 24", "PROPERTY_SCENE");
+    Add(&mCUseTime, "UseTime=", "1", "PROPERTY_SCENE");
+    Add(&mCFormatTime, "FormatTime=", "Time=%f", "PROPERTY_SCENE");
+    Add(&mCTimeOffsetX, "TimeOffsetX=", "0.03", "PROPERTY_SCENE");
+    Add(&mCTimeOffsetY, "TimeOffsetY=", "0.03", "PROPERTY_SCENE");
+    Add(&mCTimeScale, "TimeScale=", "1", "PROPERTY_SCENE");
+    Add(&mCUseClrCurve, "UseClrCurve=", "1", "PROPERTY_SCENE");
+    Add(&mCClrCurveOffsetX, "ClrCurveOffsetX=", "0.6", "PROPERTY_SCENE");
+    Add(&mCClrCurveOffsetY, "ClrCurveOffsetY=", "0.03", "PROPERTY_SCENE");
+    Add(&mCClrCurveScaleX, "ClrCurveScaleX=", "1", "PROPERTY_SCENE");
+    Add(&mCClrCurveScaleY, "ClrCurveScaleY=", "1", "PROPERTY_SCENE");
+    Add(&mCClrCurveTicFontSize, "ClrCurveTicFontSize=", "2", "PROPERTY_SCENE");
+    Add(&mCClrCurveTicScale, "ClrCurveTicScale=", "1", "PROPERTY_SCENE");
 }
 
 Legend_cls::~Legend_cls() = default;

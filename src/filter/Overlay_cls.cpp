@@ -11,10 +11,10 @@
 #include <set>
 
 Overlay_cls::Overlay_cls(const wxString& strName) : FilterBase_cls("Overlay_cls", strName) {
-    Add(&mCPath, "strPath=", "NONE", "VIEW3D::FILTER");
-    Add(&mCSequenceOffset, "sequenceOffset=", "0", "VIEW3D::FILTER");
-    Add(&mCSequence, "Sequence=", "0", "VIEW3D::FILTER");
-    Add(&mCFit, "Fit=", "0", "VIEW3D::FILTER");
+    Add(&mCPath, "strPath=", "NONE", "PROPERTY_SCENE");
+    Add(&mCSequenceOffset, "sequenceOffset=", "0", "PROPERTY_SCENE");
+    Add(&mCSequence, "Sequence=", "0", "PROPERTY_SCENE");
+    Add(&mCFit, "Fit=", "0", "PROPERTY_SCENE");
     AddParam("Alpha", "Alpha", 1.0);
 }
 

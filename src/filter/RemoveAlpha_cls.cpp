@@ -3,9 +3,9 @@
 #include "ShaderCtrl_cls.h"
 
 RemoveAlpha_cls::RemoveAlpha_cls(const wxString& strName) : FilterBase_cls("RemoveAlpha_cls", strName) {
-    Add(&mCExtremeAlpha, "ExtremeAlpha=", "0", "VIEW3D::FILTER");
-    Add(&mCConvert, "Convert=", "0", "VIEW3D::FILTER");
-    Add(&mCBackgroundTile, "BackgroundTile=", "0", "VIEW3D::FILTER");
+    Add(&mCExtremeAlpha, "ExtremeAlpha=", "0", "PROPERTY_SCENE");
+    Add(&mCConvert, "Convert=", "0", "PROPERTY_SCENE");
+    Add(&mCBackgroundTile, "BackgroundTile=", "0", "PROPERTY_SCENE");
 }
 
 void RemoveAlpha_cls::Begin() {

@@ -3,10 +3,10 @@
 #include "ShaderCtrl_cls.h"
 
 SSAO_cls::SSAO_cls(const wxString& strName) : FilterBase_cls("SSAO_cls", strName) {
-    Add(&mCQuality, "Quality=", "3", "VIEW3D::FILTER");
-    Add(&mCFactor, "Factor=", "0.5", "VIEW3D::FILTER");
-    Add(&mCRadius, "Radius=", "1", "VIEW3D::FILTER");
-    Add(&mCType, "Type=", "0", "VIEW3D::FILTER");
+    Add(&mCQuality, "Quality=", "3", "PROPERTY_SCENE");
+    Add(&mCFactor, "Factor=", "0.5", "PROPERTY_SCENE");
+    Add(&mCRadius, "Radius=", "1", "PROPERTY_SCENE");
+    Add(&mCType, "Type=", "0", "PROPERTY_SCENE");
     InitializeAndPushParam(GetPCNewParamGroup("BaseColor", "R", "G", "B"), 1.0, 1.0, 1.0);
 }
 

@@ -3,6 +3,7 @@
 #include "FilterBuffer_cls.h"
 #include "FilterFixture.h"
 #include "ParamGroup_cls.h"
+#include "Parameter_cls.h"
 #include "UndoManager_cls.h"
 
 namespace {
@@ -156,4 +157,24 @@ TEST_F(FilterCommandTest, PanelCopyWritesItsValuesToTheFilterAsOneUndoableStep) 
     EXPECT_EQ(again.mCNumber.GetBodyINT(), 6);
     EXPECT_FALSE(again.ForceSrcToSyncBuffer());
     EXPECT_EQ(ChainText(), strAfter);
+}
+
+TEST_F(FilterCommandTest, SelectedKeysMoveAndUndoAsOneStep) {
+    ASSERT_EQ(GpCFilterCtrl->AddFilterCommand("Exposure_cls", "E"), "E");
+    const wxString strTag = "FilterCtrl::Filter::E::Gamma::Gamma";
+    Parameter_cls* pParam = GpCFilterCtrl->GetPCParameter(strTag);
+    ASSERT_NE(pParam, nullptr);
+    ASSERT_TRUE(GpCFilterCtrl->SetFilterParamCommand("E", "Gamma", 0, 1.0)); // the key at 0
+    pParam->InsertKeyCommand(0.5, strTag, 0, 1.0, true);
+    ASSERT_EQ(pParam->GetKeyNum(), 2);
+    const wxString strBefore = ChainText();
+    ASSERT_TRUE(GpCFilterCtrl->SelectKeyFrame(strTag, 1, true, false, -1.0));
+    GpCFilterCtrl->MoveSelectedTLKeyCommand(0.25, 0.0);
+    EXPECT_NEAR(pParam->mVCKey[1].mX, 0.75, 1e-9);
+    GpCUndo->Undo();
+    EXPECT_NEAR(pParam->mVCKey[1].mX, 0.5, 1e-9);
+    GpCFilterCtrl->DeselectKeyFrame();
+    EXPECT_EQ(pParam->GetSelectedKeyNum(), 0);
+    EXPECT_FALSE(
+        GpCFilterCtrl->SelectKeyFrame("FilterCtrl::Filter::E::Gamma::Nothing", 0, true, false, -1.0));
 }
