@@ -1,11 +1,13 @@
 // Filters that read the frame's depth, the legend, and the repaint without the scene, on frames
 // the passes render.
+#include "Camera_cls.h"
 #include "ColorCurve_cls.h"
 #include "FilterFixture.h"
 #include "Legend_cls.h"
 #include "ParamGroup_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObj_cls.h"
+#include "StereoProp_cls.h"
 
 #include "CommandText.h"
 
@@ -224,4 +226,29 @@ TEST_F(FilterSceneTest, LegendWritesTheTimeWithItsFormatAndScale) {
         for (int x = 0; x < 128; ++x)
             lit += At(x, y).r > 0.5f ? 1 : 0;
     EXPECT_GT(lit, 10);
+}
+
+TEST_F(FilterSceneTest, WithTwoEyesTheChainRunsForEachEyeOverTheSameDepth) {
+    HideDefaultBox();
+    AddGlowingBox("Near", 0, 0, 0, 0.5, 0.5, 0.5);
+    auto* pCamera = static_cast<Camera_cls*>(GpCSceneObjCtrl->GetPCFromName("Camera"));
+    ASSERT_NE(pCamera, nullptr);
+    SetObjGroup(pCamera, "", "Position", 0, 0, 10);
+    mpView->mCFollow.SetBodyFromData(wxString("1"));
+    pCamera->GetPCStereoProp()->mCStereoType.SetBodyFromData(wxString("1"));
+    pCamera->GetPCStereoProp()->mCEyeType.SetBodyFromData(wxString("4"));
+    ASSERT_EQ(mpPasses->GetStereoNum(), 2);
+    Repaint();
+    const float plain = At(128, 128).r;
+    ASSERT_NEAR(plain, 0.5f, 0.05f);
+    // A depth filter and an exposure: each eye's image is processed, and the shown one (the left
+    // eye's until the stereogram exists) is the processed one.
+    Run("FilterCtrl::New::FilterDepth_cls::D\nFilterCtrl::New::Exposure_cls::E");
+    SetGroup("E", "Level", 0.0, 27.0);
+    const long long before = mpPasses->GetDrawCount();
+    Repaint();
+    // Two eyes, each with its colour and its depth pass.
+    EXPECT_EQ(mpPasses->GetDrawCount() - before, 4);
+    EXPECT_NEAR(At(128, 128).r, 1.f / 3.f, 0.02f); // distance 9 over a level range of 27
+    EXPECT_EQ(GpCFilterCtrl->GetPassCount(), 2);
 }
