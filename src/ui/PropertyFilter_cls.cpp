@@ -136,8 +136,10 @@ void PropertyFilter_cls::RefreshValues() {
     if (!p)
         return;
     for (ConfItem_cls* pItem : p->mVPItems) {
-        if (pItem->mStrHead == "Validity=")
-            continue; // the check box
+        // The attribute's own bookkeeping is no setting, and "Validity=" is the check box.
+        const wxString& strHead = pItem->mStrHead;
+        if (strHead == "Validity=" || strHead == "AttributeName=" || strHead == "Name=" || strHead == "Shy=")
+            continue;
         mVEntry.push_back({pItem->mStrHead, wxString(), -1});
         mpCValues->Append(pItem->mStrHead + pItem->GetBodySTR());
     }

@@ -85,7 +85,10 @@ TEST_F(FilterPanelTest, ItemsAndParametersAreSetByTypingAValue) {
     const int width = Find(mpFilterPage->mpCValues, "Width::Width=");
     ASSERT_GE(type, 0);
     ASSERT_GE(width, 0);
-    EXPECT_EQ(Find(mpFilterPage->mpCValues, "Validity="), -1); // that is the check box
+    // The check box and the attribute's own bookkeeping are no entries.
+    for (const char* str : {"Validity=", "Name=", "AttributeName=", "Shy="})
+        EXPECT_EQ(Find(mpFilterPage->mpCValues, str), -1) << str;
+    EXPECT_EQ(Find(mpFilterPage->mpCValues, "Type="), 0);
     ASSERT_TRUE(mpFilterPage->SetEntryFromText(type, " 2 "));
     ASSERT_TRUE(mpFilterPage->SetEntryFromText(width, "2+3"));
     EXPECT_FALSE(mpFilterPage->SetEntryFromText(width, "wide"));
@@ -112,4 +115,6 @@ TEST_F(FilterPanelTest, LegendChoosesAmongTheObjectsWithAColourCurve) {
     ASSERT_TRUE(mpFilterPage->AddFilter("Glare_cls"));
     EXPECT_FALSE(mpFilterPage->mpCTarget->IsEnabled());
     EXPECT_FALSE(mpFilterPage->SetLegendTarget("Stars"));
+    ASSERT_TRUE(mpFilterPage->SelectFilter("Legend"));
+    EXPECT_TRUE(mpFilterPage->mpCTarget->IsEnabled());
 }
