@@ -21,6 +21,6 @@ void main() {
              spot * (gl_FrontLightProduct[i].diffuse * d + gl_FrontLightProduct[i].specular * s);
     }
     vColor = vec4(c.rgb, gl_FrontMaterial.diffuse.a);
-    gl_TexCoord[0] = gl_MultiTexCoord0;
+    gl_TexCoord[0] = gl_TextureMatrix[0] * gl_MultiTexCoord0;
     gl_Position = gl_ModelViewProjectionMatrix * gl_Vertex;
 }

@@ -57,9 +57,12 @@ void RegisterModifierServices() {
         [](SceneObj_cls* pObj, Attribute_cls* p, double* C, double* P, double t) {
             static_cast<Tracking_cls*>(p)->Execute(pObj, C, P, t);
         };
-    RegisterAttribute<ArrayCopy_cls>("ArrayCopy_cls", IsAnyObject).mFuncCopyCount = [](SceneObj_cls*,
-                                                                                       Attribute_cls* p) {
+    KindTable_cls::Entry_cls& arrayCopy = RegisterAttribute<ArrayCopy_cls>("ArrayCopy_cls", IsAnyObject);
+    arrayCopy.mFuncCopyCount = [](SceneObj_cls*, Attribute_cls* p) {
         return static_cast<ArrayCopy_cls*>(p)->GetCopyCount(TimeCtrl_cls::GetClockNT());
+    };
+    arrayCopy.mFuncCopyOffset = [](SceneObj_cls*, Attribute_cls* p, int copyIndex, double t, double* out) {
+        return static_cast<ArrayCopy_cls*>(p)->GetCopyOffset(copyIndex, t, out);
     };
     RegisterAttribute<ParticleMerge_cls, KindTable_cls::GROUP_DATA_PROC>("ParticleMerge_cls", IsParticle);
     // Objects with textures: the scene has no common base for them, so any object takes it.

@@ -52,24 +52,45 @@ void SetLightColor(Material_cls* p, GLenum light, GLenum what, const wxString& s
     glLightfv(light, what, v);
 }
 
-// The blend type of a material as GL factors; false for "None".
-bool GetBlendFactors(int blendType, GLenum& src, GLenum& dst) {
-    switch (blendType) {
-    case MaterialOption_cls::BLEND_ADD:
-        src = GL_SRC_ALPHA;
-        dst = GL_ONE;
-        return true;
-    case MaterialOption_cls::BLEND_MULTIPLY:
-        src = GL_DST_COLOR;
-        dst = GL_ZERO;
-        return true;
-    case MaterialOption_cls::BLEND_NONE:
-        return false;
-    default:
-        src = GL_SRC_ALPHA;
-        dst = GL_ONE_MINUS_SRC_ALPHA;
-        return true;
-    }
+// The material's blend factors in GL's words.
+GLenum ToGLBlendFactor(MaterialOption_cls::BlendFactor_enum factor) {
+    static const GLenum kFactors[] = {GL_ZERO, GL_ONE, GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_DST_COLOR};
+    return kFactors[factor];
+}
+
+// Binds the material's image on unit 0 with its wrap, filter, scale and offset, and gives the
+// object program's texture mode: 0 none, 1 modulate, 2 replace. The texture matrix is left set;
+// UnbindMaterialTexture resets it.
+int BindMaterialTexture(Material_cls* p, GLDrawStatus_cls& status) {
+    if (!p || !p->IsTextureUsed() || !status.mpCMeshDraw)
+        return 0;
+    const GLuint texture = status.mpCMeshDraw->GetMaterialTexture(p->mCTextureFile.GetBodySTR());
+    if (texture == 0)
+        return 0;
+    glActiveTexture(GL_TEXTURE0);
+    glBindTexture(GL_TEXTURE_2D, texture);
+    const GLint wrap = p->mCTextureWrap.GetBodyINT() == 1 ? GL_CLAMP_TO_EDGE : GL_REPEAT;
+    const GLint filter = p->mCTextureInterp.GetBodyINT() == 0 ? GL_NEAREST : GL_LINEAR;
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, wrap);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, wrap);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, filter);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filter);
+    // The coordinate on the surface is scaled, then offset.
+    glMatrixMode(GL_TEXTURE);
+    glLoadIdentity();
+    glTranslated(GetOneValue(p, "TexOffset", status.mTime, 0, 0.0),
+                 GetOneValue(p, "TexOffset", status.mTime, 1, 0.0), 0.0);
+    glScaled(GetOneValue(p, "TexScale", status.mTime, 0, 1.0),
+             GetOneValue(p, "TexScale", status.mTime, 1, 1.0), 1.0);
+    glMatrixMode(GL_MODELVIEW);
+    return p->mCTextureMode.GetBodyINT() == 1 ? 2 : 1;
+}
+
+void UnbindMaterialTexture() {
+    glMatrixMode(GL_TEXTURE);
+    glLoadIdentity();
+    glMatrixMode(GL_MODELVIEW);
+    glBindTexture(GL_TEXTURE_2D, 0);
 }
 
 const VBOBaseObject_cls* GetPCShape(int primitiveType) {
@@ -134,10 +155,10 @@ int GLDrawKinds_cls::SetMaterial(Material_cls* p, double t) {
     glMaterialf(
         GL_FRONT_AND_BACK, GL_SHININESS,
         static_cast<GLfloat>(std::min(128.0, std::max(0.0, GetOneValue(p, "Shininess", t, 0, 32.0)))));
-    GLenum src = GL_ONE, dst = GL_ZERO;
-    if (GetBlendFactors(static_cast<int>(p->mCBlendType.GetBodyINT()), src, dst)) {
+    MaterialOption_cls::BlendFactor_enum src, dst;
+    if (p->SetBlendFunc(src, dst)) {
         glEnable(GL_BLEND);
-        glBlendFunc(src, dst);
+        glBlendFunc(ToGLBlendFactor(src), ToGLBlendFactor(dst));
     } else {
         glDisable(GL_BLEND);
     }
@@ -178,12 +199,15 @@ void GLDrawKinds_cls::GLDrawPrimitive(SceneObj_cls* pObj, GLDrawStatus_cls& stat
     params.mLightNumber = status.mLightNumber;
     params.mbFlat = pMaterial ? SetMaterial(pMaterial, status.mTime) : 0;
     glEnable(GL_LIGHTING);
+    params.mTextureMode = status.mbHitTest ? 0 : BindMaterialTexture(pMaterial, status);
     // Without its program (a shader that did not build) the object draws with the fixed
     // pipeline and the same material.
     if (GpCShaderCtrl)
         GpCShaderCtrl->BeginObjectPhong(&params);
     pShape->Draw();
     EndShader();
+    if (params.mTextureMode != 0)
+        UnbindMaterialTexture();
     // The selection shows as the object's wire on top of its faces.
     if (status.mSelectStatus > 0 && !status.mbHitTest && !status.mbRecording) {
         glDisable(GL_BLEND);

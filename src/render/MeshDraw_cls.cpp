@@ -44,6 +44,18 @@ MeshDraw_cls::~MeshDraw_cls() {
         for (const Run_cls& run : item.second->mVRun)
             if (!run.mStrTexture.empty() && mpCTextureProvider)
                 mpCTextureProvider->Release(run.mStrTexture);
+    if (mpCTextureProvider)
+        for (const wxString& strPath : mSetMaterialTexture)
+            mpCTextureProvider->Release(strPath);
+}
+
+GLuint MeshDraw_cls::GetMaterialTexture(const wxString& strPath) {
+    if (!mpCTextureProvider)
+        return 0;
+    if (mSetMaterialTexture.insert(strPath).second)
+        return mpCTextureProvider->Acquire(strPath);
+    const GLuint texture = mpCTextureProvider->Find(strPath);
+    return texture != 0 ? texture : mpCTextureProvider->GetDefaultTexture();
 }
 
 MeshDraw_cls::Mesh_cls* MeshDraw_cls::Upload(const WavefrontLoader_cls& loader, const wxString& strDir,

@@ -12,6 +12,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <vector>
 
 class MeshObj_cls;
@@ -35,6 +36,10 @@ public:
     void Draw(MeshObj_cls& obj, const double* pMatrix16, double t);
     // Forgets the object's buffers; the buffers of a file go with the last object using them.
     void Release(const MeshObj_cls* pObj);
+    // The texture of an image file that a scene material names (the primitives' materials), read
+    // once and held for the life of this drawer; the provider's default texture when the file
+    // cannot be read. 0 without a provider.
+    GLuint GetMaterialTexture(const wxString& strPath);
     // The number of mesh files held in buffers (the default mesh counts once it was needed).
     size_t GetNumMesh() const { return mMapMesh.size(); }
 
@@ -50,4 +55,5 @@ private:
     std::map<wxString, std::unique_ptr<Mesh_cls>> mMapMesh; // by file and normal direction
     std::map<const MeshObj_cls*, wxString> mMapObjKey;      // the file each object draws now
     std::unique_ptr<Mesh_cls> mpDefaultMesh;
+    std::set<wxString> mSetMaterialTexture; // one provider reference each
 };

@@ -39,8 +39,14 @@ void SceneObjDraw_cls::GLDraw(SceneObjInstance_cls* pInstance, GLDrawStatus_cls&
         pEntry ? (bXray ? pEntry->mFuncGLDrawXray : pEntry->mFuncGLDraw) : nullptr;
     if (!func)
         return;
+    // A copy of an array draws at the object's matrix moved by its own offset.
+    double offset[3];
+    const bool bCopy =
+        pInstance->mCopyIndex > 0 && p->GetCopyOffset(pInstance->mCopyIndex, status.mTime, offset);
+    if (pInstance->mCopyIndex > 0 && !bCopy)
+        return;
     double m[16];
-    p->GetMatrix16(m, status.mTime, nullptr);
+    p->GetMatrix16(m, status.mTime, bCopy ? offset : nullptr);
     glPushMatrix();
     glMultMatrixd(m);
     func(p, status);

@@ -3,7 +3,7 @@
 #include <cmath>
 
 VBOBaseObject_cls::VBOBaseObject_cls(const std::vector<float>& vInterleaved)
-    : mBuffer(GLBuffer_cls::Make()), mVertexCount(static_cast<int>(vInterleaved.size() / 6)) {
+    : mBuffer(GLBuffer_cls::Make()), mVertexCount(static_cast<int>(vInterleaved.size() / kFloatsPerVertex)) {
     glBindBuffer(GL_ARRAY_BUFFER, mBuffer.Get());
     glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(vInterleaved.size() * sizeof(float)),
                  vInterleaved.data(), GL_STATIC_DRAW);
@@ -15,15 +15,31 @@ void VBOBaseObject_cls::Draw() const {
     glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
     glEnableClientState(GL_VERTEX_ARRAY);
     glEnableClientState(GL_NORMAL_ARRAY);
-    glVertexPointer(3, GL_FLOAT, 6 * sizeof(float), nullptr);
-    glNormalPointer(GL_FLOAT, 6 * sizeof(float), reinterpret_cast<const void*>(3 * sizeof(float)));
+    glEnableClientState(GL_TEXTURE_COORD_ARRAY);
+    const GLsizei stride = kFloatsPerVertex * sizeof(float);
+    glVertexPointer(3, GL_FLOAT, stride, nullptr);
+    glNormalPointer(GL_FLOAT, stride, reinterpret_cast<const void*>(3 * sizeof(float)));
+    glTexCoordPointer(2, GL_FLOAT, stride, reinterpret_cast<const void*>(6 * sizeof(float)));
     glDrawArrays(GL_TRIANGLES, 0, mVertexCount);
     glPopClientAttrib();
     glBindBuffer(GL_ARRAY_BUFFER, 0);
 }
 
-void VBOBaseObject_cls::AddVertex(std::vector<float>& v, const float* p, const float* n) {
-    v.insert(v.end(), {p[0], p[1], p[2], n[0], n[1], n[2]});
+void VBOBaseObject_cls::AddVertex(std::vector<float>& v, const float* p, const float* n, const float* uv) {
+    float box[2];
+    if (!uv) {
+        const float ax = std::fabs(n[0]), ay = std::fabs(n[1]), az = std::fabs(n[2]);
+        if (ax >= ay && ax >= az)
+            box[0] = p[2] * (n[0] > 0.f ? -1.f : 1.f), box[1] = p[1];
+        else if (ay >= az)
+            box[0] = p[0], box[1] = -p[2] * (n[1] > 0.f ? 1.f : -1.f);
+        else
+            box[0] = p[0] * (n[2] > 0.f ? 1.f : -1.f), box[1] = p[1];
+        box[0] = (box[0] + 1.f) * 0.5f;
+        box[1] = (box[1] + 1.f) * 0.5f;
+        uv = box;
+    }
+    v.insert(v.end(), {p[0], p[1], p[2], n[0], n[1], n[2], uv[0], uv[1]});
 }
 
 void VBOBaseObject_cls::AddTriangle(std::vector<float>& v, const float* a, const float* b, const float* c) {

@@ -1,6 +1,7 @@
 #include "VBOSphere_cls.h"
 
 #include <cmath>
+#include <utility>
 
 VBOSphere_cls::VBOSphere_cls(int slices, int stacks) : VBOBaseObject_cls(GetVSphere(slices, stacks)) {}
 
@@ -20,9 +21,15 @@ std::vector<float> VBOSphere_cls::GetVSphere(int slices, int stacks) {
             point(i, j + 1, b);
             point(i + 1, j + 1, c);
             point(i + 1, j, d);
-            // On the unit sphere the normal is the position.
-            for (const float* p : {a, b, c, a, c, d})
-                AddVertex(v, p, p);
+            // On the unit sphere the normal is the position; the image wraps once around it.
+            const float ua = static_cast<float>(i) / slices, ub = static_cast<float>(i + 1) / slices;
+            const float va = 1.f - static_cast<float>(j) / stacks,
+                        vb = 1.f - static_cast<float>(j + 1) / stacks;
+            const float ta[2] = {ua, va}, tb[2] = {ua, vb}, tc[2] = {ub, vb}, td[2] = {ub, va};
+            const std::pair<const float*, const float*> corners[] = {{a, ta}, {b, tb}, {c, tc},
+                                                                     {a, ta}, {c, tc}, {d, td}};
+            for (const auto& corner : corners)
+                AddVertex(v, corner.first, corner.first, corner.second);
         }
     }
     return v;

@@ -65,6 +65,10 @@ public:
             mFuncReadStrLine;
         // The instances an active entry adds beyond the object's own (array copies).
         std::function<int(SceneObj_cls*, Attribute_cls*)> mFuncCopyCount;
+        // The translation of copy copyIndex (1 to the copy count) of an active entry at time t;
+        // false when there is no such copy.
+        std::function<bool(SceneObj_cls*, Attribute_cls*, int copyIndex, double t, double* out)>
+            mFuncCopyOffset;
         // Run inside the object's transform: changes C, the object's own matrix, given the
         // parent matrix P at time t (tracking).
         std::function<void(SceneObj_cls*, Attribute_cls*, double* C, double* P, double t)> mFuncTransform;

@@ -2,15 +2,6 @@
 
 #include "ConfItemList_cls.h"
 
-namespace {
-// The GL enum numbers, so this layer needs no GL header.
-constexpr int GL_ZERO_ = 0;
-constexpr int GL_ONE_ = 1;
-constexpr int GL_DST_COLOR_ = 0x0306;
-constexpr int GL_SRC_ALPHA_ = 0x0302;
-constexpr int GL_ONE_MINUS_SRC_ALPHA_ = 0x0303;
-} // namespace
-
 void MaterialOption_cls::AddMaterialOptionItems(ConfItemList_cls& list) {
     const wxString strTag = "VIEW3D::PROPERTY_MATERIAL";
     list.Add(&mCBlendType, "BlendType=", "0", strTag);
@@ -21,23 +12,23 @@ void MaterialOption_cls::AddMaterialOptionItems(ConfItemList_cls& list) {
     list.Add(&mCReceiveShadow, "ReceiveShadow=", "1", strTag);
 }
 
-bool MaterialOption_cls::SetBlendFunc(int& src, int& dst) const {
+bool MaterialOption_cls::SetBlendFunc(BlendFactor_enum& src, BlendFactor_enum& dst) const {
     switch (mCBlendType.GetBodyINT()) {
     case BLEND_ADD:
-        src = GL_SRC_ALPHA_;
-        dst = GL_ONE_;
+        src = FACTOR_SRC_ALPHA;
+        dst = FACTOR_ONE;
         return true;
     case BLEND_MULTIPLY:
-        src = GL_DST_COLOR_;
-        dst = GL_ZERO_;
+        src = FACTOR_DST_COLOR;
+        dst = FACTOR_ZERO;
         return true;
     case BLEND_NONE:
-        src = GL_ONE_;
-        dst = GL_ZERO_;
+        src = FACTOR_ONE;
+        dst = FACTOR_ZERO;
         return false;
     default:
-        src = GL_SRC_ALPHA_;
-        dst = GL_ONE_MINUS_SRC_ALPHA_;
+        src = FACTOR_SRC_ALPHA;
+        dst = FACTOR_ONE_MINUS_SRC_ALPHA;
         return true;
     }
 }

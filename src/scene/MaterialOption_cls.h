@@ -14,9 +14,17 @@ public:
     // Adds "BlendType=" 0, "TwoSide=" 0, "Smooth=" 1, "Wireframe=" 0, "CastShadow=" 1,
     // "ReceiveShadow=" 1 to the list.
     void AddMaterialOptionItems(ConfItemList_cls& list);
-    // The source and destination factors of glBlendFunc for the blend type, as GL enum
-    // numbers (the renderer passes them on); false for "None", where blending is off.
-    bool SetBlendFunc(int& src, int& dst) const;
+    // Blend factors in this layer's own words; the renderer maps them to GL's.
+    enum BlendFactor_enum {
+        FACTOR_ZERO,
+        FACTOR_ONE,
+        FACTOR_SRC_ALPHA,
+        FACTOR_ONE_MINUS_SRC_ALPHA,
+        FACTOR_DST_COLOR
+    };
+    // The source and destination factors for the blend type; false for "None", where blending
+    // is off (the factors are then one and zero).
+    bool SetBlendFunc(BlendFactor_enum& src, BlendFactor_enum& dst) const;
 
     ConfItemINT_cls mCBlendType;
     ConfItemBOOL_cls mCTwoSide;

@@ -416,6 +416,22 @@ std::vector<SceneObjInstance_cls*> SceneObj_cls::GetVNewPCInstance() {
     return v;
 }
 
+bool SceneObj_cls::GetCopyOffset(int copyIndex, double t, double* out) {
+    if (copyIndex < 1)
+        return false;
+    int first = 1; // the copy index of the entry's first copy
+    for (Attribute_cls* p : mLPCModifier) {
+        const KindTable_cls::Entry_cls* pKind = FindActiveKind(p);
+        if (!pKind || !pKind->mFuncCopyCount)
+            continue;
+        const int n = std::min(pKind->mFuncCopyCount(this, p), kMaxCopyCount);
+        if (copyIndex < first + n)
+            return pKind->mFuncCopyOffset && pKind->mFuncCopyOffset(this, p, copyIndex - first + 1, t, out);
+        first += n;
+    }
+    return false;
+}
+
 // ---- memory ---------------------------------------------------------------------------------
 
 double SceneObj_cls::GetUsedMemoryMB() {

@@ -105,6 +105,10 @@ public:
     // One instance for a plain object; more when an active "ArrayCopy_cls" makes copies.
     // The caller owns the instances.
     std::vector<SceneObjInstance_cls*> GetVNewPCInstance();
+    // The translation of the instance with copyIndex (1 and up, counted over the object's
+    // copying modifiers in order, as GetVNewPCInstance numbers them) at t; false for the
+    // object's own instance or a copy that no longer exists.
+    bool GetCopyOffset(int copyIndex, double t, double* out);
 
     // ---- memory of data viewers ----
     double GetUsedMemoryMB();

@@ -660,3 +660,79 @@ TEST_F(FramePassesTest, SubPassesRunOncePerEyeBlurStepAndEnsembleStep) {
         EXPECT_FALSE(PixelNear(At(128, 128), kBG.r, kBG.g, kBG.b, 1.f));
     }
 }
+
+TEST_F(FramePassesTest, PrimitiveMaterialsTextureThePlaneWithScaleAndOffset) {
+    Obj("Box")->mCVisible.SetBodyFromDataBOOL(false);
+    Set(mpView->mCDispGrid, "0");
+    Set(mpView->mCViewAngleL, "90");
+    SceneObj_cls* pPlane = AddGlowing("Plane", "Floor", 1, 1, 1);
+    SetGroup(pPlane, "", "Scale", 5, 5, 5);
+    Material_cls* pMaterial = pPlane->GetPCMaterial();
+    Set(pMaterial->mCUseTexture, "1");
+    Set(pMaterial->mCTextureFile, wxString(ORV_TEST_DATA_DIR) + "/obj/textures/quadrants.png");
+    Set(pMaterial->mCTextureMode, "1"); // replace: the texel as it is
+    Set(pMaterial->mCTextureInterp, "0");
+    LookFrom(0, 10, 0, kDown, kNorth);
+    struct Quadrant_cls {
+        int x, y;
+        float r, g, b;
+    };
+    // Seen from above with north up, the picture lies upright: red top left, green top right,
+    // blue bottom left, yellow bottom right. The plane covers pixels 64 to 192.
+    const Quadrant_cls upright[] = {
+        {96, 160, 1, 0, 0}, {160, 160, 0, 1, 0}, {96, 96, 0, 0, 1}, {160, 96, 1, 1, 0}};
+    Paint();
+    for (const Quadrant_cls& q : upright)
+        EXPECT_TRUE(PixelNear(At(q.x, q.y), q.r, q.g, q.b, 1.f, 0.05f)) << q.x << ", " << q.y;
+    // Half a picture of offset in u moves the right half's colours to the left (the texture
+    // repeats).
+    SetGroup(pPlane, "Material", "TexOffset", 0.5, 0);
+    mpPasses->RefreshEX();
+    Paint();
+    EXPECT_TRUE(PixelNear(At(96, 160), 0, 1, 0, 1.f, 0.05f));
+    EXPECT_TRUE(PixelNear(At(160, 96), 0, 0, 1, 1.f, 0.05f));
+    // Modulate multiplies the texel by the lit material: black emission and no light leave
+    // nothing of the picture.
+    SetGroup(pPlane, "Material", "TexOffset", 0, 0);
+    Set(pMaterial->mCTextureMode, "0");
+    SetGroup(pPlane, "Material", "Emission", 0, 0, 0);
+    Obj("Initial Light")->mCVisible.SetBodyFromDataBOOL(false);
+    mpPasses->RefreshEX();
+    Paint();
+    const Pixel_cls dark = At(96, 160);
+    EXPECT_LT(dark.r + dark.g + dark.b, 0.3f);
+    // A file that is not there draws the material's own colour (the white default texel).
+    Set(pMaterial->mCTextureMode, "1");
+    Set(pMaterial->mCTextureFile, mDir.mStrPath + "/missing.png");
+    mpPasses->RefreshEX();
+    Paint();
+    EXPECT_TRUE(PixelNear(At(96, 160), 1, 1, 1, 1.f, 0.05f));
+}
+
+TEST_F(FramePassesTest, ArrayCopiesDrawAtTheirOwnOffsets) {
+    Set(mpView->mCDispGrid, "0");
+    Obj("Box")->mCVisible.SetBodyFromDataBOOL(false);
+    SceneObj_cls* pBox = AddGlowing("Box", "Red", 1, 0, 0);
+    pBox->AddModifierCommand("ArrayCopy_cls", "Row");
+    Attribute_cls* pCopy = pBox->GetPCAttribute("Row", 0);
+    ASSERT_NE(pCopy, nullptr);
+    pCopy->GetPCItem("AxisX")->SetBodyFromData(wxString("3 0 0"));
+    SetGroup(pBox, "Row", "X Min/Max", 0, 2);
+    Set(mpView->mCViewAngleL, "90");
+    // From 10 above the middle copy with 90 degrees, x = 3 is 38.4 pixels aside.
+    LookFrom(3, 10, 0, kDown, kNorth);
+    Paint();
+    for (int x : {128 - 38, 128, 128 + 38}) {
+        SCOPED_TRACE(x);
+        EXPECT_TRUE(IsRed(At(x, 128)));
+    }
+    // Between the copies, and where a fourth copy would stand, the background.
+    for (int x : {128 - 19, 128 + 19, 128 + 77})
+        EXPECT_TRUE(PixelNear(At(x, 128), kBG.r, kBG.g, kBG.b, 1.f)) << x;
+    // Fewer copies leave their places empty.
+    SetGroup(pBox, "Row", "X Min/Max", 0, 1);
+    mpPasses->RefreshEX();
+    Paint();
+    EXPECT_TRUE(IsRed(At(128, 128)));
+    EXPECT_TRUE(PixelNear(At(128 + 38, 128), kBG.r, kBG.g, kBG.b, 1.f));
+}

@@ -48,10 +48,10 @@ TEST_F(SceneFixture, KindsCarryTheirKeys) {
     EXPECT_EQ(pBoxMaterial->GetPCParamGroup("SpotCutoff"), nullptr);
     EXPECT_NE(pBoxMaterial->GetPCItem("TextureFile"), nullptr);
     EXPECT_EQ(pBoxMaterial->GetColor("Diffuse", 0.0), (std::vector<double>{0.8, 0.8, 0.8, 1.0}));
-    int src = 0, dst = 0;
+    MaterialOption_cls::BlendFactor_enum src, dst;
     EXPECT_TRUE(pBoxMaterial->SetBlendFunc(src, dst));
-    EXPECT_EQ(src, 0x0302);
-    EXPECT_EQ(dst, 0x0303);
+    EXPECT_EQ(src, MaterialOption_cls::FACTOR_SRC_ALPHA);
+    EXPECT_EQ(dst, MaterialOption_cls::FACTOR_ONE_MINUS_SRC_ALPHA);
     pBoxMaterial->mCBlendType.SetBodyFromData(wxString("3"));
     EXPECT_FALSE(pBoxMaterial->SetBlendFunc(src, dst));
     EXPECT_EQ(Obj("World")->GetActiveLightNum(true), 0); // the world has no lights below it
