@@ -6,6 +6,7 @@
 #include "EnsembleCtrl_cls.h"
 #include "FBO_cls.h"
 #include "FocalBlurProp_cls.h"
+#include "FrameFilter_ifc.h"
 #include "GLDrawKinds_cls.h"
 #include "GLDrawStatus_cls.h"
 #include "GLInfo_cls.h"
@@ -346,10 +347,33 @@ void FramePasses_cls::DrawEachFBO(int ensembleStep, bool bHitTest) {
     CheckGLError("END OBJECT DRAW");
 }
 
-FBO_cls* FramePasses_cls::GetPCFilterProcessed(FBO_cls* pSource) {
-    // The filter chain runs here once it exists, into a buffer of the frame; with no filter the
-    // image passes through as it is.
-    return pSource;
+bool FramePasses_cls::DoesUseDepthBuffer() const {
+    FrameFilter_ifc* pChain = FrameFilter_ifc::GetPCInstalled();
+    return pChain && pChain->DoesUseDepthBuffer();
+}
+
+FBO_cls* FramePasses_cls::GetNewPCFilterProcessed(FBO_cls* pSource, const std::vector<float>& vPasspartout) {
+    FrameFilter_ifc* pChain = FrameFilter_ifc::GetPCInstalled();
+    mbProcessedOwned = pChain != nullptr;
+    if (!pChain)
+        return pSource;
+    // Without the depth pass of this paint the depth buffer of the last one is used.
+    FBO_cls* pDepth = mpCFBODepth && mpCFBODepth->GetPCDepthTexture() ? mpCFBODepth.get() : nullptr;
+    return pChain->GetNewPCFilterProcessed(pSource, vPasspartout, mPosDirDrawNow, GetPCCamera(), pDepth);
+}
+
+void FramePasses_cls::ReleaseProcessed() {
+    FrameFilter_ifc* pChain = FrameFilter_ifc::GetPCInstalled();
+    if (mbProcessedOwned && pChain) {
+        // Two eyes: the shown image is the left eye's until the stereogram exists.
+        if (mpCFBOProcessed != mpCFBOProcessedEye[0])
+            pChain->ReleaseProcessed(mpCFBOProcessed);
+        for (FBO_cls*& p : mpCFBOProcessedEye)
+            pChain->ReleaseProcessed(p);
+    }
+    mpCFBOProcessedEye[0] = mpCFBOProcessedEye[1] = nullptr;
+    mpCFBOProcessed = nullptr;
+    mbProcessedOwned = false;
 }
 
 void FramePasses_cls::ProcHitTest(int cameraType) {
@@ -428,6 +452,7 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
         mpCFBOComposite->SetGeometryFBO(size, size);
         mpCFBOComposite->MakeFBO(true, false);
     }
+    const std::vector<float> vPasspartout = GetVPasspartoutInfo();
     const int cameraType = GetCameraType();
     // The image output's record buffers come with the image output; no frame is recorded yet.
     // The wide-angle camera gives one part of the plain camera's angle until it exists.
@@ -509,19 +534,19 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
             // Two composite images are stored and overlapped here once the image composer exists.
         }
         if (eyes == 2)
-            mpCFBOProcessedEye[eye] = GetPCFilterProcessed(pTarget);
+            mpCFBOProcessedEye[eye] = GetNewPCFilterProcessed(pTarget, vPasspartout);
     }
     // Two eyes are merged into one stereo image here once the stereogram exists; until then
     // the frame shows the left eye.
-    mpCFBOProcessed = eyes == 2 ? mpCFBOProcessedEye[0] : GetPCFilterProcessed(mpCFBOMain.get());
+    mpCFBOProcessed =
+        eyes == 2 ? mpCFBOProcessedEye[0] : GetNewPCFilterProcessed(mpCFBOMain.get(), vPasspartout);
 
     const int fit = GetFitIndex(cameraType, static_cast<double>(visibleWidth) / visibleHeight);
     // Record buffers and the navigator are drawn here once the image output and the navigator exist.
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, targetFramebuffer);
     const int yOffset = static_cast<int>((clientHeight - visibleHeight) * 0.5);
     mpCFBOProcessed->DrawOnScreen2DFit(clientWidth, clientHeight, fit, false, yOffset);
-    mpCFBOProcessedEye[0] = mpCFBOProcessedEye[1] = nullptr;
-    mpCFBOProcessed = nullptr;
+    ReleaseProcessed();
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, 0);
     CheckGLError("PAINT END");
     ProcHitTest(cameraType);

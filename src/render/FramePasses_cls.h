@@ -65,8 +65,8 @@ public:
     double GetViewAngle() const;
     // Near and far.
     std::vector<double> GetVMinMax() const;
-    // True when a filter of the chain needs depth; none does until the filter chain exists.
-    bool DoesUseDepthBuffer() const { return false; }
+    // True when a valid filter of the installed chain needs depth (false with no chain).
+    bool DoesUseDepthBuffer() const;
     // -1, -1 or the camera's passepartout, then tan(angle / 2).
     std::vector<float> GetVPasspartoutInfo() const;
     double GetModByAspectX() const;
@@ -124,8 +124,11 @@ private:
     void ClearBuffer(const wxString& strColorName);
     void DrawEachFBO(int ensembleStep, bool bHitTest);
     void DrawGrid();
-    // The result of the filter chain over the source.
-    FBO_cls* GetPCFilterProcessed(FBO_cls* pSource);
+    // The result of the filter chain over the source: a buffer of the frame's own when a chain is
+    // installed, the source itself otherwise.
+    FBO_cls* GetNewPCFilterProcessed(FBO_cls* pSource, const std::vector<float>& vPasspartout);
+    // Frees the processed buffers of this paint (those the chain made) and forgets them.
+    void ReleaseProcessed();
     // With "Loupe=" on or a pick pending: the scene once more through a small window of the
     // frustum at the mouse, drawn into the loupe or picked; a hit is selected.
     void ProcHitTest(int cameraType);
@@ -141,9 +144,11 @@ private:
     std::unique_ptr<FBO_cls> mpCFBOEye[2];
     std::unique_ptr<FBO_cls> mpCFBOEyeDepth[2];
     std::unique_ptr<FBO_cls> mpCFBOComposite;
-    // Not owned while the filter chain is empty: they are the rendered buffers themselves.
+    // Made by the filter chain and freed at the end of the paint; with no chain installed they
+    // are the rendered buffers themselves, not owned.
     FBO_cls* mpCFBOProcessedEye[2] = {nullptr, nullptr};
     FBO_cls* mpCFBOProcessed = nullptr;
+    bool mbProcessedOwned = false;
     // Used when the process has no colour provider (a bare renderer).
     std::unique_ptr<ColorProvider_cls> mpCDefaultColors;
     std::unique_ptr<Hittest_cls> mpCHittest;
