@@ -1,6 +1,7 @@
 #include "GLCanvas_cls.h"
 
 #include "Camera_cls.h"
+#include "FrameFilter_ifc.h"
 #include "FramePasses_cls.h"
 #include "GLPerspective_cls.h"
 #include "Hittest_cls.h"
@@ -15,11 +16,24 @@
 #include <wx/log.h>
 
 #include <cmath>
+#include <set>
 
 bool GLCanvas_cls::msbInitializedCommon = false;
 bool GLCanvas_cls::msbLockDragging = false;
 
+namespace {
+// The views of the process: a filter change repaints each of them without the scene pass.
+std::set<GLCanvas_cls*> GSetCanvas;
+
+void RepaintFiltersOnly() {
+    for (GLCanvas_cls* p : GSetCanvas)
+        p->Refresh(false);
+}
+} // namespace
+
 GLCanvas_cls::GLCanvas_cls(wxWindow* pParent, View3D_cls* pView) : GLCanvasBase_cls(pParent), mpCView(pView) {
+    GSetCanvas.insert(this);
+    FrameFilter_ifc::msFuncRepaintFiltersOnly = &RepaintFiltersOnly;
     Bind(wxEVT_PAINT, &GLCanvas_cls::OnPaint, this);
     Bind(wxEVT_SIZE, &GLCanvas_cls::OnSize, this);
     // The frame covers the window: no background erase between paints.
@@ -32,6 +46,9 @@ GLCanvas_cls::GLCanvas_cls(wxWindow* pParent, View3D_cls* pView) : GLCanvasBase_
 }
 
 GLCanvas_cls::~GLCanvas_cls() {
+    GSetCanvas.erase(this);
+    if (GSetCanvas.empty())
+        FrameFilter_ifc::msFuncRepaintFiltersOnly = nullptr;
     // Here, not in the base: the passes are this class's and must go while the context is current.
     ShutdownGL();
     // Without a current context the GL objects cannot be freed: they are left to the driver.

@@ -3,6 +3,7 @@
 // the idle loop that paints nothing while the view is still and runs inertia until it stops.
 #include "ScenePanelsFixture.h"
 
+#include "FilterCtrl_cls.h"
 #include "FramePasses_cls.h"
 #include "GLButton_cls.h"
 #include "GLCanvas_cls.h"
@@ -47,7 +48,7 @@ double Distance(const double* a, const double* b) {
 class View3DTest : public UiFixture {
 protected:
     void RegisterLayers() override {
-        RegisterServices<ServiceLayer_enum::Render>();
+        RegisterServices<ServiceLayer_enum::Filter>();
         RegisterPanelMakers();
     }
     void SetUp() override {
@@ -445,4 +446,22 @@ TEST_F(View3DTest, OpenGLInfoShowsTheDriversLimits) {
     ASSERT_NE(GpCGLInfo, nullptr);
     EXPECT_TRUE(strText.Contains(wxString::Format("Max Texture Size: %d\n", GpCGLInfo->mMaxTextureSize)));
     EXPECT_GE(GpCGLInfo->mMaxTextureSize, 1024);
+}
+
+TEST_F(View3DTest, FilterChangeRepaintsTheViewWithoutTheScenePass) {
+    SKIP_WITHOUT_DISPLAY();
+    ASSERT_NE(GpCFilterCtrl, nullptr);
+    RunLoop(300);
+    const long long scenePaints = mpCanvas->GetScenePaintCount();
+    long long paints = mpCanvas->GetPaintCount();
+    const wxString strName = GpCFilterCtrl->AddFilterCommand("Exposure_cls", "Bright");
+    ASSERT_FALSE(strName.empty());
+    RunLoop(300);
+    EXPECT_GT(mpCanvas->GetPaintCount(), paints) << "adding a filter repaints";
+    paints = mpCanvas->GetPaintCount();
+    ASSERT_TRUE(GpCFilterCtrl->SetFilterParamCommand(strName, "Level", 1, 0.5));
+    RunLoop(300);
+    EXPECT_GT(mpCanvas->GetPaintCount(), paints) << "a value of a filter repaints";
+    // The chain ran again over the buffers of the last frame: the scene was not drawn.
+    EXPECT_EQ(mpCanvas->GetScenePaintCount(), scenePaints);
 }
