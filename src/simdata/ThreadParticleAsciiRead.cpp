@@ -1,5 +1,6 @@
 #include "ThreadParticleAsciiRead.h"
 
+#include "ElementSymbol_cls.h"
 #include "ParallelRun_cls.h"
 
 #include <fast_float/fast_float.h>
@@ -89,6 +90,24 @@ long long ThreadParticleAsciiRead::ParseLongLong(const char* p, const char* eol)
     if (std::from_chars(p, eol, v).ec == std::errc())
         return v;
     return strtoll(p, nullptr, 10);
+}
+
+int ThreadParticleAsciiRead::ParseType(const char* p, const char* eol) {
+    // A number starts with a digit, a sign, a dot or a blank, never with a letter: the one test
+    // keeps numeric files on their road.
+    const char c = p < eol ? *p : '\0';
+    if (!((c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z')))
+        return static_cast<int>(ParseLong(p, eol));
+    const char* q = p;
+    while (q < eol && *q != ' ' && *q != '\t' && *q != '\r' && *q != '\0')
+        ++q;
+    return ElementSymbol_cls::GetAtomicNumber(p, q);
+}
+
+int ThreadParticleAsciiRead::ReadColumnType(const char** p, const char* eol) {
+    const int v = ParseType(*p, eol);
+    StepColumn(p, eol);
+    return v;
 }
 
 void ThreadParticleAsciiRead::StepColumn(const char** p, const char* eol) {
@@ -247,7 +266,7 @@ void ThreadParticleAsciiRead::DecodeLineHorizontal(size_t i, const char* p, cons
             }
             break;
         case PA_TYPE: {
-            int v = ReadColumnInt(&p, eol);
+            int v = ReadColumnType(&p, eol);
             if (mType)
                 mType[i] = static_cast<unsigned char>(v & 0xff);
             break;
@@ -324,7 +343,7 @@ void ThreadParticleAsciiRead::DecodeLineVertical(const Segment_cls& segment, lon
         break;
     case PA_TYPE:
         if (mType)
-            mType[i] = static_cast<unsigned char>(ParseLong(p, eol) & 0xff);
+            mType[i] = static_cast<unsigned char>(ParseType(p, eol) & 0xff);
         break;
     case PA_SIZE:
         if (mSize)
