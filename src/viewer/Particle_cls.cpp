@@ -75,6 +75,7 @@ Particle_cls::~Particle_cls() {
 
 int Particle_cls::CheckFileSequence() {
     mbWarnedIDOrder = false;
+    mStrCheckedFormat = mCFormat.SerializeAll();
     return DataViewerBase_cls::CheckFileSequence(mCSequence);
 }
 
@@ -98,12 +99,31 @@ bool Particle_cls::CheckIDOrder(const FrameInfo_cls& info) {
 }
 
 bool Particle_cls::PrefetchData() {
-    if (IsPathChanged())
+    if (IsDataChanged())
         CheckFileSequence();
     // A fresh clone per call: the user may edit the format while a reader runs.
     auto pClone = std::make_unique<ParticleFormatClone_cls>();
     pClone->CloneFromFormat(mCFormat, IsInterpolateByID());
     return mCSequence.PrefetchData(pClone.get(), GetPCSequenceRemap());
+}
+
+bool Particle_cls::ReadStepNow(int index) {
+    if (IsDataChanged())
+        CheckFileSequence();
+    if (index < 0 || index >= mCSequence.GetSnapCount())
+        return false;
+    ParticleSnap_cls* pSnap = mCSequence.GenerateIfNot(index);
+    if (!pSnap)
+        return false;
+    pSnap->WaitReadingThread(3);
+    ParticleFormatClone_cls clone;
+    clone.CloneFromFormat(mCFormat, IsInterpolateByID());
+    pSnap->SetStrFile(mCSequence.GetStrFileOfIndex(index));
+    pSnap->ReadHeader(&clone);
+    pSnap->ReadData(&clone, false);
+    if (GCClassProvider)
+        GCClassProvider->UpdatePanels("PROPERTY_INFO");
+    return true;
 }
 
 bool Particle_cls::ReleaseMemoryData() {
@@ -201,7 +221,7 @@ bool Particle_cls::WaitPrepareNext() {
 }
 
 bool Particle_cls::PrepareDraw(int step, int composite) {
-    if (step == 0 && IsPathChanged())
+    if (step == 0 && IsDataChanged())
         CheckFileSequence();
     if (!GpCTimeCtrl)
         return false;

@@ -20,11 +20,18 @@ public:
     // Waits for the preparation thread: it works on this object's render set and snaps.
     ~Particle_cls() override;
 
-    // Counts the files of Path= into the sequence; returns the number of steps.
+    // Counts the files of Path= into the sequence; returns the number of steps. The snaps go, so
+    // they are read again with the format as it is now.
     int CheckFileSequence();
+    // Path=, UseSequence=, Script= or the format differ from the last count: the snaps in memory
+    // were read by another rule or layout.
+    bool IsDataChanged() { return IsPathChanged() || mCFormat.SerializeAll() != mStrCheckedFormat; }
     // Starts at most one read ahead of the current frame, with a fresh clone of the format; the
     // clone is deleted here (the reader works on a copy of its own). True when a read started.
     bool PrefetchData();
+    // Reads step index now on the calling thread (waiting for a read of it that runs), with a
+    // fresh clone of the format. False when the sequence has no such step.
+    bool ReadStepNow(int index);
     // Evicts at most one snap of the sequence. True when one went. Nothing goes while the
     // preparation thread runs, since it reads the snaps of the next frame.
     bool ReleaseMemoryData();
@@ -144,4 +151,5 @@ private:
     PositionAndDirection_cls mCCameraNext;
     bool mbNextStarted = false;   // a preparation of mpCNext was started and not yet taken
     bool mbWarnedIDOrder = false; // the IDs-out-of-order warning was given for this sequence
+    wxString mStrCheckedFormat;   // the format's item lines at the last count
 };
