@@ -54,6 +54,8 @@ long long CountNewlines(const char* p, const char* end) {
 
 // Bodies below this many bytes a thread are read on one thread.
 constexpr size_t kBytesPerThread = 1 << 18;
+// Lines between two reports of progress (and two looks at the abort request).
+constexpr long long kProgressLines = 1 << 16;
 
 } // namespace
 
@@ -226,6 +228,7 @@ void ThreadParticleAsciiRead::ReadBodyMemory(const char* body, const char* end) 
     for (int t = 1; t < threads; ++t)
         firstIndex[t] = firstIndex[t - 1] + lineCount[t - 1];
 
+    SetProgressTotal(bodyLines);
     ParallelRun_cls::Run(threads, [&](int t) {
         const char* q = firstLine[t];
         long long line = firstIndex[t];
@@ -233,7 +236,15 @@ void ThreadParticleAsciiRead::ReadBodyMemory(const char* body, const char* end) 
         size_t s = 0;
         while (s + 1 < segments.size() && segments[s + 1].mFirstLine <= line)
             ++s;
+        // Progress and the abort request are looked at every kProgressLines lines only.
+        long long reported = line;
         for (; line < stop; ++line) {
+            if (line - reported >= kProgressLines) {
+                const bool bGoOn = ReportProgress(line - reported);
+                reported = line;
+                if (!bGoOn)
+                    return;
+            }
             const char* eol = LineEnd(q, end);
             if (!bVertical) {
                 DecodeLineHorizontal(static_cast<size_t>(line), q, eol, items);
@@ -244,6 +255,7 @@ void ThreadParticleAsciiRead::ReadBodyMemory(const char* body, const char* end) 
             }
             q = eol + 1;
         }
+        ReportProgress(line - reported);
     });
 }
 

@@ -4,13 +4,17 @@
 #include "ColorCurve_cls.h"
 #include "Main_cls.h"
 #include "ParticleFormatClone_cls.h"
+#include "ReadEventSink_cls.h"
 #include "TimeCtrl_cls.h"
 #include "ViewerClone_cls.h"
 
 #include <wx/log.h>
 
+#include <chrono>
 #include <memory>
+#include <thread>
 #include <utility>
+#include <vector>
 
 namespace {
 const wxString kDraw = "VIEW3D";
@@ -115,12 +119,18 @@ bool Particle_cls::ReadStepNow(int index) {
     ParticleSnap_cls* pSnap = mCSequence.GenerateIfNot(index);
     if (!pSnap)
         return false;
-    pSnap->WaitReadingThread(3);
+    if (pSnap->IsReading()) {
+        WaitForReads({pSnap});
+    }
+    // An aborted read left part of the step: asking for the step reads it again.
+    if (pSnap->mbReadAborted.load(std::memory_order_acquire))
+        pSnap->mReadFile.clear();
     ParticleFormatClone_cls clone;
     clone.CloneFromFormat(mCFormat, IsInterpolateByID());
     pSnap->SetStrFile(mCSequence.GetStrFileOfIndex(index));
     pSnap->ReadHeader(&clone);
-    pSnap->ReadData(&clone, false);
+    if (pSnap->ReadData(&clone, true))
+        WaitForReads({pSnap});
     if (GCClassProvider)
         GCClassProvider->UpdatePanels("PROPERTY_INFO");
     return true;
@@ -182,8 +192,9 @@ void Particle_cls::GetSnaps(const FrameInfo_cls& info, ParticleSnap_cls* snaps[4
         snaps[1] = snaps[0];
 }
 
-bool Particle_cls::LoadSnapsNow(const FrameInfo_cls& info, bool& bRead) {
+bool Particle_cls::LoadSnapsNow(const FrameInfo_cls& info, bool& bRead, bool bWait) {
     bRead = false;
+    std::vector<ParticleSnap_cls*> vReading;
     for (int slot = 0; slot < 4; ++slot) {
         if (!IsIndexNeeded(info, slot))
             continue;
@@ -191,15 +202,45 @@ bool Particle_cls::LoadSnapsNow(const FrameInfo_cls& info, bool& bRead) {
         ParticleSnap_cls* pSnap = mCSequence.GenerateIfNot(index);
         if (!pSnap)
             return false;
-        ParticleFormatClone_cls clone;
-        clone.CloneFromFormat(mCFormat, IsInterpolateByID());
-        pSnap->SetStrFile(mCSequence.GetStrFileOfIndex(index));
-        pSnap->ReadHeader(&clone);
-        if (pSnap->ReadData(&clone, false))
-            bRead = true;
-        pSnap->WaitReadingThread(3);
+        // A read ahead may have this step already: it is waited for, never started twice.
+        if (!pSnap->IsReading()) {
+            ParticleFormatClone_cls clone;
+            clone.CloneFromFormat(mCFormat, IsInterpolateByID());
+            pSnap->SetStrFile(mCSequence.GetStrFileOfIndex(index));
+            pSnap->ReadHeader(&clone);
+            // On a reader thread even when the frame waits for it, so that the wait can show the
+            // progress and take the abort button.
+            if (pSnap->ReadData(&clone, true))
+                bRead = true;
+        }
+        if (pSnap->IsReading())
+            vReading.push_back(pSnap);
     }
+    if (!vReading.empty() && !bWait)
+        return false;
+    WaitForReads(vReading);
     return mCSequence.GetPCSnap(info.mIndex[1]) != nullptr;
+}
+
+void Particle_cls::WaitForReads(const std::vector<ParticleSnap_cls*>& vReading) {
+    if (vReading.empty())
+        return;
+    for (;;) {
+        bool bAny = false;
+        int percent = 0;
+        for (ParticleSnap_cls* pSnap : vReading) {
+            bAny = bAny || pSnap->IsReading();
+            percent += pSnap->GetReadPercent();
+        }
+        if (!bAny)
+            break;
+        ReadEventSink_cls::ShowProgress(percent / static_cast<int>(vReading.size()), false);
+        std::this_thread::sleep_for(std::chrono::milliseconds(3));
+    }
+    ReadEventSink_cls::ShowProgress(100, true);
+    for (ParticleSnap_cls* pSnap : vReading)
+        if (pSnap->mbReadAborted.load(std::memory_order_acquire))
+            wxLogMessage("Read aborted at %d%%: %s", pSnap->GetReadPercent(), pSnap->mReadFile);
 }
 
 bool Particle_cls::AreSnapsReady(const FrameInfo_cls& info) {
@@ -231,9 +272,12 @@ bool Particle_cls::PrepareDraw(int step, int composite) {
         return false;
     if (step != 0)
         return mpCCurrent->mNumber > 0;
+    // While playing, a frame whose data are still being read is skipped (the last one stays on
+    // screen): the window never waits for a file. Recording and still frames wait.
+    const bool bWait = !GpCTimeCtrl->IsPlaying() || GpCTimeCtrl->IsOutputRunning();
     bool bRead = false;
-    if (!LoadSnapsNow(info, bRead))
-        return false;
+    if (!LoadSnapsNow(info, bRead, bWait))
+        return !bWait && mpCCurrent->mNumber > 0;
     if (bRead && GCClassProvider)
         GCClassProvider->UpdatePanels("PROPERTY_INFO");
     CheckIDOrder(info);

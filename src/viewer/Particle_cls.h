@@ -11,6 +11,7 @@
 #include "ThreadParticlePrepareNext_cls.h"
 
 #include <memory>
+#include <vector>
 
 class Particle_cls : public DataViewerBase_cls {
 public:
@@ -137,9 +138,13 @@ public:
     ConfItemBOOL_cls mCTwistRandom;
 
 private:
-    // Reads the snaps of info now (waiting for a running read); bRead tells whether a file was
-    // read. False when A is missing.
-    bool LoadSnapsNow(const FrameInfo_cls& info, bool& bRead);
+    // Starts the reads of the snaps of info that are not read; bRead tells whether one started.
+    // With bWait it waits for them (and for reads ahead of them), showing the progress; without,
+    // it returns false while any is being read. False when A is missing.
+    bool LoadSnapsNow(const FrameInfo_cls& info, bool& bRead, bool bWait);
+    // Waits for the reads, showing their progress through the read event sink (whose window
+    // takes the abort button); logs each read that was aborted.
+    void WaitForReads(const std::vector<ParticleSnap_cls*>& vReading);
     // Every snap that info needs is read and not being read.
     bool AreSnapsReady(const FrameInfo_cls& info);
     // The snaps of info, in the order PrepareData takes them (A, B, before A, after B).

@@ -261,3 +261,66 @@ TEST_F(XyzReadTest, PresetsReadTheirFiles) {
 }
 
 } // namespace
+
+namespace {
+
+// Reads of large files tell their progress and stop at the abort request: the snap keeps what was
+// decoded until then and says that it was aborted; the next read of the step is whole again.
+class ReadProgressTest : public XyzReadTest {
+protected:
+    void TearDown() override { TimeCtrl_cls::msbForceAbort = false; }
+    void Start(const wxString& path, int dataType, const char* header, const char* body) {
+        ParticleFormatClone_cls clone;
+        MakeClone(clone, dataType, 0, List(header), List(body));
+        mSnap = std::make_unique<ParticleSnap_cls>(&mSeq, 0);
+        mSnap->SetStrFile(path);
+        ASSERT_TRUE(mSnap->ReadHeader(&clone));
+        ASSERT_TRUE(mSnap->ReadData(&clone, true));
+        mSnap->WaitReadingThread(1);
+        FlushThreadLogs();
+    }
+};
+
+TEST_F(ReadProgressTest, AbortStopsTextAndBinaryReadsAtTheirNextReport) {
+    FixedThreads_cls threads(1);
+    const int n = 450000;
+    std::string text = std::to_string(n) + "\n", bytes;
+    for (int i = 0; i < n; ++i) {
+        text += std::to_string(i + 1) + " 2 3\n";
+        for (float v : {static_cast<float>(i + 1), 2.0f, 3.0f})
+            bytes.append(reinterpret_cast<const char*>(&v), sizeof v);
+    }
+    ASSERT_TRUE(WriteBytes(mDir.Path("big.txt"), text));
+    ASSERT_TRUE(WriteBytes(mDir.Path("big.dat"), bytes));
+    const struct {
+        const char* what;
+        wxString path;
+        int dataType;
+        const char* header;
+        const char* body;
+        int decoded; // particles read before the first look at the request
+    } cases[] = {
+        {"text, one report per 65536 lines", mDir.Path("big.txt"), 0, "ParticleNumber", "XYZ", 65536},
+        {"binary, one report per chunk of 200000", mDir.Path("big.dat"), 1, "", "XYZ(float)", 200000},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        TimeCtrl_cls::msbForceAbort = true;
+        Start(c.path, c.dataType, c.header, c.body);
+        ASSERT_EQ(mSnap->mNumber.load(), n);
+        EXPECT_TRUE(mSnap->mbReadAborted.load());
+        EXPECT_EQ(mSnap->mReadDone.load(), c.decoded);
+        EXPECT_EQ(mSnap->GetReadPercent(), c.decoded * 100LL / n);
+        EXPECT_EQ(mSnap->mXYZ[3 * (c.decoded - 1)], static_cast<float>(c.decoded));
+        EXPECT_EQ(mSnap->mXYZ[3 * c.decoded], 0.0f) << "not decoded";
+        EXPECT_TRUE(mSnap->GetStrInfo(0).Contains("Aborted at")) << mSnap->GetStrInfo(0);
+
+        TimeCtrl_cls::msbForceAbort = false;
+        Start(c.path, c.dataType, c.header, c.body);
+        EXPECT_FALSE(mSnap->mbReadAborted.load());
+        EXPECT_EQ(mSnap->GetReadPercent(), 100);
+        EXPECT_EQ(mSnap->mXYZ[3 * (n - 1)], static_cast<float>(n));
+    }
+}
+
+} // namespace
