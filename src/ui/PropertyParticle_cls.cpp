@@ -27,6 +27,7 @@
 #include <wx/textctrl.h>
 
 #include <algorithm>
+#include <functional>
 #include <limits>
 #include <memory>
 
@@ -634,86 +635,80 @@ bool PropertyParticle_cls::SetPathFromPicked(const wxString& strFile) {
     return SetItem(TARGET_OBJECT, "Path=", SequencePattern_cls::GetStrPattern(strFile));
 }
 
-bool PropertyParticle_cls::ApplyPreset(int preset) {
+bool PropertyParticle_cls::EditParticle(const std::function<bool(Particle_cls&)>& edit) {
     Particle_cls* p = GetPCParticle();
     if (!p)
         return false;
+    // The commands address the lists by the object's name: tags follow a rename first.
     p->SyncConfListTag();
-    const bool bOK = ParticleFormatPreset_cls::ApplyPresetCommand(p->mCFormat, preset);
+    const bool bOK = edit(*p);
     RefreshFromObject();
     return bOK;
 }
 
+bool PropertyParticle_cls::ApplyPreset(int preset) {
+    return EditParticle([preset](Particle_cls& p) {
+        return ParticleFormatPreset_cls::ApplyPresetCommand(p.mCFormat, preset);
+    });
+}
+
 bool PropertyParticle_cls::SetHeaderRow(int row, int item) {
-    Particle_cls* p = GetPCParticle();
-    const wxString strName = ParticleFormatTable_cls::GetStrHeaderFromIndex(item);
-    if (!p || strName.empty() || row < 0 || row >= static_cast<int>(p->mCFormat.mAStrHeader.GetCount()))
-        return false;
-    wxArrayString a = p->mCFormat.mAStrHeader;
-    a[row] = strName;
-    p->SyncConfListTag();
-    p->mCFormat.UpdateHeaderCommand(JoinForCommand(a));
-    RefreshFromObject();
-    return true;
+    return EditParticle([row, item](Particle_cls& p) {
+        const wxString strName = ParticleFormatTable_cls::GetStrHeaderFromIndex(item);
+        wxArrayString a = p.mCFormat.mAStrHeader;
+        if (strName.empty() || row < 0 || row >= static_cast<int>(a.GetCount()))
+            return false;
+        a[row] = strName;
+        p.mCFormat.UpdateHeaderCommand(JoinForCommand(a));
+        return true;
+    });
 }
 
 bool PropertyParticle_cls::AddHeaderRow() {
-    Particle_cls* p = GetPCParticle();
-    if (!p)
-        return false;
-    p->SyncConfListTag();
-    p->mCFormat.AddHeaderCommand(-1, "Dummy");
-    RefreshFromObject();
-    return true;
+    return EditParticle([](Particle_cls& p) {
+        p.mCFormat.AddHeaderCommand(-1, "Dummy");
+        return true;
+    });
 }
 
 bool PropertyParticle_cls::DeleteHeaderRow(int row) {
-    Particle_cls* p = GetPCParticle();
-    if (!p || row < 0 || row >= static_cast<int>(p->mCFormat.mAStrHeader.GetCount()))
-        return false;
-    p->SyncConfListTag();
-    p->mCFormat.DeleteHeaderCommand(row, p->mCFormat.mAStrHeader[row]);
-    RefreshFromObject();
-    return true;
+    return EditParticle([row](Particle_cls& p) {
+        const wxArrayString& a = p.mCFormat.mAStrHeader;
+        if (row < 0 || row >= static_cast<int>(a.GetCount()))
+            return false;
+        p.mCFormat.DeleteHeaderCommand(row, a[row]);
+        return true;
+    });
 }
 
 bool PropertyParticle_cls::SetBodyRow(int row, int item) {
-    Particle_cls* p = GetPCParticle();
-    if (!p)
-        return false;
-    const int type = p->mCFormat.GetDataType();
-    const wxString strName = ParticleFormatTable_cls::GetStrBodyFromIndex(item, type);
-    wxArrayString a = p->mCFormat.GetAStrBody(type);
-    if (strName.empty() || row < 0 || row >= static_cast<int>(a.GetCount()))
-        return false;
-    a[row] = strName;
-    p->SyncConfListTag();
-    p->mCFormat.UpdateBodyCommand(JoinForCommand(a));
-    RefreshFromObject();
-    return true;
+    return EditParticle([row, item](Particle_cls& p) {
+        const int type = p.mCFormat.GetDataType();
+        const wxString strName = ParticleFormatTable_cls::GetStrBodyFromIndex(item, type);
+        wxArrayString a = p.mCFormat.GetAStrBody(type);
+        if (strName.empty() || row < 0 || row >= static_cast<int>(a.GetCount()))
+            return false;
+        a[row] = strName;
+        p.mCFormat.UpdateBodyCommand(JoinForCommand(a));
+        return true;
+    });
 }
 
 bool PropertyParticle_cls::AddBodyRow() {
-    Particle_cls* p = GetPCParticle();
-    if (!p)
-        return false;
-    p->SyncConfListTag();
-    p->mCFormat.AddBodyCommand(-1, p->mCFormat.GetDataType() == 1 ? "Dummy(4byte)" : "Dummy");
-    RefreshFromObject();
-    return true;
+    return EditParticle([](Particle_cls& p) {
+        p.mCFormat.AddBodyCommand(-1, p.mCFormat.GetDataType() == 1 ? "Dummy(4byte)" : "Dummy");
+        return true;
+    });
 }
 
 bool PropertyParticle_cls::DeleteBodyRow(int row) {
-    Particle_cls* p = GetPCParticle();
-    if (!p)
-        return false;
-    const wxArrayString& a = p->mCFormat.GetAStrBody(p->mCFormat.GetDataType());
-    if (row < 0 || row >= static_cast<int>(a.GetCount()) || a.GetCount() < 2)
-        return false;
-    p->SyncConfListTag();
-    p->mCFormat.DeleteBodyCommand(row, a[row]);
-    RefreshFromObject();
-    return true;
+    return EditParticle([row](Particle_cls& p) {
+        const wxArrayString& a = p.mCFormat.GetAStrBody(p.mCFormat.GetDataType());
+        if (row < 0 || row >= static_cast<int>(a.GetCount()) || a.GetCount() < 2)
+            return false;
+        p.mCFormat.DeleteBodyCommand(row, a[row]);
+        return true;
+    });
 }
 
 void PropertyParticle_cls::SelectMaterial(int index) {
@@ -724,16 +719,14 @@ void PropertyParticle_cls::SelectMaterial(int index) {
 }
 
 bool PropertyParticle_cls::AddMaterial() {
-    Particle_cls* p = GetPCParticle();
-    if (!p)
-        return false;
-    const int before = p->GetNumMaterial();
-    p->AddMaterialCommand();
-    const bool bAdded = p->GetNumMaterial() > before;
-    if (bAdded)
-        mMaterialIndex = p->GetNumMaterial() - 1;
-    RefreshFromObject();
-    return bAdded;
+    return EditParticle([this](Particle_cls& p) {
+        const int before = p.GetNumMaterial();
+        p.AddMaterialCommand();
+        if (p.GetNumMaterial() <= before)
+            return false;
+        mMaterialIndex = p.GetNumMaterial() - 1;
+        return true;
+    });
 }
 
 bool PropertyParticle_cls::SetMaterialCurve(int curve) {
@@ -744,62 +737,60 @@ bool PropertyParticle_cls::SetMaterialCurve(int curve) {
 }
 
 bool PropertyParticle_cls::AddStackEntry(int stack, const wxString& strClass) {
-    Particle_cls* p = GetPCParticle();
-    if (!p || strClass.empty() || (stack != STACK_MODIFIER && stack != STACK_DATA_PROC))
+    if (strClass.empty() || (stack != STACK_MODIFIER && stack != STACK_DATA_PROC))
         return false;
     const size_t before = GetVPCStackEntries(stack).size();
-    if (stack == STACK_MODIFIER)
-        p->AddModifierCommand(strClass, wxString());
-    else
-        p->AddDataProcCommand(strClass, wxString());
-    RefreshFromObject();
+    EditParticle([stack, &strClass](Particle_cls& p) {
+        if (stack == STACK_MODIFIER)
+            p.AddModifierCommand(strClass, wxString());
+        else
+            p.AddDataProcCommand(strClass, wxString());
+        return true;
+    });
     const size_t after = GetVPCStackEntries(stack).size();
     if (after > before)
         mpCStack[stack]->SetSelection(static_cast<int>(after) - 1);
     return after > before;
 }
 
-bool PropertyParticle_cls::DeleteStackEntry(int stack, int row) {
-    Particle_cls* p = GetPCParticle();
+bool PropertyParticle_cls::EditStackEntry(int stack, int row,
+                                          const std::function<void(Particle_cls&, const wxString&)>& edit) {
     const std::vector<Attribute_cls*> v = GetVPCStackEntries(stack);
-    if (!p || row < 0 || row >= static_cast<int>(v.size()))
+    if (row < 0 || row >= static_cast<int>(v.size()))
         return false;
-    if (stack == STACK_MODIFIER)
-        p->DeleteModifierCommand(v[row]->GetStrName());
-    else
-        p->DeleteDataProcCommand(v[row]->GetStrName());
-    RefreshFromObject();
-    return true;
+    const wxString strName = v[row]->GetStrName();
+    return EditParticle([&](Particle_cls& p) {
+        edit(p, strName);
+        return true;
+    });
+}
+
+bool PropertyParticle_cls::DeleteStackEntry(int stack, int row) {
+    return EditStackEntry(stack, row, [stack](Particle_cls& p, const wxString& strName) {
+        stack == STACK_MODIFIER ? p.DeleteModifierCommand(strName) : p.DeleteDataProcCommand(strName);
+    });
 }
 
 bool PropertyParticle_cls::MoveStackEntry(int stack, int row, int delta) {
-    Particle_cls* p = GetPCParticle();
     const std::vector<Attribute_cls*> v = GetVPCStackEntries(stack);
     const int to = row + delta;
-    if (!p || row < 0 || row >= static_cast<int>(v.size()) || to < 0 || to >= static_cast<int>(v.size()))
+    if (to < 0 || to >= static_cast<int>(v.size()))
         return false;
     // The place of the neighbour in the whole stack: colour curves may stand between shown rows.
-    const wxString strName = v[row]->GetStrName();
-    if (stack == STACK_MODIFIER)
-        p->MoveModifierCommand(strName, p->GetIndexModifier(v[to]));
-    else
-        p->MoveDataProcCommand(strName, p->GetIndexDProc(v[to]));
-    RefreshFromObject();
-    mpCStack[stack]->SetSelection(to);
-    return true;
+    const bool bOK = EditStackEntry(stack, row, [stack, &v, to](Particle_cls& p, const wxString& strName) {
+        stack == STACK_MODIFIER ? p.MoveModifierCommand(strName, p.GetIndexModifier(v[to]))
+                                : p.MoveDataProcCommand(strName, p.GetIndexDProc(v[to]));
+    });
+    if (bOK)
+        mpCStack[stack]->SetSelection(to);
+    return bOK;
 }
 
 bool PropertyParticle_cls::SetStackValidity(int stack, int row, bool bValid) {
-    Particle_cls* p = GetPCParticle();
-    const std::vector<Attribute_cls*> v = GetVPCStackEntries(stack);
-    if (!p || row < 0 || row >= static_cast<int>(v.size()))
-        return false;
-    if (stack == STACK_MODIFIER)
-        p->SetModifierValidityCommand(v[row]->GetStrName(), bValid);
-    else
-        p->SetDataProcValidityCommand(v[row]->GetStrName(), bValid);
-    RefreshFromObject();
-    return true;
+    return EditStackEntry(stack, row, [stack, bValid](Particle_cls& p, const wxString& strName) {
+        stack == STACK_MODIFIER ? p.SetModifierValidityCommand(strName, bValid)
+                                : p.SetDataProcValidityCommand(strName, bValid);
+    });
 }
 
 // ---- information -----------------------------------------------------------------------------

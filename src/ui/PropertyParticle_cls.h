@@ -14,6 +14,7 @@
 
 #include <wx/bitmap.h>
 
+#include <functional>
 #include <vector>
 
 class ColorCurve_cls;
@@ -119,6 +120,11 @@ public:
     int mRefreshCount = 0;
 
 private:
+    // Runs the edit on the active particle object with its list tags in step with its name, then
+    // shows the result. False without a particle object or when the edit refuses.
+    bool EditParticle(const std::function<bool(Particle_cls&)>& edit);
+    // The same for the entry of a stack row, by its name; false for a row that is not there.
+    bool EditStackEntry(int stack, int row, const std::function<void(Particle_cls&, const wxString&)>& edit);
     ConfListContainer_cls* GetPCList(int target) const;
     wxWindow* AddItemRow(wxWindow* pPage, class wxFlexGridSizer* pGrid, int target, const wxString& strKey,
                          const wxString& strLabel, const wxArrayString& aStrChoices = wxArrayString(),

@@ -1,6 +1,6 @@
 // What the particle page builds on without a window: a picked file turned into the pattern of its
-// sequence, element symbols in the Type column of a text file (an XYZ file from tests/data), and
-// the format presets, compared as the project text they leave.
+// sequence, element symbols in the Type column of a text file (an XYZ file from tests/data), the
+// format presets, compared as the project text they leave, and the progress and abort of reads.
 #include "ElementSymbol_cls.h"
 #include "ParticleFormatPreset_cls.h"
 #include "ParticleSequence_cls.h"
@@ -90,24 +90,14 @@ TEST(ElementSymbolTest, TypeColumnTakesNumbersAsBeforeAndSymbolsAsElements) {
     }
 }
 
-class XyzReadTest : public ::testing::Test {
+class XyzReadTest : public SnapReadFixture_cls {
 protected:
     void Read(const wxString& path, const wxArrayString& header, const wxArrayString& body,
               int direction = 0) {
         ParticleFormatClone_cls clone;
         MakeClone(clone, 0, direction, header, body);
-        mSnap = std::make_unique<ParticleSnap_cls>(&mSeq, 0);
-        mSnap->SetStrFile(path);
-        ASSERT_TRUE(mSnap->ReadHeader(&clone));
-        ASSERT_TRUE(mSnap->ReadData(&clone, true));
-        mSnap->WaitReadingThread(1);
-        FlushThreadLogs();
+        ReadOnThread(path, clone);
     }
-    ServicesScope_cls mServices;
-    LogCapture_cls mLog;
-    TempDir_cls mDir;
-    ParticleSequence_cls mSeq;
-    std::unique_ptr<ParticleSnap_cls> mSnap;
 };
 
 TEST_F(XyzReadTest, MoleculesFileColoursByElement) {
@@ -272,12 +262,7 @@ protected:
     void Start(const wxString& path, int dataType, const char* header, const char* body) {
         ParticleFormatClone_cls clone;
         MakeClone(clone, dataType, 0, List(header), List(body));
-        mSnap = std::make_unique<ParticleSnap_cls>(&mSeq, 0);
-        mSnap->SetStrFile(path);
-        ASSERT_TRUE(mSnap->ReadHeader(&clone));
-        ASSERT_TRUE(mSnap->ReadData(&clone, true));
-        mSnap->WaitReadingThread(1);
-        FlushThreadLogs();
+        ReadOnThread(path, clone);
     }
 };
 

@@ -30,31 +30,6 @@ namespace {
 
 const wxString gStrExamples = wxString(ORV_SOURCE_DIR) + "/examples";
 
-// The event a choice sends when the user picks an entry.
-void PickChoice(wxChoice* pChoice, int index) {
-    pChoice->SetSelection(index);
-    wxCommandEvent event(wxEVT_CHOICE, pChoice->GetId());
-    event.SetEventObject(pChoice);
-    event.SetInt(index);
-    pChoice->GetEventHandler()->ProcessEvent(event);
-}
-
-void ClickCheck(wxCheckBox* pCheck, bool bValue) {
-    pCheck->SetValue(bValue);
-    wxCommandEvent event(wxEVT_CHECKBOX, pCheck->GetId());
-    event.SetEventObject(pCheck);
-    event.SetInt(bValue ? 1 : 0);
-    pCheck->GetEventHandler()->ProcessEvent(event);
-}
-
-void TypeEnter(wxTextCtrl* pText, const wxString& strValue) {
-    pText->ChangeValue(strValue);
-    wxCommandEvent event(wxEVT_TEXT_ENTER, pText->GetId());
-    event.SetEventObject(pText);
-    event.SetString(strValue);
-    pText->GetEventHandler()->ProcessEvent(event);
-}
-
 class ParticlePageTest : public UiFixture {
 protected:
     void RegisterLayers() override {
@@ -145,32 +120,32 @@ TEST_F(ParticlePageTest, EachEditUndoesAndRedoes) {
         std::function<void()> edit;
         std::function<bool()> shown; // the control after the edit
     } cases[] = {
-        {"interpolation type", [&] { PickChoice(Ctrl<wxChoice>(P::TARGET_OBJECT, "InterpType="), 2); },
+        {"interpolation type", [&] { SendChoice(Ctrl<wxChoice>(P::TARGET_OBJECT, "InterpType="), 2); },
          [&] { return Obj()->mCInterpType.GetBodyINT() == 2; }},
-        {"match by ID", [&] { PickChoice(Ctrl<wxChoice>(P::TARGET_OBJECT, "InterpolateBy="), 1); },
+        {"match by ID", [&] { SendChoice(Ctrl<wxChoice>(P::TARGET_OBJECT, "InterpolateBy="), 1); },
          [&] { return Obj()->IsInterpolateByID(); }},
         {"point size by arithmetic",
-         [&] { TypeEnter(Ctrl<wxTextCtrl>(P::TARGET_OBJECT, "PointSizeFactor="), "2*3"); },
+         [&] { SendTextEnter(Ctrl<wxTextCtrl>(P::TARGET_OBJECT, "PointSizeFactor="), "2*3"); },
          [&] { return Obj()->mCPointSizeFactor.GetBodyDOUBLE() == 6.0; }},
-        {"depth mask off", [&] { ClickCheck(Ctrl<wxCheckBox>(P::TARGET_OBJECT, "DepthMask="), false); },
+        {"depth mask off", [&] { SendCheck(Ctrl<wxCheckBox>(P::TARGET_OBJECT, "DepthMask="), false); },
          [&] { return !Obj()->mCDepthMask.GetBodyBOOL(); }},
-        {"sequence off", [&] { ClickCheck(Ctrl<wxCheckBox>(P::TARGET_OBJECT, "UseSequence="), false); },
+        {"sequence off", [&] { SendCheck(Ctrl<wxCheckBox>(P::TARGET_OBJECT, "UseSequence="), false); },
          [&] { return !Obj()->mCUseSequence.GetBodyBOOL(); }},
-        {"offset", [&] { TypeEnter(Ctrl<wxTextCtrl>(P::TARGET_OBJECT, "SeqOffset="), "5"); },
+        {"offset", [&] { SendTextEnter(Ctrl<wxTextCtrl>(P::TARGET_OBJECT, "SeqOffset="), "5"); },
          [&] { return Obj()->mCSeqOffset.GetBodyINT() == 5; }},
         {"look-up script",
-         [&] { TypeEnter(Ctrl<wxTextCtrl>(P::TARGET_OBJECT, "Script="), "return index * 2"); },
+         [&] { SendTextEnter(Ctrl<wxTextCtrl>(P::TARGET_OBJECT, "Script="), "return index * 2"); },
          [&] { return Obj()->GetStrScript() == "return index * 2"; }},
-        {"sort type", [&] { PickChoice(Ctrl<wxChoice>(P::TARGET_OBJECT, "SortType="), 3); },
+        {"sort type", [&] { SendChoice(Ctrl<wxChoice>(P::TARGET_OBJECT, "SortType="), 3); },
          [&] { return Obj()->mCSortType.GetBodyINT() == 3; }},
-        {"data type text", [&] { PickChoice(Ctrl<wxChoice>(P::TARGET_FORMAT, "DataType="), 0); },
+        {"data type text", [&] { SendChoice(Ctrl<wxChoice>(P::TARGET_FORMAT, "DataType="), 0); },
          [&] {
              return Obj()->mCFormat.GetDataType() == 0 && mpPage->mVPCBodyRow.size() == 3 &&
                     mpPage->mVPCBodyRow[0]->GetString(0) == "XYZ";
          }},
-        {"sort by ID", [&] { ClickCheck(Ctrl<wxCheckBox>(P::TARGET_FORMAT, "PreSortByID="), true); },
+        {"sort by ID", [&] { SendCheck(Ctrl<wxCheckBox>(P::TARGET_FORMAT, "PreSortByID="), true); },
          [&] { return Obj()->mCFormat.IsPreSortByID(); }},
-        {"header row becomes Time", [&] { PickChoice(mpPage->mVPCHeaderRow.at(0), PH_TIME); },
+        {"header row becomes Time", [&] { SendChoice(mpPage->mVPCHeaderRow.at(0), PH_TIME); },
          [&] {
              return Obj()->mCFormat.mAStrHeader[0] == "Time" && mpPage->mVPCHeaderRow[0]->GetSelection() == 1;
          }},
@@ -180,19 +155,20 @@ TEST_F(ParticlePageTest, EachEditUndoesAndRedoes) {
          [&] { return Obj()->mCFormat.mAStrHeader.GetCount() == 1 && mpPage->mVPCHeaderRow.size() == 1; }},
         {"XYZ preset",
          [&] {
-             PickChoice(mpPage->mpCPreset, ParticleFormatPreset_cls::PRESET_XYZ);
+             SendChoice(mpPage->mpCPreset, ParticleFormatPreset_cls::PRESET_XYZ);
              mpPage->ApplyPreset(mpPage->mpCPreset->GetSelection());
          },
          [&] { return Obj()->mCFormat.mAStrBodyAscii[0] == "Type" && mpPage->mVPCBodyRow.size() == 2; }},
         {"picked file", [&] { mpPage->SetPathFromPicked("/data/run/dump.melt.0050.txt"); },
          [&] { return mpPage->mpCPath->GetValue() == "/data/run/dump.melt.%04d.txt"; }},
-        {"material base type", [&] { PickChoice(Ctrl<wxChoice>(P::TARGET_MATERIAL, "BaseType="), 2); },
+        {"material base type", [&] { SendChoice(Ctrl<wxChoice>(P::TARGET_MATERIAL, "BaseType="), 2); },
          [&] { return Obj()->GetPCMaterialParticle(0)->mCBaseType.GetBodyINT() == 2; }},
-        {"material name", [&] { TypeEnter(Ctrl<wxTextCtrl>(P::TARGET_MATERIAL, "CustomName="), "Oxygen"); },
+        {"material name",
+         [&] { SendTextEnter(Ctrl<wxTextCtrl>(P::TARGET_MATERIAL, "CustomName="), "Oxygen"); },
          [&] { return Obj()->GetPCMaterialParticle(0)->mCCustomName.GetBodySTR() == "Oxygen"; }},
         {"material added", [&] { mpPage->AddMaterial(); },
          [&] { return Obj()->GetNumMaterial() == 2 && mpPage->mpCMaterial->GetCount() == 2; }},
-        {"info column", [&] { PickChoice(Ctrl<wxChoice>(P::TARGET_OBJECT, "InfoIndex="), 3); },
+        {"info column", [&] { SendChoice(Ctrl<wxChoice>(P::TARGET_OBJECT, "InfoIndex="), 3); },
          [&] { return Obj()->mCInfoIndex.GetBodyINT() == 3; }},
     };
     for (const auto& c : cases) {
@@ -214,7 +190,7 @@ TEST_F(ParticlePageTest, EachEditUndoesAndRedoes) {
     }
     SCOPED_TRACE("a number field keeps its value on a text that is no number");
     const wxString strBefore = State();
-    TypeEnter(Ctrl<wxTextCtrl>(P::TARGET_OBJECT, "DistanceBase="), "ten");
+    SendTextEnter(Ctrl<wxTextCtrl>(P::TARGET_OBJECT, "DistanceBase="), "ten");
     EXPECT_EQ(State(), strBefore);
     EXPECT_EQ(Ctrl<wxTextCtrl>(P::TARGET_OBJECT, "DistanceBase=")->GetValue(), "10");
     SCOPED_TRACE("the last body item stays");
@@ -240,7 +216,7 @@ TEST_F(ParticlePageTest, LammpsPresetAndAPickedDumpReadTheAtoms) {
     EXPECT_TRUE(mpPage->mpCInfo->GetValue().Contains("Steps: 11"));
 
     SCOPED_TRACE("a change of the format reads the step again");
-    PickChoice(mpPage->mVPCBodyRow.at(0), PA_DUMMY); // the ID column skipped: the IDs are gone
+    SendChoice(mpPage->mVPCBodyRow.at(0), PA_DUMMY); // the ID column skipped: the IDs are gone
     ASSERT_TRUE(mpPage->ReadCurrentStep());
     pSnap = Obj()->mCSequence.GetPCSnap(0);
     ASSERT_NE(pSnap, nullptr);
@@ -252,7 +228,7 @@ TEST_F(ParticlePageTest, XyzExampleShowsItsElementsInTheInformation) {
     mpPage->ApplyPreset(ParticleFormatPreset_cls::PRESET_XYZ);
     ASSERT_TRUE(mpPage->SetPathFromPicked(gStrExamples + "/xyz/molecules.xyz"));
     EXPECT_EQ(Obj()->GetStrPath(), gStrExamples + "/xyz/molecules.xyz") << "no digits: one file";
-    PickChoice(Ctrl<wxChoice>(PropertyParticle_cls::TARGET_OBJECT, "InfoIndex="), 3);
+    SendChoice(Ctrl<wxChoice>(PropertyParticle_cls::TARGET_OBJECT, "InfoIndex="), 3);
     ASSERT_TRUE(mpPage->ReadCurrentStep());
     const wxString strInfo = mpPage->GetStrInfo();
     EXPECT_TRUE(strInfo.Contains("Type: min 1  max 17")) << strInfo;
