@@ -12,7 +12,9 @@
 #include "Particle_cls.h"
 #include "PropertyParticle_cls.h"
 #include "Property_cls.h"
+#include "ReadEventSink_cls.h"
 #include "SceneObjCtrl_cls.h"
+#include "TimeCtrl_cls.h"
 #include "UndoManager_cls.h"
 
 #include <wx/bmpcbox.h>
@@ -22,6 +24,7 @@
 #include <wx/filename.h>
 #include <wx/notebook.h>
 #include <wx/stattext.h>
+#include <wx/statusbr.h>
 #include <wx/textctrl.h>
 
 #include <functional>
@@ -313,6 +316,39 @@ TEST_F(ParticlePageTest, ModifierStackAddReorderSwitchRemoveRoundTrip) {
         Redo();
         EXPECT_EQ(names(), vHistory[i]);
     }
+}
+
+TEST_F(ParticlePageTest, MaterialsStopAtTen) {
+    for (int m = 1; m < MaterialParticle_cls::kMaterialMax; ++m)
+        ASSERT_TRUE(mpPage->AddMaterial()) << m;
+    EXPECT_EQ(mpPage->mpCMaterial->GetCount(), 10u);
+    EXPECT_EQ(mpPage->mpCMaterial->GetSelection(), 9) << "the new material is the chosen one";
+    const int undoIndex = GpCUndo->GetCurrent();
+    {
+        LogCapture_cls log;
+        EXPECT_FALSE(mpPage->AddMaterial());
+        EXPECT_TRUE(log.Contains("at most 10 materials"));
+    }
+    EXPECT_EQ(Obj()->GetNumMaterial(), 10);
+    EXPECT_EQ(GpCUndo->GetCurrent(), undoIndex) << "a refused material leaves no undo step";
+    SCOPED_TRACE("the rows edit the chosen material");
+    mpPage->SelectMaterial(4);
+    SendChoice(Ctrl<wxChoice>(PropertyParticle_cls::TARGET_MATERIAL, "BlendType="), 1);
+    EXPECT_EQ(Obj()->GetPCMaterialParticle(4)->mCBlendType.GetBodyINT(), 1);
+    EXPECT_EQ(Obj()->GetPCMaterialParticle(3)->mCBlendType.GetBodyINT(), 0);
+}
+
+TEST_F(ParticlePageTest, WaitingForAReadShowsItsProgressInTheStatusBar) {
+    // The frame's read sink: what the main thread shows while it waits for a step.
+    wxStatusBar* pStatus = mpFrame->GetStatusBar();
+    ReadEventSink_cls::ShowProgress(42, true);
+    EXPECT_EQ(pStatus->GetStatusText(2), "42%");
+    EXPECT_NE(pStatus->GetStatusText(4), "Aborted");
+    TimeCtrl_cls::msbForceAbort = true; // the abort button was pressed
+    ReadEventSink_cls::ShowProgress(60, true);
+    TimeCtrl_cls::msbForceAbort = false;
+    EXPECT_EQ(pStatus->GetStatusText(2), "60%");
+    EXPECT_EQ(pStatus->GetStatusText(4), "Aborted");
 }
 
 TEST_F(ParticlePageTest, CurveChoiceShowsTheCurvesColours) {
