@@ -579,9 +579,10 @@ void PropertyParticle_cls::RefreshStacks() {
         if (selected != wxNOT_FOUND && selected < static_cast<int>(v.size()))
             pList->SetSelection(selected);
 
-        // The kinds of the stack that fit a particle object: the kind's maker says so.
-        wxArrayString aStrKind;
-        if (p) {
+        // The kinds of the stack that fit a particle object: the kind's maker says so. Asked once
+        // for the page: the answer depends on the kind of object only.
+        if (p && mpCStackKind[stack]->IsEmpty()) {
+            wxArrayString aStrKind;
             wxLogNull noLog;
             const auto group =
                 stack == STACK_MODIFIER ? KindTable_cls::GROUP_MODIFIER : KindTable_cls::GROUP_DATA_PROC;
@@ -593,8 +594,6 @@ void PropertyParticle_cls::RefreshStacks() {
                 if (pProbe)
                     aStrKind.Add(strClass);
             }
-        }
-        if (mpCStackKind[stack]->GetStrings() != aStrKind) {
             mpCStackKind[stack]->Set(aStrKind);
             mpCStackKind[stack]->SetSelection(aStrKind.empty() ? wxNOT_FOUND : 0);
         }
