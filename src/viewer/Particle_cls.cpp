@@ -19,6 +19,14 @@
 namespace {
 const wxString kDraw = "VIEW3D";
 const wxString kObject = "VIEW3D::PROPERTY_OBJECT";
+
+// An aborted read left part of the step: asked for again, the step is read again, once the abort
+// request is no longer standing (the idle pass clears it).
+void ForgetAbortedRead(ParticleSnap_cls* pSnap) {
+    if (pSnap->mbReadAborted.load(std::memory_order_acquire) &&
+        !TimeCtrl_cls::msbForceAbort.load(std::memory_order_acquire))
+        pSnap->mReadFile.clear();
+}
 } // namespace
 
 Particle_cls::Particle_cls(ParentObj_cls* pParent) : DataViewerBase_cls(pParent, "Particle_cls") {
@@ -122,9 +130,7 @@ bool Particle_cls::ReadStepNow(int index) {
     if (pSnap->IsReading()) {
         WaitForReads({pSnap});
     }
-    // An aborted read left part of the step: asking for the step reads it again.
-    if (pSnap->mbReadAborted.load(std::memory_order_acquire))
-        pSnap->mReadFile.clear();
+    ForgetAbortedRead(pSnap);
     ParticleFormatClone_cls clone;
     clone.CloneFromFormat(mCFormat, IsInterpolateByID());
     pSnap->SetStrFile(mCSequence.GetStrFileOfIndex(index));
@@ -204,6 +210,7 @@ bool Particle_cls::LoadSnapsNow(const FrameInfo_cls& info, bool& bRead, bool bWa
             return false;
         // A read ahead may have this step already: it is waited for, never started twice.
         if (!pSnap->IsReading()) {
+            ForgetAbortedRead(pSnap);
             ParticleFormatClone_cls clone;
             clone.CloneFromFormat(mCFormat, IsInterpolateByID());
             pSnap->SetStrFile(mCSequence.GetStrFileOfIndex(index));

@@ -8,6 +8,7 @@
 #include "Particle_cls.h"
 #include "ReadEventSink_cls.h"
 #include "ThreadParticlePrepareNext_cls.h"
+#include "TimeCtrl_cls.h"
 #include "ViewerClone_cls.h"
 
 #include <vector>
@@ -177,6 +178,21 @@ TEST_F(RenderSetTest, NextFrameWaitsForItsSnaps) {
     ASSERT_FALSE(sink.mVProgress.empty());
     EXPECT_EQ(sink.mVProgress.back(), 100) << "the end of the wait is shown";
     mpP->WaitPrepareNext();
+
+    SCOPED_TRACE("a step whose read was aborted is read again when a frame needs it");
+    ParticleSnap_cls* pAborted = mpP->mCSequence.GetPCSnap(2);
+    ASSERT_NE(pAborted, nullptr);
+    pAborted->mbReadAborted.store(true); // as the reader leaves it after the abort button
+    const int readsBefore = CountLines(log, "Read Stert");
+    TimeCtrl_cls::msbForceAbort = true; // still standing: nothing is read again yet
+    mpP->mCPointSizeFactor.PushCommandPair("11");
+    ASSERT_TRUE(mpP->PrepareDraw(0, 0));
+    EXPECT_EQ(CountLines(log, "Read Stert"), readsBefore);
+    TimeCtrl_cls::msbForceAbort = false;
+    ASSERT_TRUE(mpP->PrepareDraw(0, 0));
+    EXPECT_EQ(CountLines(log, "Read Stert"), readsBefore + 1);
+    EXPECT_FALSE(pAborted->mbReadAborted.load());
+    EXPECT_TRUE(AllAtStep(*mpP->mpCCurrent, 2.0f));
 }
 
 TEST_F(RenderSetTest, HalfFramesInterpolateAndDeletionWaitsForTheWorker) {
