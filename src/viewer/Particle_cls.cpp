@@ -119,6 +119,17 @@ bool Particle_cls::PrefetchData() {
     return mCSequence.PrefetchData(pClone.get(), GetPCSequenceRemap());
 }
 
+bool Particle_cls::StartRead(ParticleSnap_cls* pSnap, int index) {
+    ForgetAbortedRead(pSnap);
+    ParticleFormatClone_cls clone;
+    clone.CloneFromFormat(mCFormat, IsInterpolateByID());
+    pSnap->SetStrFile(mCSequence.GetStrFileOfIndex(index));
+    pSnap->ReadHeader(&clone);
+    // On a reader thread even when the caller waits for it, so that the wait can show the
+    // progress and take the abort button.
+    return pSnap->ReadData(&clone, true);
+}
+
 bool Particle_cls::ReadStepNow(int index) {
     if (IsDataChanged())
         CheckFileSequence();
@@ -127,15 +138,9 @@ bool Particle_cls::ReadStepNow(int index) {
     ParticleSnap_cls* pSnap = mCSequence.GenerateIfNot(index);
     if (!pSnap)
         return false;
-    if (pSnap->IsReading()) {
+    if (pSnap->IsReading())
         WaitForReads({pSnap});
-    }
-    ForgetAbortedRead(pSnap);
-    ParticleFormatClone_cls clone;
-    clone.CloneFromFormat(mCFormat, IsInterpolateByID());
-    pSnap->SetStrFile(mCSequence.GetStrFileOfIndex(index));
-    pSnap->ReadHeader(&clone);
-    if (pSnap->ReadData(&clone, true))
+    if (StartRead(pSnap, index))
         WaitForReads({pSnap});
     if (GCClassProvider)
         GCClassProvider->UpdatePanels("PROPERTY_INFO");
@@ -209,17 +214,8 @@ bool Particle_cls::LoadSnapsNow(const FrameInfo_cls& info, bool& bRead, bool bWa
         if (!pSnap)
             return false;
         // A read ahead may have this step already: it is waited for, never started twice.
-        if (!pSnap->IsReading()) {
-            ForgetAbortedRead(pSnap);
-            ParticleFormatClone_cls clone;
-            clone.CloneFromFormat(mCFormat, IsInterpolateByID());
-            pSnap->SetStrFile(mCSequence.GetStrFileOfIndex(index));
-            pSnap->ReadHeader(&clone);
-            // On a reader thread even when the frame waits for it, so that the wait can show the
-            // progress and take the abort button.
-            if (pSnap->ReadData(&clone, true))
-                bRead = true;
-        }
+        if (!pSnap->IsReading() && StartRead(pSnap, index))
+            bRead = true;
         if (pSnap->IsReading())
             vReading.push_back(pSnap);
     }

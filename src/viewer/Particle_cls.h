@@ -142,6 +142,10 @@ private:
     // With bWait it waits for them (and for reads ahead of them), showing the progress; without,
     // it returns false while any is being read. False when A is missing.
     bool LoadSnapsNow(const FrameInfo_cls& info, bool& bRead, bool bWait);
+    // Starts the read of step index into its snap with a fresh clone of the format (a step whose
+    // read was aborted is read once more); true when a read started or the substitute data were
+    // made.
+    bool StartRead(ParticleSnap_cls* pSnap, int index);
     // Waits for the reads, showing their progress through the read event sink (whose window
     // takes the abort button); logs each read that was aborted.
     void WaitForReads(const std::vector<ParticleSnap_cls*>& vReading);
