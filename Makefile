@@ -13,13 +13,16 @@ build: deps
 	@cmake --build $(BUILD) -j $(JOBS)
 
 # The window program when there is a display to show it on, else the headless smoke program.
-# The program reads no command line: the demo project is put first in the build's recent files,
-# so it opens from the ribbon's recent list.
+# The program reads no command line: the demo project and the two particle examples (the LAMMPS
+# melt and the XYZ molecules) are put first in the build's recent files, so they open from the
+# ribbon's recent list.
 run: build
-	@recent=$(BUILD)/bin/Orvantis4Recent.txt; demo=$(CURDIR)/examples/demo.ovp; \
-	if ! grep -qxF "$$demo" "$$recent" 2>/dev/null; then \
-		{ echo "$$demo"; cat "$$recent" 2>/dev/null; } | head -n 10 > "$$recent.new" && mv "$$recent.new" "$$recent"; \
-	fi
+	@recent=$(BUILD)/bin/Orvantis4Recent.txt; \
+	for demo in $(CURDIR)/examples/lammps/melt.ovp $(CURDIR)/examples/xyz/molecules.ovp $(CURDIR)/examples/demo.ovp; do \
+		if ! grep -qxF "$$demo" "$$recent" 2>/dev/null; then \
+			{ echo "$$demo"; cat "$$recent" 2>/dev/null; } | head -n 10 > "$$recent.new" && mv "$$recent.new" "$$recent"; \
+		fi; \
+	done
 	@if [ -x $(BUILD)/bin/orvantis4 ] && [ -n "$$DISPLAY$$WAYLAND_DISPLAY" ]; then \
 		$(BUILD)/bin/orvantis4; \
 	else \

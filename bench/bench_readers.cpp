@@ -377,6 +377,30 @@ void BM_TextLammpsDump(benchmark::State& state) {
 }
 BENCHMARK(BM_TextLammpsDump)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(10);
 
+// An XYZ file of 2,000,000 atoms whose Type column holds element symbols ("O", "H", "C", "Cl"),
+// read as atomic numbers, against the same baselines: the cost of the symbol look-up.
+std::string MakeXyz() {
+    const std::string path = "/tmp/orv_bench_molecules.xyz";
+    if (FileSize(path) > 0)
+        return path;
+    FILE* fp = fopen(path.c_str(), "w");
+    fprintf(fp, "%d\nmolecules\n", kTextCount);
+    const char* symbols[] = {"O", "H", "H", "C", "H", "Cl"};
+    std::mt19937 rng(5);
+    std::uniform_real_distribution<double> pos(-50.0, 50.0);
+    for (int i = 0; i < kTextCount; ++i)
+        fprintf(fp, "%s %.6f %.6f %.6f\n", symbols[i % 6], pos(rng), pos(rng), pos(rng));
+    fclose(fp);
+    return path;
+}
+
+void BM_TextXyzSymbols(benchmark::State& state) {
+    ParticleFormatClone_cls clone;
+    MakeClone(clone, 0, 0, wxSplit("Type XYZ", ' '), {"ParticleNumber", "Dummy"});
+    RunTextReader(state, MakeXyz(), clone, true);
+}
+BENCHMARK(BM_TextXyzSymbols)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(3);
+
 // SortDataByID on 20,000,000 particles with XYZ, ID, Type, Size, shuffled IDs.
 struct SortData {
     explicit SortData(int n) : xyz(3 * static_cast<size_t>(n)), id(n), type(n), size(n) {

@@ -1,5 +1,7 @@
 #include "ParticleReadBase_cls.h"
 
+#include "TimeCtrl_cls.h"
+
 #include "ParticleSequence_cls.h"
 #include "ParticleSnap_cls.h"
 
@@ -134,6 +136,21 @@ ParticleFileStream_cls* ParticleReadBase_cls::OpenFile(bool bWhole) {
     printf("Read Header Fails!!\n");
     wxLogMessage("Read Header Fails!! %s", mStrFile);
     return nullptr;
+}
+
+void ParticleReadBase_cls::SetProgressTotal(long long total) {
+    if (mpSnap)
+        mpSnap->mReadTotal.store(total, std::memory_order_relaxed);
+}
+
+bool ParticleReadBase_cls::ReportProgress(long long done) {
+    if (mpSnap)
+        mpSnap->mReadDone.fetch_add(done, std::memory_order_relaxed);
+    if (!TimeCtrl_cls::msbForceAbort.load(std::memory_order_acquire))
+        return true;
+    if (mpSnap)
+        mpSnap->mbReadAborted.store(true, std::memory_order_release);
+    return false;
 }
 
 void ParticleReadBase_cls::DummyEntry() {

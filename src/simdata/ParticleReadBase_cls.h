@@ -35,6 +35,13 @@ public:
     // already are not sorted again; equal IDs end in no particular order.
     void SortDataByID(bool sort, bool removeDuplicates);
 
+    // The reader thread: the size of the body in the units that ReportProgress counts.
+    void SetProgressTotal(long long total);
+    // The reader thread (and the pass workers of one read): done more lines or records of the
+    // body. False when the user has asked to abort (TimeCtrl_cls::msbForceAbort): the snap is
+    // then marked as aborted and the read should stop.
+    bool ReportProgress(long long done);
+
     std::atomic<bool>* mpbFinished = nullptr;
     ParticleSequence_cls* mpSequence = nullptr; // not owned
     ParticleSnap_cls* mpSnap = nullptr;         // not owned

@@ -452,6 +452,9 @@ bool ParticleSnap_cls::ReadData(ParticleFormatClone_cls* pFormat, bool async) {
     if (!mHeaderOK)
         return DefaultData();
     mReadStarted = true;
+    mReadDone.store(0, std::memory_order_relaxed);
+    mReadTotal.store(0, std::memory_order_relaxed);
+    mbReadAborted.store(false, std::memory_order_relaxed);
     mReadFinished.store(false, std::memory_order_release);
     std::shared_ptr<ParticleReadBase_cls> pReader;
     if (pFormat->GetDataType() == 1)
@@ -482,9 +485,19 @@ bool ParticleSnap_cls::PrefetchData(ParticleFormatClone_cls* pFormat) {
     return ReadData(pFormat, true);
 }
 
+int ParticleSnap_cls::GetReadPercent() const {
+    const long long total = mReadTotal.load(std::memory_order_relaxed);
+    if (total <= 0)
+        return mReadFinished.load(std::memory_order_acquire) ? 100 : 0;
+    const long long done = std::min(total, mReadDone.load(std::memory_order_relaxed));
+    return static_cast<int>(done * 100 / total);
+}
+
 wxString ParticleSnap_cls::GetStrInfo(int index) const {
     wxString str = wxString::Format("Snap %d: %s\n", index, mReadFile);
     str += wxString::Format("Particles: %d  Time: %g  Memory: %lld bytes",
                             mNumber.load(std::memory_order_relaxed), mTime, GetUsedMemoryByte());
+    if (mbReadAborted.load(std::memory_order_acquire))
+        str += wxString::Format("\nAborted at %d%%", GetReadPercent());
     return str;
 }

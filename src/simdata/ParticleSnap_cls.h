@@ -71,6 +71,9 @@ public:
     // Whether the IDs ascend strictly, as matching by ID needs; cached for the data now in the snap.
     // True for a snap without IDs. Main thread, on a snap that is not being read.
     bool AreIDsAscending();
+    // How far the running (or last) read came, 0 .. 100; 100 when nothing was to be decoded.
+    // Any thread.
+    int GetReadPercent() const;
 
     long long GetUsedMemoryByte() const override;
     wxString GetStrFile() const override { return mFile; }
@@ -95,6 +98,13 @@ public:
     // Number of particles. The reader may lower it (duplicates removed) before it sets the
     // finished flag.
     std::atomic<int> mNumber{0};
+    // The reader's progress, in decoded lines or records of mReadTotal; set by the reader thread,
+    // read by the main thread while it waits.
+    std::atomic<long long> mReadDone{0};
+    std::atomic<long long> mReadTotal{0};
+    // The last read stopped early because the user asked to abort: the arrays hold what was
+    // decoded until then. Set by the reader before its finished flag.
+    std::atomic<bool> mbReadAborted{false};
     double mTime = 0.0;
     // The periodic box of the header's "BoxBounds" item, when the format has one.
     bool mHasBox = false;

@@ -14,6 +14,12 @@ public:
     // Any thread (reader threads call it as their last act). Must not block and must not touch
     // windows directly: post, do not draw.
     virtual void PostReadFinished() = 0;
+    // Main thread, while it waits for a read it needs now: shows how far the read came (bDone:
+    // it has ended, show it at once) and lets the user ask to abort it. Nothing by default.
+    virtual void ShowReadProgress(int percent, bool bDone) {
+        (void)percent;
+        (void)bDone;
+    }
 
     // Main thread, before any reader runs. Not owned; nullptr removes the sink.
     static void Install(ReadEventSink_cls* pSink) { mspSink.store(pSink, std::memory_order_release); }
@@ -22,6 +28,12 @@ public:
     static void Post() {
         if (ReadEventSink_cls* pSink = Get())
             pSink->PostReadFinished();
+    }
+
+    // Main thread: hands the progress to the installed sink, if any.
+    static void ShowProgress(int percent, bool bDone) {
+        if (ReadEventSink_cls* pSink = Get())
+            pSink->ShowReadProgress(percent, bDone);
     }
 
 private:

@@ -1,5 +1,6 @@
 #include "ThreadParticleAsciiRead.h"
 
+#include "ElementSymbol_cls.h"
 #include "ParallelRun_cls.h"
 
 #include <fast_float/fast_float.h>
@@ -53,6 +54,8 @@ long long CountNewlines(const char* p, const char* end) {
 
 // Bodies below this many bytes a thread are read on one thread.
 constexpr size_t kBytesPerThread = 1 << 18;
+// Lines between two reports of progress (and two looks at the abort request).
+constexpr long long kProgressLines = 1 << 16;
 
 } // namespace
 
@@ -89,6 +92,24 @@ long long ThreadParticleAsciiRead::ParseLongLong(const char* p, const char* eol)
     if (std::from_chars(p, eol, v).ec == std::errc())
         return v;
     return strtoll(p, nullptr, 10);
+}
+
+int ThreadParticleAsciiRead::ParseType(const char* p, const char* eol) {
+    // A number starts with a digit, a sign, a dot or a blank, never with a letter: the one test
+    // keeps numeric files on their road.
+    const char c = p < eol ? *p : '\0';
+    if (!((c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z')))
+        return static_cast<int>(ParseLong(p, eol));
+    const char* q = p;
+    while (q < eol && *q != ' ' && *q != '\t' && *q != '\r' && *q != '\0')
+        ++q;
+    return ElementSymbol_cls::GetAtomicNumber(p, q);
+}
+
+int ThreadParticleAsciiRead::ReadColumnType(const char** p, const char* eol) {
+    const int v = ParseType(*p, eol);
+    StepColumn(p, eol);
+    return v;
 }
 
 void ThreadParticleAsciiRead::StepColumn(const char** p, const char* eol) {
@@ -207,6 +228,7 @@ void ThreadParticleAsciiRead::ReadBodyMemory(const char* body, const char* end) 
     for (int t = 1; t < threads; ++t)
         firstIndex[t] = firstIndex[t - 1] + lineCount[t - 1];
 
+    SetProgressTotal(bodyLines);
     ParallelRun_cls::Run(threads, [&](int t) {
         const char* q = firstLine[t];
         long long line = firstIndex[t];
@@ -214,7 +236,15 @@ void ThreadParticleAsciiRead::ReadBodyMemory(const char* body, const char* end) 
         size_t s = 0;
         while (s + 1 < segments.size() && segments[s + 1].mFirstLine <= line)
             ++s;
+        // Progress and the abort request are looked at every kProgressLines lines only.
+        long long reported = line;
         for (; line < stop; ++line) {
+            if (line - reported >= kProgressLines) {
+                const bool bGoOn = ReportProgress(line - reported);
+                reported = line;
+                if (!bGoOn)
+                    return;
+            }
             const char* eol = LineEnd(q, end);
             if (!bVertical) {
                 DecodeLineHorizontal(static_cast<size_t>(line), q, eol, items);
@@ -225,6 +255,7 @@ void ThreadParticleAsciiRead::ReadBodyMemory(const char* body, const char* end) 
             }
             q = eol + 1;
         }
+        ReportProgress(line - reported);
     });
 }
 
@@ -247,7 +278,7 @@ void ThreadParticleAsciiRead::DecodeLineHorizontal(size_t i, const char* p, cons
             }
             break;
         case PA_TYPE: {
-            int v = ReadColumnInt(&p, eol);
+            int v = ReadColumnType(&p, eol);
             if (mType)
                 mType[i] = static_cast<unsigned char>(v & 0xff);
             break;
@@ -324,7 +355,7 @@ void ThreadParticleAsciiRead::DecodeLineVertical(const Segment_cls& segment, lon
         break;
     case PA_TYPE:
         if (mType)
-            mType[i] = static_cast<unsigned char>(ParseLong(p, eol) & 0xff);
+            mType[i] = static_cast<unsigned char>(ParseType(p, eol) & 0xff);
         break;
     case PA_SIZE:
         if (mSize)

@@ -22,6 +22,11 @@ public:
     static float ReadColumnFloat(const char** p, const char* eol);
     static int ReadColumnInt(const char** p, const char* eol);
     static long long ReadColumnLongLong(const char** p, const char* eol);
+    // The Type column: a number as ReadColumnInt reads it, or a word that is an element symbol
+    // ("C", "He") as its atomic number, so that an XYZ file colours by element; any other word
+    // reads 0, as a bad number does.
+    static int ReadColumnType(const char** p, const char* eol);
+    static int ParseType(const char* p, const char* eol);
     // The number at p alone, the cursor left where it is.
     static double ParseDouble(const char* p, const char* eol);
     static long ParseLong(const char* p, const char* eol);

@@ -70,11 +70,14 @@ void ThreadParticleBinaryRead::ReadBodyBinary() {
         const std::vector<int> items = mpFormat->GetVFormatBody(1);
         const long long body = std::max(0LL, pFile->GetSize() - headerBytes);
         const char* first = pFile->GetData() + std::min(headerBytes, pFile->GetSize());
+        SetProgressTotal(mNumber);
         for (int c = 0; c * static_cast<long long>(msChunkRecords) < mNumber; ++c) {
             const int records = std::min(msChunkRecords, mNumber - c * msChunkRecords);
             const long long start = c * static_cast<long long>(msChunkRecords) * recordBytes;
             const long long bytes = std::clamp(body - start, 0LL, records * recordBytes);
             DecodeRecords(first + std::min(start, body), bytes, c * msChunkRecords, records, items);
+            if (!ReportProgress(records))
+                break;
         }
         return;
     }
@@ -101,6 +104,7 @@ void ThreadParticleBinaryRead::ReadBodyStream(std::istream& stream) {
     }
     std::unique_ptr<char[]>* buffers = pBuffers->mBuf;
     const int chunks = (mNumber + msChunkRecords - 1) / msChunkRecords;
+    SetProgressTotal(mNumber);
     auto recordsOf = [&](int c) { return std::min(msChunkRecords, mNumber - c * msChunkRecords); };
 
     std::atomic<bool> bFinished{false};
@@ -122,6 +126,8 @@ void ThreadParticleBinaryRead::ReadBodyStream(std::istream& stream) {
             helper.Wait();
             readBytes = helper.GetReadBytes();
         }
+        if (!ReportProgress(recordsOf(c)))
+            break;
     }
     KeepChunkBuffers(std::move(pBuffers));
 }

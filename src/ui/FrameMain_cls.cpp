@@ -61,6 +61,15 @@ public:
     void PostReadFinished() override {
         wxQueueEvent(mpTarget, new wxCommandEvent(wxEVT_MENU, ID_MENU_FROM_SUB_THREAD));
     }
+    // The progress gauge of the status bar; the abort button is polled, since its click cannot be
+    // delivered while the main thread waits.
+    void ShowReadProgress(int percent, bool bDone) override {
+        auto* pFrame = static_cast<FrameMain_cls*>(mpTarget);
+        pFrame->SetGauge(percent, bDone);
+        pFrame->CheckAbortion();
+        if (TimeCtrl_cls::msbForceAbort.load(std::memory_order_acquire))
+            pFrame->SetStatusAborted();
+    }
 
 private:
     wxEvtHandler* mpTarget;

@@ -2,6 +2,7 @@
 
 #include "ConsolePanel_cls.h"
 #include "Outliner_cls.h"
+#include "PropertyKindPage_cls.h"
 #include "Property_cls.h"
 #include "TextEntryCtrl_cls.h"
 #include "TimelinePlaceholder_cls.h"
@@ -12,6 +13,7 @@ void RegisterPanelMakers() {
                              [](SplittableWindow_cls* p) { return new TimelinePlaceholder_cls(p); });
     wxPanelEX::SetPanelMaker(_PANEL_OUTLINER, [](SplittableWindow_cls* p) { return new Outliner_cls(p); });
     wxPanelEX::SetPanelMaker(_PANEL_PROPERTY, [](SplittableWindow_cls* p) { return new Property_cls(p); });
+    PropertyKindPage_cls::RegisterPages();
     wxPanelEX::SetPanelMaker(_PANEL_TEXT_EDITOR,
                              [](SplittableWindow_cls* p) { return new TextEntryCtrl_cls(p); });
     wxPanelEX::SetPanelMaker(_PANEL_CONSOLE, [](SplittableWindow_cls* p) { return new ConsolePanel_cls(p); });

@@ -3,7 +3,10 @@
 #include "PanelBar_cls.h"
 #include "PlaceholderPanel_cls.h"
 #include "PropertyFilter_cls.h"
+#include "PropertyKindPage_cls.h"
 #include "PropertyObject_cls.h"
+#include "SceneObjCtrl_cls.h"
+#include "SceneObj_cls.h"
 #include "SplittableWindow_cls.h"
 
 #include <wx/intl.h>
@@ -21,6 +24,23 @@ Property_cls::Property_cls(SplittableWindow_cls* pOwner) : wxPanelEX(pOwner, _PA
     pSizer->Add(mpCPanelBar, 0, wxEXPAND);
     pSizer->Add(mpCBook, 1, wxEXPAND);
     SetSizer(pSizer);
+    SyncKindPage();
+}
+
+void Property_cls::SyncKindPage() {
+    SceneObj_cls* p = GpCSceneObjCtrl ? GpCSceneObjCtrl->GetPCActiveObject() : nullptr;
+    const wxString strClass = p ? p->mStrClassWord : wxString();
+    if (mpCPageKind && mpCPageKind->mStrClassWord == strClass)
+        return;
+    if (mpCPageKind) {
+        mpCBook->DeletePage(static_cast<size_t>(mpCBook->FindPage(mpCPageKind)));
+        mpCPageKind = nullptr;
+    }
+    if (strClass.empty())
+        return;
+    mpCPageKind = PropertyKindPage_cls::MakePage(strClass, mpCBook);
+    if (mpCPageKind)
+        mpCBook->AddPage(mpCPageKind, mpCPageKind->GetStrLabel(), false);
 }
 
 bool Property_cls::ReadStrLine(std::wistream& stream, const wxString& strKey, const wxString& strRest) {
@@ -31,6 +51,9 @@ void Property_cls::UpdatePanelSelf(const wxString& strName, bool) {
     // The pages compare the name with their own.
     mpCPageObject->UpdatePage(strName);
     mpCPageFilter->UpdatePage(strName);
+    SyncKindPage();
+    if (mpCPageKind)
+        mpCPageKind->UpdatePage(strName);
 }
 
 void Property_cls::ProcAfterMathSelf(const wxString& strWhat, const wxString&) {
@@ -40,4 +63,8 @@ void Property_cls::ProcAfterMathSelf(const wxString& strWhat, const wxString&) {
     if (strWhat == "FilterChange" || strWhat == "DeleteFilter" || strWhat == "DeleteObject" ||
         strWhat == "RenameObject")
         mpCPageFilter->RefreshFromChain();
+    SyncKindPage();
+    if (mpCPageKind && (strWhat == "SelectObject" || strWhat == "RenameObject" ||
+                        strWhat == "ModifierChange" || strWhat == "DataProcChange"))
+        mpCPageKind->RefreshFromObject();
 }

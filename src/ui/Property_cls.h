@@ -1,11 +1,13 @@
-// The property panel: a book of pages, of which this build has the object and scene filter pages. It hands
-// the panel updates to its pages and keeps its own block of the layout text as read, so that a save writes it
-// back unchanged. Main thread only.
+// The property panel: a book of pages, the object page, the scene filter page and the page of the
+// active object's kind (from the kind table), which follows the selection. It hands the panel
+// updates to its pages and keeps its own block of the layout text as read, so that a save writes
+// it back unchanged. Main thread only.
 #pragma once
 
 #include "wxPanelEX.h"
 
 class PropertyFilter_cls;
+class PropertyKindPage_cls;
 class PropertyObject_cls;
 class wxNotebook;
 
@@ -18,6 +20,10 @@ public:
     wxNotebook* mpCBook = nullptr;
     PropertyObject_cls* mpCPageObject = nullptr; // a page of the book
     PropertyFilter_cls* mpCPageFilter = nullptr; // a page of the book
+    PropertyKindPage_cls* mpCPageKind = nullptr; // a page of the book, null when the kind has none
+    // Puts the page of the active object's kind in the book, or takes it out; keeps the page
+    // while the kind stays.
+    void SyncKindPage();
     wxString mStrBlock;
 
 protected:

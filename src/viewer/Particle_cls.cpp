@@ -4,17 +4,29 @@
 #include "ColorCurve_cls.h"
 #include "Main_cls.h"
 #include "ParticleFormatClone_cls.h"
+#include "ReadEventSink_cls.h"
 #include "TimeCtrl_cls.h"
 #include "ViewerClone_cls.h"
 
 #include <wx/log.h>
 
+#include <chrono>
 #include <memory>
+#include <thread>
 #include <utility>
+#include <vector>
 
 namespace {
 const wxString kDraw = "VIEW3D";
 const wxString kObject = "VIEW3D::PROPERTY_OBJECT";
+
+// An aborted read left part of the step: asked for again, the step is read again, once the abort
+// request is no longer standing (the idle pass clears it).
+void ForgetAbortedRead(ParticleSnap_cls* pSnap) {
+    if (pSnap->mbReadAborted.load(std::memory_order_acquire) &&
+        !TimeCtrl_cls::msbForceAbort.load(std::memory_order_acquire))
+        pSnap->mReadFile.clear();
+}
 } // namespace
 
 Particle_cls::Particle_cls(ParentObj_cls* pParent) : DataViewerBase_cls(pParent, "Particle_cls") {
@@ -75,6 +87,7 @@ Particle_cls::~Particle_cls() {
 
 int Particle_cls::CheckFileSequence() {
     mbWarnedIDOrder = false;
+    mStrCheckedFormat = mCFormat.SerializeAll();
     return DataViewerBase_cls::CheckFileSequence(mCSequence);
 }
 
@@ -98,12 +111,40 @@ bool Particle_cls::CheckIDOrder(const FrameInfo_cls& info) {
 }
 
 bool Particle_cls::PrefetchData() {
-    if (IsPathChanged())
+    if (IsDataChanged())
         CheckFileSequence();
     // A fresh clone per call: the user may edit the format while a reader runs.
     auto pClone = std::make_unique<ParticleFormatClone_cls>();
     pClone->CloneFromFormat(mCFormat, IsInterpolateByID());
     return mCSequence.PrefetchData(pClone.get(), GetPCSequenceRemap());
+}
+
+bool Particle_cls::StartRead(ParticleSnap_cls* pSnap, int index) {
+    ForgetAbortedRead(pSnap);
+    ParticleFormatClone_cls clone;
+    clone.CloneFromFormat(mCFormat, IsInterpolateByID());
+    pSnap->SetStrFile(mCSequence.GetStrFileOfIndex(index));
+    pSnap->ReadHeader(&clone);
+    // On a reader thread even when the caller waits for it, so that the wait can show the
+    // progress and take the abort button.
+    return pSnap->ReadData(&clone, true);
+}
+
+bool Particle_cls::ReadStepNow(int index) {
+    if (IsDataChanged())
+        CheckFileSequence();
+    if (index < 0 || index >= mCSequence.GetSnapCount())
+        return false;
+    ParticleSnap_cls* pSnap = mCSequence.GenerateIfNot(index);
+    if (!pSnap)
+        return false;
+    if (pSnap->IsReading())
+        WaitForReads({pSnap});
+    if (StartRead(pSnap, index))
+        WaitForReads({pSnap});
+    if (GCClassProvider)
+        GCClassProvider->UpdatePanels("PROPERTY_INFO");
+    return true;
 }
 
 bool Particle_cls::ReleaseMemoryData() {
@@ -162,8 +203,9 @@ void Particle_cls::GetSnaps(const FrameInfo_cls& info, ParticleSnap_cls* snaps[4
         snaps[1] = snaps[0];
 }
 
-bool Particle_cls::LoadSnapsNow(const FrameInfo_cls& info, bool& bRead) {
+bool Particle_cls::LoadSnapsNow(const FrameInfo_cls& info, bool& bRead, bool bWait) {
     bRead = false;
+    std::vector<ParticleSnap_cls*> vReading;
     for (int slot = 0; slot < 4; ++slot) {
         if (!IsIndexNeeded(info, slot))
             continue;
@@ -171,15 +213,37 @@ bool Particle_cls::LoadSnapsNow(const FrameInfo_cls& info, bool& bRead) {
         ParticleSnap_cls* pSnap = mCSequence.GenerateIfNot(index);
         if (!pSnap)
             return false;
-        ParticleFormatClone_cls clone;
-        clone.CloneFromFormat(mCFormat, IsInterpolateByID());
-        pSnap->SetStrFile(mCSequence.GetStrFileOfIndex(index));
-        pSnap->ReadHeader(&clone);
-        if (pSnap->ReadData(&clone, false))
+        // A read ahead may have this step already: it is waited for, never started twice.
+        if (!pSnap->IsReading() && StartRead(pSnap, index))
             bRead = true;
-        pSnap->WaitReadingThread(3);
+        if (pSnap->IsReading())
+            vReading.push_back(pSnap);
     }
+    if (!vReading.empty() && !bWait)
+        return false;
+    WaitForReads(vReading);
     return mCSequence.GetPCSnap(info.mIndex[1]) != nullptr;
+}
+
+void Particle_cls::WaitForReads(const std::vector<ParticleSnap_cls*>& vReading) {
+    if (vReading.empty())
+        return;
+    for (;;) {
+        bool bAny = false;
+        int percent = 0;
+        for (ParticleSnap_cls* pSnap : vReading) {
+            bAny = bAny || pSnap->IsReading();
+            percent += pSnap->GetReadPercent();
+        }
+        if (!bAny)
+            break;
+        ReadEventSink_cls::ShowProgress(percent / static_cast<int>(vReading.size()), false);
+        std::this_thread::sleep_for(std::chrono::milliseconds(3));
+    }
+    ReadEventSink_cls::ShowProgress(100, true);
+    for (ParticleSnap_cls* pSnap : vReading)
+        if (pSnap->mbReadAborted.load(std::memory_order_acquire))
+            wxLogMessage("Read aborted at %d%%: %s", pSnap->GetReadPercent(), pSnap->mReadFile);
 }
 
 bool Particle_cls::AreSnapsReady(const FrameInfo_cls& info) {
@@ -201,7 +265,7 @@ bool Particle_cls::WaitPrepareNext() {
 }
 
 bool Particle_cls::PrepareDraw(int step, int composite) {
-    if (step == 0 && IsPathChanged())
+    if (step == 0 && IsDataChanged())
         CheckFileSequence();
     if (!GpCTimeCtrl)
         return false;
@@ -211,9 +275,12 @@ bool Particle_cls::PrepareDraw(int step, int composite) {
         return false;
     if (step != 0)
         return mpCCurrent->mNumber > 0;
+    // While playing, a frame whose data are still being read is skipped (the last one stays on
+    // screen): the window never waits for a file. Recording and still frames wait.
+    const bool bWait = !GpCTimeCtrl->IsPlaying() || GpCTimeCtrl->IsOutputRunning();
     bool bRead = false;
-    if (!LoadSnapsNow(info, bRead))
-        return false;
+    if (!LoadSnapsNow(info, bRead, bWait))
+        return !bWait && mpCCurrent->mNumber > 0;
     if (bRead && GCClassProvider)
         GCClassProvider->UpdatePanels("PROPERTY_INFO");
     CheckIDOrder(info);

@@ -11,6 +11,7 @@
 #include "ThreadParticlePrepareNext_cls.h"
 
 #include <memory>
+#include <vector>
 
 class Particle_cls : public DataViewerBase_cls {
 public:
@@ -20,11 +21,18 @@ public:
     // Waits for the preparation thread: it works on this object's render set and snaps.
     ~Particle_cls() override;
 
-    // Counts the files of Path= into the sequence; returns the number of steps.
+    // Counts the files of Path= into the sequence; returns the number of steps. The snaps go, so
+    // they are read again with the format as it is now.
     int CheckFileSequence();
+    // Path=, UseSequence=, Script= or the format differ from the last count: the snaps in memory
+    // were read by another rule or layout.
+    bool IsDataChanged() { return IsPathChanged() || mCFormat.SerializeAll() != mStrCheckedFormat; }
     // Starts at most one read ahead of the current frame, with a fresh clone of the format; the
     // clone is deleted here (the reader works on a copy of its own). True when a read started.
     bool PrefetchData();
+    // Reads step index now on the calling thread (waiting for a read of it that runs), with a
+    // fresh clone of the format. False when the sequence has no such step.
+    bool ReadStepNow(int index);
     // Evicts at most one snap of the sequence. True when one went. Nothing goes while the
     // preparation thread runs, since it reads the snaps of the next frame.
     bool ReleaseMemoryData();
@@ -130,9 +138,17 @@ public:
     ConfItemBOOL_cls mCTwistRandom;
 
 private:
-    // Reads the snaps of info now (waiting for a running read); bRead tells whether a file was
-    // read. False when A is missing.
-    bool LoadSnapsNow(const FrameInfo_cls& info, bool& bRead);
+    // Starts the reads of the snaps of info that are not read; bRead tells whether one started.
+    // With bWait it waits for them (and for reads ahead of them), showing the progress; without,
+    // it returns false while any is being read. False when A is missing.
+    bool LoadSnapsNow(const FrameInfo_cls& info, bool& bRead, bool bWait);
+    // Starts the read of step index into its snap with a fresh clone of the format (a step whose
+    // read was aborted is read once more); true when a read started or the substitute data were
+    // made.
+    bool StartRead(ParticleSnap_cls* pSnap, int index);
+    // Waits for the reads, showing their progress through the read event sink (whose window
+    // takes the abort button); logs each read that was aborted.
+    void WaitForReads(const std::vector<ParticleSnap_cls*>& vReading);
     // Every snap that info needs is read and not being read.
     bool AreSnapsReady(const FrameInfo_cls& info);
     // The snaps of info, in the order PrepareData takes them (A, B, before A, after B).
@@ -144,4 +160,5 @@ private:
     PositionAndDirection_cls mCCameraNext;
     bool mbNextStarted = false;   // a preparation of mpCNext was started and not yet taken
     bool mbWarnedIDOrder = false; // the IDs-out-of-order warning was given for this sequence
+    wxString mStrCheckedFormat;   // the format's item lines at the last count
 };

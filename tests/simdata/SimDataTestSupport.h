@@ -6,10 +6,13 @@
 #include "ParallelRun_cls.h"
 #include "ParticleFormatClone_cls.h"
 #include "ParticleFormat_cls.h"
+#include "ParticleSequence_cls.h"
+#include "ParticleSnap_cls.h"
 #include "Preference_cls.h"
 #include "TestSupport.h"
 #include "TimeCtrl_cls.h"
 
+#include <gtest/gtest.h>
 #include <wx/log.h>
 
 #include <cstring>
@@ -95,6 +98,28 @@ inline void MakeClone(ParticleFormatClone_cls& clone, int dataType, int directio
 inline void FlushThreadLogs() {
     wxLog::FlushActive();
 }
+
+// A reader test's surroundings: services, the log, a temporary folder, a sequence and one snap.
+class SnapReadFixture_cls : public ::testing::Test {
+protected:
+    // Reads the file with a copy of the format into a fresh mSnap, on the reader thread, and
+    // waits for it.
+    void ReadOnThread(const wxString& path, const ParticleFormatClone_cls& clone) {
+        mSnap = std::make_unique<ParticleSnap_cls>(&mSeq, 0);
+        ParticleFormatClone_cls c;
+        c.CloneFromClone(clone);
+        mSnap->SetStrFile(path);
+        ASSERT_TRUE(mSnap->ReadHeader(&c));
+        ASSERT_TRUE(mSnap->ReadData(&c, true));
+        mSnap->WaitReadingThread(1);
+        FlushThreadLogs();
+    }
+    ServicesScope_cls mServices;
+    LogCapture_cls mLog;
+    TempDir_cls mDir;
+    ParticleSequence_cls mSeq;
+    std::unique_ptr<ParticleSnap_cls> mSnap;
+};
 
 // A list of item names from one text, separated by blanks outside parentheses: "ID(long long)" is
 // one name.

@@ -97,24 +97,9 @@ TEST(TextColumnTest, EveryColumnReadsAsStrtodReadsIt) {
     EXPECT_EQ(ThreadParticleAsciiRead::ReadColumnFloat(&p, eol), 0.0f);
 }
 
-class TextBodyTest : public ::testing::Test {
+class TextBodyTest : public SnapReadFixture_cls {
 protected:
-    // Reads file with the format into mSnap, on the reader thread.
-    void Read(const wxString& path, const ParticleFormatClone_cls& clone) {
-        mSnap = std::make_unique<ParticleSnap_cls>(&mSeq, 0);
-        ParticleFormatClone_cls c;
-        c.CloneFromClone(clone);
-        mSnap->SetStrFile(path);
-        ASSERT_TRUE(mSnap->ReadHeader(&c));
-        ASSERT_TRUE(mSnap->ReadData(&c, true));
-        mSnap->WaitReadingThread(1);
-        FlushThreadLogs();
-    }
-    ServicesScope_cls mServices;
-    LogCapture_cls mLog;
-    TempDir_cls mDir;
-    ParticleSequence_cls mSeq;
-    std::unique_ptr<ParticleSnap_cls> mSnap;
+    void Read(const wxString& path, const ParticleFormatClone_cls& clone) { ReadOnThread(path, clone); }
 };
 
 TEST_F(TextBodyTest, HorizontalBodySplitOverAnyNumberOfThreads) {

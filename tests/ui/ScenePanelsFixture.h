@@ -26,14 +26,6 @@ inline const wxString gLayout = Split('V', 500, Split('H', 300, Leaf("OUTLINER")
 
 inline const std::vector<wxString> gDefaultScene = {"World", "Initial Light", "Box", "Camera"};
 
-inline void SendTextEnter(wxTextCtrl* pText, const wxString& strValue) {
-    pText->ChangeValue(strValue);
-    wxCommandEvent event(wxEVT_TEXT_ENTER, pText->GetId());
-    event.SetEventObject(pText);
-    event.SetString(strValue);
-    pText->GetEventHandler()->ProcessEvent(event);
-}
-
 class ScenePanelsFixture : public UiFixture {
 protected:
     // The outliner and the property pages show the scene.

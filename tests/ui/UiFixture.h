@@ -10,7 +10,10 @@
 #include "wxPanelEX.h"
 
 #include <wx/app.h>
+#include <wx/checkbox.h>
+#include <wx/choice.h>
 #include <wx/ribbon/toolbar.h>
+#include <wx/textctrl.h>
 
 #include <vector>
 
@@ -32,6 +35,28 @@ inline void Send(wxWindow* pControl, wxEventType type) {
     wxCommandEvent event(type, pControl->GetId());
     event.SetEventObject(pControl);
     pControl->GetEventHandler()->ProcessEvent(event);
+}
+// Typing a text and Enter; picking a choice's entry; setting a check box.
+inline void SendTextEnter(wxTextCtrl* pText, const wxString& strValue) {
+    pText->ChangeValue(strValue);
+    wxCommandEvent event(wxEVT_TEXT_ENTER, pText->GetId());
+    event.SetEventObject(pText);
+    event.SetString(strValue);
+    pText->GetEventHandler()->ProcessEvent(event);
+}
+inline void SendChoice(wxChoice* pChoice, int index) {
+    pChoice->SetSelection(index);
+    wxCommandEvent event(wxEVT_CHOICE, pChoice->GetId());
+    event.SetEventObject(pChoice);
+    event.SetInt(index);
+    pChoice->GetEventHandler()->ProcessEvent(event);
+}
+inline void SendCheck(wxCheckBox* pCheck, bool bValue) {
+    pCheck->SetValue(bValue);
+    wxCommandEvent event(wxEVT_CHECKBOX, pCheck->GetId());
+    event.SetEventObject(pCheck);
+    event.SetInt(bValue ? 1 : 0);
+    pCheck->GetEventHandler()->ProcessEvent(event);
 }
 inline void SendRibbonClick(wxWindow* pFrame, int id) {
     wxRibbonToolBarEvent event(wxEVT_RIBBONTOOLBAR_CLICKED, id);

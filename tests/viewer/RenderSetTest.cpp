@@ -6,7 +6,9 @@
 #include "DataMemoryCtrl_cls.h"
 #include "ParticleSnap_cls.h"
 #include "Particle_cls.h"
+#include "ReadEventSink_cls.h"
 #include "ThreadParticlePrepareNext_cls.h"
+#include "TimeCtrl_cls.h"
 #include "ViewerClone_cls.h"
 
 #include <vector>
@@ -30,6 +32,19 @@ int CountLines(const LogCapture_cls& log, const wxString& str) {
             ++n;
     return n;
 }
+
+// The window's side of the reads: the progress the main thread shows while it waits.
+class ProgressCapture_cls : public ReadEventSink_cls {
+public:
+    ProgressCapture_cls() : mpOld(Get()) { Install(this); }
+    ~ProgressCapture_cls() override { Install(mpOld); }
+    ProgressCapture_cls(const ProgressCapture_cls&) = delete;
+    ProgressCapture_cls& operator=(const ProgressCapture_cls&) = delete;
+    void PostReadFinished() override {}
+    void ShowReadProgress(int percent, bool) override { mVProgress.push_back(percent); }
+    ReadEventSink_cls* mpOld;
+    std::vector<int> mVProgress; // main thread only
+};
 
 } // namespace
 
@@ -141,12 +156,43 @@ TEST_F(RenderSetTest, NextFrameWaitsForItsSnaps) {
     mpP->mbPrefetchNext = true;
     ASSERT_TRUE(mpP->PrepareDraw(0, 0));
     EXPECT_FALSE(mpP->WaitPrepareNext()) << "a snap of the next frame was missing";
-    // The frame itself is read on the spot when its snap is missing.
+    // The frame itself: while its snap is being read the player does not wait, and the last
+    // frame stays on screen.
     SetFrames(4, 2);
+    ParticleSnap_cls* pReading = mpP->mCSequence.GenerateIfNot(2);
+    ASSERT_NE(pReading, nullptr);
+    pReading->mReadStarted = true; // as a reader thread leaves it until it is done
+    pReading->mReadFinished.store(false);
+    ASSERT_TRUE(mpP->PrepareDraw(0, 0));
+    EXPECT_TRUE(AllAtStep(*mpP->mpCCurrent, 1.0f)) << "frame 1 still shown";
+    EXPECT_EQ(CountLines(log, "Now is 2"), 0) << "nothing prepared for frame 2";
+    pReading->mReadStarted = false;
+    pReading->mReadFinished.store(true);
+    mpP->mCSequence.mSnaps[2].reset();
+    // Not playing, the frame waits for its read, showing the progress to the window.
+    ProgressCapture_cls sink;
+    Play(false);
     ASSERT_TRUE(mpP->PrepareDraw(0, 0));
     EXPECT_EQ(CountLines(log, "Swap Render Snap"), 0);
     EXPECT_TRUE(AllAtStep(*mpP->mpCCurrent, 2.0f));
+    ASSERT_FALSE(sink.mVProgress.empty());
+    EXPECT_EQ(sink.mVProgress.back(), 100) << "the end of the wait is shown";
     mpP->WaitPrepareNext();
+
+    SCOPED_TRACE("a step whose read was aborted is read again when a frame needs it");
+    ParticleSnap_cls* pAborted = mpP->mCSequence.GetPCSnap(2);
+    ASSERT_NE(pAborted, nullptr);
+    pAborted->mbReadAborted.store(true); // as the reader leaves it after the abort button
+    const int readsBefore = CountLines(log, "Read Stert");
+    TimeCtrl_cls::msbForceAbort = true; // still standing: nothing is read again yet
+    mpP->mCPointSizeFactor.PushCommandPair("11");
+    ASSERT_TRUE(mpP->PrepareDraw(0, 0));
+    EXPECT_EQ(CountLines(log, "Read Stert"), readsBefore);
+    TimeCtrl_cls::msbForceAbort = false;
+    ASSERT_TRUE(mpP->PrepareDraw(0, 0));
+    EXPECT_EQ(CountLines(log, "Read Stert"), readsBefore + 1);
+    EXPECT_FALSE(pAborted->mbReadAborted.load());
+    EXPECT_TRUE(AllAtStep(*mpP->mpCCurrent, 2.0f));
 }
 
 TEST_F(RenderSetTest, HalfFramesInterpolateAndDeletionWaitsForTheWorker) {
