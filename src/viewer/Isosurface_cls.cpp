@@ -1,0 +1,62 @@
+#include "Isosurface_cls.h"
+
+#include "Attribute_cls.h"
+#include "Material_cls.h"
+
+namespace {
+const wxString kSeq = "VIEW3D::PROPERTY_OBJECT::PROPERTY_INFO::TIMELINE";
+} // namespace
+
+Isosurface_cls::Isosurface_cls(ParentObj_cls* pParent) : TwoSetViewer_cls(pParent, "Isosurface_cls") {
+    Add(&mCZStack, "ZStack=", "0", kSeq);
+    Add(&mCSeqOffsetZ, "SeqOffsetZ=", "0", kSeq);
+    auto* pProp = new Attribute_cls("IsosurfaceProp_cls", "Isosurface");
+    pProp->AddOneDimParam("IsoValue", "Value", 128.0);
+    AddOwnAttribute(pProp);
+    AddOwnAttribute(new Material_cls("Material", "Isosurface_cls"));
+}
+
+int Isosurface_cls::CheckFileSequence() {
+    const int count = DataViewerBase_cls::CheckFileSequence(mCSequence);
+    if (!IsZStack())
+        return count;
+    // A stack: the first number of the path counts time steps, the second the slices.
+    const wxString strPath = GetStrPath();
+    if (strPath.empty() || strPath == "None")
+        return 0;
+    mCSequence.SetDual(strPath, 0, static_cast<int>(mCSeqOffsetZ.GetBodyINT()), 1, 1);
+    mCSequence.CalcMaxOffsetDual();
+    const int steps = mCSequence.GetSnapCount();
+    mCSequence.mIsSequence = steps != 1;
+    return steps;
+}
+
+double Isosurface_cls::GetIsoValue(double nt) {
+    ParamGroup_cls* pGroup = GetPCParamGroup("Isosurface", "IsoValue");
+    if (!pGroup)
+        return 128.0;
+    const std::vector<double> v = pGroup->GetVInterpolatedValue(nt, true, nullptr, false);
+    return v.empty() ? 128.0 : v[0];
+}
+
+IsosurfaceSetting_cls Isosurface_cls::GetSetting(double nt) {
+    IsosurfaceSetting_cls s;
+    s.mIso = static_cast<float>(GetIsoValue(nt));
+    return s;
+}
+
+VolumeSnap_cls* Isosurface_cls::LoadSnapNow(int index) {
+    VolumeSnap_cls* pSnap = mCSequence.GenerateIfNot(index);
+    if (!pSnap)
+        return nullptr;
+    mCSequence.PrepareSnap(pSnap, index, IsZStack());
+    pSnap->ReadHeader(IsZStack());
+    pSnap->ReadData();
+    pSnap->WaitReadingThread(3);
+    return pSnap;
+}
+
+bool Isosurface_cls::Prepare(IsosurfaceForRender_cls& set, VolumeSnap_cls* pA, VolumeSnap_cls*, double, int step,
+                             const IsosurfaceSetting_cls& setting, bool bNext) {
+    return set.PrepareData(pA, step, setting.mIso, bNext);
+}
