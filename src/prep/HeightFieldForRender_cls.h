@@ -28,6 +28,11 @@ public:
     // Any one thread per set. The snaps must be read; B may be null or A. False when A has no grid.
     bool PrepareData(const HeightFieldSnap_cls* pSnapA, const HeightFieldSnap_cls* pSnapB, double t, int step,
                      const HeightFieldSetting_cls& setting);
+    // The same with the factor as the frame road gives it (bNext: on the background path).
+    bool PrepareFrame(const HeightFieldSnap_cls* pA, const HeightFieldSnap_cls* pB, double t, int step,
+                      const HeightFieldSetting_cls& setting, bool) {
+        return PrepareData(pA, pB, t, step, setting);
+    }
     void Clear();
 
     int mWidth = 0;

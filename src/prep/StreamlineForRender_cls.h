@@ -38,6 +38,11 @@ public:
     // False when A is null; the set is then empty.
     bool PrepareData(const StreamlineSnap_cls* pSnapA, const StreamlineSnap_cls* pSnapB, double t, int step,
                      const StreamlineSetting_cls& setting);
+    // The same with the factor as the frame road gives it (bNext: on the background path).
+    bool PrepareFrame(const StreamlineSnap_cls* pA, const StreamlineSnap_cls* pB, double t, int step,
+                      const StreamlineSetting_cls& setting, bool) {
+        return PrepareData(pA, pB, t, step, setting);
+    }
     int GetLineCount() const { return mOffsets.empty() ? 0 : static_cast<int>(mOffsets.size()) - 1; }
     int GetPointCount() const { return static_cast<int>(mXYZ.size() / 3); }
     void Clear();

@@ -34,8 +34,3 @@ HeightFieldSnap_cls* HeightField_cls::LoadSnapNow(int index) {
     pSnap->ReadData();
     return pSnap;
 }
-
-bool HeightField_cls::Prepare(HeightFieldForRender_cls& set, HeightFieldSnap_cls* pA, HeightFieldSnap_cls* pB,
-                              double t, int step, const HeightFieldSetting_cls& setting, bool) {
-    return set.PrepareData(pA, pB, t, step, setting);
-}

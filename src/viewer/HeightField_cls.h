@@ -27,6 +27,4 @@ protected:
     HeightFieldSetting_cls GetSetting(double nt) override;
     HeightFieldSnap_cls* LoadSnapNow(int index) override;
     bool PrefetchSequence() override { return mCSequence.PrefetchData(GetPCSequenceRemap(), GetChannel()); }
-    bool Prepare(HeightFieldForRender_cls& set, HeightFieldSnap_cls* pA, HeightFieldSnap_cls* pB, double t, int step,
-                 const HeightFieldSetting_cls& setting, bool bNext) override;
 };

@@ -55,8 +55,3 @@ VolumeSnap_cls* Isosurface_cls::LoadSnapNow(int index) {
     pSnap->WaitReadingThread(3);
     return pSnap;
 }
-
-bool Isosurface_cls::Prepare(IsosurfaceForRender_cls& set, VolumeSnap_cls* pA, VolumeSnap_cls*, double, int step,
-                             const IsosurfaceSetting_cls& setting, bool bNext) {
-    return set.PrepareData(pA, step, setting.mIso, bNext);
-}

@@ -8,12 +8,6 @@
 #include "TwoSetViewer_cls.h"
 #include "VolumeSequence_cls.h"
 
-class IsosurfaceSetting_cls {
-public:
-    float mIso = 128.0f;
-    bool operator==(const IsosurfaceSetting_cls& o) const { return mIso == o.mIso; }
-};
-
 class Isosurface_cls
     : public TwoSetViewer_cls<VolumeSequence_cls, VolumeSnap_cls, IsosurfaceForRender_cls, IsosurfaceSetting_cls> {
 public:
@@ -32,6 +26,4 @@ protected:
     IsosurfaceSetting_cls GetSetting(double nt) override;
     VolumeSnap_cls* LoadSnapNow(int index) override;
     bool PrefetchSequence() override { return mCSequence.PrefetchData(GetPCSequenceRemap(), IsZStack()); }
-    bool Prepare(IsosurfaceForRender_cls& set, VolumeSnap_cls* pA, VolumeSnap_cls* pB, double t, int step,
-                 const IsosurfaceSetting_cls& setting, bool bNext) override;
 };

@@ -43,8 +43,3 @@ StreamlineSnap_cls* Streamline_cls::LoadSnapNow(int index) {
     pSnap->WaitReadingThread(3);
     return pSnap;
 }
-
-bool Streamline_cls::Prepare(StreamlineForRender_cls& set, StreamlineSnap_cls* pA, StreamlineSnap_cls* pB, double t,
-                             int step, const StreamlineSetting_cls& setting, bool) {
-    return set.PrepareData(pA, pB, t, step, setting);
-}

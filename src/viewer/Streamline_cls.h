@@ -26,6 +26,4 @@ protected:
     StreamlineSetting_cls GetSetting(double nt) override;
     StreamlineSnap_cls* LoadSnapNow(int index) override;
     bool PrefetchSequence() override { return mCSequence.PrefetchData(GetPCSequenceRemap()); }
-    bool Prepare(StreamlineForRender_cls& set, StreamlineSnap_cls* pA, StreamlineSnap_cls* pB, double t, int step,
-                 const StreamlineSetting_cls& setting, bool bNext) override;
 };

@@ -2,7 +2,7 @@
 // prepared sets (the shown one and a spare one that a background thread fills for the next frame
 // while playing), and the frame road from the time to the steps. The kinds say how a snap gets
 // its file and is read, what the settings of a frame are (a plain copy made on the main thread,
-// which is all the worker reads), and how a set is prepared.
+// which is all the worker reads); the set prepares itself (PrepareFrame) from the two snaps.
 //
 // Hand-over: the spare set and the settings copy belong to the worker from Start until the main
 // thread joins it in PrepareDraw; no lock is needed. Main thread only, except the prepare call.
@@ -91,7 +91,7 @@ public:
             wxLogMessage("Swap Render Snap");
         } else {
             wxLogMessage("Not Swap");
-            if (!Prepare(*mpCCurrent, pA, pB, t, a, setting, false))
+            if (!mpCCurrent->PrepareFrame(pA, pB, t, a, setting, false))
                 return false;
         }
         if (bPlaying)
@@ -116,7 +116,9 @@ public:
         mNextSetting = GetSetting(nt);
         Set_T* pSet = mpCNext.get();
         const Setting_T* pSetting = &mNextSetting;
-        mCThreadNext.Start([this, pSet, pA, pB, t, a, pSetting]() { return Prepare(*pSet, pA, pB, t, a, *pSetting, true); });
+        // The job touches only the spare set, the snaps and the settings copy, never the object,
+        // whose derived part may already be gone when the base destructor joins it.
+        mCThreadNext.Start([pSet, pA, pB, t, a, pSetting]() { return pSet->PrepareFrame(pA, pB, t, a, *pSetting, true); });
         mbNextStarted = true;
         return true;
     }
@@ -139,11 +141,8 @@ protected:
     // Main thread: the snap of index read now (waiting for a running read); null without one.
     virtual Snap_T* LoadSnapNow(int index) = 0;
     virtual bool PrefetchSequence() = 0;
-    // Any thread: the snap exists and its read has ended.
+    // Main thread: the snap exists and its read has ended.
     static bool IsReady(Snap_T* p) { return p && p->mReadStarted && !p->IsReading(); }
-    // Any one thread per set: prepares set from the read snaps.
-    virtual bool Prepare(Set_T& set, Snap_T* pA, Snap_T* pB, double t, int step, const Setting_T& setting,
-                         bool bNext) = 0;
 
 private:
     bool mbNextStarted = false;
