@@ -52,7 +52,8 @@ void BM_MarchingCubes(benchmark::State& state) {
     MarchingCubes_cls::Result_cls result;
     double ours = 0.0, base = 0.0;
     for (auto _ : state) {
-        ours += Seconds([&] { MarchingCubes_cls::Run(v.data(), kSide, kSide, kSide, 128.5f, result, threads); });
+        ours +=
+            Seconds([&] { MarchingCubes_cls::Run(v.data(), kSide, kSide, kSide, 128.5f, result, threads); });
         base += Seconds([&] {
             // The plain pass: every voxel once, as the cells read them.
             unsigned long long sum = 0;
@@ -66,7 +67,8 @@ void BM_MarchingCubes(benchmark::State& state) {
     state.counters["sum_ms_per_Mcell"] = 1000.0 * base / n / (cells / 1e6);
     state.counters["ratio_vs_sum"] = ours / base;
     state.counters["triangles"] = static_cast<double>(result.GetTriangleCount());
-    state.counters["threads"] = threads > 0 ? threads : MarchingCubes_cls::GetThreadCount(static_cast<int>(cells), false);
+    state.counters["threads"] =
+        threads > 0 ? threads : MarchingCubes_cls::GetThreadCount(static_cast<int>(cells), false);
 }
 BENCHMARK(BM_MarchingCubes)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->UseRealTime();
 

@@ -11,8 +11,8 @@ void HeightFieldForRender_cls::Clear() {
     mIndex.clear();
 }
 
-bool HeightFieldForRender_cls::PrepareData(const HeightFieldSnap_cls* pA, const HeightFieldSnap_cls* pB, double t,
-                                           int step, const HeightFieldSetting_cls& s) {
+bool HeightFieldForRender_cls::PrepareData(const HeightFieldSnap_cls* pA, const HeightFieldSnap_cls* pB,
+                                           double t, int step, const HeightFieldSetting_cls& s) {
     Clear();
     mLastStep = step;
     mLastInterp = static_cast<float>(t);
@@ -21,8 +21,8 @@ bool HeightFieldForRender_cls::PrepareData(const HeightFieldSnap_cls* pA, const 
         return false;
     const int w = pA->mWidth;
     const int h = pA->mHeight;
-    const bool bBlend = s.mInterpType == 1 && pB && pB != pA && t > 0.0 && pA->IsSizeSame(pB) &&
-                        !pB->mHeights.empty();
+    const bool bBlend =
+        s.mInterpType == 1 && pB && pB != pA && t > 0.0 && pA->IsSizeSame(pB) && !pB->mHeights.empty();
     mWidth = w;
     mHeight = h;
     const size_t n = static_cast<size_t>(w) * h;
@@ -40,7 +40,9 @@ bool HeightFieldForRender_cls::PrepareData(const HeightFieldSnap_cls* pA, const 
             mXYZ[3 * i + 1] = static_cast<float>(h > 1 ? y * dy - 0.5 * s.mSizeY : 0.0);
             mXYZ[3 * i + 2] = static_cast<float>(z * s.mHeightScale);
         }
-    auto zAt = [&](int x, int y) { return static_cast<double>(mXYZ[3 * (static_cast<size_t>(y) * w + x) + 2]); };
+    auto zAt = [&](int x, int y) {
+        return static_cast<double>(mXYZ[3 * (static_cast<size_t>(y) * w + x) + 2]);
+    };
     for (int y = 0; y < h; ++y)
         for (int x = 0; x < w; ++x) {
             const int x0 = x > 0 ? x - 1 : x, x1 = x + 1 < w ? x + 1 : x;

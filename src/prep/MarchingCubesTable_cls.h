@@ -22,8 +22,8 @@ public:
     // The tables, built on the first call. Any thread.
     static const MarchingCubesTable_cls& Get();
 
-    std::array<uint16_t, 256> mEdgeMask;                          // bit e: edge e is crossed
-    std::array<std::array<int8_t, msMaxEntries>, 256> mTriangle;  // edge triples, -1 ends
+    std::array<uint16_t, 256> mEdgeMask;                         // bit e: edge e is crossed
+    std::array<std::array<int8_t, msMaxEntries>, 256> mTriangle; // edge triples, -1 ends
     static const int msEdgeCorner[12][2];
 
 private:

@@ -18,7 +18,9 @@ public:
     MarchingCubes_cls::Result_cls* mpOut = nullptr; // not owned: this worker's own list
 
 protected:
-    void Work() override { MarchingCubes_cls::RunSlab(mpData, mSizeX, mSizeY, mSizeZ, mIso, mIni, mFin, *mpOut); }
+    void Work() override {
+        MarchingCubes_cls::RunSlab(mpData, mSizeX, mSizeY, mSizeZ, mIso, mIni, mFin, *mpOut);
+    }
 };
 
 // The gradient of the voxels at a grid point.
@@ -77,7 +79,8 @@ void MarchingCubes_cls::RunSlab(const unsigned char* pData, int sx, int sy, int 
                     const int cb[3] = {x + (b & 1), y + ((b >> 1) & 1), z + ((b >> 2) & 1)};
                     for (int k : {a, b})
                         if (!bGrad[k]) {
-                            Gradient(pData, sx, sy, sz, x + (k & 1), y + ((k >> 1) & 1), z + ((k >> 2) & 1), g[k]);
+                            Gradient(pData, sx, sy, sz, x + (k & 1), y + ((k >> 1) & 1), z + ((k >> 2) & 1),
+                                     g[k]);
                             bGrad[k] = true;
                         }
                     float n2 = 0.0f;
@@ -99,15 +102,16 @@ void MarchingCubes_cls::RunSlab(const unsigned char* pData, int sx, int sy, int 
         }
 }
 
-long long MarchingCubes_cls::Run(const unsigned char* pData, int sx, int sy, int sz, float iso, Result_cls& out,
-                                 int threadCount, bool background) {
+long long MarchingCubes_cls::Run(const unsigned char* pData, int sx, int sy, int sz, float iso,
+                                 Result_cls& out, int threadCount, bool background) {
     out.Clear();
     if (!pData || sx < 2 || sy < 2 || sz < 2)
         return 0;
     const int layers = sz - 1;
     const long long cells = static_cast<long long>(sx - 1) * (sy - 1) * layers;
-    int n = threadCount > 0 ? threadCount
-                            : GetThreadCount(static_cast<int>(std::min<long long>(cells, 2000000000LL)), background);
+    int n = threadCount > 0
+                ? threadCount
+                : GetThreadCount(static_cast<int>(std::min<long long>(cells, 2000000000LL)), background);
     n = std::max(1, std::min(n, layers));
     if (n == 1) {
         RunSlab(pData, sx, sy, sz, iso, 0, layers, out);

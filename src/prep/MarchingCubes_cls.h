@@ -35,6 +35,6 @@ public:
                          Result_cls& out, int threadCount = 0, bool background = false);
 
     // The triangles of the cell layers z0 .. z1 - 1 appended to out. Any thread.
-    static void RunSlab(const unsigned char* pData, int sizeX, int sizeY, int sizeZ, float iso, int z0, int z1,
-                        Result_cls& out);
+    static void RunSlab(const unsigned char* pData, int sizeX, int sizeY, int sizeZ, float iso, int z0,
+                        int z1, Result_cls& out);
 };

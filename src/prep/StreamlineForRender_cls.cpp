@@ -84,8 +84,8 @@ void StreamlineForRender_cls::AppendLine(const float* pXYZ, const float* pValue,
     closeRun();
 }
 
-bool StreamlineForRender_cls::PrepareData(const StreamlineSnap_cls* pA, const StreamlineSnap_cls* pB, double t,
-                                          int step, const StreamlineSetting_cls& setting) {
+bool StreamlineForRender_cls::PrepareData(const StreamlineSnap_cls* pA, const StreamlineSnap_cls* pB,
+                                          double t, int step, const StreamlineSetting_cls& setting) {
     Clear();
     mLastStep = step;
     mLastInterp = static_cast<float>(t);

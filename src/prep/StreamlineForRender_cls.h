@@ -17,18 +17,19 @@ class StreamlineSnap_cls;
 
 class StreamlineSetting_cls {
 public:
-    int mInterpType = 1;  // 0 step, 1 linear
-    int mThin = 1;        // keep every n-th line; below 1 counts as 1
-    bool mbClip = false;  // cut to the clip box
+    int mInterpType = 1; // 0 step, 1 linear
+    int mThin = 1;       // keep every n-th line; below 1 counts as 1
+    bool mbClip = false; // cut to the clip box
     float mClipLow[3] = {-1.0f, -1.0f, -1.0f};
     float mClipHigh[3] = {1.0f, 1.0f, 1.0f};
-    int mValueType = 0;   // 0 the file's value, 1 arc length
+    int mValueType = 0; // 0 the file's value, 1 arc length
 
     bool operator==(const StreamlineSetting_cls& o) const {
         for (int i = 0; i < 3; ++i)
             if (mClipLow[i] != o.mClipLow[i] || mClipHigh[i] != o.mClipHigh[i])
                 return false;
-        return mInterpType == o.mInterpType && mThin == o.mThin && mbClip == o.mbClip && mValueType == o.mValueType;
+        return mInterpType == o.mInterpType && mThin == o.mThin && mbClip == o.mbClip &&
+               mValueType == o.mValueType;
     }
 };
 

@@ -112,8 +112,8 @@ bool DecodePng(const unsigned char* pData, size_t size, int channel, int& width,
 }
 
 uint32_t ReadLE32(const unsigned char* p) {
-    return static_cast<uint32_t>(p[0]) | static_cast<uint32_t>(p[1]) << 8 | static_cast<uint32_t>(p[2]) << 16 |
-           static_cast<uint32_t>(p[3]) << 24;
+    return static_cast<uint32_t>(p[0]) | static_cast<uint32_t>(p[1]) << 8 |
+           static_cast<uint32_t>(p[2]) << 16 | static_cast<uint32_t>(p[3]) << 24;
 }
 
 bool DecodeRaw(const unsigned char* pData, size_t size, int& width, int& height, std::vector<float>& heights,

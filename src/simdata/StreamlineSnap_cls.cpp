@@ -7,7 +7,8 @@
 #include <cerrno>
 #include <cstdlib>
 
-StreamlineSnap_cls::StreamlineSnap_cls(DataSequence_cls* pSequence, int index) : FileSnap_cls(pSequence, 3, index) {}
+StreamlineSnap_cls::StreamlineSnap_cls(DataSequence_cls* pSequence, int index)
+    : FileSnap_cls(pSequence, 3, index) {}
 
 StreamlineSnap_cls::~StreamlineSnap_cls() {
     // The reader writes into the arrays of this class: it must end before they go.

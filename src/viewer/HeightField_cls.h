@@ -8,9 +8,8 @@
 #include "HeightFieldSequence_cls.h"
 #include "TwoSetViewer_cls.h"
 
-class HeightField_cls
-    : public TwoSetViewer_cls<HeightFieldSequence_cls, HeightFieldSnap_cls, HeightFieldForRender_cls,
-                              HeightFieldSetting_cls> {
+class HeightField_cls : public TwoSetViewer_cls<HeightFieldSequence_cls, HeightFieldSnap_cls,
+                                                HeightFieldForRender_cls, HeightFieldSetting_cls> {
 public:
     explicit HeightField_cls(ParentObj_cls* pParent);
 

@@ -8,8 +8,8 @@
 #include "TwoSetViewer_cls.h"
 #include "VolumeSequence_cls.h"
 
-class Isosurface_cls
-    : public TwoSetViewer_cls<VolumeSequence_cls, VolumeSnap_cls, IsosurfaceForRender_cls, IsosurfaceSetting_cls> {
+class Isosurface_cls : public TwoSetViewer_cls<VolumeSequence_cls, VolumeSnap_cls, IsosurfaceForRender_cls,
+                                               IsosurfaceSetting_cls> {
 public:
     explicit Isosurface_cls(ParentObj_cls* pParent);
 

@@ -7,9 +7,8 @@
 #include "StreamlineSequence_cls.h"
 #include "TwoSetViewer_cls.h"
 
-class Streamline_cls
-    : public TwoSetViewer_cls<StreamlineSequence_cls, StreamlineSnap_cls, StreamlineForRender_cls,
-                              StreamlineSetting_cls> {
+class Streamline_cls : public TwoSetViewer_cls<StreamlineSequence_cls, StreamlineSnap_cls,
+                                               StreamlineForRender_cls, StreamlineSetting_cls> {
 public:
     explicit Streamline_cls(ParentObj_cls* pParent);
 

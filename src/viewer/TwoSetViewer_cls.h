@@ -19,7 +19,8 @@
 #include <memory>
 #include <utility>
 
-template <class Seq_T, class Snap_T, class Set_T, class Setting_T> class TwoSetViewer_cls : public DataViewerBase_cls {
+template <class Seq_T, class Snap_T, class Set_T, class Setting_T>
+class TwoSetViewer_cls : public DataViewerBase_cls {
 public:
     TwoSetViewer_cls(ParentObj_cls* pParent, const wxString& strClassWord)
         : DataViewerBase_cls(pParent, strClassWord), mpCCurrent(std::make_unique<Set_T>()),
@@ -56,7 +57,8 @@ public:
         // SeqOffset= is the scene frame at which the data's step 0 stands.
         int dataFrame = frame - static_cast<int>(mCSeqOffset.GetBodyINT());
         ModFrame(dataFrame, count, false);
-        a = std::max(0, std::min(count - 1, mCSequence.GetRemappedIndex(dataFrame, GetPCSequenceRemap(), nt, false)));
+        a = std::max(
+            0, std::min(count - 1, mCSequence.GetRemappedIndex(dataFrame, GetPCSequenceRemap(), nt, false)));
         b = a + 1 < count ? a + 1 : a;
         if (b == a || !IsBlending())
             t = 0.0;
@@ -118,7 +120,8 @@ public:
         const Setting_T* pSetting = &mNextSetting;
         // The job touches only the spare set, the snaps and the settings copy, never the object,
         // whose derived part may already be gone when the base destructor joins it.
-        mCThreadNext.Start([pSet, pA, pB, t, a, pSetting]() { return pSet->PrepareFrame(pA, pB, t, a, *pSetting, true); });
+        mCThreadNext.Start(
+            [pSet, pA, pB, t, a, pSetting]() { return pSet->PrepareFrame(pA, pB, t, a, *pSetting, true); });
         mbNextStarted = true;
         return true;
     }

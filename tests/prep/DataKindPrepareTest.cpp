@@ -20,7 +20,8 @@ namespace {
 std::unique_ptr<StreamlineSnap_cls> Lines(const std::string& text) {
     auto p = std::make_unique<StreamlineSnap_cls>(nullptr, 0);
     wxString strWhy;
-    EXPECT_TRUE(StreamlineSnap_cls::ParseText(text.c_str(), text.size(), p->mOffsets, p->mXYZ, p->mValue, strWhy))
+    EXPECT_TRUE(
+        StreamlineSnap_cls::ParseText(text.c_str(), text.size(), p->mOffsets, p->mXYZ, p->mValue, strWhy))
         << strWhy;
     return p;
 }
@@ -40,7 +41,8 @@ void ExpectPoints(const StreamlineForRender_cls& set, int line, const std::vecto
     const int first = set.mOffsets[line];
     ASSERT_EQ(static_cast<size_t>(set.mOffsets[line + 1] - first) * 3, xyz.size());
     for (size_t i = 0; i < xyz.size(); ++i)
-        EXPECT_NEAR(set.mXYZ[3 * static_cast<size_t>(first) + i], xyz[i], 1e-5) << "line " << line << " float " << i;
+        EXPECT_NEAR(set.mXYZ[3 * static_cast<size_t>(first) + i], xyz[i], 1e-5)
+            << "line " << line << " float " << i;
 }
 
 } // namespace
@@ -107,8 +109,8 @@ TEST(StreamlinePrepareTest, ThinningClipBoxAndValues) {
         int lines;
         float firstY[3];
     };
-    for (const Case& c : {Case{1, 5, {0, 1, 2}}, Case{2, 3, {0, 2, 4}}, Case{3, 2, {0, 3, 0}}, Case{0, 5, {0, 1, 2}},
-                          Case{9, 1, {0, 0, 0}}}) {
+    for (const Case& c : {Case{1, 5, {0, 1, 2}}, Case{2, 3, {0, 2, 4}}, Case{3, 2, {0, 3, 0}},
+                          Case{0, 5, {0, 1, 2}}, Case{9, 1, {0, 0, 0}}}) {
         SCOPED_TRACE(c.thin);
         StreamlineSetting_cls s;
         s.mThin = c.thin;
@@ -166,7 +168,8 @@ TEST(HeightFieldPrepareTest, PositionsNormalsAndTriangles) {
     }
     ASSERT_EQ(set.mIndex.size(), 4u * 2 * 6);
     // The first cell: counter-clockwise seen from above.
-    EXPECT_EQ(std::vector<unsigned>(set.mIndex.begin(), set.mIndex.begin() + 6), (std::vector<unsigned>{0, 1, 6, 0, 6, 5}));
+    EXPECT_EQ(std::vector<unsigned>(set.mIndex.begin(), set.mIndex.begin() + 6),
+              (std::vector<unsigned>{0, 1, 6, 0, 6, 5}));
 }
 
 TEST(HeightFieldPrepareTest, BlendOfTwoStepsAndNormalsOfACurvedField) {
@@ -182,8 +185,8 @@ TEST(HeightFieldPrepareTest, BlendOfTwoStepsAndNormalsOfACurvedField) {
         double t;
         float add; // expected height over A's
     };
-    for (const Case& c : {Case{b.get(), 1, 0.25, 1.0f}, Case{b.get(), 1, 1.0, 4.0f}, Case{b.get(), 0, 0.5, 0.0f},
-                          Case{other.get(), 1, 0.5, 0.0f}}) {
+    for (const Case& c : {Case{b.get(), 1, 0.25, 1.0f}, Case{b.get(), 1, 1.0, 4.0f},
+                          Case{b.get(), 0, 0.5, 0.0f}, Case{other.get(), 1, 0.5, 0.0f}}) {
         SCOPED_TRACE(c.t);
         s.mInterpType = c.interp;
         HeightFieldForRender_cls set;

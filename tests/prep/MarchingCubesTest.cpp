@@ -16,7 +16,8 @@
 namespace {
 
 // A cube of n^3 voxels with value f(x, y, z), clamped to 0 .. 255 and rounded.
-std::vector<unsigned char> Volume(int nx, int ny, int nz, const std::function<double(double, double, double)>& f) {
+std::vector<unsigned char> Volume(int nx, int ny, int nz,
+                                  const std::function<double(double, double, double)>& f) {
     std::vector<unsigned char> v(static_cast<size_t>(nx) * ny * nz);
     for (int z = 0; z < nz; ++z)
         for (int y = 0; y < ny; ++y)
@@ -47,7 +48,8 @@ double EnclosedVolume(const MarchingCubes_cls::Result_cls& r, const double* cent
         for (int k = 0; k < 3; ++k)
             for (int i = 0; i < 3; ++i)
                 p[k][i] = r.mXYZ[t + 3 * k + i] - centre[i];
-        sum += (p[0][0] * (p[1][1] * p[2][2] - p[1][2] * p[2][1]) - p[0][1] * (p[1][0] * p[2][2] - p[1][2] * p[2][0]) +
+        sum += (p[0][0] * (p[1][1] * p[2][2] - p[1][2] * p[2][1]) -
+                p[0][1] * (p[1][0] * p[2][2] - p[1][2] * p[2][0]) +
                 p[0][2] * (p[1][0] * p[2][1] - p[1][1] * p[2][0])) /
                6.0;
     }
@@ -75,7 +77,8 @@ TEST(MarchingCubesTableTest, EveryCaseCrossesExactlyTheEdgesWhoseCornersDiffer) 
         EXPECT_EQ(used, t.mEdgeMask[cs]) << "every crossed edge carries a vertex, no other edge does";
         int expected = 0;
         for (int e = 0; e < 12; ++e) {
-            const int a = MarchingCubesTable_cls::msEdgeCorner[e][0], b = MarchingCubesTable_cls::msEdgeCorner[e][1];
+            const int a = MarchingCubesTable_cls::msEdgeCorner[e][0],
+                      b = MarchingCubesTable_cls::msEdgeCorner[e][1];
             if ((cs >> a & 1) != (cs >> b & 1))
                 expected |= 1 << e;
         }
@@ -159,10 +162,14 @@ TEST(MarchingCubesTest, PlaneAreaIsExact) {
     const int nx = 20, ny = 14, nz = 9;
     for (const Case& c : {Case{0, 101.0f}, Case{1, 33.5f}, Case{2, 70.25f}}) {
         SCOPED_TRACE(c.axis);
-        const auto v = Volume(nx, ny, nz, [&](double x, double y, double z) { return 10.0 * (c.axis == 0 ? x : c.axis == 1 ? y : z); });
+        const auto v = Volume(nx, ny, nz, [&](double x, double y, double z) {
+            return 10.0 * (c.axis == 0 ? x : c.axis == 1 ? y : z);
+        });
         MarchingCubes_cls::Result_cls r;
         MarchingCubes_cls::Run(v.data(), nx, ny, nz, c.iso, r);
-        const double expected = c.axis == 0 ? (ny - 1) * (nz - 1) : c.axis == 1 ? (nx - 1) * (nz - 1) : (nx - 1) * (ny - 1);
+        const double expected = c.axis == 0   ? (ny - 1) * (nz - 1)
+                                : c.axis == 1 ? (nx - 1) * (nz - 1)
+                                              : (nx - 1) * (ny - 1);
         EXPECT_NEAR(Area(r), expected, 1e-9 * expected);
         EXPECT_EQ(r.GetTriangleCount(), 2 * static_cast<long long>(expected)) << "two triangles per cell";
         for (size_t i = 0; i < r.mXYZ.size(); i += 3) {

@@ -47,7 +47,7 @@ TEST_F(HeightFieldReaderTest, PicturesGiveHeightsByChannelWithTheTopRowFar) {
     const Case cases[] = {
         {"grey8_000.png", 0, [](int x, int r) { return Grey(x, r, 0) / 255.0; }},
         {"grey8_000.png", 2, [](int x, int r) { return Grey(x, r, 0) / 255.0; }}, // grey answers every colour
-        {"grey8_000.png", 3, [](int, int) { return 1.0; }},                      // no alpha: 1
+        {"grey8_000.png", 3, [](int, int) { return 1.0; }},                       // no alpha: 1
         {"grey8_001.png", 0, [](int x, int r) { return Grey(x, r, 1) / 255.0; }},
         // 16 bits keep the low byte.
         {"grey16_000.png", 0, [](int x, int r) { return (Grey(x, r, 0) * 256 + 7) / 65535.0; }},

@@ -60,11 +60,11 @@ TEST_F(StreamlineReaderTest, ThreeColumnsAndLayoutsOfRows) {
     const Case cases[] = {
         {"", {}, false},
         {"# only a comment\n\n", {}, false},
-        {"0 0 0\n1 1 1", {0, 2}, false},               // no newline at the end
+        {"0 0 0\n1 1 1", {0, 2}, false},                       // no newline at the end
         {"0 0 0\r\n1 1 1\r\n\r\n2 2 2\r\n", {0, 2, 3}, false}, // carriage returns
         {"\n\n0 0 0 9\n\n\n1 1 1 8\n", {0, 1, 2}, true},
-        {"0,0,0\n1,1,1\n", {0, 2}, false},             // commas between fields
-        {"0 0 0 # seed\n1 1 1\n", {0, 2}, false},      // a comment after the numbers
+        {"0,0,0\n1,1,1\n", {0, 2}, false},        // commas between fields
+        {"0 0 0 # seed\n1 1 1\n", {0, 2}, false}, // a comment after the numbers
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.pText);

@@ -64,7 +64,8 @@ protected:
             for (int y = 0; y < n; ++y)
                 for (int x = 0; x < n; ++x) {
                     const double r = std::sqrt((x - c) * (x - c) + (y - c) * (y - c) + (z - c) * (z - c));
-                    s.push_back(static_cast<char>(std::lround(std::clamp(128.0 + 8.0 * (radius - r), 0.0, 255.0))));
+                    s.push_back(
+                        static_cast<char>(std::lround(std::clamp(128.0 + 8.0 * (radius - r), 0.0, 255.0))));
                 }
         EXPECT_TRUE(WriteBytes(mDir.Path(strName), s));
         return mDir.Path(strName);
@@ -77,8 +78,9 @@ TEST_F(DataKindsViewerTest, KindsAreInTheKindTable) {
         const char* pWord;
         bool bRelease;
     };
-    for (const Case& c : {Case{"Streamline_cls", "Streamline", false}, Case{"HeightField_cls", "HeightField", true},
-                          Case{"Isosurface_cls", "Isosurface", true}}) {
+    for (const Case& c :
+         {Case{"Streamline_cls", "Streamline", false}, Case{"HeightField_cls", "HeightField", true},
+          Case{"Isosurface_cls", "Isosurface", true}}) {
         SCOPED_TRACE(c.pClass);
         const KindTable_cls::Entry_cls* p = KindTable_cls::Find(c.pClass, KindTable_cls::GROUP_OBJECT);
         ASSERT_NE(p, nullptr);
@@ -190,7 +192,8 @@ TEST_F(DataKindsViewerTest, HeightFieldFromAPictureSequence) {
         int channel;
         float corner; // height of grid point (0, 0): picture pixel (0, bottom row)
     };
-    for (const Case& c : {Case{0, 0, (10 + 9) / 255.0f}, Case{1, 0, (10 + 9 + 5) / 255.0f}, Case{1, 3, 1.0f}}) {
+    for (const Case& c :
+         {Case{0, 0, (10 + 9) / 255.0f}, Case{1, 0, (10 + 9 + 5) / 255.0f}, Case{1, 3, 1.0f}}) {
         SCOPED_TRACE(c.frame);
         SetFrames(2, c.frame);
         pH->mCChannel.PushCommandPair(wxString::Format("%d", c.channel));
@@ -216,15 +219,16 @@ TEST_F(DataKindsViewerTest, IsosurfaceFollowsTheAnimatedIsoValue) {
     pIso->mVCParam[0].SetValueAtCommand(128.0, 0.0, strTag, KeyFrame_cls::TYPE_LINEAR, 1.0);
     pIso->mVCParam[0].SetNewKeyCommand(240.0, 1.0, strTag, KeyFrame_cls::TYPE_LINEAR, 1.0, false);
     SetFrames(3, 0);
-        ASSERT_TRUE(pI->PrepareDraw());
+    ASSERT_TRUE(pI->PrepareDraw());
     const long long triangles = pI->mpCCurrent->GetTriangleCount();
     ASSERT_GT(triangles, 100);
     // The ball of radius 8 in a box whose longest side is 1: every vertex at 8 / 23 from the centre.
     double worst = 0.0;
     const std::vector<float>& xyz = pI->mpCCurrent->mCSurface.mXYZ;
     for (size_t i = 0; i < xyz.size(); i += 3)
-        worst = std::max(worst, std::abs(std::sqrt(xyz[i] * xyz[i] + xyz[i + 1] * xyz[i + 1] + xyz[i + 2] * xyz[i + 2]) -
-                                         8.0 / 23.0));
+        worst = std::max(
+            worst, std::abs(std::sqrt(xyz[i] * xyz[i] + xyz[i + 1] * xyz[i + 1] + xyz[i + 2] * xyz[i + 2]) -
+                            8.0 / 23.0));
     EXPECT_LT(worst, 0.01);
     // Frame 1 of 3: the value has moved up to 165, a smaller ball.
     SetFrames(3, 1);
