@@ -4,32 +4,30 @@
 
 #include <chrono>
 
-bool FileSnap_cls::IsReadDue() {
+bool FileSnap_cls::BeginRead() {
     WaitReadingThread(3);
     if (mReadStarted && mReadFinished.load(std::memory_order_acquire) && mReadFile == mFile)
         return false;
-    return !mFile.empty() && mFile != "None" && mIndex >= 0;
-}
-
-bool FileSnap_cls::ReadData() {
-    if (!IsReadDue())
+    if (mFile.empty() || mFile == "None" || mIndex < 0)
         return false;
     mReadStarted = true;
     mReadFinished.store(false, std::memory_order_release);
     mReadFile = mFile;
     FreeArrays();
+    return true;
+}
+
+bool FileSnap_cls::ReadData() {
+    if (!BeginRead())
+        return false;
     mbBad = !ReadFileInto(mReadFile);
     mReadFinished.store(true, std::memory_order_release);
     return true;
 }
 
 bool FileSnap_cls::PrefetchData() {
-    if (!IsReadDue())
+    if (!BeginRead())
         return false;
-    mReadStarted = true;
-    mReadFinished.store(false, std::memory_order_release);
-    mReadFile = mFile;
-    FreeArrays();
     mSequence->PushLock();
     // The thread gets its own copy of the name: the main thread may change mFile meanwhile.
     const wxString strFile(mReadFile.wc_str());

@@ -35,6 +35,7 @@ protected:
     virtual void FreeArrays() = 0;
 
 private:
-    // Whether a read of mFile is due; waits for a running one first.
-    bool IsReadDue();
+    // Whether a read of mFile is due (waiting for a running one first); if so marks it started and
+    // frees the old arrays.
+    bool BeginRead();
 };

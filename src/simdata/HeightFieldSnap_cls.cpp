@@ -10,7 +10,7 @@
 #include <csetjmp>
 #include <cstdint>
 #include <cstring>
-#include <memory>
+#include <string>
 
 namespace {
 
@@ -181,19 +181,17 @@ bool HeightFieldSnap_cls::DecodeMemory(const unsigned char* pData, size_t size, 
 }
 
 bool HeightFieldSnap_cls::ReadFileInto(const wxString& strFile) {
-    unsigned char* pRaw = nullptr;
-    long long size = 0;
-    if (!UseGZ_cls::CopyToMemory(&pRaw, strFile, size)) {
+    std::string bytes;
+    if (!UseGZ_cls::CopyToString(&bytes, strFile)) {
         wxLogMessage("Height field %s cannot be read: no heights", strFile);
         return false;
     }
-    std::unique_ptr<unsigned char[]> pData(pRaw);
-    const size_t bytes = size > 0 ? static_cast<size_t>(size - 1) : 0; // the count holds the closing zero
+    const auto* pData = reinterpret_cast<const unsigned char*>(bytes.data());
     wxString strWhy;
-    if (DecodeMemory(pData.get(), bytes, mChannel, mWidth, mHeight, mHeights, strWhy))
+    if (DecodeMemory(pData, bytes.size(), mChannel, mWidth, mHeight, mHeights, strWhy))
         return true;
     // Other pictures go through the stack reader, 8 bits.
-    const SliceImage_cls::Type type = SliceImage_cls::Sniff(pData.get(), bytes);
+    const SliceImage_cls::Type type = SliceImage_cls::Sniff(pData, bytes.size());
     if (type != SliceImage_cls::Type::Unknown && type != SliceImage_cls::Type::Png) {
         SlicePixels_cls slice;
         slice.mbColour = true;

@@ -17,18 +17,9 @@ Isosurface_cls::Isosurface_cls(ParentObj_cls* pParent) : TwoSetViewer_cls(pParen
 }
 
 int Isosurface_cls::CheckFileSequence() {
-    const int count = DataViewerBase_cls::CheckFileSequence(mCSequence);
     if (!IsZStack())
-        return count;
-    // A stack: the first number of the path counts time steps, the second the slices.
-    const wxString strPath = GetStrPath();
-    if (strPath.empty() || strPath == "None")
-        return 0;
-    mCSequence.SetDual(strPath, 0, static_cast<int>(mCSeqOffsetZ.GetBodyINT()), 1, 1);
-    mCSequence.CalcMaxOffsetDual();
-    const int steps = mCSequence.GetSnapCount();
-    mCSequence.mIsSequence = steps != 1;
-    return steps;
+        return DataViewerBase_cls::CheckFileSequence(mCSequence);
+    return CheckFileSequenceStack(mCSequence, static_cast<int>(mCSeqOffsetZ.GetBodyINT()));
 }
 
 double Isosurface_cls::GetIsoValue(double nt) {

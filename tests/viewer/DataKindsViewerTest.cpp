@@ -243,3 +243,25 @@ TEST_F(DataKindsViewerTest, IsosurfaceFollowsTheAnimatedIsoValue) {
     EXPECT_EQ(pI->mpCCurrent->GetTriangleCount(), 0);
     EXPECT_EQ(CountLines(log, "outside the data range"), 1);
 }
+
+TEST_F(DataKindsViewerTest, IsosurfaceOfAnImageStack) {
+    // The 7 x 5 x 3 grey stack of the volume tests: v = 20 + 28 x + 4 row + z, rows flipped, so
+    // the value 100.5 is crossed in every row and slice between x = 2 and x = 3.
+    Isosurface_cls* pI = Make<Isosurface_cls>("Isosurface");
+    ASSERT_NE(pI, nullptr);
+    pI->mCZStack.PushCommandPair("1");
+    pI->mCPath.PushCommandPair(Data("png/grey8_000.png"));
+    pI->GetPCParamGroup("Isosurface", "IsoValue")
+        ->mVCParam[0]
+        .SetValueAtCommand(100.5, 0.0, kSelf + "Obj::" + pI->GetStrName() + "::Isosurface::IsoValue::Value",
+                           -1, 1.0);
+    ASSERT_EQ(pI->CheckFileSequence(), 1);
+    ASSERT_TRUE(pI->PrepareDraw());
+    const VolumeSnap_cls* pSnap = pI->mCSequence.GetPCSnap(0);
+    ASSERT_NE(pSnap, nullptr);
+    EXPECT_EQ(pSnap->mSizeX, 7);
+    EXPECT_EQ(pSnap->mSizeY, 5);
+    EXPECT_EQ(pSnap->mSizeZ, 3);
+    // Two triangles per cell of the y-z plane of cells: 4 x 2 cells.
+    EXPECT_EQ(pI->mpCCurrent->GetTriangleCount(), 16);
+}
