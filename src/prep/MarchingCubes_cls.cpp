@@ -51,22 +51,34 @@ void MarchingCubes_cls::RunSlab(const unsigned char* pData, int sx, int sy, int 
     size_t cornerOff[8];
     for (int c = 0; c < 8; ++c)
         cornerOff[c] = (c & 1) + ((c >> 1) & 1) * static_cast<size_t>(sx) + ((c >> 2) & 1) * sxy;
+    // For whole voxel values, below the iso value means below its ceiling; the test of a cell then
+    // needs no float, and the four corners at x + 1 are the next cell's corners at x.
+    const int threshold = static_cast<int>(std::ceil(iso));
     float v[8];
     float pos[12][3];
     float nrm[12][3];
     for (int z = z0; z < z1; ++z)
         for (int y = 0; y + 1 < sy; ++y) {
             const unsigned char* pRow = pData + static_cast<size_t>(z) * sxy + static_cast<size_t>(y) * sx;
+            const unsigned char* r0 = pRow;            // corners 0, 1
+            const unsigned char* r2 = pRow + sx;       // corners 2, 3
+            const unsigned char* r4 = pRow + sxy;      // corners 4, 5
+            const unsigned char* r6 = pRow + sxy + sx; // corners 6, 7
+            auto side = [&](int i) {
+                return (r0[i] < threshold) | (r2[i] < threshold) << 2 | (r4[i] < threshold) << 4 |
+                       (r6[i] < threshold) << 6;
+            };
+            int left = side(0);
             for (int x = 0; x + 1 < sx; ++x) {
-                const unsigned char* p = pRow + x;
-                int cs = 0;
-                for (int c = 0; c < 8; ++c) {
-                    v[c] = p[cornerOff[c]];
-                    cs |= (v[c] < iso) << c;
-                }
+                const int right = side(x + 1);
+                const int cs = left | right << 1;
+                left = right;
                 const uint16_t mask = table.mEdgeMask[cs];
                 if (!mask)
                     continue;
+                const unsigned char* p = pRow + x;
+                for (int c = 0; c < 8; ++c)
+                    v[c] = p[cornerOff[c]];
                 float g[8][3];
                 bool bGrad[8] = {false};
                 for (int e = 0; e < 12; ++e) {
