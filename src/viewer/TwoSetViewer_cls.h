@@ -16,6 +16,7 @@
 
 #include <wx/log.h>
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
