@@ -4,7 +4,6 @@
 
 #include <wx/log.h>
 
-#include <cerrno>
 #include <cstdlib>
 
 StreamlineSnap_cls::StreamlineSnap_cls(DataSequence_cls* pSequence, int index)
@@ -74,7 +73,6 @@ bool StreamlineSnap_cls::ParseText(const char* pText, size_t size, std::vector<i
             if (n == 5)
                 return fail("more than 4 values");
             char* pNext = nullptr;
-            errno = 0;
             v[n] = std::strtof(q, &pNext);
             if (pNext == q || pNext > pStop)
                 return fail("a field that is not a number");
