@@ -106,11 +106,3 @@ void BM_BaselineLinearLookup(benchmark::State& state) {
 BENCHMARK(BM_BaselineLinearLookup);
 
 } // namespace
-
-int main(int argc, char** argv) {
-    wxInitializer initializer;
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -4,9 +4,9 @@
 // filter chain's copy and the fitted draw to the target; the direct draw renders the same boxes
 // with matrices made once into one buffer and copies it to the target once. The ratio of the
 // two, measured in the same run, is the passes' overhead. An empty scene gives the fixed cost.
-#include "EGLContext_cls.h"
 #include "FBO_cls.h"
 #include "FramePasses_cls.h"
+#include "GLBenchProcess_cls.h"
 #include "GLDrawKinds_cls.h"
 #include "GLPerspective_cls.h"
 #include "Main_cls.h"
@@ -39,15 +39,8 @@ constexpr int kSide = 10; // kSide cubed boxes
 class Stage_cls {
 public:
     Stage_cls() {
-        if (!mContext.Create())
+        if (!mCProcess.IsValid())
             return;
-        ShaderItem_cls::msStrResourceDir = wxString(ORV_SOURCE_DIR) + "/Resource";
-        RegisterServices<ServiceLayer_enum::Render>();
-        mStrDir = wxFileName::CreateTempFileName("orvbench");
-        wxRemoveFile(mStrDir);
-        wxFileName::Mkdir(mStrDir, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
-        mpMain = std::make_unique<Main_cls>(mStrDir);
-        mpMain->CreateSingleton();
         mView.mCBufSizeIdx.SetBodyFromData(wxString("2"));
         mView.mCDispLightCam.SetBodyFromData(wxString("0"));
         mView.mCDispGrid.SetBodyFromData(wxString("0"));
@@ -66,8 +59,6 @@ public:
         mpTarget.reset();
         mpDirect.reset();
         FramePasses_cls::DeleteGLCommon();
-        mpMain.reset();
-        wxFileName::Rmdir(mStrDir, wxPATH_RMDIR_RECURSIVE);
     }
 
     // The boxes, each with a material of its own colour; the default box goes.
@@ -133,10 +124,8 @@ public:
         glFinish();
     }
 
-    EGLContext_cls mContext;
+    GLBenchProcess_cls mCProcess; // first: it goes last
     bool mbValid = false;
-    wxString mStrDir;
-    std::unique_ptr<Main_cls> mpMain;
     View3D_cls mView;
     std::unique_ptr<FramePasses_cls> mpPasses;
     std::unique_ptr<FBO_cls> mpTarget;
@@ -148,10 +137,7 @@ public:
 Stage_cls* GpStage = nullptr;
 
 bool Ready(benchmark::State& state) {
-    if (GpStage && GpStage->mbValid)
-        return true;
-    state.SkipWithError("no GL context");
-    return false;
+    return IsStageReady(state, GpStage);
 }
 
 double Millis(void (Stage_cls::*pFunc)()) {
@@ -206,17 +192,5 @@ BENCHMARK(BM_FramePassesEmptyScene)->Unit(benchmark::kMillisecond)->UseRealTime(
 } // namespace
 
 int main(int argc, char** argv) {
-    wxInitializer init;
-    wxLog::EnableLogging(false); // the per-pass lines would swamp the figures
-    benchmark::Initialize(&argc, argv);
-    {
-        Stage_cls stage;
-        if (stage.mbValid)
-            stage.MakeBoxes();
-        GpStage = &stage;
-        benchmark::RunSpecifiedBenchmarks();
-        GpStage = nullptr;
-    }
-    benchmark::Shutdown();
-    return 0;
+    return RunGLBenchmarks<Stage_cls>(argc, argv, GpStage, [](Stage_cls& stage) { stage.MakeBoxes(); });
 }

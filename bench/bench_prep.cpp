@@ -214,12 +214,3 @@ void BM_PlainCopyA(benchmark::State& state) {
 BENCHMARK(BM_PlainCopyA)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace
-
-int main(int argc, char** argv) {
-    wxInitializer init;
-    wxLog::EnableLogging(false); // the per-pass info lines would swamp the figures
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -452,13 +452,3 @@ void BM_SortDataByIDAscending(benchmark::State& state) {
 BENCHMARK(BM_SortDataByIDAscending)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(2);
 
 } // namespace
-
-int main(int argc, char** argv) {
-    if (!wxInitialize())
-        return 1;
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    wxUninitialize();
-    return 0;
-}

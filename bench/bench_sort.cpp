@@ -59,14 +59,3 @@ void BM_SortParallel(benchmark::State& state) {
 BENCHMARK(BM_SortParallel)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(3);
 
 } // namespace
-
-int main(int argc, char** argv) {
-    // The workers are toolkit threads: the toolkit must be up.
-    if (!wxInitialize())
-        return 1;
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    wxUninitialize();
-    return 0;
-}

@@ -1,5 +1,6 @@
 #version 120
 // Levels, gamma, hue and saturation of the frame; blendMode 1 mixes the result by alpha.
+// out = max((in - levelMin) / (levelMax - levelMin), 0) ^ gamma: gamma 0.4545 encodes linear light.
 uniform sampler2D textureImage;
 uniform vec4 levelMin;
 uniform vec4 levelMax;
@@ -16,7 +17,7 @@ vec3 HueRotate(vec3 c, float degrees) {
 void main() {
     vec4 src = texture2D(textureImage, gl_TexCoord[0].st);
     vec3 c = (src.rgb - levelMin.rgb) / max(levelMax.rgb - levelMin.rgb, vec3(1e-6));
-    c = pow(max(c, vec3(0.0)), vec3(1.0) / max(gamma.rgb, vec3(1e-6)));
+    c = pow(max(c, vec3(0.0)), max(gamma.rgb, vec3(1e-6)));
     c = HueRotate(c, float(hueOffset));
     float grey = dot(c, vec3(0.299, 0.587, 0.114));
     c = mix(vec3(grey), c, 1.0 + float(saturation) / 100.0);

@@ -26,5 +26,8 @@ void main() {
         for (int k = 1; k <= n; ++k)
             glare += Bright(st + dir * float(k) / float(n)) * pow(fade, float(k) / float(n)) / float(n);
     }
-    gl_FragColor = vec4(base.rgb + glare / float(rays), base.a);
+    glare /= float(rays);
+    // Light spread over a transparent background makes it as opaque as it is bright.
+    float a = clamp(base.a + max(glare.r, max(glare.g, glare.b)), 0.0, 1.0);
+    gl_FragColor = vec4(base.rgb + glare, a);
 }

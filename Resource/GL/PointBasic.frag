@@ -1,32 +1,38 @@
 #version 130
-// The point's colour from the colour curve, lit as a small sphere, its shape from its image;
-// output with premultiplied alpha.
+// The point's colour (from the colour table, by the vertex), lit as a small sphere (a disc) or flat (a square),
+// its shape from its image; output with premultiplied alpha. Built a second time with PLAIN
+// defined, for draws without lights, fog or dissolve: that variant does only the colour.
 #define MAX_LIGHT_RECIEVE 7
 uniform int lightNumber;
 uniform int lightRecieve[MAX_LIGHT_RECIEVE];
-uniform sampler2D textureColorCurve;
 uniform sampler2D textureImage[3];
 uniform int dissolveMode;
-varying vec2 vCurve;
-varying float vAlpha;
+flat in vec4 vColor;
 varying vec3 vEyePosition;
 flat in int vImage;
+flat in int vSquare;
 //##FUNC_FOG_EFFECT##
 //##FUNC_ENSEMBLE_DITHERING##
 void main() {
     vec2 pc = gl_PointCoord * 2.0 - 1.0;
     float r2 = dot(pc, pc);
     float shape = 1.0;
-    if (vImage == 0 && r2 > 1.0)
+    if (vSquare == 0 && vImage == 0 && r2 > 1.0)
         discard;
+#ifndef PLAIN
     if (vImage == 1)
         shape = texture2D(textureImage[0], gl_PointCoord).a;
     else if (vImage == 2)
         shape = texture2D(textureImage[1], gl_PointCoord).a;
     else if (vImage == 3)
         shape = texture2D(textureImage[2], gl_PointCoord).a;
-    vec4 c = texture2D(textureColorCurve, vCurve);
-    vec3 n = vec3(pc.x, -pc.y, sqrt(max(1.0 - r2, 0.0)));
+#endif
+    vec4 c = vColor;
+#ifdef PLAIN
+    // Unlit, unfogged, whole: the point as it is.
+    gl_FragColor = vec4(c.rgb * (c.a * shape), c.a * shape);
+#else
+    vec3 n = vSquare != 0 ? vec3(0.0, 0.0, 1.0) : vec3(pc, sqrt(max(1.0 - r2, 0.0))); // origin lower left
     float light = lightNumber > 0 ? 0.0 : 1.0;
     for (int i = 0; i < MAX_LIGHT_RECIEVE; ++i) {
         if (i >= lightNumber || lightRecieve[i] == 0)
@@ -34,10 +40,11 @@ void main() {
         vec3 l = normalize(gl_LightSource[i].position.xyz - vEyePosition * gl_LightSource[i].position.w);
         light += max(dot(n, l), 0.0);
     }
-    float alpha = c.a * vAlpha * shape;
+    float alpha = c.a * shape;
     if (dissolveMode > 0) {
         //##APPLY_ENSEMBLE_DITHERING##
     }
     vec4 outColor = FogEffect(vec4(c.rgb * light, alpha), gl_FragCoord.z);
     gl_FragColor = vec4(outColor.rgb * outColor.a, outColor.a);
+#endif
 }

@@ -1,24 +1,42 @@
 #version 130
-// Particles as round points. pointSize is the size in scene units; baseDistance and the
-// viewport turn it into pixels at the particle's eye distance. paramBit bits 1 and 2 pick the
-// point's image (0: none, 1 to 3: textureImage[0 to 2]).
+// Particles as points ("Point": squares, "Circle": discs). pointSize is the particle's size;
+// pointSizeFactor turns it into pixels, and with baseDistance above 0 the size falls with the
+// eye distance (nominal at baseDistance). Below one pixel a point keeps one pixel and fades by the
+// area it would cover; a point whose alpha falls below alphaCrit is not drawn. paramBit: bit 1 and
+// 2 the point's image (0: none, 1 to 3: textureImage[0 to 2]), bit 3 a square point.
 uniform vec4 viewport;
 uniform float baseDistance;
+uniform float pointSizeFactor;
+uniform float alphaCrit;
+uniform sampler2D textureColorCurve;
 attribute float pointSize;
 attribute float colorCurveS;
 attribute float colorCurveT;
 attribute float filterAlpha;
 in int paramBit;
-varying vec2 vCurve;
-varying float vAlpha;
+// The colour of the whole point, looked up once here.
+flat out vec4 vColor;
 varying vec3 vEyePosition;
 flat out int vImage;
+flat out int vSquare;
 void main() {
     vec4 eye = gl_ModelViewMatrix * gl_Vertex;
     vEyePosition = eye.xyz;
-    gl_PointSize = max(pointSize * baseDistance * viewport.w / max(-eye.z, 1e-6), 1.0);
-    vCurve = vec2(colorCurveS, colorCurveT);
-    vAlpha = filterAlpha;
+    float px = pointSize * pointSizeFactor;
+    if (baseDistance > 0.0)
+        px *= baseDistance / max(-eye.z, 1e-6);
+    float a = filterAlpha;
+    if (px < 1.0) {
+        a *= max(px, 0.0) * max(px, 0.0);
+        px = 1.0;
+    }
+    gl_PointSize = px;
+    vColor = texture2DLod(textureColorCurve, vec2(colorCurveS, colorCurveT), 0.0);
+    vColor.a *= a;
     vImage = (paramBit >> 1) & 3;
+    vSquare = (paramBit >> 3) & 1;
     gl_Position = gl_ProjectionMatrix * eye;
+    // Outside the clip volume: the point is dropped before rasterisation.
+    if (!(a >= alphaCrit))
+        gl_Position = vec4(2.0, 2.0, 2.0, 1.0);
 }

@@ -1,33 +1,58 @@
 #version 130
-// Particles as camera-facing squares, turned by rotationMatrix (and per particle by twistID
-// when twistMode is on). The base matrices carry the pose of the object the particles belong to.
+// Particles as square billboards: one point sprite per particle covers the square, whose plane
+// the fragment shader meets along each view ray. baseInvMatrix holds the square's axes in eye
+// space (the focus of the object's billboards), rotationMatrix turns the square in its plane,
+// and with twistMode each particle turns further by its twistID. pointSize is half the side in
+// the object's units.
 uniform mat4 baseInvModelMatrix;
 uniform mat4 modelInvBaseMatrix;
 uniform mat4 baseInvMatrix;
 uniform mat4 rotationMatrix;
 uniform int twistMode;
+uniform vec4 viewport;
+uniform float alphaCrit;
+uniform sampler2D textureColorCurve;
 attribute float pointSize;
 attribute float colorCurveS;
 attribute float colorCurveT;
 attribute float filterAlpha;
 attribute float twistID;
 in int paramBit;
-varying vec2 vCurve;
-varying float vAlpha;
-varying vec3 vEyePosition;
+flat out vec4 vColor;
+flat out float vHalfExtent;
+flat out vec3 vCenter;
+flat out vec3 vAxisU;
+flat out vec3 vAxisV;
+flat out float vHalf;
 flat out int vImage;
 void main() {
     vec4 eye = gl_ModelViewMatrix * gl_Vertex;
-    vEyePosition = eye.xyz;
-    // The eye's distance in the object's base frame sets the size.
-    vec4 baseEye = baseInvMatrix * modelInvBaseMatrix * baseInvModelMatrix * vec4(0.0, 0.0, 0.0, 1.0);
-    float twist = twistMode != 0 ? twistID * 0.61803 : 0.0;
-    mat2 turn = mat2(cos(twist), sin(twist), -sin(twist), cos(twist));
-    vec2 corner = (rotationMatrix * vec4(0.7071, 0.7071, 0.0, 0.0)).xy;
-    gl_PointSize = max(pointSize * 1000.0 / max(length(baseEye.xyz - gl_Vertex.xyz), 1e-6) *
-                           length(turn * corner), 1.0);
-    vCurve = vec2(colorCurveS, colorCurveT);
-    vAlpha = filterAlpha;
+    float halfSide = pointSize * length(gl_ModelViewMatrix[0].xyz);
+    // The golden angle spreads the twists of neighbouring identifiers evenly.
+    float twist = twistMode != 0 ? twistID * 2.39996323 : 0.0;
+    mat3 axes = mat3(baseInvMatrix) * mat3(rotationMatrix);
+    vAxisU = axes * vec3(cos(twist), sin(twist), 0.0);
+    vAxisV = axes * vec3(-sin(twist), cos(twist), 0.0);
+    vCenter = eye.xyz;
+    vHalf = halfSide;
+    vec4 clip = gl_ProjectionMatrix * eye;
+    // The square's reach across the screen and in depth; in perspective its nearer corners reach
+    // further, the more so off the axis: the sprite takes that bound on the plane of the centre.
+    float reach = halfSide * max(abs(vAxisU.x) + abs(vAxisV.x), abs(vAxisU.y) + abs(vAxisV.y));
+    float deep = halfSide * (abs(vAxisU.z) + abs(vAxisV.z));
+    float depth = max(-eye.z, 1e-6);
+    bool perspective = gl_ProjectionMatrix[3][3] == 0.0;
+    float halfExtent = perspective ? (reach * depth + max(abs(eye.x), abs(eye.y)) * deep) / max(depth - deep, 1e-6) : reach;
+    float pixelsPerUnit = gl_ProjectionMatrix[1][1] * 0.5 * viewport.w / max(abs(clip.w), 1e-6);
+    float px = clamp(2.0 * halfExtent * pixelsPerUnit, 1.0, 4096.0);
+    gl_PointSize = px;
+    // The sprite's square on the plane of the centre, in eye units: a fragment's ray goes through it.
+    vHalfExtent = 0.5 * px / pixelsPerUnit;
+    vColor = texture2DLod(textureColorCurve, vec2(colorCurveS, colorCurveT), 0.0);
+    vColor.a *= filterAlpha;
     vImage = (paramBit >> 1) & 3;
-    gl_Position = gl_ProjectionMatrix * eye;
+    gl_Position = clip;
+    bool inside = perspective && -eye.z <= deep;
+    if (!(filterAlpha >= alphaCrit) || halfSide <= 0.0 || inside)
+        gl_Position = vec4(2.0, 2.0, 2.0, 1.0);
 }

@@ -1,10 +1,12 @@
 #version 130
-// Spheres: one sphere mesh per particle, moved and scaled by the fixed matrices. The colour
-// coordinates come as one vec2 (colorCurveST) set per particle with glVertexAttrib2f; the
-// separate colorCurveS and colorCurveT of the table are not used by the sphere drawing.
+// Spheres: the shared sphere mesh drawn once per particle as an instance, moved to the
+// particle's centre and scaled by its radius. The colour coordinates come as one vec2
+// (colorCurveST) per instance; the separate colorCurveS and colorCurveT are not used here.
 //##COMMON_DEFINITIONS_SHADER##
 uniform int lightNumber;
 uniform int lightRecieve[MAX_LIGHT_RECIEVE];
+// One instance per particle: centre and radius, set per instance.
+attribute vec4 instancePosSize;
 attribute vec2 colorCurveST;
 attribute float filterAlpha;
 in int paramBit;
@@ -14,7 +16,8 @@ flat out int vImage;
 varying vec3 vLight;
 //##FUNC_SPOT_EFFECT##
 void main() {
-    vec3 p = (gl_ModelViewMatrix * gl_Vertex).xyz;
+    vec4 vertex = vec4(gl_Vertex.xyz * instancePosSize.w + instancePosSize.xyz, 1.0);
+    vec3 p = (gl_ModelViewMatrix * vertex).xyz;
     vec3 n = normalize(gl_NormalMatrix * gl_Normal);
     vec3 light = vec3(0.0);
     for (int i = 0; i < MAX_LIGHT_RECIEVE; ++i) {
@@ -28,5 +31,5 @@ void main() {
     vAlpha = filterAlpha;
     vImage = (paramBit >> 1) & 3;
     gl_TexCoord[0] = gl_MultiTexCoord0;
-    gl_Position = gl_ModelViewProjectionMatrix * gl_Vertex;
+    gl_Position = gl_ModelViewProjectionMatrix * vertex;
 }

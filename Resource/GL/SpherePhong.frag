@@ -7,6 +7,8 @@ uniform sampler2D textureImage[3];
 uniform int useTexAlpha;
 uniform int dissolveMode;
 uniform int bFlat;
+// The "Normal" sphere shader: the eye-space normal as the colour, unlit.
+uniform int normalMode;
 varying vec2 vCurve;
 varying float vAlpha;
 flat in int vImage;
@@ -38,6 +40,10 @@ void main() {
     else if (useTexAlpha != 0 && vImage == 3)
         c.a *= texture2D(textureImage[2], gl_TexCoord[0].st).a;
     float alpha = c.a * vAlpha;
+    if (normalMode != 0) {
+        gl_FragColor = vec4((n * 0.5 + 0.5) * alpha, alpha);
+        return;
+    }
     if (dissolveMode > 0) {
         //##APPLY_ENSEMBLE_DITHERING##
     }

@@ -71,6 +71,11 @@ ServiceMaker_cls& SerialMaker() {
     return sMaker;
 }
 
+ServiceMaker_cls& GLInstanceMaker() {
+    static ServiceMaker_cls sMaker;
+    return sMaker;
+}
+
 std::function<void()>& DefaultSceneMaker() {
     static std::function<void()> sFunc;
     return sFunc;
@@ -79,6 +84,13 @@ std::function<void()>& DefaultSceneMaker() {
 std::vector<std::function<void()>>& StaticInitializers() {
     static std::vector<std::function<void()>> sVFunc;
     return sVFunc;
+}
+
+void MakeOne(ServiceMaker_cls& maker) {
+    if (!maker.mFuncMake || maker.bMade)
+        return;
+    maker.mFuncMake();
+    maker.bMade = true;
 }
 
 void DeleteOne(ServiceMaker_cls& maker) {
@@ -97,23 +109,22 @@ void ClassProvider_cls::InitializeStaticMembers() {
 }
 
 void ClassProvider_cls::CreateSingleton() {
-    for (int order = 1; order <= SVC_COUNT; ++order) {
-        ServiceMaker_cls& maker = Makers()[order];
-        if (!maker.mFuncMake || maker.bMade)
-            continue;
-        maker.mFuncMake();
-        maker.bMade = true;
-    }
+    for (int order = 1; order <= SVC_COUNT; ++order)
+        MakeOne(Makers()[order]);
     if (DefaultSceneMaker())
         DefaultSceneMaker()();
 }
 
 void ClassProvider_cls::CreateSingletonSerial() {
-    ServiceMaker_cls& maker = SerialMaker();
-    if (!maker.mFuncMake || maker.bMade)
-        return;
-    maker.mFuncMake();
-    maker.bMade = true;
+    MakeOne(SerialMaker());
+}
+
+void ClassProvider_cls::CreateGLInstances() {
+    MakeOne(GLInstanceMaker());
+}
+
+void ClassProvider_cls::DeleteGLInstances() {
+    DeleteOne(GLInstanceMaker());
 }
 
 void ClassProvider_cls::DeleteSingleton() {
@@ -145,6 +156,10 @@ void ClassProvider_cls::SetSerialMaker(std::function<void()> funcMake, std::func
     SerialMaker() = ServiceMaker_cls{std::move(funcMake), std::move(funcDelete), false};
 }
 
+void ClassProvider_cls::SetGLInstanceMaker(std::function<void()> funcMake, std::function<void()> funcDelete) {
+    GLInstanceMaker() = ServiceMaker_cls{std::move(funcMake), std::move(funcDelete), false};
+}
+
 void ClassProvider_cls::SetDefaultSceneMaker(std::function<void()> funcMake) {
     DefaultSceneMaker() = std::move(funcMake);
 }
@@ -157,6 +172,7 @@ void ClassProvider_cls::ResetRegistrations() {
     for (auto& maker : Makers())
         maker = ServiceMaker_cls{};
     SerialMaker() = ServiceMaker_cls{};
+    GLInstanceMaker() = ServiceMaker_cls{};
     DefaultSceneMaker() = nullptr;
     StaticInitializers().clear();
 }

@@ -170,8 +170,13 @@ public:
     void CreateSingleton();
     // Makes the services that must be made on the main thread after the worker (icons).
     void CreateSingletonSerial();
-    void CreateGLInstances() {}
-    void DeleteGLInstances() {}
+    // Makes what needs the shared GL context (the shared primitive buffers, the driver
+    // information): the window calls it once that context is current for the first time.
+    void CreateGLInstances();
+    // Frees every GL object that the services hold while the shared context is still current; the
+    // services stay and build their GL objects anew in a later context. The window calls it
+    // before it destroys the shared context.
+    void DeleteGLInstances();
     // Deletes the services: first in the fixed order of the program, then the rest in reverse
     // order of making, the log target last.
     void DeleteSingleton();
@@ -180,6 +185,8 @@ public:
     // before CreateSingleton.
     static void SetServiceMaker(int order, std::function<void()> funcMake, std::function<void()> funcDelete);
     static void SetSerialMaker(std::function<void()> funcMake, std::function<void()> funcDelete);
+    // How the GL layer makes and frees its objects in the shared context.
+    static void SetGLInstanceMaker(std::function<void()> funcMake, std::function<void()> funcDelete);
     // Builds the default scene after all services exist.
     static void SetDefaultSceneMaker(std::function<void()> funcMake);
     // Runs in InitializeStaticMembers.

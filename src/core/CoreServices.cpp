@@ -1,5 +1,6 @@
 #include "CoreServices.h"
 
+#include "MousePreference_cls.h"
 #include "OwnedService_cls.h"
 #include "Preference_cls.h"
 #include "UndoManager_cls.h"
@@ -10,5 +11,6 @@ void RegisterCoreServices() {
     ClassProvider_cls::ResetRegistrations();
     ClassProvider_cls::AddStaticInitializer([] { UseGZ_cls::VersionCheck(); });
     OwnedService_cls::RegisterList(SVC_Preference, RECV_PREFERENCE, GpCPreference);
+    OwnedService_cls::RegisterList(SVC_MousePreference, RECV_MOUSE_PREFERENCE, GpCMousePreference);
     OwnedService_cls::Register(SVC_Undo, GpCUndo);
 }

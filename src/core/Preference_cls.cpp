@@ -6,6 +6,7 @@ Preference_cls::Preference_cls() {
     Add(&mCRelativePath, "RelativePath=", "1");
     Add(&mCPrefetchLength, "PrefetchLength=", "10");
     Add(&mCParticleMax, "ParticleMax=", "20000");
+    Add(&mCParticleVBOMax, "ParticleVBOMax=", "2000");
     Add(&mCMemoryLimitMB, "MemoryLimitMB=", "1024");
     Add(&mCMemoryLimitTexMB, "MemoryLimitTexMB=", "1024");
     Add(&mCPrefGZQuality, "PrefGZQuality=", "0");

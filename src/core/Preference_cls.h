@@ -16,6 +16,8 @@ public:
     int GetPrefetchLength() const { return static_cast<int>(mCPrefetchLength.GetBodyINT()); }
     // Thousands of particles read at most from one file.
     long long GetParticleMax() const { return mCParticleMax.GetBodyINT(); }
+    // Thousands of particles drawn from one GPU buffer at most; above it particles draw in batches.
+    long long GetParticleVBOMax() const { return mCParticleVBOMax.GetBodyINT(); }
     long long GetMemoryLimitMB() const { return mCMemoryLimitMB.GetBodyINT(); }
     long long GetMemoryLimitTexMB() const { return mCMemoryLimitTexMB.GetBodyINT(); }
     // 1 writes gzip files fast ("wb1"), anything else small ("wb9").
@@ -29,6 +31,7 @@ public:
     ConfItemBOOL_cls mCRelativePath;
     ConfItemINT_cls mCPrefetchLength;
     ConfItemINT_cls mCParticleMax;
+    ConfItemINT_cls mCParticleVBOMax;
     ConfItemINT_cls mCMemoryLimitMB;
     ConfItemINT_cls mCMemoryLimitTexMB;
     ConfItemINT_cls mCPrefGZQuality;

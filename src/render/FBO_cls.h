@@ -41,6 +41,8 @@ public:
     const TextureBase_cls* GetPCDepthTexture() const { return mpCDepthTexture.get(); }
     GLuint GetFramebuffer() const { return mFramebuffer.Get(); }
     int GetColorDepthBuilt() const { return mColorDepthBuilt; }
+    // The keeper of the nesting chain this buffer joins (not owned; may be null).
+    FBOHost_cls* GetPCHost() const { return mpCHost; }
 
     // True unless framebuffers proved unusable at the first construction.
     static bool msbSupported;

@@ -6,13 +6,16 @@
 #include "EnsembleCtrl_cls.h"
 #include "FBO_cls.h"
 #include "FocalBlurProp_cls.h"
+#include "FrameFilter_ifc.h"
 #include "GLDrawKinds_cls.h"
 #include "GLDrawStatus_cls.h"
 #include "GLInfo_cls.h"
 #include "GLPerspective_cls.h"
 #include "GetPC_cls.h"
+#include "Hittest_cls.h"
 #include "MeshDraw_cls.h"
 #include "MotionBlurCtrl_cls.h"
+#include "ParticleDraw_cls.h"
 #include "Preference_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObjDraw_cls.h"
@@ -105,6 +108,7 @@ void FramePasses_cls::InitializeGLIfNot() {
     // The meshes' textures come from the registry's provider, which outlives the passes.
     mpCMeshDraw = std::make_unique<MeshDraw_cls>(GpCTextureProvider);
     mpCTextDraw = std::make_unique<TextDraw_cls>();
+    mpCParticleDraw = std::make_unique<ParticleDraw_cls>(GpCTextureProvider);
     mpCFBODepth = std::make_unique<FBO_cls>(16, 16, this);
     for (int eye = 0; eye < 2; ++eye) {
         mpCFBOEye[eye] = std::make_unique<FBO_cls>(16, 16, this);
@@ -324,6 +328,7 @@ void FramePasses_cls::DrawEachFBO(int ensembleStep, bool bHitTest) {
     status.mEnsembleStep = ensembleStep;
     status.mpCMeshDraw = mpCMeshDraw.get();
     status.mpCTextDraw = mpCTextDraw.get();
+    status.mpCParticleDraw = mpCParticleDraw.get();
     glDisable(GL_FOG);
     if (GpCShaderCtrl)
         GpCShaderCtrl->mFogMode = 0;
@@ -342,10 +347,63 @@ void FramePasses_cls::DrawEachFBO(int ensembleStep, bool bHitTest) {
     CheckGLError("END OBJECT DRAW");
 }
 
-FBO_cls* FramePasses_cls::GetPCFilterProcessed(FBO_cls* pSource) {
-    // The filter chain runs here once it exists, into a buffer of the frame; with no filter the
-    // image passes through as it is.
-    return pSource;
+bool FramePasses_cls::DoesUseDepthBuffer() const {
+    FrameFilter_ifc* pChain = FrameFilter_ifc::GetPCInstalled();
+    return pChain && pChain->DoesUseDepthBuffer();
+}
+
+FBO_cls* FramePasses_cls::GetNewPCFilterProcessed(FBO_cls* pSource, const std::vector<float>& vPasspartout) {
+    FrameFilter_ifc* pChain = FrameFilter_ifc::GetPCInstalled();
+    mbProcessedOwned = pChain != nullptr;
+    if (!pChain)
+        return pSource;
+    // Without the depth pass of this paint the depth buffer of the last one is used.
+    FBO_cls* pDepth = mpCFBODepth && mpCFBODepth->GetPCDepthTexture() ? mpCFBODepth.get() : nullptr;
+    return pChain->GetNewPCFilterProcessed(pSource, vPasspartout, mPosDirDrawNow, GetPCCamera(), pDepth);
+}
+
+void FramePasses_cls::ReleaseProcessed() {
+    FrameFilter_ifc* pChain = FrameFilter_ifc::GetPCInstalled();
+    if (mbProcessedOwned && pChain) {
+        // Two eyes: the shown image is the left eye's until the stereogram exists.
+        if (mpCFBOProcessed != mpCFBOProcessedEye[0])
+            pChain->ReleaseProcessed(mpCFBOProcessed);
+        for (FBO_cls*& p : mpCFBOProcessedEye)
+            pChain->ReleaseProcessed(p);
+    }
+    mpCFBOProcessedEye[0] = mpCFBOProcessedEye[1] = nullptr;
+    mpCFBOProcessed = nullptr;
+    mbProcessedOwned = false;
+}
+
+void FramePasses_cls::ProcHitTest(int cameraType) {
+    const bool bLoupe = mpCView->mCLoupe.GetBodyBOOL();
+    if (!bLoupe && !mbHitTestPending)
+        return;
+    if (mVisibleWidth <= 0 || mVisibleHeight <= 0)
+        return;
+    if (!mpCHittest)
+        mpCHittest = std::make_unique<Hittest_cls>();
+    // The window shows a square cut of the buffer: the mouse goes to the buffer's unit square.
+    const double aspect = static_cast<double>(mVisibleWidth) / mVisibleHeight;
+    const double centreX = 0.5 + (mMouseX - 0.5) * GetModByAspectX();
+    const double centreY = 0.5 + (mMouseY - 0.5) * GetModByAspectY();
+    const int side = GetFitIndex(cameraType, aspect) == 0 ? mVisibleWidth : mVisibleHeight;
+    const double size = msHitTestPixels / side;
+    const std::vector<double> vMinMax = GetVMinMax();
+    const bool bSelect = mbHitTestPending;
+    mpCHittest->HitTestBegin(centreX, centreY, bSelect ? size : size * 8.0, GetViewAngle(), vMinMax[0],
+                             vMinMax[1], bSelect);
+    if (!bSelect)
+        ClearBuffer("GLBG");
+    GLPerspective_cls::SetModelView(mPosDirDrawNow, mPosDirDrawNow);
+    DrawEachFBO(0, bSelect);
+    const wxString strHit = mpCHittest->HitTestEnd();
+    if (!bSelect)
+        return;
+    mStrLastHit = strHit;
+    if (!strHit.empty() && GpCSceneObjCtrl)
+        GpCSceneObjCtrl->Select(strHit, mbHitToggle, true, mbHitToggle);
 }
 
 void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visibleWidth, int visibleHeight,
@@ -394,6 +452,7 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
         mpCFBOComposite->SetGeometryFBO(size, size);
         mpCFBOComposite->MakeFBO(true, false);
     }
+    const std::vector<float> vPasspartout = GetVPasspartoutInfo();
     const int cameraType = GetCameraType();
     // The image output's record buffers come with the image output; no frame is recorded yet.
     // The wide-angle camera gives one part of the plain camera's angle until it exists.
@@ -475,22 +534,23 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
             // Two composite images are stored and overlapped here once the image composer exists.
         }
         if (eyes == 2)
-            mpCFBOProcessedEye[eye] = GetPCFilterProcessed(pTarget);
+            mpCFBOProcessedEye[eye] = GetNewPCFilterProcessed(pTarget, vPasspartout);
     }
     // Two eyes are merged into one stereo image here once the stereogram exists; until then
     // the frame shows the left eye.
-    mpCFBOProcessed = eyes == 2 ? mpCFBOProcessedEye[0] : GetPCFilterProcessed(mpCFBOMain.get());
+    mpCFBOProcessed =
+        eyes == 2 ? mpCFBOProcessedEye[0] : GetNewPCFilterProcessed(mpCFBOMain.get(), vPasspartout);
 
     const int fit = GetFitIndex(cameraType, static_cast<double>(visibleWidth) / visibleHeight);
     // Record buffers and the navigator are drawn here once the image output and the navigator exist.
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, targetFramebuffer);
     const int yOffset = static_cast<int>((clientHeight - visibleHeight) * 0.5);
     mpCFBOProcessed->DrawOnScreen2DFit(clientWidth, clientHeight, fit, false, yOffset);
-    mpCFBOProcessedEye[0] = mpCFBOProcessedEye[1] = nullptr;
-    mpCFBOProcessed = nullptr;
+    ReleaseProcessed();
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, 0);
     CheckGLError("PAINT END");
-    // The hit test, the navigator, the button and the messages are the 3D view panel's.
+    ProcHitTest(cameraType);
+    // The navigator, the button and the messages are the 3D view panel's.
     CheckGLError("DRAW ON SCREEN");
     glFlush();
     ClearQueue();

@@ -19,8 +19,10 @@
 class Camera_cls;
 class ColorProvider_cls;
 class FBO_cls;
+class Hittest_cls;
 class GLDrawStatus_cls;
 class MeshDraw_cls;
+class ParticleDraw_cls;
 class TextDraw_cls;
 class View3D_cls;
 
@@ -63,8 +65,8 @@ public:
     double GetViewAngle() const;
     // Near and far.
     std::vector<double> GetVMinMax() const;
-    // True when a filter of the chain needs depth; none does until the filter chain exists.
-    bool DoesUseDepthBuffer() const { return false; }
+    // True when a valid filter of the installed chain needs depth (false with no chain).
+    bool DoesUseDepthBuffer() const;
     // -1, -1 or the camera's passepartout, then tan(angle / 2).
     std::vector<float> GetVPasspartoutInfo() const;
     double GetModByAspectX() const;
@@ -75,6 +77,26 @@ public:
     // 0: the square is as wide as the window, 1: as high. The wide types 2, 3 and 5 are shown
     // whole, the others fill the window.
     static int GetFitIndex(int cameraType, double aspect);
+
+    // ---- the hit test at the end of a frame ----
+    // The mouse in the window, in unit coordinates (0, 0 bottom left, 1, 1 top right).
+    void SetMousePoint(double x, double y) {
+        mMouseX = x;
+        mMouseY = y;
+    }
+    // The next frame picks the object at the point and selects it (bToggle: shift, which adds
+    // and toggles). Nothing is selected when the point hits no object.
+    void RequestHitTest(double x, double y, bool bToggle) {
+        SetMousePoint(x, y);
+        mbHitTestPending = true;
+        mbHitToggle = bToggle;
+    }
+    // The object that the last pick hit, empty for none.
+    const wxString& GetStrLastHit() const { return mStrLastHit; }
+    // Null until a pick or the loupe first ran.
+    Hittest_cls* GetPCHittest() const { return mpCHittest.get(); }
+    // The side of the pick window in pixels of the window.
+    static constexpr double msHitTestPixels = 5.0;
 
     FBO_cls* GetPCFBOMain() const { return mpCFBOMain.get(); }
     View3D_cls* GetPCView() const { return mpCView; }
@@ -102,24 +124,37 @@ private:
     void ClearBuffer(const wxString& strColorName);
     void DrawEachFBO(int ensembleStep, bool bHitTest);
     void DrawGrid();
-    // The result of the filter chain over the source.
-    FBO_cls* GetPCFilterProcessed(FBO_cls* pSource);
+    // The result of the filter chain over the source: a buffer of the frame's own when a chain is
+    // installed, the source itself otherwise.
+    FBO_cls* GetNewPCFilterProcessed(FBO_cls* pSource, const std::vector<float>& vPasspartout);
+    // Frees the processed buffers of this paint (those the chain made) and forgets them.
+    void ReleaseProcessed();
+    // With "Loupe=" on or a pick pending: the scene once more through a small window of the
+    // frustum at the mouse, drawn into the loupe or picked; a hit is selected.
+    void ProcHitTest(int cameraType);
     const ColorProvider_cls& GetColorProvider() const;
 
     View3D_cls* mpCView;
     // Meshes and text of this view's objects.
     std::unique_ptr<MeshDraw_cls> mpCMeshDraw;
     std::unique_ptr<TextDraw_cls> mpCTextDraw;
+    std::unique_ptr<ParticleDraw_cls> mpCParticleDraw;
     std::unique_ptr<FBO_cls> mpCFBOMain;
     std::unique_ptr<FBO_cls> mpCFBODepth;
     std::unique_ptr<FBO_cls> mpCFBOEye[2];
     std::unique_ptr<FBO_cls> mpCFBOEyeDepth[2];
     std::unique_ptr<FBO_cls> mpCFBOComposite;
-    // Not owned while the filter chain is empty: they are the rendered buffers themselves.
+    // Made by the filter chain and freed at the end of the paint; with no chain installed they
+    // are the rendered buffers themselves, not owned.
     FBO_cls* mpCFBOProcessedEye[2] = {nullptr, nullptr};
     FBO_cls* mpCFBOProcessed = nullptr;
+    bool mbProcessedOwned = false;
     // Used when the process has no colour provider (a bare renderer).
     std::unique_ptr<ColorProvider_cls> mpCDefaultColors;
+    std::unique_ptr<Hittest_cls> mpCHittest;
+    double mMouseX = 0.5;
+    double mMouseY = 0.5;
+    wxString mStrLastHit;
     double mTime = 0.0;
     double mDummyGrey = 0.0;
     long long mDrawCount = 0;

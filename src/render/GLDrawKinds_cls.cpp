@@ -11,6 +11,8 @@
 #include "MeshDraw_cls.h"
 #include "MeshObj_cls.h"
 #include "ParamGroup_cls.h"
+#include "ParticleDraw_cls.h"
+#include "Particle_cls.h"
 #include "Primitive_cls.h"
 #include "ShaderCtrl_cls.h"
 #include "TextDraw_cls.h"
@@ -135,6 +137,7 @@ void GLDrawKinds_cls::RegisterAll() {
     GLDrawTable_cls::Register("World_cls", {&GLDrawWorld, nullptr});
     GLDrawTable_cls::Register("MeshObj_cls", {&GLDrawMesh, nullptr});
     GLDrawTable_cls::Register("TextObj_cls", {&GLDrawText, nullptr});
+    GLDrawTable_cls::Register("Particle_cls", {&GLDrawParticle, nullptr});
 }
 
 void GLDrawKinds_cls::SetGuideColor(int selectStatus, float r, float g, float b) {
@@ -313,6 +316,11 @@ void GLDrawKinds_cls::GLDrawMesh(SceneObj_cls* pObj, GLDrawStatus_cls& status) {
 void GLDrawKinds_cls::GLDrawText(SceneObj_cls* pObj, GLDrawStatus_cls& status) {
     if (status.mpCTextDraw)
         status.mpCTextDraw->DrawTextObj(*static_cast<TextObj_cls*>(pObj), nullptr, status.mTime);
+}
+
+void GLDrawKinds_cls::GLDrawParticle(SceneObj_cls* pObj, GLDrawStatus_cls& status) {
+    if (status.mpCParticleDraw)
+        status.mpCParticleDraw->GLDraw(*static_cast<Particle_cls*>(pObj), status);
 }
 
 void GLDrawKinds_cls::GLDrawPassepartout(Camera_cls* pCamera, int size) {

@@ -2,7 +2,10 @@
 // the time, the running light number and the state of the object drawn now. GL thread only.
 #pragma once
 
+#include "PositionAndDirection_cls.h"
+
 class MeshDraw_cls;
+class ParticleDraw_cls;
 class TextDraw_cls;
 
 class GLDrawStatus_cls {
@@ -24,4 +27,9 @@ public:
     // The drawers of the passes drawing now (not owned: the passes own them; null draws nothing).
     MeshDraw_cls* mpCMeshDraw = nullptr;
     TextDraw_cls* mpCTextDraw = nullptr;
+    ParticleDraw_cls* mpCParticleDraw = nullptr;
+    // The camera of this sub-pass and of the next frame, in the scene's space: particle objects
+    // sort by them.
+    PositionAndDirection_cls mPosDirNow;
+    PositionAndDirection_cls mPosDirNext;
 };

@@ -33,6 +33,17 @@ void GLPerspective_cls::SetFrustumTiled(int width, int height, double angle, dou
     glFrustum(left0, right0, bottom0, top0, zNear, zFar);
 }
 
+void GLPerspective_cls::SetFrustumPartial(int width, int height, double angle, double zNear, double zFar,
+                                          double centreX, double centreY, double size) {
+    const double top = tan(angle * kPi / 180.0 * 0.5) * zNear;
+    const double right = top * width / height;
+    const double left0 = (centreX - size / 2) * 2.0 * right - right;
+    const double right0 = (centreX + size / 2) * 2.0 * right - right;
+    const double bottom0 = (centreY - size / 2) * 2.0 * top - top;
+    const double top0 = (centreY + size / 2) * 2.0 * top - top;
+    glFrustum(left0, right0, bottom0, top0, zNear, zFar);
+}
+
 void GLPerspective_cls::Push2DMatrix(int width, int height) {
     glMatrixMode(GL_PROJECTION);
     glPushMatrix();

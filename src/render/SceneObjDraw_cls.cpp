@@ -3,6 +3,7 @@
 #include "GLCheckError_cls.h"
 #include "GLDrawStatus_cls.h"
 #include "GLDrawTable_cls.h"
+#include "Hittest_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObjInstance_cls.h"
 #include "SceneObj_cls.h"
@@ -25,7 +26,7 @@ SceneObjDraw_cls::GetVNewPCSortedInstance(SceneObjCtrl_cls* pCtrl, const Positio
             vInstances.push_back(pInstance);
         }
     }
-    // The hit test's table of names is cleared here once the hit test exists.
+    Hittest_cls::ClearReferTable();
     std::stable_sort(vInstances.begin(), vInstances.end(), &SceneObjInstance_cls::ComparePointer);
     return vInstances;
 }
@@ -55,8 +56,10 @@ void SceneObjDraw_cls::GLDraw(SceneObjInstance_cls* pInstance, GLDrawStatus_cls&
 
 void SceneObjDraw_cls::GLDrawObjects(SceneObjCtrl_cls* pCtrl, GLDrawStatus_cls& status,
                                      const PositionAndDirection_cls& posDirNow,
-                                     const PositionAndDirection_cls&) {
-    // The second pose is for the particle objects' own sort, which comes with their drawing.
+                                     const PositionAndDirection_cls& posDirNext) {
+    // Both poses go to the particle objects' own sort.
+    status.mPosDirNow = posDirNow;
+    status.mPosDirNext = posDirNext;
     std::vector<SceneObjInstance_cls*> vInstances = GetVNewPCSortedInstance(pCtrl, posDirNow, status.mTime);
     GLCheckError_cls::CheckGLError("SceneObjCtrl::GLDrawBegin");
     const GLuint count = static_cast<GLuint>(vInstances.size());
@@ -65,6 +68,7 @@ void SceneObjDraw_cls::GLDrawObjects(SceneObjCtrl_cls* pCtrl, GLDrawStatus_cls& 
         glPushName(i);
         GLDraw(vInstances[i], status, false);
         glPopName();
+        Hittest_cls::SetReferTable(vInstances[i]->mpCSceneObj);
     }
     GLCheckError_cls::CheckGLError("SceneObjCtrl::GLDrawEnd_XRayBegin");
     glDisable(GL_DEPTH_TEST);

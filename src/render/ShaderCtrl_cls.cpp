@@ -39,6 +39,10 @@ enum ProgramIndex_enum {
     PRG_SVTriangleMeshHF,
     PRG_StreamlineBasic,
     PRG_StreamlineTriangles,
+    PRG_PointPseudoSphere,
+    PRG_PointBasicPlain,
+    PRG_PointPseudoSpherePlain,
+    PRG_PointBillboardPlain,
 };
 
 struct ProgramRow_cls {
@@ -48,6 +52,8 @@ struct ProgramRow_cls {
     bool bFog;
     std::vector<const char*> vStrUniform;
     std::vector<const char*> vStrAttribute;
+    // Defined after the version line of both stages: a variant of another program's sources.
+    const char* strDefine = nullptr;
 };
 
 // The programs in table order; the uniform order is the index each entry point sets.
@@ -62,6 +68,17 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
                                                     "textureImage", "useTexAlpha",  "dissolveMode"};
     static const std::vector<const char*> sv = {"shadowLength", "offsetFactor", "cullingSide", "forClosed"};
     static const std::vector<const char*> curveST = {"colorCurveS", "colorCurveT"};
+    static const std::vector<const char*> point = {"lightNumber",  "lightRecieve",    "textureColorCurve",
+                                                   "textureImage", "viewport",        "baseDistance",
+                                                   "dissolveMode", "pointSizeFactor", "alphaCrit"};
+    static const std::vector<const char*> billboard = {
+        "lightNumber",    "lightRecieve",       "textureColorCurve",  "textureImage",
+        "dissolveMode",   "baseInvModelMatrix", "modelInvBaseMatrix", "baseInvMatrix",
+        "rotationMatrix", "twistMode",          "viewport",           "alphaCrit"};
+    static const std::vector<const char*> billboardAttributes = {"pointSize",   "colorCurveS", "colorCurveT",
+                                                                 "filterAlpha", "paramBit",    "twistID"};
+    static const std::vector<const char*> pointAttributes = {"pointSize", "colorCurveS", "colorCurveT",
+                                                             "filterAlpha", "paramBit"};
     auto with = [](std::vector<const char*> v, std::initializer_list<const char*> extra) {
         v.insert(v.end(), extra);
         return v;
@@ -150,22 +167,10 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
          {}},
         {"ObjectProjectNormal", "GL/ProjectedNormal", false, false, {"bFlat"}, {}},
         {"LineBasic", "GL/LineBasic", true, false, {"fogMode", "dissolveMode"}, {}},
-        {"PointBasic",
-         "GL/PointBasic",
-         true,
-         true,
-         {"lightNumber", "lightRecieve", "textureColorCurve", "textureImage", "viewport", "baseDistance",
-          "dissolveMode"},
-         {"pointSize", "colorCurveS", "colorCurveT", "filterAlpha", "paramBit"}},
-        {"PointBillboard",
-         "GL/PointBillboard",
-         true,
-         true,
-         {"lightNumber", "lightRecieve", "textureColorCurve", "textureImage", "dissolveMode",
-          "baseInvModelMatrix", "modelInvBaseMatrix", "baseInvMatrix", "rotationMatrix", "twistMode"},
-         {"pointSize", "colorCurveS", "colorCurveT", "filterAlpha", "paramBit", "twistID"}},
+        {"PointBasic", "GL/PointBasic", true, true, point, pointAttributes},
+        {"PointBillboard", "GL/PointBillboard", true, true, billboard, billboardAttributes},
         {"SphereGouraud", "GL/SphereGouraud", true, true, sphere, curveST},
-        {"SpherePhong", "GL/SpherePhong", true, true, with(sphere, {"bFlat"}), curveST},
+        {"SpherePhong", "GL/SpherePhong", true, true, with(sphere, {"bFlat", "normalMode"}), curveST},
         {"SphereToon",
          "GL/SphereToon",
          true,
@@ -197,6 +202,13 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
           "viewport", "mappingType", "useClip", "clipBoxMin", "clipBoxMax", "matrix16", "smoothWidth",
           "thinningFactor"},
          {}},
+        // The ray-cast sphere of a point: PointBasic's inputs, its own sources.
+        {"PointPseudoSphere", "GL/PointPseudoSphere", true, true, point, pointAttributes},
+        // The point programs once more for draws without lights, fog or dissolve, which then do
+        // no work per fragment beyond the colour (and the ray of the imposters).
+        {"PointBasicPlain", "GL/PointBasic", false, false, point, pointAttributes, "PLAIN"},
+        {"PointPseudoSpherePlain", "GL/PointPseudoSphere", false, false, point, pointAttributes, "PLAIN"},
+        {"PointBillboardPlain", "GL/PointBillboard", false, false, billboard, billboardAttributes, "PLAIN"},
     };
     return table;
 }
@@ -221,6 +233,14 @@ ShaderCtrl_cls::ShaderCtrl_cls() {
         item.mbEnsemble = row.bEnsemble;
         item.mbFog = row.bFog;
         item.SetShaderPath(row.strStem);
+        if (row.strDefine) {
+            const wxString strDefine = wxString("#define ") + row.strDefine + "\n";
+            for (wxString* pText : {&item.mStrVert, &item.mStrFrag}) {
+                const size_t end = pText->find('\n');
+                if (end != wxString::npos)
+                    pText->insert(end + 1, strDefine);
+            }
+        }
         mVItems.push_back(std::move(item));
     }
     mStrCommonDefinitions = ReadSnippet("GL/CommonDefinitionsShader.h");
@@ -573,8 +593,8 @@ void ShaderCtrl_cls::BeginObjectProjectNormal(ObjectNormalParam_cls* p) {
     glUniform1i(item.GetLocation(0), p->mbFlat);
 }
 
-void ShaderCtrl_cls::BeginPointBasic(PointBasicParam_cls* p) {
-    ShaderItem_cls& item = Item(PRG_PointBasic);
+void ShaderCtrl_cls::BeginPoint(int index, PointBasicParam_cls* p) {
+    ShaderItem_cls& item = Item(index);
     if (!Prepare(item) || !p)
         return;
     SetEnsembleAndFog(item, *p);
@@ -585,10 +605,24 @@ void ShaderCtrl_cls::BeginPointBasic(PointBasicParam_cls* p) {
     glUniform4fv(item.GetLocation(4), 1, p->mViewport);
     glUniform1f(item.GetLocation(5), p->mBaseDistance);
     glUniform1i(item.GetLocation(6), p->mDissolveMode);
+    glUniform1f(item.GetLocation(7), p->mPointSizeFactor);
+    glUniform1f(item.GetLocation(8), p->mAlphaCrit);
+}
+
+bool ShaderCtrl_cls::IsPlain(const ShaderParamEnsemble_cls* p) const {
+    return p && p->mLightNumber == 0 && p->mDissolveMode == 0 && p->mTextureMode == 0 && mFogMode == 0;
+}
+
+void ShaderCtrl_cls::BeginPointBasic(PointBasicParam_cls* p) {
+    BeginPoint(IsPlain(p) ? PRG_PointBasicPlain : PRG_PointBasic, p);
+}
+
+void ShaderCtrl_cls::BeginPointPseudoSphere(PointBasicParam_cls* p) {
+    BeginPoint(IsPlain(p) ? PRG_PointPseudoSpherePlain : PRG_PointPseudoSphere, p);
 }
 
 void ShaderCtrl_cls::BeginPointBillboard(PointBillboardParam_cls* p) {
-    ShaderItem_cls& item = Item(PRG_PointBillboard);
+    ShaderItem_cls& item = Item(IsPlain(p) ? PRG_PointBillboardPlain : PRG_PointBillboard);
     if (!Prepare(item) || !p)
         return;
     SetEnsembleAndFog(item, *p);
@@ -604,6 +638,8 @@ void ShaderCtrl_cls::BeginPointBillboard(PointBillboardParam_cls* p) {
     glUniformMatrix4fv(item.GetLocation(7), 1, GL_FALSE, p->mBaseInvMatrix);
     glUniformMatrix4fv(item.GetLocation(8), 1, GL_FALSE, rotation);
     glUniform1i(item.GetLocation(9), p->mTwistMode);
+    glUniform4fv(item.GetLocation(10), 1, p->mViewport);
+    glUniform1f(item.GetLocation(11), p->mAlphaCrit);
 }
 
 void ShaderCtrl_cls::BeginSphere(int index, SphereGouraudParam_cls* p) {
@@ -621,8 +657,10 @@ void ShaderCtrl_cls::BeginSphere(int index, SphereGouraudParam_cls* p) {
     glUniform1iv(item.GetLocation(first + 3), 3, kPointImageUnits);
     glUniform1i(item.GetLocation(first + 4), p->mUseTexAlpha);
     glUniform1i(item.GetLocation(first + 5), p->mDissolveMode);
-    if (index == PRG_SpherePhong)
+    if (index == PRG_SpherePhong) {
         glUniform1i(item.GetLocation(6), static_cast<SpherePhongParam_cls*>(p)->mbFlat);
+        glUniform1i(item.GetLocation(7), static_cast<SpherePhongParam_cls*>(p)->mNormalMode);
+    }
     if (index == PRG_SphereToon) {
         glUniform1f(item.GetLocation(7), static_cast<SphereToonParam_cls*>(p)->mEdgeThreshold);
         glUniform1i(item.GetLocation(8), static_cast<SphereToonParam_cls*>(p)->mbFlat);

@@ -40,9 +40,12 @@ public:
     void BeginObjectProjectNormal(ObjectNormalParam_cls* pParams);
     void BeginLineBasic(LineBasicParam_cls* pParams);
     // The point, sphere, mesh and streamline programs: a null record only binds the program and
-    // keeps the uniforms of the last draw (the sphere walk switches programs per particle).
+    // keeps the uniforms of the last draw (the sphere walk switches programs per particle). The
+    // point programs bind their plain variant for draws without lights, fog, dissolve or images.
     void BeginPointBasic(PointBasicParam_cls* pParams);
     void BeginPointBillboard(PointBillboardParam_cls* pParams);
+    // The ray-cast sphere of a point ("PseudoSphere"): writes each fragment's true depth.
+    void BeginPointPseudoSphere(PointBasicParam_cls* pParams);
     void BeginSphereGouraud(SphereGouraudParam_cls* pParams);
     void BeginSpherePhong(SpherePhongParam_cls* pParams);
     void BeginSphereToon(SphereToonParam_cls* pParams);
@@ -87,6 +90,11 @@ private:
     // The head shared by the object-drawing programs: ensemble (with dissolve) and fog.
     void SetEnsembleAndFog(ShaderItem_cls& item, const ShaderParamEnsemble_cls& params);
     void BeginSphere(int index, SphereGouraudParam_cls* pParams);
+    // Whether a point draw needs no light, fog, dissolve or image (texture mode 0): it then takes
+    // the plain variant.
+    bool IsPlain(const ShaderParamEnsemble_cls* pParams) const;
+    // PointBasic and PointPseudoSphere: the same uniforms.
+    void BeginPoint(int index, PointBasicParam_cls* pParams);
     void BeginStreamline(int index, StreamlineBasicParam_cls* pParams);
     void BeginSV(int index, ShaderSVTriangleMesh_cls* pParams);
     void SetUniformWhileBound(int index, size_t uniform, int value);

@@ -141,7 +141,10 @@ public:
 class PointBasicParam_cls : public ShaderParamEnsemble_cls {
 public:
     float mViewport[4] = {0.f, 0.f, 1.f, 1.f};
+    // Above 0 the size falls with the eye distance, nominal at this distance.
     float mBaseDistance = 1.f;
+    float mPointSizeFactor = 1.f; // pixels per unit of size
+    float mAlphaCrit = 0.f;       // points whose alpha falls below are not drawn
 };
 
 class PointBillboardParam_cls : public ShaderParamEnsemble_cls {
@@ -152,6 +155,8 @@ public:
     float mBaseInvMatrix[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
     float mAngle = 0.f; // degrees, about the axis 0, 0, 1
     int mTwistMode = 0;
+    float mViewport[4] = {0.f, 0.f, 1.f, 1.f};
+    float mAlphaCrit = 0.f;
 };
 
 class SphereGouraudParam_cls : public ShaderParamEnsemble_cls {
@@ -162,6 +167,7 @@ public:
 class SpherePhongParam_cls : public SphereGouraudParam_cls {
 public:
     int mbFlat = 0;
+    int mNormalMode = 0; // the "Normal" sphere shader: the normal as the colour
 };
 
 class SphereToonParam_cls : public SpherePhongParam_cls {

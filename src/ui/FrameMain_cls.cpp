@@ -1,5 +1,7 @@
 #include "FrameMain_cls.h"
 
+#include "GLInfo_cls.h"
+
 #include "LogWindow_cls.h"
 #include "LuaErrorSink_cls.h"
 #include "Main_cls.h"
@@ -101,7 +103,13 @@ FrameMain_cls::FrameMain_cls(const wxString& strTitle, Main_cls* pMain, int x, i
 
     // The scene tools act through the scene controller; they report "not available" while
     // there is none.
-    mFuncSceneCommand = &SceneCommand_cls::ProcRibbonCommand;
+    mFuncSceneCommand = [this](int id) {
+        if (id == ID_RBN_GL_INFO) {
+            ShowGLInfo();
+            return true;
+        }
+        return SceneCommand_cls::ProcRibbonCommand(id);
+    };
     // The data viewers of the scene: memory sum, eviction and read-ahead of the idle loop. The
     // controller is looked up at each call, since it is made after this window.
     mFuncSceneMemoryMB = [] {
@@ -729,6 +737,18 @@ void FrameMain_cls::OnRbnStatusInfo(wxRibbonToolBarEvent&) {
     wxString strText = wxString::Format(_("Services made in %d ms; start-up layout after %d ms."),
                                         mpCMain->mMillisParallel, mpCMain->mMillisLayout);
     wxMessageBox(strText, "Status Info", wxOK | wxICON_INFORMATION, this);
+}
+
+wxString FrameMain_cls::GetStrGLInfo() {
+    if (!GpCGLInfo || GpCGLInfo->mStrVersion.empty())
+        return _("No OpenGL context has been made yet: open a 3D view first.");
+    wxString strText = "OpenGL: " + GpCGLInfo->mStrVersion + "\nGLSL: " + GpCGLInfo->mStrGLSLVersion + "\n";
+    GpCGLInfo->GetAllGLInfo(strText);
+    return strText;
+}
+
+void FrameMain_cls::ShowGLInfo() {
+    AskUser("OpenGL Info", GetStrGLInfo(), {_("OK")});
 }
 
 void FrameMain_cls::OnRbnSceneCommand(wxRibbonToolBarEvent& event) {

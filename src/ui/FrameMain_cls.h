@@ -139,6 +139,10 @@ public:
     void OnDropObjects(wxRibbonToolBarEvent& event);
     void OnDropInfo(wxRibbonToolBarEvent& event);
 
+    // The driver's information of the shared GL context, as the "OpenGL Info" item shows it.
+    wxString GetStrGLInfo();
+    void ShowGLInfo();
+
     wxIcon GetProgramIcon();
     // What the About box shows.
     wxAboutDialogInfo GetAboutInfo();

@@ -5,6 +5,7 @@
 #include "Property_cls.h"
 #include "TextEntryCtrl_cls.h"
 #include "TimelinePlaceholder_cls.h"
+#include "View3DPanel_cls.h"
 
 void RegisterPanelMakers() {
     wxPanelEX::SetPanelMaker(_PANEL_TIMELINE,
@@ -14,9 +15,11 @@ void RegisterPanelMakers() {
     wxPanelEX::SetPanelMaker(_PANEL_TEXT_EDITOR,
                              [](SplittableWindow_cls* p) { return new TextEntryCtrl_cls(p); });
     wxPanelEX::SetPanelMaker(_PANEL_CONSOLE, [](SplittableWindow_cls* p) { return new ConsolePanel_cls(p); });
+    wxPanelEX::SetPanelMaker(_PANEL_VIEW3D, [](SplittableWindow_cls* p) { return new View3DPanel_cls(p); });
 }
 
 void UnregisterPanelMakers() {
-    for (int type : {_PANEL_TIMELINE, _PANEL_OUTLINER, _PANEL_PROPERTY, _PANEL_TEXT_EDITOR, _PANEL_CONSOLE})
+    for (int type : {_PANEL_TIMELINE, _PANEL_OUTLINER, _PANEL_PROPERTY, _PANEL_TEXT_EDITOR, _PANEL_CONSOLE,
+                     _PANEL_VIEW3D})
         wxPanelEX::SetPanelMaker(type, nullptr);
 }

@@ -2,6 +2,7 @@
 
 #include "PanelBar_cls.h"
 #include "PlaceholderPanel_cls.h"
+#include "PropertyFilter_cls.h"
 #include "PropertyObject_cls.h"
 #include "SplittableWindow_cls.h"
 
@@ -14,6 +15,8 @@ Property_cls::Property_cls(SplittableWindow_cls* pOwner) : wxPanelEX(pOwner, _PA
     mpCBook = new wxNotebook(this, wxID_ANY);
     mpCPageObject = new PropertyObject_cls(mpCBook);
     mpCBook->AddPage(mpCPageObject, _("Object"), true);
+    mpCPageFilter = new PropertyFilter_cls(mpCBook);
+    mpCBook->AddPage(mpCPageFilter, _("Scene Filter"), false);
     auto* pSizer = new wxBoxSizer(wxVERTICAL);
     pSizer->Add(mpCPanelBar, 0, wxEXPAND);
     pSizer->Add(mpCBook, 1, wxEXPAND);
@@ -27,9 +30,14 @@ bool Property_cls::ReadStrLine(std::wistream& stream, const wxString& strKey, co
 void Property_cls::UpdatePanelSelf(const wxString& strName, bool) {
     // The pages compare the name with their own.
     mpCPageObject->UpdatePage(strName);
+    mpCPageFilter->UpdatePage(strName);
 }
 
 void Property_cls::ProcAfterMathSelf(const wxString& strWhat, const wxString&) {
     if (strWhat == "SelectObject" || strWhat == "DeleteObject" || strWhat == "RenameObject")
         mpCPageObject->RefreshFromObject();
+    // Objects come and go from the legend's curve choice too.
+    if (strWhat == "FilterChange" || strWhat == "DeleteFilter" || strWhat == "DeleteObject" ||
+        strWhat == "RenameObject")
+        mpCPageFilter->RefreshFromChain();
 }

@@ -1,10 +1,11 @@
-// The property panel: a book of pages, of which this build has the object page. It hands the
-// panel updates to its pages and keeps its own block of the layout text as read, so that a
-// save writes it back unchanged. Main thread only.
+// The property panel: a book of pages, of which this build has the object and scene filter pages. It hands
+// the panel updates to its pages and keeps its own block of the layout text as read, so that a save writes it
+// back unchanged. Main thread only.
 #pragma once
 
 #include "wxPanelEX.h"
 
+class PropertyFilter_cls;
 class PropertyObject_cls;
 class wxNotebook;
 
@@ -16,6 +17,7 @@ public:
 
     wxNotebook* mpCBook = nullptr;
     PropertyObject_cls* mpCPageObject = nullptr; // a page of the book
+    PropertyFilter_cls* mpCPageFilter = nullptr; // a page of the book
     wxString mStrBlock;
 
 protected:

@@ -72,10 +72,17 @@ TEST_F(MainTest, ProjectTextRoundTripsAndCommentsAreSkipped) {
                      "RelativePath=1\n"
                      "PrefetchLength=10\n"
                      "ParticleMax=20000\n"
+                     "ParticleVBOMax=2000\n"
                      "MemoryLimitMB=1024\n"
                      "MemoryLimitTexMB=1024\n"
                      "PrefGZQuality=0\n"
                      "ToolTip=1\n"
+                     "ConfItemList::End\n"
+                     "ConfItemList::Begin::MousePreference\n"
+                     "InvertGyrationX=0\n"
+                     "InvertGyrationY=0\n"
+                     "InvertZoom=0\n"
+                     "InvertPan=0\n"
                      "ConfItemList::End\n");
     EXPECT_EQ(wxGetCwd(), wxFileName(mDir.Path("q.ovp")).GetPath());
     EXPECT_EQ(mpMain->GetStrRecent(0), mDir.Path("q.ovp"));

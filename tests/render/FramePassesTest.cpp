@@ -14,6 +14,7 @@
 #include "Material_cls.h"
 #include "MotionBlurCtrl_cls.h"
 #include "ParamGroup_cls.h"
+#include "PassesFixture.h"
 #include "Primitive_cls.h"
 #include "RenderFixture.h"
 #include "SceneObjCtrl_cls.h"
@@ -71,45 +72,8 @@ bool IsGreen(const Pixel_cls& p) {
 
 } // namespace
 
-// The whole process up to the renderer with a view and its passes over the default scene.
-class FramePassesTest : public RenderFixture {
+class FramePassesTest : public PassesFixture {
 protected:
-    static void TearDownTestSuite() {
-        if (mspCContext && mspCContext->IsValid()) {
-            mspCContext->MakeCurrent();
-            FramePasses_cls::DeleteGLCommon();
-        }
-        RenderFixture::TearDownTestSuite();
-    }
-    void SetUp() override {
-        RenderFixture::SetUp();
-        if (IsSkipped())
-            return;
-        mStrOldResourceDir = ShaderItem_cls::msStrResourceDir;
-        ShaderItem_cls::msStrResourceDir = kResourceDir;
-        StartServices();
-    }
-    void StartServices() {
-        RegisterServices<ServiceLayer_enum::Render>();
-        mpMain = std::make_unique<Main_cls>(mDir.mStrPath);
-        mpMain->CreateSingleton();
-        mpView = std::make_unique<View3D_cls>();
-        mpPasses = std::make_unique<FramePasses_cls>(mpView.get());
-        Set(mpView->mCBufSizeIdx, "0"); // 256
-        Set(mpView->mCDispLightCam, "0");
-        GpCSceneObjCtrl->Select("", false, false, false);
-    }
-    void TearDown() override {
-        // Buffers and programs go while the context is current.
-        mpPasses.reset();
-        mpMain.reset();
-        ShaderItem_cls::msStrResourceDir = mStrOldResourceDir;
-        // ORV_SAVE_FRAMES keeps every test's last frame, to look at while developing.
-        if (getenv("ORV_SAVE_FRAMES") && !mVFrame.empty())
-            SaveFrame(std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + ".png");
-        RenderFixture::TearDown();
-    }
-
     static void Set(ConfItem_cls& item, const wxString& strBody) { item.SetBodyFromData(strBody); }
     static SceneObj_cls* Obj(const wxString& strName) { return GpCSceneObjCtrl->GetPCFromName(strName); }
     static void SetGroup(SceneObj_cls* p, const wxString& strAttr, const wxString& strGroup, double a,
@@ -150,12 +114,6 @@ protected:
         mpPasses->PaintDirectly(width, height, width, height, target.mFBO.GetFramebuffer());
         ReadTexture(target.mFBO.GetTexture(), width, height);
     }
-
-    TempDir_cls mDir;
-    wxString mStrOldResourceDir;
-    std::unique_ptr<Main_cls> mpMain;
-    std::unique_ptr<View3D_cls> mpView;
-    std::unique_ptr<FramePasses_cls> mpPasses;
 };
 
 namespace {

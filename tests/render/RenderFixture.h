@@ -3,12 +3,27 @@
 #pragma once
 
 #include "EGLContext_cls.h"
+#include "ShaderItem_cls.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <string>
 #include <vector>
+
+// The shader library reads its sources from strDir while this lives.
+class ResourceDir_cls {
+public:
+    explicit ResourceDir_cls(const wxString& strDir) : mStrOld(ShaderItem_cls::msStrResourceDir) {
+        ShaderItem_cls::msStrResourceDir = strDir;
+    }
+    ~ResourceDir_cls() { ShaderItem_cls::msStrResourceDir = mStrOld; }
+    ResourceDir_cls(const ResourceDir_cls&) = delete;
+    ResourceDir_cls& operator=(const ResourceDir_cls&) = delete;
+
+private:
+    wxString mStrOld;
+};
 
 // One RGBA float pixel read back from a buffer.
 struct Pixel_cls {

@@ -1,0 +1,62 @@
+// The whole process up to the renderer with one view and its frame passes over the default
+// scene: services made over the source tree's shaders, a 256 buffer, no guides of lights and
+// cameras, nothing selected. The shared primitive buffers go with the suite's context.
+#pragma once
+
+#include "FramePasses_cls.h"
+#include "Main_cls.h"
+#include "RenderFixture.h"
+#include "SceneObjCtrl_cls.h"
+#include "ServiceRegistry.h"
+#include "ShaderItem_cls.h"
+#include "TestSupport.h"
+#include "View3D_cls.h"
+
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+class PassesFixture : public RenderFixture {
+protected:
+    static void TearDownTestSuite() {
+        if (mspCContext && mspCContext->IsValid()) {
+            mspCContext->MakeCurrent();
+            FramePasses_cls::DeleteGLCommon();
+        }
+        RenderFixture::TearDownTestSuite();
+    }
+    void SetUp() override {
+        RenderFixture::SetUp();
+        if (IsSkipped())
+            return;
+        mStrOldResourceDir = ShaderItem_cls::msStrResourceDir;
+        ShaderItem_cls::msStrResourceDir = wxString(ORV_SOURCE_DIR) + "/Resource";
+        StartServices();
+    }
+    void StartServices() {
+        RegisterServices<ServiceLayer_enum::Render>();
+        mpMain = std::make_unique<Main_cls>(mDir.mStrPath);
+        mpMain->CreateSingleton();
+        mpView = std::make_unique<View3D_cls>();
+        mpPasses = std::make_unique<FramePasses_cls>(mpView.get());
+        mpView->mCBufSizeIdx.SetBodyFromData("0"); // 256
+        mpView->mCDispLightCam.SetBodyFromData("0");
+        GpCSceneObjCtrl->Select("", false, false, false);
+    }
+    void TearDown() override {
+        // Buffers and programs go while the context is current.
+        mpPasses.reset();
+        mpMain.reset();
+        ShaderItem_cls::msStrResourceDir = mStrOldResourceDir;
+        // ORV_SAVE_FRAMES keeps every test's last frame, to look at while developing.
+        if (getenv("ORV_SAVE_FRAMES") && !mVFrame.empty())
+            SaveFrame(std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + ".png");
+        RenderFixture::TearDown();
+    }
+
+    TempDir_cls mDir;
+    wxString mStrOldResourceDir;
+    std::unique_ptr<Main_cls> mpMain;
+    std::unique_ptr<View3D_cls> mpView;
+    std::unique_ptr<FramePasses_cls> mpPasses;
+};

@@ -1,0 +1,120 @@
+// The scene filter page of the property panel over the real filter chain.
+#include "ScenePanelsFixture.h"
+
+#include "FilterBase_cls.h"
+#include "FilterCtrl_cls.h"
+#include "PropertyFilter_cls.h"
+
+#include <wx/button.h>
+#include <wx/choice.h>
+#include <wx/listbox.h>
+
+namespace {
+
+std::vector<wxString> Items(wxListBox* p) {
+    std::vector<wxString> v;
+    for (unsigned i = 0; i < p->GetCount(); ++i)
+        v.push_back(p->GetString(i));
+    return v;
+}
+
+int Find(wxListBox* p, const wxString& strStart) {
+    for (unsigned i = 0; i < p->GetCount(); ++i)
+        if (p->GetString(i).StartsWith(strStart))
+            return static_cast<int>(i);
+    return -1;
+}
+
+} // namespace
+
+class FilterPanelTest : public ScenePanelsFixture {
+protected:
+    // The chain and the data objects whose curves a legend shows.
+    void RegisterLayers() override {
+        RegisterServices<ServiceLayer_enum::Filter>();
+        RegisterPanelMakers();
+    }
+    void SetUp() override {
+        ScenePanelsFixture::SetUp();
+        if (IsSkipped())
+            return;
+        for (wxPanelEX* p : Leaves())
+            if (auto* pProperty = dynamic_cast<Property_cls*>(p))
+                mpFilterPage = pProperty->mpCPageFilter;
+        ASSERT_NE(mpFilterPage, nullptr);
+        ASSERT_NE(GpCFilterCtrl, nullptr);
+    }
+    PropertyFilter_cls* mpFilterPage = nullptr;
+};
+
+TEST_F(FilterPanelTest, ChainEditsShowInOrderAndUndo) {
+    // The Add button adds the chosen class.
+    mpFilterPage->mpCClass->SetSelection(1); // Blur
+    wxCommandEvent click(wxEVT_BUTTON, mpFilterPage->mpCAdd->GetId());
+    click.SetEventObject(mpFilterPage->mpCAdd);
+    mpFilterPage->mpCAdd->GetEventHandler()->ProcessEvent(click);
+    ASSERT_TRUE(mpFilterPage->AddFilter("Exposure_cls"));
+    EXPECT_EQ(Items(mpFilterPage->mpCChain), (std::vector<wxString>{"Blur", "Exposure"}));
+    EXPECT_EQ(mpFilterPage->mpCChain->GetSelection(), 1);
+
+    ASSERT_TRUE(mpFilterPage->MoveSelected(-1));
+    EXPECT_EQ(Items(mpFilterPage->mpCChain), (std::vector<wxString>{"Exposure", "Blur"}));
+    EXPECT_FALSE(mpFilterPage->MoveSelected(-1)); // already first
+    ASSERT_TRUE(mpFilterPage->SetSelectedValid(false));
+    EXPECT_EQ(Items(mpFilterPage->mpCChain), (std::vector<wxString>{"Exposure (off)", "Blur"}));
+    EXPECT_FALSE(mpFilterPage->mpCValid->GetValue());
+
+    // Undo walks back through the same commands, and the page follows the chain.
+    GpCUndo->Undo();
+    Flush();
+    EXPECT_EQ(Items(mpFilterPage->mpCChain), (std::vector<wxString>{"Exposure", "Blur"}));
+    GpCUndo->Undo();
+    Flush();
+    EXPECT_EQ(Items(mpFilterPage->mpCChain), (std::vector<wxString>{"Blur", "Exposure"}));
+    ASSERT_TRUE(mpFilterPage->SelectFilter("Blur"));
+    ASSERT_TRUE(mpFilterPage->RemoveSelected());
+    EXPECT_EQ(Items(mpFilterPage->mpCChain), (std::vector<wxString>{"Exposure"}));
+    GpCUndo->Undo();
+    Flush();
+    EXPECT_EQ(Items(mpFilterPage->mpCChain), (std::vector<wxString>{"Blur", "Exposure"}));
+}
+
+TEST_F(FilterPanelTest, ItemsAndParametersAreSetByTypingAValue) {
+    ASSERT_TRUE(mpFilterPage->AddFilter("Blur_cls"));
+    const int type = Find(mpFilterPage->mpCValues, "Type=");
+    const int width = Find(mpFilterPage->mpCValues, "Width::Width=");
+    ASSERT_GE(type, 0);
+    ASSERT_GE(width, 0);
+    // The check box and the attribute's own bookkeeping are no entries.
+    for (const char* str : {"Validity=", "Name=", "AttributeName=", "Shy="})
+        EXPECT_EQ(Find(mpFilterPage->mpCValues, str), -1) << str;
+    EXPECT_EQ(Find(mpFilterPage->mpCValues, "Type="), 0);
+    ASSERT_TRUE(mpFilterPage->SetEntryFromText(type, " 2 "));
+    ASSERT_TRUE(mpFilterPage->SetEntryFromText(width, "2+3"));
+    EXPECT_FALSE(mpFilterPage->SetEntryFromText(width, "wide"));
+    FilterBase_cls* p = GpCFilterCtrl->GetPCFromName("Blur");
+    EXPECT_EQ(p->GetPCItem("Type=")->GetBodyINT(), 2);
+    EXPECT_DOUBLE_EQ(p->GetValue("Width", 0.0, 0.0), 5.0);
+    EXPECT_EQ(mpFilterPage->mpCValues->GetString(static_cast<unsigned>(width)), "Width::Width=5");
+    GpCUndo->Undo();
+    EXPECT_DOUBLE_EQ(p->GetValue("Width", 0.0, 0.0), 2.0);
+}
+
+TEST_F(FilterPanelTest, LegendChoosesAmongTheObjectsWithAColourCurve) {
+    RunText("SceneObjCtrl::New::Particle_cls::ANY::Stars");
+    ASSERT_TRUE(mpFilterPage->AddFilter("Legend_cls"));
+    std::vector<wxString> vChoices;
+    for (unsigned i = 0; i < mpFilterPage->mpCTarget->GetCount(); ++i)
+        vChoices.push_back(mpFilterPage->mpCTarget->GetString(i));
+    // The box and the camera have no curve.
+    EXPECT_EQ(vChoices, (std::vector<wxString>{"None", "Stars"}));
+    ASSERT_TRUE(mpFilterPage->SetLegendTarget("Stars"));
+    EXPECT_EQ(GpCFilterCtrl->GetPCFromName("Legend")->GetPCItem("Target=")->GetBodySTR(), "Stars");
+    EXPECT_EQ(mpFilterPage->mpCTarget->GetStringSelection(), "Stars");
+    // Other filters have no curve to choose.
+    ASSERT_TRUE(mpFilterPage->AddFilter("Glare_cls"));
+    EXPECT_FALSE(mpFilterPage->mpCTarget->IsEnabled());
+    EXPECT_FALSE(mpFilterPage->SetLegendTarget("Stars"));
+    ASSERT_TRUE(mpFilterPage->SelectFilter("Legend"));
+    EXPECT_TRUE(mpFilterPage->mpCTarget->IsEnabled());
+}
