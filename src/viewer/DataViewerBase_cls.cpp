@@ -43,6 +43,18 @@ int DataViewerBase_cls::CheckFileSequence(DataSequence_cls& seq) {
     return count;
 }
 
+int DataViewerBase_cls::CheckFileSequenceStack(DataSequence_cls& seq, int offsetZ) {
+    CheckFileSequence(seq);
+    const wxString strPath = GetStrPath();
+    if (strPath.empty() || strPath == "None")
+        return 0;
+    seq.SetDual(strPath, 0, offsetZ, 1, 1);
+    seq.CalcMaxOffsetDual();
+    const int count = seq.GetSnapCount();
+    seq.mIsSequence = count != 1;
+    return count;
+}
+
 SequenceRemapBase_cls* DataViewerBase_cls::GetPCSequenceRemap() {
     return dynamic_cast<SequenceRemapBase_cls*>(GetPCValidModifier("SequenceRemap_cls"));
 }

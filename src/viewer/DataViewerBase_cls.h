@@ -19,6 +19,9 @@ public:
     // Sets the rule of pSeq from Path= and counts the steps on disk; "None" or an empty path
     // leaves the sequence without slots. Returns the number of steps (0 for none).
     int CheckFileSequence(DataSequence_cls& seq);
+    // The same for steps that are image stacks: the first number of the path counts time steps,
+    // the second the slices, which start at offsetZ. Returns the number of time steps.
+    int CheckFileSequenceStack(DataSequence_cls& seq, int offsetZ);
     // The object's active "SequenceRemap_cls" modifier, when the modifier layer made one that
     // speaks to sequences; null otherwise. Not owned.
     SequenceRemapBase_cls* GetPCSequenceRemap();

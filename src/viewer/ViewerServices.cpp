@@ -2,9 +2,12 @@
 
 #include "ColorCurveProvider_cls.h"
 #include "ColorCurve_cls.h"
+#include "HeightField_cls.h"
+#include "Isosurface_cls.h"
 #include "KindTable_cls.h"
 #include "OwnedService_cls.h"
 #include "Particle_cls.h"
+#include "Streamline_cls.h"
 #include "VolumeBox_cls.h"
 
 #include <wx/log.h>
@@ -67,4 +70,9 @@ void RegisterViewerServices() {
         return static_cast<Particle_cls*>(p)->CanAddMaterial("Material");
     };
     RegisterViewer<VolumeBox_cls>("VolumeBox_cls");
+    RegisterViewer<Isosurface_cls>("Isosurface_cls");
+    RegisterViewer<HeightField_cls>("HeightField_cls");
+    // The memory pass counts stream lines but never evicts them: the release road of the scene
+    // reaches only particles and volumes (and the isosurface and height field here). Deliberate.
+    RegisterViewer<Streamline_cls>("Streamline_cls").mFuncRelease = nullptr;
 }

@@ -26,16 +26,7 @@ VolumeBox_cls::VolumeBox_cls(ParentObj_cls* pParent) : DataViewerBase_cls(pParen
 int VolumeBox_cls::CheckFileSequence() {
     if (!IsZStack())
         return DataViewerBase_cls::CheckFileSequence(mCSequence);
-    // A stack: the first number of the path counts time steps, the second the slices.
-    DataViewerBase_cls::CheckFileSequence(mCSequence);
-    const wxString strPath = GetStrPath();
-    if (strPath.empty() || strPath == "None")
-        return 0;
-    mCSequence.SetDual(strPath, 0, static_cast<int>(mCSeqOffsetZ.GetBodyINT()), 1, 1);
-    mCSequence.CalcMaxOffsetDual();
-    const int count = mCSequence.GetSnapCount();
-    mCSequence.mIsSequence = count != 1;
-    return count;
+    return CheckFileSequenceStack(mCSequence, static_cast<int>(mCSeqOffsetZ.GetBodyINT()));
 }
 
 bool VolumeBox_cls::PrefetchData() {
