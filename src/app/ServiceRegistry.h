@@ -18,6 +18,7 @@ void RegisterPrepServices();
 void RegisterViewerServices();
 void RegisterModifierServices();
 void RegisterRenderServices();
+void RegisterOutputServices();
 void RegisterUIServices();
 
 // The layers that register something, bottom-up in the order of their dependencies.
@@ -31,6 +32,8 @@ enum class ServiceLayer_enum {
     Modifier,
     // GL objects and the frame passes: they need a current context when drawing, never a display.
     Render,
+    // Image writers, record buffers and accumulation: GL, no windows.
+    Output,
     Window,
     // The highest layer that needs no display: where the headless programs stop.
     Headless = Modifier,
@@ -57,6 +60,8 @@ template <ServiceLayer_enum Top = ServiceLayer_enum::All> void RegisterServices(
     // The draw entries join the kinds that the layers below put in the kind table.
     if constexpr (Top >= ServiceLayer_enum::Render)
         RegisterRenderServices();
+    if constexpr (Top >= ServiceLayer_enum::Output)
+        RegisterOutputServices();
     if constexpr (Top >= ServiceLayer_enum::Window)
         RegisterUIServices();
 }
