@@ -152,6 +152,7 @@ int BatchRenderer_cls::Run(const std::string& strProjectText) {
         const std::string strPath = output.GetModifiedStr(time.GetCurrentStep(), 0).utf8_string();
         pending.mStrClaimTarget = strPath;
         if (mCOptions.mbSkipExisting && FileExists(strPath)) {
+            FrameClaim_cls::RemoveIfStale(strPath, mCOptions.mClaimTimeout);
             ++mSkipped;
             ++mDone;
             if (!mCOptions.mbQuiet)

@@ -86,6 +86,19 @@ FrameClaim_cls::Result_enum FrameClaim_cls::Claim(const std::string& strTarget, 
     return HELD_BY_OTHER;
 }
 
+void FrameClaim_cls::RemoveIfStale(const std::string& strTarget, double timeoutSeconds) {
+    const std::string strPath = GetClaimPath(strTarget);
+    const int fd = open(strPath.c_str(), O_RDONLY);
+    if (fd < 0)
+        return;
+    char buf[512];
+    const ssize_t n = read(fd, buf, sizeof buf - 1);
+    close(fd);
+    const std::string strClaim = n > 0 ? std::string(buf, static_cast<size_t>(n)) : std::string();
+    if (IsStale(strClaim, GetHostName(), static_cast<long long>(time(nullptr)), timeoutSeconds))
+        unlink(strPath.c_str());
+}
+
 void FrameClaim_cls::Release(const std::string& strTarget) {
     unlink(GetClaimPath(strTarget).c_str());
 }

@@ -12,6 +12,8 @@ public:
 
     // Tries to claim the target; on CLAIMED and TAKEN_OVER the claim file is ours.
     static Result_enum Claim(const std::string& strTarget, double timeoutSeconds, std::string& strError);
+    // Removes a claim of the target that is stale (a file finished just before its worker died).
+    static void RemoveIfStale(const std::string& strTarget, double timeoutSeconds);
     // Removes our claim of the target.
     static void Release(const std::string& strTarget);
     static std::string GetClaimPath(const std::string& strTarget) { return strTarget + ".claim"; }
