@@ -114,7 +114,11 @@ int BatchRenderer_cls::Run(const std::string& strProjectText) {
                 ImageFile_cls::IsOpenEXRBuiltIn() ? " or OpenEXR" : "; OpenEXR is not built in");
         return 2;
     }
-    const wxSize size = RecordOutput_cls::GetOutputImageSize();
+    // --size wins over the size override of the view's camera.
+    const wxString strCamera = mCOptions.mWidth > 0 ? wxString() : view.GetStrCameraName();
+    const wxSize size = RecordOutput_cls::GetOutputImageSize(strCamera);
+    if (RecordOutput_cls* pRecord = dynamic_cast<RecordOutput_cls*>(GpCFrameOutput))
+        pRecord->mStrCameraName = strCamera;
     if (size.x < 1 || size.y < 1) {
         fprintf(stderr, "orvantis4-batch: the image size %dx%d is empty\n", size.x, size.y);
         return 2;

@@ -49,9 +49,9 @@ void RecordOutput_cls::PrepareFBOForRecord(int recordCount, FBO_cls* const* pRec
     }
 }
 
-wxSize RecordOutput_cls::GetOutputImageSize() {
+wxSize RecordOutput_cls::GetOutputImageSize(const wxString& strCamera) {
     if (GpCSceneObjCtrl) {
-        SceneObj_cls* p = GpCSceneObjCtrl->GetPCFromName("Camera");
+        SceneObj_cls* p = GpCSceneObjCtrl->GetPCFromName(strCamera);
         if (p && p->IsClassSameAs("Camera_cls")) {
             CameraProp_cls* pProp = static_cast<Camera_cls*>(p)->GetPCCameraProp();
             if (pProp && pProp->IsSizeOverride()) {
@@ -68,14 +68,15 @@ void RecordOutput_cls::SaveImageFromFBO(FBO_cls* pFBO, int eyeFile) {
     const wxString strPath = GpCImageOutput->GetModifiedStr(GpCTimeCtrl->GetCurrentStep(), eyeFile);
     GpCImageIO->mPNGCompression = GpCImageOutput->GetPNGCompression();
     GpCImageIO->mPNGBitDepth = GpCImageOutput->GetPNGBitDepth();
-    GpCImageIO->SaveImageFromFBO(pFBO, GetOutputImageSize(), strPath, GpCImageOutput->IsAlpha());
+    GpCImageIO->SaveImageFromFBO(pFBO, GetOutputImageSize(mStrCameraName), strPath,
+                                 GpCImageOutput->IsAlpha());
 }
 
 void RecordOutput_cls::SaveImageFromFBOScanLine(FBO_cls** pFBOs) {
     const wxString strPath = GpCImageOutput->GetModifiedStr(GpCTimeCtrl->GetCurrentStep(), 0);
     GpCImageIO->mPNGCompression = GpCImageOutput->GetPNGCompression();
     GpCImageIO->mPNGBitDepth = GpCImageOutput->GetPNGBitDepth();
-    GpCImageIO->SaveImageFromFBOScanLine(pFBOs, GetOutputImageSize(), strPath);
+    GpCImageIO->SaveImageFromFBOScanLine(pFBOs, GetOutputImageSize(mStrCameraName), strPath);
 }
 
 void RecordOutput_cls::ProcSaveImage(int recordCount, FBO_cls** pRecords, int eyeType, int stereoOutput) {

@@ -7,6 +7,7 @@
 #include "FrameOutput_cls.h"
 
 #include <wx/gdicmn.h>
+#include <wx/string.h>
 
 class RecordOutput_cls : public FrameOutput_cls {
 public:
@@ -23,6 +24,10 @@ public:
     // The step's file (eyeFile 0, or 1 and 2 for the eyes) at the output size.
     void SaveImageFromFBO(FBO_cls* pFBO, int eyeFile);
     void SaveImageFromFBOScanLine(FBO_cls** pFBOs);
-    // The camera's size where its override is on, otherwise the image output's.
-    static wxSize GetOutputImageSize();
+    // The size of the camera named strCamera where its size override is on, otherwise the
+    // image output's.
+    static wxSize GetOutputImageSize(const wxString& strCamera);
+
+    // The camera of the view being recorded ("Camera=" of the view).
+    wxString mStrCameraName = "Camera";
 };
