@@ -10,7 +10,10 @@
 #include "ImageIO_cls.h"
 #include "ImageOutput_cls.h"
 #include "MotionBlurCtrl_cls.h"
+#include "ParticleForRender_cls.h"
+#include "Particle_cls.h"
 #include "RecordOutput_cls.h"
+#include "SceneObjCtrl_cls.h"
 #include "TimeCtrl_cls.h"
 #include "View3D_cls.h"
 
@@ -54,6 +57,31 @@ void BatchRenderer_cls::ApplyFirstViewBlock(const std::string& strProjectText, V
             continue;
         if (ConfItem_cls* pItem = view.GetPCItem(wxString::FromUTF8(strLine.substr(0, eq + 1))))
             pItem->SetBodyFromData(wxString::FromUTF8(strLine.substr(eq + 1)));
+    }
+}
+
+void BatchRenderer_cls::ForgetEarlierFrames() {
+    if (GpCEnsembleCtrl)
+        GpCEnsembleCtrl->ClearFBOBuffer();
+    if (GpCBlurCtrl)
+        GpCBlurCtrl->ClearFBOBuffer();
+    if (!GpCSceneObjCtrl)
+        return;
+    // A particle object keeps the last step, stamp, sort type and camera of its sets, and skips
+    // a sort when the camera has hardly moved: a frame must not depend on which frame came before.
+    std::vector<SceneObj_cls*> vObjects;
+    GpCSceneObjCtrl->GetVPCList(vObjects);
+    for (SceneObj_cls* p : vObjects) {
+        Particle_cls* pParticle = Particle_cls::GetPCParticle(p);
+        if (!pParticle)
+            continue;
+        pParticle->WaitPrepareNext();
+        if (pParticle->mpCCurrent)
+            pParticle->mpCCurrent->Clear();
+        if (pParticle->mpCNext)
+            pParticle->mpCNext->Clear();
+        pParticle->mCurrentTime = -1.0;
+        pParticle->mNextTime = -1.0;
     }
 }
 
@@ -184,11 +212,8 @@ int BatchRenderer_cls::Run(const std::string& strProjectText) {
         }
         if (claim == FrameClaim_cls::TAKEN_OVER && !mCOptions.mbQuiet)
             fprintf(stderr, "orvantis4-batch: frame %d.%d: took over a stale claim\n", frame, sub);
-        // As if first: no buffer, pose or accumulation of an earlier frame.
-        if (GpCEnsembleCtrl)
-            GpCEnsembleCtrl->ClearFBOBuffer();
-        if (GpCBlurCtrl)
-            GpCBlurCtrl->ClearFBOBuffer();
+        // As if first: no buffer, pose, sort or accumulation of an earlier frame.
+        ForgetEarlierFrames();
         io.mTag = static_cast<int>(i);
         const long long savesBefore = io.mSaveCount;
         {

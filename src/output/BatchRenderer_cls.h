@@ -28,6 +28,10 @@ public:
     // format cannot be used.
     int Run(const std::string& strProjectText);
 
+    // Drops what an earlier frame left: the accumulation buffers and the particle objects'
+    // prepared sets with their last sort and camera.
+    static void ForgetEarlierFrames();
+
     int mWritten = 0;
     int mSkipped = 0;
     std::vector<std::string> mVStrFailed;

@@ -221,3 +221,27 @@ TEST(BatchTest, GnuParallelOverFourShards) {
     ASSERT_EQ(system(strCommand.c_str()), 0) << strCommand;
     EXPECT_EQ(Files(shards.mStrPath), Files(one.mStrPath));
 }
+
+TEST(BatchTest, ParticleProjectInShardsMatchesOneRun) {
+    // The LAMMPS example: its frames are prepared from dumps read by the object's reader, each
+    // frame from scratch whatever frame the worker rendered before.
+    const std::string strMelt = std::string(ORV_SOURCE_DIR) + "/examples/lammps/melt.ovp";
+    TempDir_cls one, shards;
+    auto args = [&](const TempDir_cls& dir, std::vector<std::string> vMore) {
+        std::vector<std::string> v = {strMelt,    "--out",  dir.Path("m%04d.png").utf8_string(),
+                                      "--frames", "0-4",    "--size",
+                                      "48x48",    "--quiet"};
+        v.insert(v.end(), vMore.begin(), vMore.end());
+        return v;
+    };
+    std::string strLog;
+    const int code = BatchProcess_cls::Run(args(one, {}), strLog);
+    SKIP_WITHOUT_GL(code, strLog);
+    ASSERT_EQ(code, 0) << strLog;
+    for (int shard = 0; shard < 3; ++shard)
+        ASSERT_EQ(BatchProcess_cls::Run(args(shards, {"--shard", std::to_string(shard) + "/3"}), strLog), 0)
+            << strLog;
+    const auto vOne = Files(one.mStrPath);
+    EXPECT_EQ(vOne.size(), 9u);
+    EXPECT_TRUE(Files(shards.mStrPath) == vOne);
+}
