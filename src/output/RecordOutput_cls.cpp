@@ -94,6 +94,10 @@ void RecordOutput_cls::ProcSaveImage(int recordCount, FBO_cls** pRecords, int ey
         delete pRecords[i];
         pRecords[i] = nullptr;
     }
+    if (GpCTimeCtrl->mbOneShot) {
+        GpCTimeCtrl->mbOneShot = false;
+        GpCTimeCtrl->StopPlayCommand();
+    }
 }
 
 void RecordOutput_cls::PrepareBuffer(Accumulation_enum kind, FBO_cls* pLike) {

@@ -3,6 +3,7 @@
 #include "PanelBar_cls.h"
 #include "PlaceholderPanel_cls.h"
 #include "PropertyObject_cls.h"
+#include "PropertyRender_cls.h"
 #include "SplittableWindow_cls.h"
 
 #include <wx/intl.h>
@@ -14,6 +15,8 @@ Property_cls::Property_cls(SplittableWindow_cls* pOwner) : wxPanelEX(pOwner, _PA
     mpCBook = new wxNotebook(this, wxID_ANY);
     mpCPageObject = new PropertyObject_cls(mpCBook);
     mpCBook->AddPage(mpCPageObject, _("Object"), true);
+    mpCPageRender = new PropertyRender_cls(mpCBook);
+    mpCBook->AddPage(mpCPageRender, _("Render"), false);
     auto* pSizer = new wxBoxSizer(wxVERTICAL);
     pSizer->Add(mpCPanelBar, 0, wxEXPAND);
     pSizer->Add(mpCBook, 1, wxEXPAND);
@@ -27,6 +30,7 @@ bool Property_cls::ReadStrLine(std::wistream& stream, const wxString& strKey, co
 void Property_cls::UpdatePanelSelf(const wxString& strName, bool) {
     // The pages compare the name with their own.
     mpCPageObject->UpdatePage(strName);
+    mpCPageRender->UpdatePage(strName);
 }
 
 void Property_cls::ProcAfterMathSelf(const wxString& strWhat, const wxString&) {

@@ -6,6 +6,7 @@
 #include "wxPanelEX.h"
 
 class PropertyObject_cls;
+class PropertyRender_cls;
 class wxNotebook;
 
 class Property_cls : public wxPanelEX {
@@ -16,6 +17,7 @@ public:
 
     wxNotebook* mpCBook = nullptr;
     PropertyObject_cls* mpCPageObject = nullptr; // a page of the book
+    PropertyRender_cls* mpCPageRender = nullptr; // a page of the book
     wxString mStrBlock;
 
 protected:
