@@ -24,11 +24,21 @@ void SetGamma(ExposureParams_cls& params, float gamma) {
         g = gamma;
 }
 
-// Draws the texture over the whole buffer that is bound now, with the fixed matrices set to it.
-void DrawOver(const FBO_cls* pTexture, const FBO_cls* pTarget, bool bOpaque, int envMode) {
+// Draws the texture through "Exposure" with the gamma over the whole buffer bound now, with the
+// blend function set and the fixed matrices set to that buffer.
+void DrawExposed(const FBO_cls* pTexture, const FBO_cls* pTarget, float gamma, GLenum blendDst) {
+    ExposureParams_cls params;
+    SetGamma(params, gamma);
+    if (GpCShaderCtrl)
+        GpCShaderCtrl->BeginExposure(&params);
+    glEnable(GL_BLEND);
+    glDisable(GL_LIGHTING);
+    glBlendFunc(GL_ONE, blendDst);
     GLPerspective_cls::Push2DMatrix(pTarget->GetWidth(), pTarget->GetHeight());
-    pTexture->DrawOnScreen2D(0, 0, pTarget->GetWidth(), pTarget->GetHeight(), bOpaque, envMode);
+    pTexture->DrawOnScreen2D(0, 0, pTarget->GetWidth(), pTarget->GetHeight(), true, GL_MODULATE);
     GLPerspective_cls::Pop2DMatrix();
+    if (GpCShaderCtrl)
+        GpCShaderCtrl->EndShader();
 }
 } // namespace
 
@@ -52,17 +62,8 @@ void AccumulationBuffer_cls::DrawOnBuffer(FBO_cls* pBuffer, FBO_cls* pImage, int
     glClampColor(GL_CLAMP_FRAGMENT_COLOR, GL_FALSE);
     glColor4f(1.f, 1.f, 1.f, 1.f / static_cast<float>(samples));
     glEnable(GL_TEXTURE_2D);
-    ExposureParams_cls params;
-    if (bGamma)
-        SetGamma(params, 2.2f);
-    if (GpCShaderCtrl)
-        GpCShaderCtrl->BeginExposure(&params);
-    glEnable(GL_BLEND);
-    glDisable(GL_LIGHTING);
-    glBlendFunc(GL_ONE, GL_ONE);
-    DrawOver(pImage, pBuffer, true, GL_MODULATE);
-    if (GpCShaderCtrl)
-        GpCShaderCtrl->EndShader();
+    // The steps add up.
+    DrawExposed(pImage, pBuffer, bGamma ? 2.2f : 1.f, GL_ONE);
     glPopAttrib();
     pBuffer->End();
 }
@@ -74,16 +75,8 @@ void AccumulationBuffer_cls::DrawFromBuffer(FBO_cls* pBuffer, FBO_cls* pTarget, 
     glPushAttrib(GL_ALL_ATTRIB_BITS);
     glColor4f(1.f, 1.f, 1.f, 1.f);
     glEnable(GL_TEXTURE_2D);
-    ExposureParams_cls params;
-    if (bGamma)
-        SetGamma(params, GetInverseGamma());
-    if (GpCShaderCtrl)
-        GpCShaderCtrl->BeginExposure(&params);
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_ONE, GL_ZERO);
-    DrawOver(pBuffer, pTarget, true, GL_MODULATE);
-    if (GpCShaderCtrl)
-        GpCShaderCtrl->EndShader();
+    // The average replaces the target.
+    DrawExposed(pBuffer, pTarget, bGamma ? GetInverseGamma() : 1.f, GL_ZERO);
     glPopAttrib();
     pTarget->End();
 }

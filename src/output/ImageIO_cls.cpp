@@ -117,37 +117,34 @@ void ImageIO_cls::Start(Slot_cls& slot, std::unique_ptr<ThreadImageSave_cls> pTh
     slot.mThread = std::thread([p] { p->Entry(); });
 }
 
-void ImageIO_cls::SaveImageFromFBO(FBO_cls* pFBO, wxSize size, const wxString& strPath, bool bAlpha) {
+void ImageIO_cls::Save(FBO_cls* const* pFBOs, int count, wxSize size, const wxString& strPath, bool bAlpha) {
     const wxFileName fn(strPath);
     if (!fn.GetPath().empty() && !wxFileName::DirExists(fn.GetPath()))
         return;
     const std::string strFile = strPath.utf8_string();
     ++mSaveCount;
     Slot_cls* pSlot = TakeNextSlot();
-    auto pThread = std::make_unique<ThreadImageSave_cls>();
-    pThread->SetParameters(pFBO->GetWidth(), size.x, size.y, strFile, bAlpha, mPNGCompression);
-    if (!ReadBack(pFBO, bAlpha, strFile, *pThread, false)) {
-        mVResults.push_back({strFile, false, mTag});
-        return;
+    std::unique_ptr<ThreadImageSave_cls> pThread;
+    if (count == 2)
+        pThread = std::make_unique<ThreadImageSaveScanline_cls>();
+    else
+        pThread = std::make_unique<ThreadImageSave_cls>();
+    pThread->SetParameters(pFBOs[0]->GetWidth(), size.x, size.y, strFile, bAlpha, mPNGCompression);
+    for (int i = 0; i < count; ++i) {
+        if (!ReadBack(pFBOs[i], bAlpha, strFile, *pThread, i == 1)) {
+            mVResults.push_back({strFile, false, mTag});
+            return;
+        }
     }
     Start(*pSlot, std::move(pThread), strFile);
 }
 
+void ImageIO_cls::SaveImageFromFBO(FBO_cls* pFBO, wxSize size, const wxString& strPath, bool bAlpha) {
+    Save(&pFBO, 1, size, strPath, bAlpha);
+}
+
 void ImageIO_cls::SaveImageFromFBOScanLine(FBO_cls** pFBOs, wxSize size, const wxString& strPath) {
-    const wxFileName fn(strPath);
-    if (!fn.GetPath().empty() && !wxFileName::DirExists(fn.GetPath()))
-        return;
-    const std::string strFile = strPath.utf8_string();
-    ++mSaveCount;
-    Slot_cls* pSlot = TakeNextSlot();
-    auto pThread = std::make_unique<ThreadImageSaveScanline_cls>();
-    pThread->SetParameters(pFBOs[0]->GetWidth(), size.x, size.y, strFile, false, mPNGCompression);
-    if (!ReadBack(pFBOs[0], false, strFile, *pThread, false) ||
-        !ReadBack(pFBOs[1], false, strFile, *pThread, true)) {
-        mVResults.push_back({strFile, false, mTag});
-        return;
-    }
-    Start(*pSlot, std::move(pThread), strFile);
+    Save(pFBOs, 2, size, strPath, false);
 }
 
 void ImageIO_cls::PrepareViewportInfo() {

@@ -71,6 +71,8 @@ private:
     bool ReadBack(FBO_cls* pFBO, bool bAlpha, const std::string& strPath, ThreadImageSave_cls& thread,
                   bool bSecondEye);
     Slot_cls* TakeNextSlot();
+    // One buffer, or two eyes merged by scan lines.
+    void Save(FBO_cls* const* pFBOs, int count, wxSize size, const wxString& strPath, bool bAlpha);
     void Start(Slot_cls& slot, std::unique_ptr<ThreadImageSave_cls> pThread, const std::string& strPath);
 
     Slot_cls mSlots[msSlotNum];

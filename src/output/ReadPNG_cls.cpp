@@ -18,47 +18,40 @@ std::vector<std::vector<png_byte>> ReadRows(png_structp png, png_infop info) {
 }
 } // namespace
 
-bool ReadPNG_cls::ReadPNGMain8bit(void* pPng, void* pInfo, PNGImage_cls& image) {
-    png_structp png = static_cast<png_structp>(pPng);
-    png_infop info = static_cast<png_infop>(pInfo);
+namespace {
+// Splits the rows into RGB and alpha; sample(p) reads one sample of the file's width.
+template <class T, class Sample_T>
+void SplitRows(png_structp png, png_infop info, PNGImage_cls& image, std::vector<T>& vRGB,
+               std::vector<T>& vAlpha, Sample_T sample) {
     const std::vector<std::vector<png_byte>> vRows = ReadRows(png, info);
     const int channels = image.mbAlpha ? 4 : 3;
-    image.mVRGB8.resize(static_cast<size_t>(image.mWidth) * image.mHeight * 3);
+    const size_t bytes = sizeof(T);
+    vRGB.resize(static_cast<size_t>(image.mWidth) * image.mHeight * 3);
     if (image.mbAlpha)
-        image.mVAlpha8.resize(static_cast<size_t>(image.mWidth) * image.mHeight);
+        vAlpha.resize(static_cast<size_t>(image.mWidth) * image.mHeight);
     for (int y = 0; y < image.mHeight; ++y) {
         for (int x = 0; x < image.mWidth; ++x) {
-            const png_byte* p = vRows[y].data() + static_cast<size_t>(x) * channels;
+            const png_byte* p = vRows[y].data() + static_cast<size_t>(x) * channels * bytes;
             const size_t i = static_cast<size_t>(y) * image.mWidth + x;
             for (int c = 0; c < 3; ++c)
-                image.mVRGB8[i * 3 + c] = p[c];
+                vRGB[i * 3 + c] = sample(p + c * bytes);
             if (image.mbAlpha)
-                image.mVAlpha8[i] = p[3];
+                vAlpha[i] = sample(p + 3 * bytes);
         }
     }
+}
+} // namespace
+
+bool ReadPNG_cls::ReadPNGMain8bit(void* pPng, void* pInfo, PNGImage_cls& image) {
+    SplitRows(static_cast<png_structp>(pPng), static_cast<png_infop>(pInfo), image, image.mVRGB8,
+              image.mVAlpha8, [](const png_byte* p) { return static_cast<uint8_t>(p[0]); });
     return true;
 }
 
 bool ReadPNG_cls::ReadPNGMain16bit(void* pPng, void* pInfo, PNGImage_cls& image) {
-    png_structp png = static_cast<png_structp>(pPng);
-    png_infop info = static_cast<png_infop>(pInfo);
-    const std::vector<std::vector<png_byte>> vRows = ReadRows(png, info);
-    const int channels = image.mbAlpha ? 4 : 3;
-    image.mVRGB16.resize(static_cast<size_t>(image.mWidth) * image.mHeight * 3);
-    if (image.mbAlpha)
-        image.mVAlpha16.resize(static_cast<size_t>(image.mWidth) * image.mHeight);
     // The file holds big-endian samples.
-    auto sample = [](const png_byte* p) { return static_cast<uint16_t>((p[0] << 8) | p[1]); };
-    for (int y = 0; y < image.mHeight; ++y) {
-        for (int x = 0; x < image.mWidth; ++x) {
-            const png_byte* p = vRows[y].data() + static_cast<size_t>(x) * channels * 2;
-            const size_t i = static_cast<size_t>(y) * image.mWidth + x;
-            for (int c = 0; c < 3; ++c)
-                image.mVRGB16[i * 3 + c] = sample(p + c * 2);
-            if (image.mbAlpha)
-                image.mVAlpha16[i] = sample(p + 6);
-        }
-    }
+    SplitRows(static_cast<png_structp>(pPng), static_cast<png_infop>(pInfo), image, image.mVRGB16,
+              image.mVAlpha16, [](const png_byte* p) { return static_cast<uint16_t>((p[0] << 8) | p[1]); });
     return true;
 }
 
