@@ -33,6 +33,7 @@ public:
     }
 
 private:
-    static bool ReadPNGMain8bit(void* pPng, void* pInfo, PNGImage_cls& image);
-    static bool ReadPNGMain16bit(void* pPng, void* pInfo, PNGImage_cls& image);
+    // pRows: the row buffers, owned by ReadPNG.
+    static bool ReadPNGMain8bit(void* pPng, void* pInfo, void* pRows, PNGImage_cls& image);
+    static bool ReadPNGMain16bit(void* pPng, void* pInfo, void* pRows, PNGImage_cls& image);
 };
