@@ -10,6 +10,7 @@ packages=(
     libpng-dev zlib1g-dev libtiff-dev libjpeg-dev libdeflate-dev libfast-float-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     xvfb xauth xdotool imagemagick gcovr
+    libopenexr-dev parallel slurm-wlm munge ffmpeg
 )
 
 missing=()

@@ -23,5 +23,6 @@ void main() {
     c = mix(vec3(grey), c, 1.0 + float(saturation) / 100.0);
     if (blendMode == 1)
         c = mix(src.rgb, c, alpha);
-    gl_FragColor = vec4(c, src.a);
+    // The vertex colour's alpha weighs the output: the accumulation adds each step at 1 / samples.
+    gl_FragColor = vec4(c, src.a) * gl_Color.a;
 }

@@ -19,6 +19,7 @@ void RegisterViewerServices();
 void RegisterModifierServices();
 void RegisterRenderServices();
 void RegisterFilterServices();
+void RegisterOutputServices();
 void RegisterUIServices();
 
 // The layers that register something, bottom-up in the order of their dependencies.
@@ -34,6 +35,8 @@ enum class ServiceLayer_enum {
     Render,
     // The post-filter chain over the rendered picture: GL, no display.
     Filter,
+    // Image writers, record buffers and accumulation: GL, no windows.
+    Output,
     Window,
     // The highest layer that needs no display: where the headless programs stop.
     Headless = Modifier,
@@ -63,6 +66,8 @@ template <ServiceLayer_enum Top = ServiceLayer_enum::All> void RegisterServices(
     // The chain installs itself as the frame passes' filter.
     if constexpr (Top >= ServiceLayer_enum::Filter)
         RegisterFilterServices();
+    if constexpr (Top >= ServiceLayer_enum::Output)
+        RegisterOutputServices();
     if constexpr (Top >= ServiceLayer_enum::Window)
         RegisterUIServices();
 }

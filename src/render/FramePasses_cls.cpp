@@ -7,6 +7,7 @@
 #include "FBO_cls.h"
 #include "FocalBlurProp_cls.h"
 #include "FrameFilter_ifc.h"
+#include "FrameOutput_cls.h"
 #include "GLDrawKinds_cls.h"
 #include "GLDrawStatus_cls.h"
 #include "GLInfo_cls.h"
@@ -454,7 +455,12 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
     }
     const std::vector<float> vPasspartout = GetVPasspartoutInfo();
     const int cameraType = GetCameraType();
-    // The image output's record buffers come with the image output; no frame is recorded yet.
+    // Record buffers: one, or one per eye for the scan-line type and for a file per eye.
+    const int stereoOutput = GpCFrameOutput ? GpCFrameOutput->GetStereoOutput() : 0;
+    const int recordCount = eyes == 2 && (eyeType == 3 || stereoOutput == 1) ? 2 : 1;
+    FBO_cls* pRecords[2] = {nullptr, nullptr};
+    for (int i = 0; GpCFrameOutput && i < recordCount; ++i)
+        pRecords[i] = GpCFrameOutput->GetPCNewFBOForRecord(size, this);
     // The wide-angle camera gives one part of the plain camera's angle until it exists.
     const int parts = 1;
     const double degreeV = angle;
@@ -477,7 +483,8 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
         const bool bRender = mbObjectRedraw && compositeNum >= 1;
         for (int composite = 0; bRender && composite < compositeNum; ++composite) {
             for (int blurStep = 0; blurStep < std::max(1, blurSamples); ++blurStep) {
-                // Motion blur accumulates its steps here once the accumulation buffers exist.
+                if (bBlur && blurStep == 0 && GpCFrameOutput)
+                    GpCFrameOutput->PrepareBuffer(Accumulation_enum::MotionBlur, pTarget);
                 if (GpCBlurCtrl)
                     GpCBlurCtrl->SetBlurStep(blurStep);
                 SetCameraInfo();
@@ -492,7 +499,9 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
                             // The shadow accumulation buffer is prepared here once shadows exist.
                             shadow.SetShadowVolumeStep(shadowStep, first);
                             for (int ensembleStep = 0; ensembleStep < steps; ++ensembleStep) {
-                                // The ensemble accumulates its steps here once its buffer exists.
+                                const bool bAccumulate = bEnsemble && !bDepthPass && GpCFrameOutput;
+                                if (bAccumulate && ensembleStep == 0)
+                                    GpCFrameOutput->PrepareBuffer(Accumulation_enum::Ensemble, pFBO);
                                 if (GpCEnsembleCtrl)
                                     GpCEnsembleCtrl->SetEnsembleStep(ensembleStep);
                                 BeginFBOAndSetStatus(pFBO, shadowStep == first ? "GLBG" : "Black", degreeV,
@@ -500,6 +509,8 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
                                 SetModelViewForEachFBO(eyeType, eye, part, ensembleStep, cameraType);
                                 if (GpCShaderCtrl)
                                     GpCShaderCtrl->PrepareViewportInfo();
+                                if (GpCFrameOutput)
+                                    GpCFrameOutput->PrepareViewportInfo();
                                 if (!TimeCtrl_cls::msbForceAbort.load(std::memory_order_acquire)) {
                                     wxLogDebug("fbo%d Start %ld ms", part, stopWatch.Time());
                                     DrawEachFBO(ensembleStep, false);
@@ -508,8 +519,12 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
                                     // other than 0 once they exist.
                                 }
                                 pFBO->End();
+                                if (bAccumulate)
+                                    GpCFrameOutput->DrawOnBuffer(Accumulation_enum::Ensemble, pFBO, steps);
                                 // The status gauge of nested sub-passes belongs to the main frame.
                             }
+                            if (bEnsemble && !bDepthPass && GpCFrameOutput)
+                                GpCFrameOutput->DrawFromBuffer(Accumulation_enum::Ensemble, pFBO);
                             if (GpCEnsembleCtrl)
                                 GpCEnsembleCtrl->SetEnsembleStep(0);
                         }
@@ -528,7 +543,11 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
                 glDisable(GL_BLEND);
                 glDisable(GL_LIGHTING);
                 glColor4f(1.f, 1.f, 1.f, 1.f);
+                if (bBlur && GpCFrameOutput)
+                    GpCFrameOutput->DrawOnBuffer(Accumulation_enum::MotionBlur, pTarget, blurSamples);
             }
+            if (bBlur && GpCFrameOutput)
+                GpCFrameOutput->DrawFromBuffer(Accumulation_enum::MotionBlur, pTarget);
             if (GpCBlurCtrl)
                 GpCBlurCtrl->SetBlurStep(0);
             // Two composite images are stored and overlapped here once the image composer exists.
@@ -542,7 +561,15 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
         eyes == 2 ? mpCFBOProcessedEye[0] : GetNewPCFilterProcessed(mpCFBOMain.get(), vPasspartout);
 
     const int fit = GetFitIndex(cameraType, static_cast<double>(visibleWidth) / visibleHeight);
-    // Record buffers and the navigator are drawn here once the image output and the navigator exist.
+    if (pRecords[0]) {
+        FBO_cls* pProcessed[2] = {mpCFBOProcessed, mpCFBOProcessed};
+        if (recordCount == 2 && eyes == 2) {
+            pProcessed[0] = mpCFBOProcessedEye[0];
+            pProcessed[1] = mpCFBOProcessedEye[1];
+        }
+        GpCFrameOutput->PrepareFBOForRecord(recordCount, pRecords, pProcessed, fit);
+    }
+    // The navigator is drawn here once it exists.
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, targetFramebuffer);
     const int yOffset = static_cast<int>((clientHeight - visibleHeight) * 0.5);
     mpCFBOProcessed->DrawOnScreen2DFit(clientWidth, clientHeight, fit, false, yOffset);
@@ -554,4 +581,6 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
     CheckGLError("DRAW ON SCREEN");
     glFlush();
     ClearQueue();
+    if (pRecords[0])
+        GpCFrameOutput->ProcSaveImage(recordCount, pRecords, eyeType, stereoOutput);
 }

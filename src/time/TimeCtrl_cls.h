@@ -142,6 +142,8 @@ public:
     bool mbOutputRunning = false;
     bool mbFrameWritten = false;
     bool mbOutputResumed = false;
+    // A run for one picture: the output code stops playback once that frame is saved.
+    bool mbOneShot = false;
     ExpectTime_cls mCExpectTime;
     double mInterpFactorForComposit = 0.0;
     // Whether a run that is not resumed starts from the work area start ("RenderFromIn=" of

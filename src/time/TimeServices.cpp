@@ -1,6 +1,7 @@
 #include "TimeServices.h"
 
 #include "EnsembleCtrl_cls.h"
+#include "Halton_cls.h"
 #include "Main_cls.h"
 #include "MotionBlurCtrl_cls.h"
 #include "OwnedService_cls.h"
@@ -10,6 +11,7 @@
 void RegisterTimeServices() {
     OwnedService_cls::RegisterList(SVC_BlurCtrl, RECV_BLUR_CTRL, GpCBlurCtrl);
     OwnedService_cls::RegisterList(SVC_EnsembleCtrl, RECV_ENSEMBLE_CTRL, GpCEnsembleCtrl);
+    OwnedService_cls::Register(SVC_Halton, GpCHalton);
     ClassProvider_cls::SetServiceMaker(
         SVC_Queue,
         [] {

@@ -7,6 +7,7 @@
 #include "PropertyObject_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObj_cls.h"
+#include "PropertyRender_cls.h"
 #include "SplittableWindow_cls.h"
 
 #include <wx/intl.h>
@@ -20,6 +21,8 @@ Property_cls::Property_cls(SplittableWindow_cls* pOwner) : wxPanelEX(pOwner, _PA
     mpCBook->AddPage(mpCPageObject, _("Object"), true);
     mpCPageFilter = new PropertyFilter_cls(mpCBook);
     mpCBook->AddPage(mpCPageFilter, _("Scene Filter"), false);
+    mpCPageRender = new PropertyRender_cls(mpCBook);
+    mpCBook->AddPage(mpCPageRender, _("Render"), false);
     auto* pSizer = new wxBoxSizer(wxVERTICAL);
     pSizer->Add(mpCPanelBar, 0, wxEXPAND);
     pSizer->Add(mpCBook, 1, wxEXPAND);
@@ -54,6 +57,7 @@ void Property_cls::UpdatePanelSelf(const wxString& strName, bool) {
     SyncKindPage();
     if (mpCPageKind)
         mpCPageKind->UpdatePage(strName);
+    mpCPageRender->UpdatePage(strName);
 }
 
 void Property_cls::ProcAfterMathSelf(const wxString& strWhat, const wxString&) {

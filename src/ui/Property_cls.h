@@ -9,6 +9,7 @@
 class PropertyFilter_cls;
 class PropertyKindPage_cls;
 class PropertyObject_cls;
+class PropertyRender_cls;
 class wxNotebook;
 
 class Property_cls : public wxPanelEX {
@@ -24,6 +25,7 @@ public:
     // Puts the page of the active object's kind in the book, or takes it out; keeps the page
     // while the kind stays.
     void SyncKindPage();
+    PropertyRender_cls* mpCPageRender = nullptr; // a page of the book
     wxString mStrBlock;
 
 protected:

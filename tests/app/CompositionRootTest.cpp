@@ -81,7 +81,7 @@ TEST(CompositionRoot, OnlyTheRootCallsTheLayersRegistrations) {
                                                 "RegisterLuaServices", "RegisterSceneServices",
                                                 "RegisterPrepServices", "RegisterViewerServices",
                                                 "RegisterModifierServices", "RegisterRenderServices",
-                                                "RegisterFilterServices", "RegisterUIServices"}));
+                                                "RegisterFilterServices", "RegisterOutputServices", "RegisterUIServices"}));
 }
 
 TEST(CompositionRoot, TheFixturesStartThroughTheSharedOne) {

@@ -1,0 +1,3 @@
+#include "FrameOutput_cls.h"
+
+FrameOutput_cls* GpCFrameOutput = nullptr;

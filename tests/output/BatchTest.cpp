@@ -1,0 +1,247 @@
+#include "BatchProcess.h"
+#include "ReadPNG_cls.h"
+#include "TestSupport.h"
+
+#include <gtest/gtest.h>
+#include <wx/dir.h>
+
+#include <chrono>
+#include <map>
+#include <thread>
+
+namespace {
+const std::string kDemo = std::string(ORV_SOURCE_DIR) + "/examples/demo.ovp";
+
+// Every file of the folder (not the hidden ones) with its bytes.
+std::map<std::string, std::string> Files(const wxString& strDir) {
+    std::map<std::string, std::string> m;
+    wxArrayString astr;
+    wxDir::GetAllFiles(strDir, &astr, wxEmptyString, wxDIR_FILES);
+    for (const wxString& str : astr)
+        m[wxFileName(str).GetFullName().utf8_string()] = ReadBytes(str);
+    return m;
+}
+
+int CountFiles(const wxString& strDir, const wxString& strSpec) {
+    wxArrayString astr;
+    wxDir::GetAllFiles(strDir, &astr, strSpec, wxDIR_FILES);
+    return static_cast<int>(astr.size());
+}
+
+std::vector<std::string> Args(const TempDir_cls& dir, const std::string& strFrames,
+                              std::vector<std::string> vStrMore = {}) {
+    std::vector<std::string> v = {kDemo,      "--out",   dir.Path("f%04d.png").utf8_string(),
+                                  "--frames", strFrames, "--size",
+                                  "64x36",    "--quiet"};
+    v.insert(v.end(), vStrMore.begin(), vStrMore.end());
+    return v;
+}
+
+// Skips the test when this machine gives no GL context (the batch says so with exit code 2).
+#define SKIP_WITHOUT_GL(code, log)                                                                           \
+    if ((code) == 2 && (log).find("no GL context") != std::string::npos) {                                   \
+        GTEST_SKIP() << log;                                                                                 \
+    }
+} // namespace
+
+TEST(BatchTest, RendersTheDemoAndItsPixelsShowTheScene) {
+    TempDir_cls dir;
+    std::string strLog;
+    const int code = BatchProcess_cls::Run(
+        {kDemo, "--out", dir.Path("f%04d.png").utf8_string(), "--frames", "0-60:60", "--size", "64x36"},
+        strLog);
+    SKIP_WITHOUT_GL(code, strLog);
+    ASSERT_EQ(code, 0) << strLog;
+    // Every 60th half frame from 0 to 60: frames 0, 30 and 60. One progress line each, and the summary.
+    EXPECT_EQ(BatchProcess_cls::CountLines(strLog, "orvantis4-batch: ["), 3) << strLog;
+    EXPECT_NE(strLog.find("3 written, 0 skipped, 0 failed"), std::string::npos) << strLog;
+    // Frame 60 is step 120 with two subframes a frame.
+    PNGImage_cls a, b;
+    ASSERT_TRUE(ReadPNG_cls::ReadPNG(dir.Path("f0000.png"), a));
+    ASSERT_TRUE(ReadPNG_cls::ReadPNG(dir.Path("f0120.png"), b));
+    ASSERT_EQ(a.mWidth, 64);
+    ASSERT_EQ(a.mHeight, 36);
+    auto px = [](const PNGImage_cls& image, int x, int y) {
+        return &image.mVRGB8[(y * image.mWidth + x) * 3];
+    };
+    // The corner is the background "GLBG" (0.22, 0.22, 0.24).
+    EXPECT_NEAR(px(b, 1, 1)[0], 56, 1);
+    EXPECT_NEAR(px(b, 1, 1)[2], 61, 1);
+    // The moving planet's dark side covers the right middle at frame 60, not at frame 0.
+    EXPECT_LT(px(b, 49, 18)[0], 35);
+    EXPECT_NE(ReadBytes(dir.Path("f0000.png")), ReadBytes(dir.Path("f0120.png")));
+    // No claim and no temporary file is left.
+    EXPECT_EQ(CountFiles(dir.mStrPath, "*.claim"), 0);
+    EXPECT_EQ(Files(dir.mStrPath).size(), 3u);
+}
+
+TEST(BatchTest, SameFramesTwiceAndInFourShardsGiveTheSameBytes) {
+    TempDir_cls one, two, shards;
+    std::string strLog;
+    int code = BatchProcess_cls::Run(Args(one, "0-5"), strLog);
+    SKIP_WITHOUT_GL(code, strLog);
+    ASSERT_EQ(code, 0) << strLog;
+    ASSERT_EQ(BatchProcess_cls::Run(Args(two, "0-5"), strLog), 0) << strLog;
+    const auto reference = Files(one.mStrPath);
+    EXPECT_EQ(reference.size(), 11u); // (0,0) .. (5,0) in half frames
+    EXPECT_EQ(Files(two.mStrPath), reference);
+    // Four workers at once on one folder, each its shard.
+    std::vector<pid_t> vPids;
+    for (int shard = 0; shard < 4; ++shard)
+        vPids.push_back(
+            BatchProcess_cls::Start(Args(shards, "0-5", {"--shard", std::to_string(shard) + "/4"}),
+                                    shards.Path(wxString::Format(".log%d", shard)).utf8_string()));
+    for (pid_t pid : vPids)
+        EXPECT_EQ(BatchProcess_cls::Wait(pid), 0);
+    EXPECT_EQ(Files(shards.mStrPath), reference);
+}
+
+TEST(BatchTest, KilledRunResumesWithSkipExistingToTheSameBytes) {
+    TempDir_cls reference, dir;
+    std::string strLog;
+    int code = BatchProcess_cls::Run(Args(reference, "0-12"), strLog);
+    SKIP_WITHOUT_GL(code, strLog);
+    ASSERT_EQ(code, 0) << strLog;
+    const auto vReference = Files(reference.mStrPath);
+    ASSERT_EQ(vReference.size(), 25u);
+    const pid_t pid =
+        BatchProcess_cls::Start(Args(dir, "0-12", {"--png-level", "6"}), dir.Path(".log").utf8_string());
+    // Kill it once some frames are written and before the end.
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+    while (CountFiles(dir.mStrPath, "f*.png") < 4 && std::chrono::steady_clock::now() < deadline)
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    kill(pid, SIGKILL);
+    EXPECT_EQ(BatchProcess_cls::Wait(pid), 128 + SIGKILL);
+    const int written = CountFiles(dir.mStrPath, "f*.png");
+    if (written >= 25) {
+        GTEST_SKIP() << "the run finished before it could be killed";
+    }
+    const int claims = CountFiles(dir.mStrPath, "*.claim");
+    // Whatever was renamed into place is whole and right.
+    for (const auto& [name, bytes] : Files(dir.mStrPath)) {
+        if (name.find(".claim") == std::string::npos) {
+            EXPECT_EQ(bytes, vReference.at(name)) << name;
+        }
+    }
+    code = BatchProcess_cls::Run(Args(dir, "0-12", {"--skip-existing"}), strLog);
+    ASSERT_EQ(code, 0) << strLog;
+    // The files that were there are skipped; only the rest is rendered, the frames in flight
+    // (whose claims the dead process left) among them.
+    EXPECT_NE(strLog.find(std::to_string(25 - written) + " written, " + std::to_string(written) + " skipped"),
+              std::string::npos)
+        << strLog << " (claims left: " << claims << ")";
+    // Same names and bytes, and no claim left (a file renamed just before the kill kept its claim
+    // until the resume found it stale).
+    const auto vAfter = Files(dir.mStrPath);
+    EXPECT_EQ(vAfter.size(), vReference.size());
+    EXPECT_TRUE(vAfter == vReference) << "the resumed files differ from a full run";
+}
+
+TEST(BatchTest, ExitCodes) {
+    TempDir_cls dir;
+    // A file where a folder should be, and a folder where a frame's file should go.
+    ASSERT_TRUE(WriteBytes(dir.Path("plainfile"), "x"));
+    ASSERT_TRUE(wxFileName::Mkdir(dir.Path("f0002.png")));
+    ASSERT_TRUE(WriteBytes(dir.Path("broken.ovp"), ""));
+    struct Case_cls {
+        const char* name;
+        std::vector<std::string> args;
+        std::vector<std::string> env;
+        int code;
+        std::string message;
+    };
+    const std::string strOut = dir.Path("f%04d.png").utf8_string();
+    const Case_cls cases[] = {
+        {"all written",
+         {kDemo, "--out", dir.Path("ok%04d.png").utf8_string(), "--frames", "0-1", "--size", "8x8"},
+         {},
+         0,
+         "3 written, 0 skipped, 0 failed"},
+        {"one frame cannot be renamed into place",
+         {kDemo, "--out", strOut, "--frames", "0-1", "--size", "8x8"},
+         {},
+         1,
+         "failed: " + dir.Path("f0002.png").utf8_string()},
+        {"bad argument", {kDemo, "--frames", "x"}, {}, 2, "--frames wants"},
+        {"no project", {}, {}, 2, "no project given"},
+        {"unreadable project", {dir.Path("missing.ovp").utf8_string()}, {}, 2, "cannot read the project"},
+        {"missing folder",
+         {kDemo, "--out", dir.Path("none/f%04d.png").utf8_string()},
+         {},
+         2,
+         "does not exist"},
+        {"file as folder",
+         {kDemo, "--out", dir.Path("plainfile/f%04d.png").utf8_string()},
+         {},
+         2,
+         "does not exist"},
+        {"unknown format", {kDemo, "--out", dir.Path("f%04d.xyz").utf8_string()}, {}, 2, "no writer for"},
+        {"no GL context", {kDemo, "--out", strOut}, {"LIBGL_DRIVERS_PATH=/nonexistent"}, 2, "no GL context"},
+    };
+    for (const Case_cls& c : cases) {
+        SCOPED_TRACE(c.name);
+        std::string strLog;
+        const int code = BatchProcess_cls::Run(c.args, strLog, c.env);
+        if (c.code != 2 && code == 2 && strLog.find("no GL context") != std::string::npos)
+            continue; // a machine without GL: only the refusals can be checked
+        EXPECT_EQ(code, c.code) << strLog;
+        EXPECT_NE(strLog.find(c.message), std::string::npos) << strLog;
+    }
+    // The refused frame kept no claim; the others were written.
+    EXPECT_EQ(CountFiles(dir.mStrPath, "*.claim"), 0);
+}
+
+TEST(BatchTest, VideoNeedsFfmpeg) {
+    TempDir_cls dir;
+    std::string strLog;
+    const bool bFfmpeg = system("command -v ffmpeg >/dev/null 2>&1") == 0;
+    const int code =
+        BatchProcess_cls::Run(Args(dir, "0-2", {"--video", dir.Path("a.mp4").utf8_string()}), strLog);
+    SKIP_WITHOUT_GL(code, strLog);
+    if (!bFfmpeg) {
+        EXPECT_EQ(code, 2);
+        EXPECT_NE(strLog.find("--video needs ffmpeg, which is not installed"), std::string::npos) << strLog;
+        return;
+    }
+    ASSERT_EQ(code, 0) << strLog;
+    EXPECT_GT(ReadBytes(dir.Path("a.mp4")).size(), 100u);
+}
+
+TEST(BatchTest, GnuParallelOverFourShards) {
+    if (system("command -v parallel >/dev/null 2>&1") != 0)
+        GTEST_SKIP() << "GNU parallel is not installed (Debian package parallel)";
+    TempDir_cls one, shards;
+    std::string strLog;
+    int code = BatchProcess_cls::Run(Args(one, "0-5"), strLog);
+    SKIP_WITHOUT_GL(code, strLog);
+    ASSERT_EQ(code, 0) << strLog;
+    const std::string strCommand = "parallel --will-cite " + std::string(ORV_BATCH_EXE) + " " + kDemo +
+                                   " --out '" + shards.Path("f%04d.png").utf8_string() +
+                                   "' --frames 0-5 --size 64x36 --quiet --shard {}/4 ::: 0 1 2 3";
+    ASSERT_EQ(system(strCommand.c_str()), 0) << strCommand;
+    EXPECT_EQ(Files(shards.mStrPath), Files(one.mStrPath));
+}
+
+TEST(BatchTest, ParticleProjectInShardsMatchesOneRun) {
+    // The LAMMPS example: its frames are prepared from dumps read by the object's reader, each
+    // frame from scratch whatever frame the worker rendered before.
+    const std::string strMelt = std::string(ORV_SOURCE_DIR) + "/examples/lammps/melt.ovp";
+    TempDir_cls one, shards;
+    auto args = [&](const TempDir_cls& dir, std::vector<std::string> vMore) {
+        std::vector<std::string> v = {strMelt,    "--out",  dir.Path("m%04d.png").utf8_string(),
+                                      "--frames", "0-4",    "--size",
+                                      "48x48",    "--quiet"};
+        v.insert(v.end(), vMore.begin(), vMore.end());
+        return v;
+    };
+    std::string strLog;
+    const int code = BatchProcess_cls::Run(args(one, {}), strLog);
+    SKIP_WITHOUT_GL(code, strLog);
+    ASSERT_EQ(code, 0) << strLog;
+    for (int shard = 0; shard < 3; ++shard)
+        ASSERT_EQ(BatchProcess_cls::Run(args(shards, {"--shard", std::to_string(shard) + "/3"}), strLog), 0)
+            << strLog;
+    const auto vOne = Files(one.mStrPath);
+    EXPECT_EQ(vOne.size(), 9u);
+    EXPECT_TRUE(Files(shards.mStrPath) == vOne);
+}
