@@ -2,6 +2,7 @@
 
 #include "GLCanvas_cls.h"
 #include "PanelBar_cls.h"
+#include "PropertyRender_cls.h"
 #include "SplittableWindow_cls.h"
 
 #include <wx/button.h>
@@ -9,8 +10,10 @@
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <vector>
 
 const char* const View3DPanel_cls::msStrIdleLine = "UpdateByIDLE. Not so good. Try another method if able.";
 
@@ -18,7 +21,18 @@ namespace {
 const char* const kFieldLabels[7] = {"Pos X", "Pos Y", "Pos Z", "Tgt X", "Tgt Y", "Tgt Z", "Angle"};
 } // namespace
 
+namespace {
+// The 3D views of the process, oldest first: the render page records through the first.
+std::vector<View3DPanel_cls*> GVPanel;
+
+View3D_cls* GetActiveView() {
+    return GVPanel.empty() ? nullptr : &GVPanel.front()->GetView();
+}
+} // namespace
+
 View3DPanel_cls::View3DPanel_cls(SplittableWindow_cls* pOwner) : wxPanelEX(pOwner, _PANEL_VIEW3D) {
+    GVPanel.push_back(this);
+    PropertyRender_cls::msFuncGetActiveView = &GetActiveView;
     ConstructPanelBar();
     mpCCanvas = new GLCanvas_cls(this, &mCView);
     mpCCanvas->mFuncPoseChanged = [this] { UpdateNumPanel(); };
@@ -53,7 +67,11 @@ View3DPanel_cls::View3DPanel_cls(SplittableWindow_cls* pOwner) : wxPanelEX(pOwne
     UpdateNumPanel();
 }
 
-View3DPanel_cls::~View3DPanel_cls() = default;
+View3DPanel_cls::~View3DPanel_cls() {
+    GVPanel.erase(std::remove(GVPanel.begin(), GVPanel.end(), this), GVPanel.end());
+    if (GVPanel.empty())
+        PropertyRender_cls::msFuncGetActiveView = nullptr;
+}
 
 bool View3DPanel_cls::ReadStrLine(std::wistream& stream, const wxString& strKey, const wxString& strRest) {
     if (!mCView.ReadStrLine(stream, strKey, strRest))
