@@ -171,14 +171,14 @@ TEST_F(OutputGLTest, EnsembleAndMotionBlurAverageTheirSteps) {
     ASSERT_NE(GpCFrameOutput, nullptr);
     const std::vector<std::array<float, 4>> vColors = {
         {0.f, 0.2f, 1.f, 1.f}, {1.f, 0.6f, 1.f, 1.f}, {0.f, 0.2f, 0.f, 1.f}, {1.f, 1.f, 0.f, 1.f}};
-    // The plain average, and the average taken after the exposure's gamma 2.2 (c^(1/2.2)), sent
-    // back through gamma 0.4545.
+    // The plain average, and the average in linear light: each step through the exposure's gamma
+    // 2.2 (c^2.2), the sum encoded again with gamma 0.4545.
     auto average = [&](int c, bool bGamma) {
         double sum = 0.0;
         for (const auto& col : vColors)
-            sum += bGamma ? std::pow(col[c], 1.0 / 2.2) : col[c];
+            sum += bGamma ? std::pow(col[c], 2.2) : col[c];
         sum /= vColors.size();
-        return bGamma ? std::pow(sum, 1.0 / 0.4545) : sum;
+        return bGamma ? std::pow(sum, 0.4545) : sum;
     };
     for (Accumulation_enum kind : {Accumulation_enum::Ensemble, Accumulation_enum::MotionBlur}) {
         for (bool bGamma : {false, true}) {
@@ -194,13 +194,13 @@ TEST_F(OutputGLTest, EnsembleAndMotionBlurAverageTheirSteps) {
                 PixelNear(px, average(0, bGamma), average(1, bGamma), average(2, bGamma), 1.f, 0.01f));
         }
     }
-    // Gamma on and off differ on a mix of dark and bright: 0.5 against about 0.22.
+    // Gamma on and off differ on a mix of dark and bright: 0.5 against about 0.73.
     GpCEnsembleCtrl->mCUseGammaForEnsemble.SetBodyFromData("1");
     const float linear = Accumulate(Accumulation_enum::Ensemble, {{0, 0, 0, 1}, {1, 1, 1, 1}}).r;
     GpCEnsembleCtrl->mCUseGammaForEnsemble.SetBodyFromData("0");
     const float plain = Accumulate(Accumulation_enum::Ensemble, {{0, 0, 0, 1}, {1, 1, 1, 1}}).r;
     EXPECT_NEAR(plain, 0.5f, 0.01f);
-    EXPECT_NEAR(linear, std::pow(0.5, 2.2), 0.01f);
+    EXPECT_NEAR(linear, std::pow(0.5, 0.4545), 0.01f);
     // One sample adds the image once at full weight.
     const Pixel_cls one = Accumulate(Accumulation_enum::MotionBlur, {{0.3f, 0.6f, 0.9f, 1.f}});
     EXPECT_TRUE(PixelNear(one, 0.3f, 0.6f, 0.9f, 1.f, 0.01f));

@@ -105,7 +105,10 @@ protected:
 };
 
 TEST_F(ParticlePageTest, PageFollowsTheActiveObjectsKind) {
-    EXPECT_EQ(mpProperty->mpCBook->GetPageText(1), "Particle");
+    ASSERT_NE(mpProperty->mpCPageKind, nullptr);
+    const int index = mpProperty->mpCBook->FindPage(mpProperty->mpCPageKind);
+    ASSERT_GE(index, 0);
+    EXPECT_EQ(mpProperty->mpCBook->GetPageText(static_cast<size_t>(index)), "Particle");
     const int pages = static_cast<int>(mpProperty->mpCBook->GetPageCount());
     SelectObject("Box");
     EXPECT_EQ(mpProperty->mpCPageKind, nullptr) << "a box has no kind page";
