@@ -11,6 +11,7 @@
 #include "ShaderItem_cls.h"
 #include "TestSupport.h"
 #include "View3DPanel_cls.h"
+#include "ViewLoop.h"
 
 #include <wx/filefn.h>
 #include <wx/filename.h>
@@ -20,7 +21,6 @@
 #include <chrono>
 #include <cmath>
 #include <set>
-#include <thread>
 
 namespace {
 
@@ -85,24 +85,8 @@ protected:
         ASSERT_TRUE(mpView && mpOutliner);
         mpCanvas = mpView->GetPCCanvas();
     }
-    // What the event loop does for the given time: events (paints among them), then an idle pass,
-    // at the idle loop's own pace when it stays awake.
-    void RunLoop(int millis) {
-        const auto end = Clock::now() + std::chrono::milliseconds(millis);
-        while (Clock::now() < end) {
-            // The events, and the frame's idle pass (which paces itself while it stays awake).
-            wxTheApp->Yield(true);
-            std::this_thread::sleep_for(std::chrono::milliseconds(2));
-        }
-    }
     // Runs the loop until the canvas has painted the scene and the queue is empty.
-    void Settle() {
-        const auto end = Clock::now() + std::chrono::seconds(10);
-        while (Clock::now() < end && mpCanvas && mpCanvas->GetScenePaintCount() == 0)
-            RunLoop(50);
-        RunLoop(300);
-        ASSERT_GT(mpCanvas->GetScenePaintCount(), 0) << "the view never painted";
-    }
+    void Settle() { ASSERT_TRUE(mpCanvas && SettleCanvas(*mpCanvas)) << "the view never painted"; }
     void Send(wxMouseEvent event) { mpCanvas->ProcessMouseEvent(event); }
     // A press, moves along the way and a release, as a quick drag.
     void Drag(wxPoint from, wxPoint to, int steps, bool bShift = false) {
@@ -156,13 +140,7 @@ TEST_F(View3DTest, DemoProjectShowsItsObjectsOnScreen) {
         wxImage::AddHandler(new wxPNGHandler);
     mpCanvas->Refresh();
     RunLoop(300);
-    // Beside the other screenshots of the window tests, to look at.
-#ifdef ORV_BUILD_DIR
-    const wxString strDir = wxString(ORV_BUILD_DIR) + "/ui-screenshots";
-#else
-    const wxString strDir = wxFileName::GetTempDir();
-#endif
-    wxFileName::Mkdir(strDir, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
+    const wxString strDir = ScreenshotDir();
     const wxString strPath = strDir + "/view3d-demo.png";
     ASSERT_EQ(system(("import -window root '" + std::string(strPath.utf8_str()) + "'").c_str()), 0);
     wxImage image;
