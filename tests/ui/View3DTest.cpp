@@ -11,7 +11,7 @@
 #include "ShaderItem_cls.h"
 #include "TestSupport.h"
 #include "View3DPanel_cls.h"
-#include "ViewLoop.h"
+#include "ViewWindowFixture.h"
 
 #include <wx/filefn.h>
 #include <wx/filename.h>
@@ -45,20 +45,12 @@ double Distance(const double* a, const double* b) {
 
 } // namespace
 
-class View3DTest : public UiFixture {
+class View3DTest : public ViewWindowFixture<ServiceLayer_enum::Filter> {
 protected:
-    void RegisterLayers() override {
-        RegisterServices<ServiceLayer_enum::Filter>();
-        RegisterPanelMakers();
-    }
     void SetUp() override {
-        // The programs read their sources when the services are made.
-        ShaderItem_cls::msStrResourceDir = wxString(ORV_SOURCE_DIR) + "/Resource";
-        UiFixture::SetUp();
+        ViewWindowFixture::SetUp();
         if (IsSkipped())
             return;
-        // The first idle of the process reads the start-up layout: it comes before this test's.
-        RunLoop(50);
         ASSERT_TRUE(mpMain->OpenProjectMain(wxString(ORV_SOURCE_DIR) + "/examples/demo.ovp", true));
         // The demo puts the moon beside its planet.
         ASSERT_EQ(GpCSceneObjCtrl->GetPCFromName("Moon")
@@ -68,10 +60,6 @@ protected:
         ReadFrameLayout(kViewLayout);
         FindPanels();
         Settle();
-    }
-    void TearDown() override {
-        UiFixture::TearDown();
-        UnregisterPanelMakers();
     }
     void FindPanels() {
         mpView = nullptr;

@@ -6,10 +6,9 @@
 #include "ImageIO_cls.h"
 #include "ImageOutput_cls.h"
 #include "PropertyRender_cls.h"
-#include "ShaderItem_cls.h"
 #include "TimeCtrl_cls.h"
 #include "View3DPanel_cls.h"
-#include "ViewLoop.h"
+#include "ViewWindowFixture.h"
 
 #include <wx/button.h>
 #include <wx/dir.h>
@@ -24,17 +23,6 @@
 #include <cmath>
 
 namespace {
-
-// Answers every question of the render checks with yes and keeps what was said.
-class YesDialog_cls : public RenderGuard_cls::Dialog_cls {
-public:
-    void ShowMessage(const wxString& strText) override { mVStrTexts.push_back(strText); }
-    bool AskYesNo(const wxString& strText) override {
-        mVStrTexts.push_back(strText);
-        return true;
-    }
-    std::vector<wxString> mVStrTexts;
-};
 
 int ColourDistance(const wxImage& a, int ax, int ay, const wxImage& b, int bx, int by) {
     return std::abs(a.GetRed(ax, ay) - b.GetRed(bx, by)) + std::abs(a.GetGreen(ax, ay) - b.GetGreen(bx, by)) +
@@ -70,23 +58,10 @@ double MeanForegroundColumn(const wxImage& image, int top, int bottom) {
 } // namespace
 
 // The 3D view beside the property panel, with the output services behind the render page.
-class WindowRunTest : public UiFixture {
+class WindowRunTest : public ViewWindowFixture<ServiceLayer_enum::Output> {
 protected:
-    void RegisterLayers() override {
-        RegisterServices<ServiceLayer_enum::Output>();
-        RegisterPanelMakers();
-    }
-    void SetUp() override {
-        ShaderItem_cls::msStrResourceDir = wxString(ORV_SOURCE_DIR) + "/Resource";
-        UiFixture::SetUp();
-        if (IsSkipped())
-            return;
-        // The first idle of the process reads the start-up layout: it comes before this test's.
-        RunLoop(50);
-    }
     void TearDown() override {
-        UiFixture::TearDown();
-        UnregisterPanelMakers();
+        ViewWindowFixture::TearDown();
         if (!mStrOldDir.empty())
             wxSetWorkingDirectory(mStrOldDir);
     }
@@ -133,7 +108,7 @@ TEST_F(WindowRunTest, RenderAnimRecordsTheWorkAreaThroughTheView) {
     ASSERT_NE(GpCImageIO, nullptr);
     if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
         wxImage::AddHandler(new wxPNGHandler);
-    YesDialog_cls dialog;
+    ScriptedDialog_cls dialog;
     mpRender->mpCDialog = &dialog;
 
     // Frames 0, 40 and 80 of the demo's 120: the run stops when the clock reaches 120.
