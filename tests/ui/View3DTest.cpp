@@ -121,11 +121,7 @@ protected:
 };
 
 TEST_F(View3DTest, DemoProjectShowsItsObjectsOnScreen) {
-    SKIP_WITHOUT_DISPLAY();
-    if (!wxFileExists("/usr/bin/import"))
-        GTEST_SKIP() << "imagemagick's import is not installed";
-    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
-        wxImage::AddHandler(new wxPNGHandler);
+    SKIP_WITHOUT_SCREENSHOTS();
     mpCanvas->Refresh();
     RunLoop(300);
     const wxString strDir = ScreenshotDir();

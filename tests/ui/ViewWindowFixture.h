@@ -10,7 +10,9 @@
 #include "UiFixture.h"
 
 #include <wx/app.h>
+#include <wx/filefn.h>
 #include <wx/filename.h>
+#include <wx/image.h>
 
 #include <chrono>
 #include <thread>
@@ -80,3 +82,13 @@ public:
     bool mbAnswer = true;
     std::vector<wxString> mVStrTexts;
 };
+
+// Screenshots of the display need it, imagemagick's import and the PNG handler.
+#define SKIP_WITHOUT_SCREENSHOTS()                                                                           \
+    do {                                                                                                     \
+        SKIP_WITHOUT_DISPLAY();                                                                              \
+        if (!wxFileExists("/usr/bin/import"))                                                                \
+            GTEST_SKIP() << "imagemagick's import is not installed";                                         \
+        if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))                                                        \
+            wxImage::AddHandler(new wxPNGHandler);                                                           \
+    } while (0)

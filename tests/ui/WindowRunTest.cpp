@@ -177,11 +177,7 @@ TEST_F(WindowRunTest, RenderAnimRecordsTheWorkAreaThroughTheView) {
 }
 
 TEST_F(WindowRunTest, PlayingTheMeltMovesItsAtomsInTheView) {
-    SKIP_WITHOUT_DISPLAY();
-    if (!wxFileExists("/usr/bin/import"))
-        GTEST_SKIP() << "imagemagick's import is not installed";
-    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
-        wxImage::AddHandler(new wxPNGHandler);
+    SKIP_WITHOUT_SCREENSHOTS();
     OpenInWindow("examples/lammps/melt.ovp");
     ASSERT_EQ(GpCTimeCtrl->GetFrameCurrent(), 0);
 
