@@ -4,23 +4,10 @@
 #include "PropertyRender_cls.h"
 #include "TimeCtrl_cls.h"
 #include "View3D_cls.h"
+#include "ViewWindowFixture.h"
 
 #include <wx/checkbox.h>
 #include <wx/choice.h>
-
-namespace {
-// Answers from a list; keeps what was shown and asked.
-class ScriptedDialog_cls : public RenderGuard_cls::Dialog_cls {
-public:
-    void ShowMessage(const wxString& strText) override { mVStrTexts.push_back(strText); }
-    bool AskYesNo(const wxString& strText) override {
-        mVStrTexts.push_back(strText);
-        return mbAnswer;
-    }
-    bool mbAnswer = true;
-    std::vector<wxString> mVStrTexts;
-};
-} // namespace
 
 // The property panel with the image output's services behind its render page.
 class RenderPageTest : public ScenePanelsFixture {

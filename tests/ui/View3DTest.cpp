@@ -11,6 +11,7 @@
 #include "ShaderItem_cls.h"
 #include "TestSupport.h"
 #include "View3DPanel_cls.h"
+#include "ViewWindowFixture.h"
 
 #include <wx/filefn.h>
 #include <wx/filename.h>
@@ -20,7 +21,6 @@
 #include <chrono>
 #include <cmath>
 #include <set>
-#include <thread>
 
 namespace {
 
@@ -45,20 +45,12 @@ double Distance(const double* a, const double* b) {
 
 } // namespace
 
-class View3DTest : public UiFixture {
+class View3DTest : public ViewWindowFixture<ServiceLayer_enum::Filter> {
 protected:
-    void RegisterLayers() override {
-        RegisterServices<ServiceLayer_enum::Filter>();
-        RegisterPanelMakers();
-    }
     void SetUp() override {
-        // The programs read their sources when the services are made.
-        ShaderItem_cls::msStrResourceDir = wxString(ORV_SOURCE_DIR) + "/Resource";
-        UiFixture::SetUp();
+        ViewWindowFixture::SetUp();
         if (IsSkipped())
             return;
-        // The first idle of the process reads the start-up layout: it comes before this test's.
-        RunLoop(50);
         ASSERT_TRUE(mpMain->OpenProjectMain(wxString(ORV_SOURCE_DIR) + "/examples/demo.ovp", true));
         // The demo puts the moon beside its planet.
         ASSERT_EQ(GpCSceneObjCtrl->GetPCFromName("Moon")
@@ -68,10 +60,6 @@ protected:
         ReadFrameLayout(kViewLayout);
         FindPanels();
         Settle();
-    }
-    void TearDown() override {
-        UiFixture::TearDown();
-        UnregisterPanelMakers();
     }
     void FindPanels() {
         mpView = nullptr;
@@ -85,24 +73,8 @@ protected:
         ASSERT_TRUE(mpView && mpOutliner);
         mpCanvas = mpView->GetPCCanvas();
     }
-    // What the event loop does for the given time: events (paints among them), then an idle pass,
-    // at the idle loop's own pace when it stays awake.
-    void RunLoop(int millis) {
-        const auto end = Clock::now() + std::chrono::milliseconds(millis);
-        while (Clock::now() < end) {
-            // The events, and the frame's idle pass (which paces itself while it stays awake).
-            wxTheApp->Yield(true);
-            std::this_thread::sleep_for(std::chrono::milliseconds(2));
-        }
-    }
     // Runs the loop until the canvas has painted the scene and the queue is empty.
-    void Settle() {
-        const auto end = Clock::now() + std::chrono::seconds(10);
-        while (Clock::now() < end && mpCanvas && mpCanvas->GetScenePaintCount() == 0)
-            RunLoop(50);
-        RunLoop(300);
-        ASSERT_GT(mpCanvas->GetScenePaintCount(), 0) << "the view never painted";
-    }
+    void Settle() { ASSERT_TRUE(mpCanvas && SettleCanvas(*mpCanvas)) << "the view never painted"; }
     void Send(wxMouseEvent event) { mpCanvas->ProcessMouseEvent(event); }
     // A press, moves along the way and a release, as a quick drag.
     void Drag(wxPoint from, wxPoint to, int steps, bool bShift = false) {
@@ -149,20 +121,10 @@ protected:
 };
 
 TEST_F(View3DTest, DemoProjectShowsItsObjectsOnScreen) {
-    SKIP_WITHOUT_DISPLAY();
-    if (!wxFileExists("/usr/bin/import"))
-        GTEST_SKIP() << "imagemagick's import is not installed";
-    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
-        wxImage::AddHandler(new wxPNGHandler);
+    SKIP_WITHOUT_SCREENSHOTS();
     mpCanvas->Refresh();
     RunLoop(300);
-    // Beside the other screenshots of the window tests, to look at.
-#ifdef ORV_BUILD_DIR
-    const wxString strDir = wxString(ORV_BUILD_DIR) + "/ui-screenshots";
-#else
-    const wxString strDir = wxFileName::GetTempDir();
-#endif
-    wxFileName::Mkdir(strDir, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
+    const wxString strDir = ScreenshotDir();
     const wxString strPath = strDir + "/view3d-demo.png";
     ASSERT_EQ(system(("import -window root '" + std::string(strPath.utf8_str()) + "'").c_str()), 0);
     wxImage image;
