@@ -5,9 +5,9 @@
 #include "PropertyFilter_cls.h"
 #include "PropertyKindPage_cls.h"
 #include "PropertyObject_cls.h"
+#include "PropertyRender_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObj_cls.h"
-#include "PropertyRender_cls.h"
 #include "SplittableWindow_cls.h"
 
 #include <wx/intl.h>

@@ -77,11 +77,11 @@ TEST(CompositionRoot, OnlyTheRootCallsTheLayersRegistrations) {
     std::vector<std::string> vNames;
     for (const std::string& str : vCalls)
         vNames.push_back(str.substr(str.find(' ') + 1));
-    EXPECT_EQ(vNames, (std::vector<std::string>{"RegisterCoreServices", "RegisterTimeServices",
-                                                "RegisterLuaServices", "RegisterSceneServices",
-                                                "RegisterPrepServices", "RegisterViewerServices",
-                                                "RegisterModifierServices", "RegisterRenderServices",
-                                                "RegisterFilterServices", "RegisterOutputServices", "RegisterUIServices"}));
+    EXPECT_EQ(vNames, (std::vector<std::string>{
+                          "RegisterCoreServices", "RegisterTimeServices", "RegisterLuaServices",
+                          "RegisterSceneServices", "RegisterPrepServices", "RegisterViewerServices",
+                          "RegisterModifierServices", "RegisterRenderServices", "RegisterFilterServices",
+                          "RegisterOutputServices", "RegisterUIServices"}));
 }
 
 TEST(CompositionRoot, TheFixturesStartThroughTheSharedOne) {
