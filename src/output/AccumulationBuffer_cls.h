@@ -1,7 +1,7 @@
 // The GL side of ensemble and motion blur: the float buffer each controller keeps, the adding
 // of one step's image at weight 1 / samples, and the drawing of the average back over the target.
-// With the gamma item on the steps are added after an "Exposure" with gamma 2.2 and the sum goes
-// back through gamma 0.4545, so the average is taken in the other domain. GL thread only.
+// With the gamma item on the steps are added after an "Exposure" with gamma 2.2 (c^2.2) and the
+// sum goes back through gamma 0.4545, so the average is taken in linear light. GL thread only.
 #pragma once
 
 class FBO_cls;
