@@ -68,10 +68,6 @@ wxArrayString TableNames(bool bHeader, int type) {
     return a;
 }
 
-wxString JoinNames(const wxArrayString& a) {
-    return wxJoin(a, ' ', '\0');
-}
-
 // The list as the format's Update commands take it.
 wxString JoinForCommand(const wxArrayString& a) {
     wxString str;
