@@ -1,5 +1,5 @@
-// The process up to the renderer in a context with no display, as the GL benchmarks need it:
-// the context, the services of every layer up to the renderer, and a core working in a
+// The process up to a GL layer (the renderer unless asked) in a context with no display, as the
+// GL benchmarks need it: the context, the services of every layer up to it, and a core working in a
 // temporary folder that goes with it. A benchmark's stage holds one as its first member, so the
 // GL objects of the stage go while the context still stands.
 #pragma once
@@ -16,13 +16,13 @@
 
 #include <memory>
 
-class GLBenchProcess_cls {
+template <ServiceLayer_enum Top = ServiceLayer_enum::Render> class GLBenchProcess_cls {
 public:
     GLBenchProcess_cls() {
         if (!mContext.Create())
             return;
         ShaderItem_cls::msStrResourceDir = wxString(ORV_SOURCE_DIR) + "/Resource";
-        RegisterServices<ServiceLayer_enum::Render>();
+        RegisterServices<Top>();
         mStrDir = wxFileName::CreateTempFileName("orvbench");
         wxRemoveFile(mStrDir);
         wxFileName::Mkdir(mStrDir, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);

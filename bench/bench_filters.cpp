@@ -2,21 +2,15 @@
 // there is: a DrawOnScreen2DFit copy of the same buffer into another one, in the same run. The
 // ratio (filter time / copy time, both measured in each iteration) is the filter's cost in copies;
 // a filter's pass includes the making of its buffer, as in the frame.
-#include "EGLContext_cls.h"
 #include "FBO_cls.h"
 #include "FilterCtrl_cls.h"
+#include "GLBenchProcess_cls.h"
 #include "GLPerspective_cls.h"
-#include "Main_cls.h"
 #include "PositionAndDirection_cls.h"
-#include "ServiceRegistry.h"
 #include "ShaderCtrl_cls.h"
-#include "ShaderItem_cls.h"
 
 #include <benchmark/benchmark.h>
 #include <epoxy/gl.h>
-#include <wx/filename.h>
-#include <wx/init.h>
-#include <wx/log.h>
 
 #include <chrono>
 #include <map>
@@ -27,25 +21,8 @@ namespace {
 // The process up to the filter chain, a context, and per size a frame with colour and depth.
 class Stage_cls {
 public:
-    Stage_cls() {
-        if (!mContext.Create())
-            return;
-        ShaderItem_cls::msStrResourceDir = wxString(ORV_SOURCE_DIR) + "/Resource";
-        RegisterServices<ServiceLayer_enum::Filter>();
-        mStrDir = wxFileName::CreateTempFileName("orvbench");
-        wxRemoveFile(mStrDir);
-        wxFileName::Mkdir(mStrDir, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
-        mpMain = std::make_unique<Main_cls>(mStrDir);
-        mpMain->CreateSingleton();
-        mbValid = true;
-    }
-    ~Stage_cls() {
-        if (!mbValid)
-            return;
-        mMapFrame.clear();
-        mpMain.reset();
-        wxFileName::Rmdir(mStrDir, wxPATH_RMDIR_RECURSIVE);
-    }
+    Stage_cls() : mbValid(mCProcess.IsValid()) {}
+    ~Stage_cls() { mMapFrame.clear(); }
 
     struct Frame_cls {
         std::unique_ptr<FBO_cls> mpColor;
@@ -103,10 +80,8 @@ public:
         GpCFilterCtrl->ReleaseProcessed(p);
     }
 
-    EGLContext_cls mContext;
+    GLBenchProcess_cls<ServiceLayer_enum::Filter> mCProcess; // first: it goes last
     bool mbValid = false;
-    wxString mStrDir;
-    std::unique_ptr<Main_cls> mpMain;
     std::map<int, Frame_cls> mMapFrame;
 };
 
@@ -120,10 +95,8 @@ double Millis(const std::function<void()>& func) {
 
 // The copy alone: the baseline of every ratio.
 void BM_Copy(benchmark::State& state) {
-    if (!GpStage || !GpStage->mbValid) {
-        state.SkipWithError("no GL context");
+    if (!IsStageReady(state, GpStage))
         return;
-    }
     Stage_cls::Frame_cls& frame = GpStage->GetFrame(static_cast<int>(state.range(0)));
     for (auto _ : state)
         GpStage->Copy(frame);
@@ -132,10 +105,8 @@ void BM_Copy(benchmark::State& state) {
 
 // One filter in the chain, with its copy in the same iteration.
 void BM_Filter(benchmark::State& state, const wxString& strClass) {
-    if (!GpStage || !GpStage->mbValid) {
-        state.SkipWithError("no GL context");
+    if (!IsStageReady(state, GpStage))
         return;
-    }
     GpCFilterCtrl->Clear();
     GpCFilterCtrl->AddFilterCommand(strClass, "F");
     Stage_cls::Frame_cls& frame = GpStage->GetFrame(static_cast<int>(state.range(0)));
@@ -151,12 +122,7 @@ void BM_Filter(benchmark::State& state, const wxString& strClass) {
     state.SetBytesProcessed(state.iterations() * state.range(0) * state.range(0) * 8);
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
-    wxInitializer init;
-    wxLog::EnableLogging(false);
-    benchmark::Initialize(&argc, argv);
+void RegisterFilterBenchmarks() {
     for (int size : {1024, 4096})
         benchmark::RegisterBenchmark("BM_Copy", BM_Copy)
             ->Arg(size)
@@ -170,12 +136,11 @@ int main(int argc, char** argv) {
                 ->Unit(benchmark::kMillisecond)
                 ->UseRealTime()
                 ->Iterations(size > 1024 ? 3 : 10);
-    {
-        Stage_cls stage;
-        GpStage = &stage;
-        benchmark::RunSpecifiedBenchmarks();
-        GpStage = nullptr;
-    }
-    benchmark::Shutdown();
-    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    RegisterFilterBenchmarks();
+    return RunGLBenchmarks<Stage_cls>(argc, argv, GpStage, nullptr);
 }

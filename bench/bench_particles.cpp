@@ -175,7 +175,7 @@ public:
         End();
     }
 
-    GLBenchProcess_cls mCProcess; // first: it goes last
+    GLBenchProcess_cls<> mCProcess; // first: it goes last
     bool mbValid = false;
     std::unique_ptr<FBO_cls> mpTarget;
     std::unique_ptr<ParticleDraw_cls> mpDraw;

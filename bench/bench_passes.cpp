@@ -124,7 +124,7 @@ public:
         glFinish();
     }
 
-    GLBenchProcess_cls mCProcess; // first: it goes last
+    GLBenchProcess_cls<> mCProcess; // first: it goes last
     bool mbValid = false;
     View3D_cls mView;
     std::unique_ptr<FramePasses_cls> mpPasses;
