@@ -1,7 +1,9 @@
 #include "PropertyFilter_cls.h"
 
+#include "EnsembleCtrl_cls.h"
 #include "FilterBase_cls.h"
 #include "FilterCtrl_cls.h"
+#include "MotionBlurCtrl_cls.h"
 #include "ParamGroup_cls.h"
 #include "PropertyObject_cls.h"
 #include "SceneObjCtrl_cls.h"
@@ -31,6 +33,60 @@ wxButton* SmallButton(wxWindow* pParent, const wxString& strLabel) {
 
 PropertyFilter_cls::PropertyFilter_cls(wxWindow* pParent) : wxPanelEX(pParent, _PANEL_PROPERTY_SCENE) {
     auto* pSizer = new wxBoxSizer(wxVERTICAL);
+    // The sampling of the frame: a check box and its numbers per feature.
+    auto* pSampling = new wxFlexGridSizer(3, wxSize(6, 4));
+    auto numberField = [this] {
+        return new wxTextCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxSize(60, -1),
+                              wxTE_PROCESS_ENTER, wxDefaultValidator, "text");
+    };
+    mpCUseEnsemble = new wxCheckBox(this, wxID_ANY, _("Ensemble"));
+    mpCEnsembleSampleNum = numberField();
+    pSampling->Add(mpCUseEnsemble, 0, wxALIGN_CENTER_VERTICAL);
+    pSampling->Add(new wxStaticText(this, wxID_ANY, _("Samples")), 0, wxALIGN_CENTER_VERTICAL);
+    pSampling->Add(mpCEnsembleSampleNum);
+    mpCUseMotionBlur = new wxCheckBox(this, wxID_ANY, _("Motion Blur"));
+    mpCBlurLength = numberField();
+    mpCBlurQuality = numberField();
+    pSampling->Add(mpCUseMotionBlur, 0, wxALIGN_CENTER_VERTICAL);
+    pSampling->Add(new wxStaticText(this, wxID_ANY, _("Length")), 0, wxALIGN_CENTER_VERTICAL);
+    pSampling->Add(mpCBlurLength);
+    pSampling->AddSpacer(0);
+    pSampling->Add(new wxStaticText(this, wxID_ANY, _("Quality")), 0, wxALIGN_CENTER_VERTICAL);
+    pSampling->Add(mpCBlurQuality);
+    pSizer->Add(pSampling, 0, wxALL, 4);
+    // Each control writes its item through the undo road; the item is found when the event comes,
+    // so a registry made after the page is the one written.
+    using ItemOf = ConfItem_cls* (*)();
+    auto bindCheck = [this](wxCheckBox* pBox, ItemOf funcItem) {
+        pBox->Bind(wxEVT_CHECKBOX, [this, funcItem](wxCommandEvent& event) {
+            if (ConfItem_cls* pItem = funcItem())
+                pItem->PushCommandPair(event.IsChecked() ? "1" : "0");
+            RefreshSampling();
+        });
+    };
+    auto bindText = [this](wxTextCtrl* pText, ItemOf funcItem) {
+        pText->Bind(wxEVT_TEXT_ENTER, [this, pText, funcItem](wxCommandEvent&) {
+            double value = 0.0;
+            ConfItem_cls* pItem = funcItem();
+            if (pItem && pText->GetValue().ToCDouble(&value) && value > 0.0)
+                pItem->PushCommandPair(pText->GetValue());
+            RefreshSampling();
+        });
+    };
+    bindCheck(mpCUseEnsemble, [] {
+        return GpCEnsembleCtrl ? static_cast<ConfItem_cls*>(&GpCEnsembleCtrl->mCUseEnsemble) : nullptr;
+    });
+    bindText(mpCEnsembleSampleNum, [] {
+        return GpCEnsembleCtrl ? static_cast<ConfItem_cls*>(&GpCEnsembleCtrl->mCEnsembleSampleNum) : nullptr;
+    });
+    bindCheck(mpCUseMotionBlur, [] {
+        return GpCBlurCtrl ? static_cast<ConfItem_cls*>(&GpCBlurCtrl->mCUseMotionBlur) : nullptr;
+    });
+    bindText(mpCBlurLength,
+             [] { return GpCBlurCtrl ? static_cast<ConfItem_cls*>(&GpCBlurCtrl->mCBlurLength) : nullptr; });
+    bindText(mpCBlurQuality,
+             [] { return GpCBlurCtrl ? static_cast<ConfItem_cls*>(&GpCBlurCtrl->mCBlurQuality) : nullptr; });
+
     auto* pAddRow = new wxBoxSizer(wxHORIZONTAL);
     mpCClass = new wxChoice(this, wxID_ANY);
     for (const wxString& strClass : FilterCtrl_cls::GetVStrFilterClass())
@@ -92,6 +148,7 @@ PropertyFilter_cls::PropertyFilter_cls(wxWindow* pParent) : wxPanelEX(pParent, _
         SetEntryFromText(mpCValues->GetSelection(), mpCValue->GetValue());
     });
     mpCTarget->Bind(wxEVT_CHOICE, [this](wxCommandEvent& event) { SetLegendTarget(event.GetString()); });
+    RefreshSampling();
     RefreshFromChain();
 }
 
@@ -100,8 +157,26 @@ FilterBase_cls* PropertyFilter_cls::GetPCSelectedFilter() const {
 }
 
 void PropertyFilter_cls::UpdatePage(const wxString& strName) {
-    if (strName == "PROPERTY_SCENE" || strName == "PROPERTY" || strName == "ALL")
+    if (strName == "PROPERTY_SCENE" || strName == "PROPERTY" || strName == "ALL") {
+        RefreshSampling();
         RefreshFromChain();
+    }
+}
+
+void PropertyFilter_cls::RefreshSampling() {
+    mpCUseEnsemble->Enable(GpCEnsembleCtrl != nullptr);
+    mpCEnsembleSampleNum->Enable(GpCEnsembleCtrl != nullptr);
+    if (GpCEnsembleCtrl) {
+        mpCUseEnsemble->SetValue(GpCEnsembleCtrl->IsUseEnsemble());
+        mpCEnsembleSampleNum->ChangeValue(GpCEnsembleCtrl->mCEnsembleSampleNum.GetBodySTR());
+    }
+    for (wxWindow* p : std::initializer_list<wxWindow*>{mpCUseMotionBlur, mpCBlurLength, mpCBlurQuality})
+        p->Enable(GpCBlurCtrl != nullptr);
+    if (GpCBlurCtrl) {
+        mpCUseMotionBlur->SetValue(GpCBlurCtrl->IsUseMotionBlur());
+        mpCBlurLength->ChangeValue(GpCBlurCtrl->mCBlurLength.GetBodySTR());
+        mpCBlurQuality->ChangeValue(GpCBlurCtrl->mCBlurQuality.GetBodySTR());
+    }
 }
 
 void PropertyFilter_cls::RefreshFromChain() {

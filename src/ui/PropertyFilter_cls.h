@@ -3,7 +3,9 @@
 // selected filter's items and the values of its groups at the current time, each set by typing a
 // value; for a legend, the choice of the object whose colour curve it shows. Every change goes
 // through the filter chain's commands, so it is undoable. Without a filter chain in the process
-// the page stays empty and disabled. Main thread only.
+// the page stays empty and disabled. At the top, the scene's sampling: ensemble on/off with its
+// sample count, motion blur on/off with its length and quality, each set through the undo road.
+// Main thread only.
 #pragma once
 
 #include "wxPanelEX.h"
@@ -37,6 +39,14 @@ public:
     bool SetLegendTarget(const wxString& strObject);
     bool SelectFilter(const wxString& strName);
     FilterBase_cls* GetPCSelectedFilter() const;
+    // Shows the ensemble's and motion blur's settings again.
+    void RefreshSampling();
+
+    wxCheckBox* mpCUseEnsemble = nullptr;
+    wxTextCtrl* mpCEnsembleSampleNum = nullptr;
+    wxCheckBox* mpCUseMotionBlur = nullptr;
+    wxTextCtrl* mpCBlurLength = nullptr;
+    wxTextCtrl* mpCBlurQuality = nullptr;
 
     wxListBox* mpCChain = nullptr;
     wxChoice* mpCClass = nullptr;

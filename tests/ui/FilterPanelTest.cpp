@@ -1,13 +1,19 @@
 // The scene filter page of the property panel over the real filter chain.
 #include "ScenePanelsFixture.h"
 
+#include "EnsembleCtrl_cls.h"
 #include "FilterBase_cls.h"
 #include "FilterCtrl_cls.h"
+#include "MotionBlurCtrl_cls.h"
 #include "PropertyFilter_cls.h"
 
 #include <wx/button.h>
+#include <wx/checkbox.h>
 #include <wx/choice.h>
 #include <wx/listbox.h>
+#include <wx/textctrl.h>
+
+#include <functional>
 
 namespace {
 
@@ -117,4 +123,47 @@ TEST_F(FilterPanelTest, LegendChoosesAmongTheObjectsWithAColourCurve) {
     EXPECT_FALSE(mpFilterPage->SetLegendTarget("Stars"));
     ASSERT_TRUE(mpFilterPage->SelectFilter("Legend"));
     EXPECT_TRUE(mpFilterPage->mpCTarget->IsEnabled());
+}
+
+TEST_F(FilterPanelTest, SamplingOfTheSceneIsSetOnThePageAndUndoes) {
+    ASSERT_NE(GpCEnsembleCtrl, nullptr);
+    ASSERT_NE(GpCBlurCtrl, nullptr);
+    struct Step_cls {
+        const char* strWhat;
+        std::function<void()> funcEdit;
+        std::function<bool()> funcDone;
+    };
+    const Step_cls steps[] = {
+        {"ensemble on", [&] { SendCheck(mpFilterPage->mpCUseEnsemble, true); },
+         [] { return GpCEnsembleCtrl->IsUseEnsemble(); }},
+        {"eight samples", [&] { SendTextEnter(mpFilterPage->mpCEnsembleSampleNum, "8"); },
+         [] { return GpCEnsembleCtrl->GetEnsembleSampleNum() == 8; }},
+        {"motion blur on", [&] { SendCheck(mpFilterPage->mpCUseMotionBlur, true); },
+         [] { return GpCBlurCtrl->IsUseMotionBlur(); }},
+        {"blur length", [&] { SendTextEnter(mpFilterPage->mpCBlurLength, "0.25"); },
+         [] { return GpCBlurCtrl->GetBlurLength() == 0.25; }},
+        {"blur quality", [&] { SendTextEnter(mpFilterPage->mpCBlurQuality, "6"); },
+         [] { return GpCBlurCtrl->GetBlurSampleNum() == 6; }},
+    };
+    for (const Step_cls& step : steps) {
+        SCOPED_TRACE(step.strWhat);
+        ASSERT_FALSE(step.funcDone());
+        const int before = GpCUndo->GetCount();
+        step.funcEdit();
+        EXPECT_TRUE(step.funcDone());
+        EXPECT_EQ(GpCUndo->GetCount(), before + 1);
+    }
+    // A quality that is no number changes nothing and shows the value again.
+    const int before = GpCUndo->GetCount();
+    SendTextEnter(mpFilterPage->mpCBlurQuality, "many");
+    EXPECT_EQ(GpCUndo->GetCount(), before);
+    EXPECT_EQ(mpFilterPage->mpCBlurQuality->GetValue(), "6");
+    // Undo walks back through every step, and the page shows it.
+    for (int i = 0; i < 5; ++i)
+        GpCUndo->Undo();
+    EXPECT_FALSE(GpCEnsembleCtrl->IsUseEnsemble());
+    EXPECT_FALSE(GpCBlurCtrl->IsUseMotionBlur());
+    mpFilterPage->RefreshSampling();
+    EXPECT_FALSE(mpFilterPage->mpCUseEnsemble->GetValue());
+    EXPECT_EQ(mpFilterPage->mpCBlurQuality->GetValue(), GpCBlurCtrl->mCBlurQuality.GetBodySTR());
 }
