@@ -6,7 +6,7 @@
 #include "BatchRenderer_cls.h"
 #include "EGLContext_cls.h"
 #include "FramePasses_cls.h"
-#include "InitializeParallel_cls.h"
+#include "HeadlessCore.h"
 #include "Main_cls.h"
 #include "ServiceRegistry.h"
 #include "ShaderItem_cls.h"
@@ -17,7 +17,6 @@
 #include <wx/log.h>
 #include <wx/utils.h>
 
-#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <string>
@@ -147,12 +146,7 @@ int main(int argc, char** argv) {
     }
     ShaderItem_cls::msStrResourceDir = strResourceDir;
     RegisterServices<ServiceLayer_enum::Output>();
-    Main_cls::msSaveBusyMillis = 0;
-    Main_cls* pMain = new Main_cls();
-    std::atomic<bool> bFinished{false};
-    InitializeParallel_cls::Start(&bFinished, &pMain->mMillisParallel);
-    InitializeParallel_cls::WaitFinished(bFinished);
-    pMain->CreateSingletonSerial();
+    Main_cls* pMain = NewHeadlessCore();
     if (!pMain->OpenProject(wxString::FromUTF8(strProject))) {
         fprintf(stderr, "orvantis4-batch: cannot read the project %s\n", strProject.c_str());
         delete pMain;

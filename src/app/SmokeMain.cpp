@@ -1,7 +1,7 @@
 // Starts the application core without a display: the services are made on a worker as at a
 // real start, the given project is loaded through the command language and written back out,
 // to standard output and, when a second path is given, to that file as the program saves.
-#include "InitializeParallel_cls.h"
+#include "HeadlessCore.h"
 #include "Main_cls.h"
 #include "ServiceRegistry.h"
 #include "UndoManager_cls.h"
@@ -10,7 +10,6 @@
 #include <wx/init.h>
 #include <wx/log.h>
 
-#include <atomic>
 #include <cstdio>
 
 namespace {
@@ -39,13 +38,7 @@ int main(int argc, char** argv) {
     const wxString strSaved = argc > 2 ? AbsolutePath(argv[2]) : wxString();
 
     RegisterServices<ServiceLayer_enum::Headless>();
-    // The pause after a save shows the window's busy state; there is no window here.
-    Main_cls::msSaveBusyMillis = 0;
-    Main_cls* pMain = new Main_cls();
-    std::atomic<bool> bFinished{false};
-    InitializeParallel_cls::Start(&bFinished, &pMain->mMillisParallel);
-    InitializeParallel_cls::WaitFinished(bFinished);
-    pMain->CreateSingletonSerial();
+    Main_cls* pMain = NewHeadlessCore();
     pMain->OpenProjectMain(pMain->GetStrConfigurePath(), false);
 
     printf("Orvantis4 ver %s: services made in %d ms\n", Main_cls::msStrVersion.utf8_str().data(),

@@ -44,9 +44,7 @@ protected:
         ScenePanelsFixture::SetUp();
         if (IsSkipped())
             return;
-        for (wxPanelEX* p : Leaves())
-            if (auto* pProperty = dynamic_cast<Property_cls*>(p))
-                mpFilterPage = pProperty->mpCPageFilter;
+        mpFilterPage = mpProperty->mpCPageFilter;
         ASSERT_NE(mpFilterPage, nullptr);
         ASSERT_NE(GpCFilterCtrl, nullptr);
     }

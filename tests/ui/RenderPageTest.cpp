@@ -20,9 +20,7 @@ protected:
         ScenePanelsFixture::SetUp();
         if (IsSkipped())
             return;
-        for (wxPanelEX* p : Leaves())
-            if (auto* pProperty = dynamic_cast<Property_cls*>(p))
-                mpRender = pProperty->mpCPageRender;
+        mpRender = mpProperty->mpCPageRender;
         ASSERT_NE(mpRender, nullptr);
         ASSERT_NE(GpCImageOutput, nullptr);
         mpRender->mpCDialog = &mDialog;

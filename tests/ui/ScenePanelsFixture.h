@@ -42,8 +42,10 @@ protected:
         for (wxPanelEX* p : Leaves()) {
             if (auto* pOutliner = dynamic_cast<Outliner_cls*>(p))
                 mpOutliner = pOutliner;
-            if (auto* pProperty = dynamic_cast<Property_cls*>(p))
+            if (auto* pProperty = dynamic_cast<Property_cls*>(p)) {
+                mpProperty = pProperty;
                 mpPage = pProperty->mpCPageObject;
+            }
             if (auto* pConsole = dynamic_cast<ConsolePanel_cls*>(p))
                 mpConsole = pConsole;
             if (auto* pEditor = dynamic_cast<TextEntryCtrl_cls*>(p))
@@ -70,6 +72,7 @@ protected:
     }
 
     Outliner_cls* mpOutliner = nullptr;
+    Property_cls* mpProperty = nullptr;
     PropertyObject_cls* mpPage = nullptr;
     ConsolePanel_cls* mpConsole = nullptr;
     TextEntryCtrl_cls* mpEditor = nullptr;
