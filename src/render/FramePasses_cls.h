@@ -144,6 +144,8 @@ private:
     std::unique_ptr<FBO_cls> mpCFBOEye[2];
     std::unique_ptr<FBO_cls> mpCFBOEyeDepth[2];
     std::unique_ptr<FBO_cls> mpCFBOComposite;
+    // The merged picture of two eyes, kept from frame to frame.
+    std::unique_ptr<FBO_cls> mpCFBOStereo;
     // Made by the filter chain and freed at the end of the paint; with no chain installed they
     // are the rendered buffers themselves, not owned.
     FBO_cls* mpCFBOProcessedEye[2] = {nullptr, nullptr};
