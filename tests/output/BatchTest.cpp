@@ -291,3 +291,52 @@ TEST(BatchTest, EveryFilterShowsInTheFilesWhichStayIdenticalAcrossRunsAndShards)
             << strLog;
     EXPECT_TRUE(Files(shards.mStrPath) == reference) << "shards with every filter differ from one run";
 }
+
+TEST(BatchTest, EquirectangularAnimationInShardsMatchesOneRun) {
+    // The demo seen through its camera as a 360 degree image: the camera stands 1 above and 6
+    // in front of the planet, which moves to x = 4 by frame 60.
+    TempDir_cls project, one, shards;
+    const std::string strPath = project.Path("360.ovp").utf8_string();
+    {
+        std::ofstream out(strPath);
+        out << ReadBytes(kDemo) << "SceneObjCtrl::Obj::Camera::Position::y::Key::0::SetValue::1\n"
+            << "SceneObjCtrl::Obj::Camera::Position::z::Key::0::SetValue::6\n"
+            << "ConfItemList::Begin::SceneObj::Camera::CameraProp\nCameraType=6\n1stBufSizeIdx=0\n"
+            << "ConfItemList::End\nConfItemList::Begin::View3D\nFollow=1\nCamera=Camera\nDispGrid=0\n"
+            << "DispLightCam=0\nConfItemList::End\n";
+    }
+    auto args = [&](const TempDir_cls& dir, std::vector<std::string> vMore) {
+        std::vector<std::string> v = {strPath,    "--out",   dir.Path("f%04d.png").utf8_string(),
+                                      "--frames", "0-60:60", "--size",
+                                      "128x64",   "--quiet"};
+        v.insert(v.end(), vMore.begin(), vMore.end());
+        return v;
+    };
+    std::string strLog;
+    const int code = BatchProcess_cls::Run(args(one, {}), strLog);
+    SKIP_WITHOUT_GL(code, strLog);
+    ASSERT_EQ(code, 0) << strLog;
+    const auto reference = Files(one.mStrPath);
+    ASSERT_EQ(reference.size(), 3u);
+    for (int shard = 0; shard < 3; ++shard)
+        ASSERT_EQ(BatchProcess_cls::Run(args(shards, {"--shard", std::to_string(shard) + "/3"}), strLog), 0)
+            << strLog;
+    EXPECT_TRUE(Files(shards.mStrPath) == reference) << "360 degree shards differ from one run";
+    // Ahead is the middle of the image: the planet there at frame 0, 34 degrees to the right
+    // (12 pixels of 128 for 360) at frame 60.
+    PNGImage_cls a, b;
+    ASSERT_TRUE(ReadPNG_cls::ReadPNG(one.Path("f0000.png"), a));
+    ASSERT_TRUE(ReadPNG_cls::ReadPNG(one.Path("f0120.png"), b));
+    ASSERT_EQ(a.mWidth, 128);
+    auto red = [](const PNGImage_cls& image, int x, int y) {
+        return image.mVRGB8[(y * image.mWidth + x) * 3];
+    };
+    const int row = 35; // 9.5 degrees below the horizon
+    EXPECT_GT(red(a, 64, row), 90);
+    EXPECT_NEAR(red(b, 64, row), 56, 1);
+    EXPECT_GT(red(b, 76, row), 90);
+    EXPECT_NEAR(red(a, 76, row), 56, 1);
+    // Straight behind, at the left and right edges, there is nothing but the background.
+    EXPECT_NEAR(red(a, 0, row), 56, 1);
+    EXPECT_NEAR(red(a, 127, row), 56, 1);
+}
