@@ -1,6 +1,6 @@
 // The whole process up to the renderer with one view and its frame passes over the default
 // scene: services made over the source tree's shaders, a 256 buffer, no guides of lights and
-// cameras, nothing selected. The shared primitive buffers go with the suite's context.
+// cameras, nothing selected.
 #pragma once
 
 #include "FramePasses_cls.h"
@@ -18,13 +18,6 @@
 
 class PassesFixture : public RenderFixture {
 protected:
-    static void TearDownTestSuite() {
-        if (mspCContext && mspCContext->IsValid()) {
-            mspCContext->MakeCurrent();
-            FramePasses_cls::DeleteGLCommon();
-        }
-        RenderFixture::TearDownTestSuite();
-    }
     void SetUp() override {
         RenderFixture::SetUp();
         if (IsSkipped())
