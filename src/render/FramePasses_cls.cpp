@@ -253,6 +253,27 @@ void FramePasses_cls::SetModelViewForEachFBO(int eyeType, int eye, int part, int
     GLPerspective_cls::SetModelView(mPosDirDrawNow, mPosDirDrawNow);
 }
 
+void FramePasses_cls::ShiftFrustumForEye(int eye, double angle) {
+    Camera_cls* pCamera = GetPCCamera();
+    StereoProp_cls* pStereo = pCamera ? pCamera->GetPCStereoProp() : nullptr;
+    if (!pStereo || pStereo->GetStereoType() != 1)
+        return;
+    // "Off Axis": the eyes look in parallel through frusta shifted so that they meet on the plane
+    // in focus, where the parallax is zero.
+    const double focus = pStereo->GetFocusDistance(mTime);
+    const double halfTan = tan(angle * kPi / 180.0 * 0.5);
+    if (focus <= 0.0 || halfTan <= 0.0)
+        return;
+    const double shift = pStereo->GetEyeShift(eye, mTime) / (focus * halfTan);
+    GLdouble projection[16];
+    glMatrixMode(GL_PROJECTION);
+    glGetDoublev(GL_PROJECTION_MATRIX, projection);
+    glLoadIdentity();
+    glTranslated(shift, 0.0, 0.0);
+    glMultMatrixd(projection);
+    glMatrixMode(GL_MODELVIEW);
+}
+
 void FramePasses_cls::ClearBuffer(const wxString& strColorName) {
     GetColorProvider().SetGLClearColor(strColorName);
     if (strColorName == "GLBG" && GpCSceneObjCtrl) {
@@ -520,6 +541,8 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
                                                      vMinMax[0], vMinMax[1], bDepthPass);
                                 if (pWide)
                                     pWide->ModifyViewportIfNeeded(cameraType, part);
+                                if (eyeType != 0 && cameraType == 0)
+                                    ShiftFrustumForEye(eye, degreeV);
                                 SetModelViewForEachFBO(eyeType, eye, part, ensembleStep, cameraType);
                                 if (GpCShaderCtrl)
                                     GpCShaderCtrl->PrepareViewportInfo();

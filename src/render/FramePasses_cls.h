@@ -119,6 +119,8 @@ public:
 private:
     void SetCameraInfo();
     void SetModelViewForEachFBO(int eyeType, int eye, int part, int ensembleStep, int wideType);
+    // With "Off Axis" stereo, shifts the projection of the eye so the eyes meet at the focus.
+    void ShiftFrustumForEye(int eye, double angle);
     void BeginFBOAndSetStatus(FBO_cls* pFBO, const wxString& strClearColor, double angle, double zNear,
                               double zFar, bool bDepthTexture);
     void ClearBuffer(const wxString& strColorName);
