@@ -6,6 +6,7 @@
 #include <wx/dir.h>
 
 #include <chrono>
+#include <fstream>
 #include <map>
 #include <thread>
 
@@ -28,13 +29,43 @@ int CountFiles(const wxString& strDir, const wxString& strSpec) {
     return static_cast<int>(astr.size());
 }
 
-std::vector<std::string> Args(const TempDir_cls& dir, const std::string& strFrames,
-                              std::vector<std::string> vStrMore = {}) {
-    std::vector<std::string> v = {kDemo,      "--out",   dir.Path("f%04d.png").utf8_string(),
+// A quiet run of the project into the folder.
+std::vector<std::string> ProjectArgs(const std::string& strProject, const TempDir_cls& dir,
+                                     const std::string& strFrames, const std::string& strSize,
+                                     std::vector<std::string> vStrMore = {},
+                                     const char* pName = "f%04d.png") {
+    std::vector<std::string> v = {strProject, "--out",   dir.Path(pName).utf8_string(),
                                   "--frames", strFrames, "--size",
-                                  "64x36",    "--quiet"};
+                                  strSize,    "--quiet"};
     v.insert(v.end(), vStrMore.begin(), vStrMore.end());
     return v;
+}
+
+std::vector<std::string> Args(const TempDir_cls& dir, const std::string& strFrames,
+                              std::vector<std::string> vStrMore = {}) {
+    return ProjectArgs(kDemo, dir, strFrames, "64x36", vStrMore);
+}
+
+// The project rendered in `count` shards, one after the other, into the folder.
+::testing::AssertionResult RunInShards(const std::string& strProject, const TempDir_cls& dir,
+                                       const std::string& strFrames, const std::string& strSize, int count,
+                                       const char* pName = "f%04d.png") {
+    for (int shard = 0; shard < count; ++shard) {
+        std::string strLog;
+        const std::string strShard = std::to_string(shard) + "/" + std::to_string(count);
+        if (BatchProcess_cls::Run(
+                ProjectArgs(strProject, dir, strFrames, strSize, {"--shard", strShard}, pName), strLog) != 0)
+            return ::testing::AssertionFailure() << "shard " << strShard << ": " << strLog;
+    }
+    return ::testing::AssertionSuccess();
+}
+
+// Writes the project text into the folder and gives its path.
+std::string WriteProject(const TempDir_cls& dir, const std::string& strName, const std::string& strText) {
+    const std::string strPath = dir.Path(strName).utf8_string();
+    std::ofstream out(strPath);
+    out << strText;
+    return strPath;
 }
 
 // Skips the test when this machine gives no GL context (the batch says so with exit code 2).
@@ -229,20 +260,12 @@ TEST(BatchTest, ParticleProjectInShardsMatchesOneRun) {
     // frame from scratch whatever frame the worker rendered before.
     const std::string strMelt = std::string(ORV_SOURCE_DIR) + "/examples/lammps/melt.ovp";
     TempDir_cls one, shards;
-    auto args = [&](const TempDir_cls& dir, std::vector<std::string> vMore) {
-        std::vector<std::string> v = {strMelt,    "--out",  dir.Path("m%04d.png").utf8_string(),
-                                      "--frames", "0-4",    "--size",
-                                      "48x48",    "--quiet"};
-        v.insert(v.end(), vMore.begin(), vMore.end());
-        return v;
-    };
     std::string strLog;
-    const int code = BatchProcess_cls::Run(args(one, {}), strLog);
+    const int code =
+        BatchProcess_cls::Run(ProjectArgs(strMelt, one, "0-4", "48x48", {}, "m%04d.png"), strLog);
     SKIP_WITHOUT_GL(code, strLog);
     ASSERT_EQ(code, 0) << strLog;
-    for (int shard = 0; shard < 3; ++shard)
-        ASSERT_EQ(BatchProcess_cls::Run(args(shards, {"--shard", std::to_string(shard) + "/3"}), strLog), 0)
-            << strLog;
+    ASSERT_TRUE(RunInShards(strMelt, shards, "0-4", "48x48", 3, "m%04d.png"));
     const auto vOne = Files(one.mStrPath);
     EXPECT_EQ(vOne.size(), 9u);
     EXPECT_TRUE(Files(shards.mStrPath) == vOne);
@@ -257,25 +280,13 @@ TEST(BatchTest, EveryFilterShowsInTheFilesWhichStayIdenticalAcrossRunsAndShards)
                                "Legend_cls", "FocalBlur_cls", "SSAO_cls", "FilterDepth_cls"})
         strProject +=
             std::string("FilterCtrl::New::") + pClass + "::" + std::string(pClass).substr(0, 4) + "\n";
-    const std::string strPath = project.Path("filtered.ovp").utf8_string();
-    {
-        std::ofstream out(strPath);
-        out << strProject;
-    }
-    auto args = [&](const std::string& strProjectPath, const TempDir_cls& dir,
-                    std::vector<std::string> vMore) {
-        std::vector<std::string> v = {strProjectPath, "--out",  dir.Path("f%04d.png").utf8_string(),
-                                      "--frames",     "0-3",    "--size",
-                                      "64x36",        "--quiet"};
-        v.insert(v.end(), vMore.begin(), vMore.end());
-        return v;
-    };
+    const std::string strPath = WriteProject(project, "filtered.ovp", strProject);
     std::string strLog;
-    int code = BatchProcess_cls::Run(args(kDemo, plain, {}), strLog);
+    int code = BatchProcess_cls::Run(Args(plain, "0-3"), strLog);
     SKIP_WITHOUT_GL(code, strLog);
     ASSERT_EQ(code, 0) << strLog;
-    ASSERT_EQ(BatchProcess_cls::Run(args(strPath, one, {}), strLog), 0) << strLog;
-    ASSERT_EQ(BatchProcess_cls::Run(args(strPath, two, {}), strLog), 0) << strLog;
+    ASSERT_EQ(BatchProcess_cls::Run(ProjectArgs(strPath, one, "0-3", "64x36"), strLog), 0) << strLog;
+    ASSERT_EQ(BatchProcess_cls::Run(ProjectArgs(strPath, two, "0-3", "64x36"), strLog), 0) << strLog;
     const auto reference = Files(one.mStrPath);
     ASSERT_EQ(reference.size(), 7u); // half frames 0 to 3
     EXPECT_TRUE(Files(two.mStrPath) == reference) << "two runs with every filter differ";
@@ -284,11 +295,7 @@ TEST(BatchTest, EveryFilterShowsInTheFilesWhichStayIdenticalAcrossRunsAndShards)
     ASSERT_EQ(vPlain.size(), reference.size());
     for (const auto& file : reference)
         EXPECT_NE(file.second, vPlain.at(file.first)) << file.first;
-    for (int shard = 0; shard < 3; ++shard)
-        ASSERT_EQ(
-            BatchProcess_cls::Run(args(strPath, shards, {"--shard", std::to_string(shard) + "/3"}), strLog),
-            0)
-            << strLog;
+    ASSERT_TRUE(RunInShards(strPath, shards, "0-3", "64x36", 3));
     EXPECT_TRUE(Files(shards.mStrPath) == reference) << "shards with every filter differ from one run";
 }
 
@@ -296,31 +303,20 @@ TEST(BatchTest, EquirectangularAnimationInShardsMatchesOneRun) {
     // The demo seen through its camera as a 360 degree image: the camera stands 1 above and 6
     // in front of the planet, which moves to x = 4 by frame 60.
     TempDir_cls project, one, shards;
-    const std::string strPath = project.Path("360.ovp").utf8_string();
-    {
-        std::ofstream out(strPath);
-        out << ReadBytes(kDemo) << "SceneObjCtrl::Obj::Camera::Position::y::Key::0::SetValue::1\n"
-            << "SceneObjCtrl::Obj::Camera::Position::z::Key::0::SetValue::6\n"
-            << "ConfItemList::Begin::SceneObj::Camera::CameraProp\nCameraType=6\n1stBufSizeIdx=0\n"
-            << "ConfItemList::End\nConfItemList::Begin::View3D\nFollow=1\nCamera=Camera\nDispGrid=0\n"
-            << "DispLightCam=0\nConfItemList::End\n";
-    }
-    auto args = [&](const TempDir_cls& dir, std::vector<std::string> vMore) {
-        std::vector<std::string> v = {strPath,    "--out",   dir.Path("f%04d.png").utf8_string(),
-                                      "--frames", "0-60:60", "--size",
-                                      "128x64",   "--quiet"};
-        v.insert(v.end(), vMore.begin(), vMore.end());
-        return v;
-    };
+    const std::string strPath = WriteProject(
+        project, "360.ovp",
+        ReadBytes(kDemo) + "SceneObjCtrl::Obj::Camera::Position::y::Key::0::SetValue::1\n"
+                           "SceneObjCtrl::Obj::Camera::Position::z::Key::0::SetValue::6\n"
+                           "ConfItemList::Begin::SceneObj::Camera::CameraProp\nCameraType=6\n"
+                           "1stBufSizeIdx=0\nConfItemList::End\nConfItemList::Begin::View3D\n"
+                           "Follow=1\nCamera=Camera\nDispGrid=0\nDispLightCam=0\nConfItemList::End\n");
     std::string strLog;
-    const int code = BatchProcess_cls::Run(args(one, {}), strLog);
+    const int code = BatchProcess_cls::Run(ProjectArgs(strPath, one, "0-60:60", "128x64"), strLog);
     SKIP_WITHOUT_GL(code, strLog);
     ASSERT_EQ(code, 0) << strLog;
     const auto reference = Files(one.mStrPath);
     ASSERT_EQ(reference.size(), 3u);
-    for (int shard = 0; shard < 3; ++shard)
-        ASSERT_EQ(BatchProcess_cls::Run(args(shards, {"--shard", std::to_string(shard) + "/3"}), strLog), 0)
-            << strLog;
+    ASSERT_TRUE(RunInShards(strPath, shards, "0-60:60", "128x64", 3));
     EXPECT_TRUE(Files(shards.mStrPath) == reference) << "360 degree shards differ from one run";
     // Ahead is the middle of the image: the planet there at frame 0, 34 degrees to the right
     // (12 pixels of 128 for 360) at frame 60.

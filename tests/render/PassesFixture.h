@@ -5,8 +5,10 @@
 
 #include "FramePasses_cls.h"
 #include "Main_cls.h"
+#include "ParamGroup_cls.h"
 #include "RenderFixture.h"
 #include "SceneObjCtrl_cls.h"
+#include "SceneObj_cls.h"
 #include "ServiceRegistry.h"
 #include "ShaderItem_cls.h"
 #include "TestSupport.h"
@@ -45,6 +47,15 @@ protected:
         if (getenv("ORV_SAVE_FRAMES") && !mVFrame.empty())
             SaveFrame(std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + ".png");
         RenderFixture::TearDown();
+    }
+
+    // Sets the first values of a group of the object, or of its attribute when one is named.
+    static void SetGroup(SceneObj_cls* p, const wxString& strAttr, const wxString& strGroup, double a,
+                         double b = 0.0, double c = 0.0) {
+        ParamGroup_cls* pGroup = strAttr.empty() ? p->GetPCParamGroup(strAttr, strGroup)
+                                                 : p->GetPCAttribute(strAttr, 0)->GetPCParamGroup(strGroup);
+        ASSERT_NE(pGroup, nullptr) << strGroup;
+        pGroup->SetInitValue(a, b, c);
     }
 
     TempDir_cls mDir;

@@ -176,13 +176,6 @@ protected:
         mpView->mC1stBufSizeIdx.SetBodyFromData("0");  // 256 faces
         mpView->SetPosDir(PositionAndDirection_cls()); // at the origin, looking along -z
     }
-    static void SetGroup(SceneObj_cls* p, const wxString& strAttr, const wxString& strGroup, double a,
-                         double b = 0.0, double c = 0.0) {
-        ParamGroup_cls* pGroup = strAttr.empty() ? p->GetPCParamGroup(strAttr, strGroup)
-                                                 : p->GetPCAttribute(strAttr, 0)->GetPCParamGroup(strGroup);
-        ASSERT_NE(pGroup, nullptr) << strGroup;
-        pGroup->SetInitValue(a, b, c);
-    }
     // A sphere of the radius that shines in one colour, at the point.
     void AddMarker(const wxString& strName, const double* pPos, double radius, double r, double g, double b) {
         RunCommandText(*mpMain, "SceneObjCtrl::New::Primitive_cls::Sphere::" + strName);
