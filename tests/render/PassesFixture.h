@@ -3,6 +3,7 @@
 // cameras, nothing selected.
 #pragma once
 
+#include "CommandText.h"
 #include "FramePasses_cls.h"
 #include "Main_cls.h"
 #include "ParamGroup_cls.h"
@@ -56,6 +57,16 @@ protected:
                                                  : p->GetPCAttribute(strAttr, 0)->GetPCParamGroup(strGroup);
         ASSERT_NE(pGroup, nullptr) << strGroup;
         pGroup->SetInitValue(a, b, c);
+    }
+    // A primitive that shines in one colour whatever the light.
+    SceneObj_cls* AddGlowing(const wxString& strKind, const wxString& strName, double r, double g, double b) {
+        RunCommandText(*mpMain, "SceneObjCtrl::New::Primitive_cls::" + strKind + "::" + strName);
+        SceneObj_cls* p = GpCSceneObjCtrl->GetPCFromName(strName);
+        for (const char* group : {"Ambient", "Diffuse", "Specular"})
+            SetGroup(p, "Material", group, 0, 0, 0);
+        SetGroup(p, "Material", "Emission", r, g, b);
+        GpCSceneObjCtrl->Select("", false, false, false); // a new object is selected
+        return p;
     }
 
     TempDir_cls mDir;

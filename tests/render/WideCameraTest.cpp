@@ -178,14 +178,9 @@ protected:
     }
     // A sphere of the radius that shines in one colour, at the point.
     void AddMarker(const wxString& strName, const double* pPos, double radius, double r, double g, double b) {
-        RunCommandText(*mpMain, "SceneObjCtrl::New::Primitive_cls::Sphere::" + strName);
-        SceneObj_cls* p = GpCSceneObjCtrl->GetPCFromName(strName);
-        for (const char* group : {"Ambient", "Diffuse", "Specular"})
-            SetGroup(p, "Material", group, 0, 0, 0);
-        SetGroup(p, "Material", "Emission", r, g, b);
+        SceneObj_cls* p = AddGlowing("Sphere", strName, r, g, b);
         SetGroup(p, "", "Position", pPos[0], pPos[1], pPos[2]);
         SetGroup(p, "", "Scale", radius, radius, radius);
-        GpCSceneObjCtrl->Select("", false, false, false);
     }
     void Paint(int width, int height, bool bTarget) {
         FBO_cls target(std::max(width, height), std::max(width, height), nullptr);
