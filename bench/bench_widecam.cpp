@@ -3,13 +3,10 @@
 // their meshes, so faces times the perspective frame is its floor. 343 boxes around the eye, so
 // every face has something to draw; buffers and faces of 512. The ratio to the perspective frame
 // is a counter, and so is the ratio per face (1 would be the gather for free).
-#include "FBO_cls.h"
-#include "FramePasses_cls.h"
-#include "GLBenchProcess_cls.h"
 #include "ParamGroup_cls.h"
+#include "PassesBenchStage_cls.h"
 #include "Primitive_cls.h"
 #include "SceneObjCtrl_cls.h"
-#include "View3D_cls.h"
 #include "WideCamera_cls.h"
 
 #include <benchmark/benchmark.h>
@@ -23,27 +20,11 @@ namespace {
 constexpr int kSize = 512;
 constexpr int kSide = 7; // kSide cubed boxes
 
-class Stage_cls {
+class Stage_cls : public PassesBenchStage_cls {
 public:
-    Stage_cls() {
-        if (!mCProcess.IsValid())
-            return;
-        mView.mCBufSizeIdx.SetBodyFromData(wxString("1"));
+    Stage_cls() : PassesBenchStage_cls(kSize, "1") {
         mView.mC1stBufSizeIdx.SetBodyFromData(wxString("1"));
-        mView.mCDispLightCam.SetBodyFromData(wxString("0"));
         mView.mCViewAngleL.SetBodyFromData(wxString("90"));
-        mpPasses = std::make_unique<FramePasses_cls>(&mView);
-        mpTarget = std::make_unique<FBO_cls>(kSize, kSize, nullptr);
-        mpTarget->MakeFBO(true, false);
-        FramePasses_cls::InitializeGLCommonIfNot();
-        mbValid = true;
-    }
-    ~Stage_cls() {
-        if (!mbValid)
-            return;
-        mpPasses.reset();
-        mpTarget.reset();
-        FramePasses_cls::DeleteGLCommon();
     }
     // Boxes on a lattice with the eye in its middle.
     void MakeBoxes() {
@@ -58,21 +39,13 @@ public:
     }
     void Paint(int type) {
         mView.mCWideCameraType.SetBodyFromData(wxString::Format("%d", type));
-        mpPasses->RefreshEX();
-        mpPasses->PaintDirectly(kSize, kSize, kSize, kSize, mpTarget->GetFramebuffer());
-        glFinish();
+        PaintPasses();
     }
     double Millis(int type) {
         const auto start = std::chrono::steady_clock::now();
         Paint(type);
         return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
     }
-
-    GLBenchProcess_cls<> mCProcess; // first: it goes last
-    bool mbValid = false;
-    View3D_cls mView;
-    std::unique_ptr<FramePasses_cls> mpPasses;
-    std::unique_ptr<FBO_cls> mpTarget;
 };
 
 Stage_cls* GpStage = nullptr;
