@@ -336,3 +336,35 @@ TEST(BatchTest, EquirectangularAnimationInShardsMatchesOneRun) {
     EXPECT_NEAR(red(a, 0, row), 56, 1);
     EXPECT_NEAR(red(a, 127, row), 56, 1);
 }
+
+TEST(BatchTest, LineByLineStereoInterleavesTheEyesRowByRowInTheFile) {
+    // The demo's planet 6 in front of the camera, whose eyes stand 1 apart and look in parallel:
+    // each eye sees it 12.9 pixels of 128 off the middle, the left eye to the right.
+    TempDir_cls project, one;
+    const std::string strPath = WriteProject(
+        project, "stereo.ovp",
+        ReadBytes(kDemo) + "SceneObjCtrl::Obj::Camera::Position::z::Key::0::SetValue::6\n"
+                           "SceneObjCtrl::Obj::Moon::Position::y::Key::0::SetValue::50\n"
+                           "SceneObjCtrl::Obj::Camera::Stereo::EyeSeparation::Distance::Key::0::"
+                           "SetValue::1\n"
+                           "SceneObjCtrl::Obj::Camera::Stereo::FocusDistance::Distance::Key::0::"
+                           "SetValue::1000000\n"
+                           "ConfItemList::Begin::SceneObj::Camera::Stereo\nStereoType=1\nEyeType=3\n"
+                           "ConfItemList::End\nConfItemList::Begin::View3D\nFollow=1\nCamera=Camera\n"
+                           "DispGrid=0\nDispLightCam=0\nConfItemList::End\n");
+    std::string strLog;
+    const int code = BatchProcess_cls::Run(ProjectArgs(strPath, one, "0-0", "128x128"), strLog);
+    SKIP_WITHOUT_GL(code, strLog);
+    ASSERT_EQ(code, 0) << strLog;
+    PNGImage_cls image;
+    ASSERT_TRUE(ReadPNG_cls::ReadPNG(one.Path("f0000.png"), image));
+    ASSERT_EQ(image.mWidth, 128);
+    auto isBackground = [&](int x, int y) { return std::abs(image.mVRGB8[(y * 128 + x) * 3] - 56) <= 1; };
+    // Even rows (from the top) are the left eye's, odd rows the right eye's: right of the middle only
+    // the left eye sees the planet (its moon is moved out of sight), left of it only the right eye.
+    for (int y = 56; y < 72; ++y) {
+        SCOPED_TRACE(y);
+        EXPECT_EQ(isBackground(95, y), y % 2 == 1);
+        EXPECT_EQ(isBackground(33, y), y % 2 == 0);
+    }
+}
