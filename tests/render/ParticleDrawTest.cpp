@@ -167,6 +167,27 @@ protected:
         glBindFramebuffer(GL_FRAMEBUFFER, 0);
         return depth;
     }
+    // The object drawn in one buffer, then in batches of each size: the same pixels, to the bit.
+    void ExpectBatchesDrawAsOneBuffer(Particle_cls* p, int count, std::initializer_list<int> batches,
+                                      int minDrawn) {
+        mpDraw->mBatchOverride = 0;
+        Draw(p);
+        ASSERT_FALSE(mpDraw->WasLarge(p));
+        const std::vector<Pixel_cls> vNormal = mVFrame;
+        EXPECT_GT(CountDrawn(), minDrawn);
+        for (int batch : batches) {
+            SCOPED_TRACE(batch);
+            mpDraw->mBatchOverride = batch;
+            Draw(p);
+            EXPECT_TRUE(mpDraw->WasLarge(p));
+            EXPECT_EQ(mpDraw->GetNumBatches(p), (count + batch - 1) / batch);
+            int differ = 0;
+            for (size_t i = 0; i < vNormal.size(); ++i)
+                differ += std::memcmp(&vNormal[i], &mVFrame[i], sizeof(Pixel_cls)) != 0 ? 1 : 0;
+            EXPECT_EQ(differ, 0) << "pixels that differ from the drawing in one buffer";
+        }
+        mpDraw->mBatchOverride = 0;
+    }
     int CountDrawn() const {
         int n = 0;
         for (const Pixel_cls& p : mVFrame)
@@ -351,21 +372,7 @@ TEST_F(ParticleDrawTest, BatchesGiveTheSamePictureAsOneBuffer) {
     Set(Mat(p, 1)->mCShaderTypePoint, "1");
     Set(Mat(p, 2)->mCBlendType, "1");
     Set(Mat(p, 2)->mCShaderTypePoint, "2");
-    Draw(p);
-    ASSERT_FALSE(mpDraw->WasLarge(p));
-    const std::vector<Pixel_cls> vNormal = mVFrame;
-    EXPECT_GT(CountDrawn(), 1000);
-    for (int batch : {64, 100, 699}) {
-        SCOPED_TRACE(batch);
-        mpDraw->mBatchOverride = batch;
-        Draw(p);
-        EXPECT_TRUE(mpDraw->WasLarge(p));
-        EXPECT_EQ(mpDraw->GetNumBatches(p), (700 + batch - 1) / batch);
-        int differ = 0;
-        for (size_t i = 0; i < vNormal.size(); ++i)
-            differ += std::memcmp(&vNormal[i], &mVFrame[i], sizeof(Pixel_cls)) != 0 ? 1 : 0;
-        EXPECT_EQ(differ, 0) << "pixels that differ from the drawing in one buffer";
-    }
+    ExpectBatchesDrawAsOneBuffer(p, 700, {64, 100, 699}, 1000);
 }
 
 TEST_F(ParticleDrawTest, SpheresInBatchesGiveTheSamePictureAsOneBuffer) {
@@ -402,23 +409,7 @@ TEST_F(ParticleDrawTest, SpheresInBatchesGiveTheSamePictureAsOneBuffer) {
         ColourByX(p, -28, 28, 0);
         if (c.base == 1)
             p->AddModifierCommand("ParticleTweak_cls", "Tweak");
-        mpDraw->mBatchOverride = 0;
-        Draw(p);
-        ASSERT_FALSE(mpDraw->WasLarge(p));
-        const std::vector<Pixel_cls> vNormal = mVFrame;
-        EXPECT_GT(CountDrawn(), 1500);
-        for (int batch : {64, 499}) {
-            SCOPED_TRACE(batch);
-            mpDraw->mBatchOverride = batch;
-            Draw(p);
-            EXPECT_TRUE(mpDraw->WasLarge(p));
-            EXPECT_EQ(mpDraw->GetNumBatches(p), (500 + batch - 1) / batch);
-            int differ = 0;
-            for (size_t i = 0; i < vNormal.size(); ++i)
-                differ += std::memcmp(&vNormal[i], &mVFrame[i], sizeof(Pixel_cls)) != 0 ? 1 : 0;
-            EXPECT_EQ(differ, 0) << "pixels that differ from the drawing in one buffer";
-        }
-        mpDraw->mBatchOverride = 0;
+        ExpectBatchesDrawAsOneBuffer(p, 500, {64, 499}, 1500);
         p->mCVisible.SetBodyFromDataBOOL(false);
     }
 }
