@@ -1,9 +1,11 @@
 #include "BatchProcess.h"
+#include "ImageFile_cls.h"
 #include "ReadPNG_cls.h"
 #include "TestSupport.h"
 
 #include <gtest/gtest.h>
 #include <wx/dir.h>
+#include <wx/image.h>
 
 #include <chrono>
 #include <fstream>
@@ -208,7 +210,16 @@ TEST(BatchTest, ExitCodes) {
          {},
          2,
          "does not exist"},
-        {"unknown format", {kDemo, "--out", dir.Path("f%04d.xyz").utf8_string()}, {}, 2, "no writer for"},
+        {"an 8-bit format of the toolkit's handlers, with no display",
+         {kDemo, "--out", dir.Path("ok%04d.tif").utf8_string(), "--frames", "0-1", "--size", "8x8"},
+         {"DISPLAY="},
+         0,
+         "3 written, 0 skipped, 0 failed"},
+        {"unknown format",
+         {kDemo, "--out", dir.Path("f%04d.xyz").utf8_string()},
+         {},
+         2,
+         "no writer for f%04d.xyz (png"},
         {"no GL context", {kDemo, "--out", strOut}, {"LIBGL_DRIVERS_PATH=/nonexistent"}, 2, "no GL context"},
     };
     for (const Case_cls& c : cases) {
@@ -222,6 +233,11 @@ TEST(BatchTest, ExitCodes) {
     }
     // The refused frame kept no claim; the others were written.
     EXPECT_EQ(CountFiles(dir.mStrPath, "*.claim"), 0);
+    // Where GL drew (the PNG case wrote its files), the TIFF reads back at its size.
+    if (wxFileExists(dir.Path("ok0001.png"))) {
+        ImageFile_cls::RegisterImageHandlers();
+        EXPECT_EQ(wxImage(dir.Path("ok0001.tif")).GetSize(), wxSize(8, 8));
+    }
 }
 
 TEST(BatchTest, VideoNeedsFfmpeg) {
