@@ -43,36 +43,37 @@ ColorCurveEditor_cls::ColorCurveEditor_cls(SplittableWindow_cls* pOwner)
 
     // The colour-curve tools after the shared ones.
     mpCTools->AddSpacer(PanelBar_cls::msBarSpacer);
-    mpCPreset = new wxChoice(mpCPanelBar, ID_EDITOR_DROP_DOWN, wxDefaultPosition, wxDefaultSize,
+    mpCPreset = new wxChoice(mpCToolPanel, ID_EDITOR_DROP_DOWN, wxDefaultPosition, wxDefaultSize,
                              ColorCurveTemplate_cls::GetAstrPreset());
     mpCPreset->SetToolTip(_("Preset"));
     mpCTools->Add(mpCPreset, 0, wxALIGN_CENTER_VERTICAL | wxALL, 1);
-    mpCTemplate = new wxChoice(mpCPanelBar, ID_EDITOR_TEMPLATE_ALPHA, wxDefaultPosition, wxDefaultSize,
+    mpCTemplate = new wxChoice(mpCToolPanel, ID_EDITOR_TEMPLATE_ALPHA, wxDefaultPosition, wxDefaultSize,
                                ColorCurveTemplate_cls::GetAstrAlphaTemplate());
     mpCTemplate->SetToolTip(_("Alpha template"));
     mpCTools->Add(mpCTemplate, 0, wxALIGN_CENTER_VERTICAL | wxALL, 1);
     wxArrayString astrMode;
     astrMode.Add(_("Channels"));
     astrMode.Add(_("Stops"));
-    mpCMode = new wxChoice(mpCPanelBar, ID_EDITOR_MODE, wxDefaultPosition, wxDefaultSize, astrMode);
+    mpCMode = new wxChoice(mpCToolPanel, ID_EDITOR_MODE, wxDefaultPosition, wxDefaultSize, astrMode);
     mpCMode->SetToolTip(_("Keys of each channel apart, or stops across the channels"));
     mpCTools->Add(mpCMode, 0, wxALIGN_CENTER_VERTICAL | wxALL, 1);
+    // The two toggles are bar buttons on the panel bar, as the other panels' toggles are.
+    mpCPanelBar->AddBarSpacer();
     mpCAlphaButton = mpCPanelBar->AddBarButton(ID_EDITOR_ALPHA, "wxART_ALPHA_ON", "wxART_ALPHA_OFF");
     mpCAlphaButton->SetToolTip(_("Show or hide the A channel"));
     mpCSelectorButton = mpCPanelBar->AddBarButton(ID_EDITOR_SELECTOR, "wxART_SELECTOR_N", "wxART_SELECTOR_P");
     mpCSelectorButton->SetToolTip(_("The channel that takes clicks"));
     for (auto [id, strLabel] : {std::pair<int, const char*>{ID_EDITOR_FLIP_COLOR, "Flip Color"},
                                 {ID_EDITOR_SWAP_RGB, "Swap RGB"}}) {
-        auto* pButton = new wxButton(mpCPanelBar, id, wxGetTranslation(strLabel), wxDefaultPosition,
+        auto* pButton = new wxButton(mpCToolPanel, id, wxGetTranslation(strLabel), wxDefaultPosition,
                                      wxDefaultSize, wxBU_EXACTFIT);
         mpCTools->Add(pButton, 0, wxALIGN_CENTER_VERTICAL | wxALL, 1);
     }
-    mpCColorButton =
-        new wxButton(mpCPanelBar, ID_EDITOR_KEY_COLOR, wxString(), wxDefaultPosition, wxSize(28, 22));
+    mpCColorButton = new wxButton(mpCToolPanel, ID_EDITOR_KEY_COLOR, " ", wxDefaultPosition, wxSize(28, 22));
     mpCColorButton->SetToolTip(_("Colour of the selected key"));
     mpCTools->Add(mpCColorButton, 0, wxALIGN_CENTER_VERTICAL | wxALL, 1);
     auto* pNumToggle =
-        new wxButton(mpCPanelBar, ID_EDITOR_NUM_PANEL, "#", wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
+        new wxButton(mpCToolPanel, ID_EDITOR_NUM_PANEL, "#", wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
     pNumToggle->SetToolTip(_("Show or hide the numeric panel"));
     mpCTools->Add(pNumToggle, 0, wxALIGN_CENTER_VERTICAL | wxALL, 1);
 

@@ -13,6 +13,7 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
+#include <wx/wrapsizer.h>
 
 EditorBase_cls::EditorBase_cls(SplittableWindow_cls* pOwner, int type, bool bColor,
                                const wxString& strListTag)
@@ -38,11 +39,13 @@ void EditorBase_cls::ConstructBase(GraphCurve_cls* pGraph) {
     mpCGraph = pGraph;
     ConstructPanelBar();
     mpCPanelBar->ConstructBarItemZoom();
-    mpCPanelBar->AddBarSpacer();
-    mpCTools = mpCPanelBar->mpCSizer;
+    // The tools wrap onto more rows in a narrow leaf, so they never widen the panel past it.
+    mpCToolPanel = new wxPanel(this, wxID_ANY);
+    mpCTools = new wxWrapSizer(wxHORIZONTAL);
+    mpCToolPanel->SetSizer(mpCTools);
     auto addButton = [&](int id, const wxString& strLabel, const wxString& strTip) {
         auto* pButton =
-            new wxButton(mpCPanelBar, id, strLabel, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
+            new wxButton(mpCToolPanel, id, strLabel, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
         pButton->SetToolTip(strTip);
         mpCTools->Add(pButton, 0, wxALIGN_CENTER_VERTICAL | wxALL, 1);
         return pButton;
@@ -53,11 +56,12 @@ void EditorBase_cls::ConstructBase(GraphCurve_cls* pGraph) {
     wxArrayString astrTypes;
     for (const char* str : {"Step", "Linear", "Hermite", "Hermite Ease"})
         astrTypes.Add(wxGetTranslation(str));
-    mpCKeyType = new wxChoice(mpCPanelBar, ID_EDITOR_KEY_TYPE, wxDefaultPosition, wxDefaultSize, astrTypes);
+    mpCKeyType = new wxChoice(mpCToolPanel, ID_EDITOR_KEY_TYPE, wxDefaultPosition, wxDefaultSize, astrTypes);
     mpCKeyType->SetToolTip(_("Interpolation of the selected keys"));
     mpCTools->Add(mpCKeyType, 0, wxALIGN_CENTER_VERTICAL | wxALL, 1);
-    mpCTools->Add(new wxStaticText(mpCPanelBar, wxID_ANY, _("Ease")), 0, wxALIGN_CENTER_VERTICAL | wxLEFT, 4);
-    mpCEase = new wxTextCtrl(mpCPanelBar, ID_EDITOR_EASE, "1", wxDefaultPosition, wxSize(40, -1));
+    mpCTools->Add(new wxStaticText(mpCToolPanel, wxID_ANY, _("Ease")), 0, wxALIGN_CENTER_VERTICAL | wxLEFT,
+                  4);
+    mpCEase = new wxTextCtrl(mpCToolPanel, ID_EDITOR_EASE, "1", wxDefaultPosition, wxSize(40, -1));
     mpCEase->SetToolTip(_("Ease factor of Hermite keys"));
     mpCTools->Add(mpCEase, 0, wxALIGN_CENTER_VERTICAL | wxALL, 1);
 
@@ -66,6 +70,7 @@ void EditorBase_cls::ConstructBase(GraphCurve_cls* pGraph) {
     mpCGraph->mFuncRightClick = [this](const wxPoint& point) { ShowPopMenu(point); };
     auto* pSizer = new wxBoxSizer(wxVERTICAL);
     pSizer->Add(mpCPanelBar, 0, wxEXPAND);
+    pSizer->Add(mpCToolPanel, 0, wxEXPAND);
     pSizer->Add(mpCGraph, 1, wxEXPAND);
     SetSizer(pSizer);
 }

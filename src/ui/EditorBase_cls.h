@@ -11,7 +11,8 @@
 #include <wx/stopwatch.h>
 
 class GraphCurve_cls;
-class wxBoxSizer;
+class wxPanel;
+class wxSizer;
 class wxChoice;
 class wxTextCtrl;
 
@@ -110,7 +111,8 @@ protected:
     ConfItemFLOAT_cls mCXRangeMin;
     ConfItemFLOAT_cls mCXRangeMax;
     GraphCurve_cls* mpCGraph = nullptr; // child windows: the toolkit deletes them
-    wxBoxSizer* mpCTools = nullptr;
+    wxPanel* mpCToolPanel = nullptr;    // the row of tools under the bar
+    wxSizer* mpCTools = nullptr;
     wxChoice* mpCKeyType = nullptr;
     wxTextCtrl* mpCEase = nullptr;
     wxString mStrShownTags;  // the channels the view was framed for
