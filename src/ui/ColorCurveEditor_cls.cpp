@@ -252,10 +252,9 @@ void ColorCurveEditor_cls::UpdateSelectorIcons() {
 void ColorCurveEditor_cls::SetKeyColor(double r, double g, double b) {
     ColorCurve_cls* pCurve = GetPCCurve();
     RebuildChannels();
-    const GraphKeyEdit_cls::Hit_cls hit = mCEdit.GetFirstSelected();
-    if (!pCurve || !hit.IsHit())
+    double x = 0.0;
+    if (!pCurve || !mCEdit.GetSelectedX(x))
         return;
-    const double x = mCEdit.GetChannels()[hit.mChannel].mpCParam->mVCKey[hit.mKey].mX;
     ColorCurveTemplate_cls::SetStopColorCommand(*pCurve, wxString(), x, r, g, b);
 }
 
@@ -267,13 +266,7 @@ void ColorCurveEditor_cls::InsertKeys() {
     RebuildChannels();
     mCEdit.InsertKeysAt(x);
     // The new stop is the selected one, so the colour button and the arrows go on from it.
-    mCEdit.DeselectAll();
-    for (size_t c = 0; c < mCEdit.GetChannels().size(); ++c) {
-        const int k = mCEdit.GetChannels()[c].mpCParam->GetKeyIndex(x);
-        if (k >= 0 && mCEdit.IsChannelEditable(static_cast<int>(c))) {
-            mCEdit.SelectKey(static_cast<int>(c), k, true);
-        }
-    }
+    mCEdit.SelectAt(x);
     UpdateColorButton();
 }
 
@@ -287,10 +280,9 @@ void ColorCurveEditor_cls::SelectAdjacentStop(int direction) {
     if (vX.empty())
         return;
     std::sort(vX.begin(), vX.end());
-    const GraphKeyEdit_cls::Hit_cls hit = mCEdit.GetFirstSelected();
     double x = direction > 0 ? vX.front() : vX.back();
-    if (hit.IsHit()) {
-        const double now = mCEdit.GetChannels()[hit.mChannel].mpCParam->mVCKey[hit.mKey].mX;
+    double now = 0.0;
+    if (mCEdit.GetSelectedX(now)) {
         auto it = direction > 0 ? std::upper_bound(vX.begin(), vX.end(), now + 1e-6)
                                 : std::lower_bound(vX.begin(), vX.end(), now - 1e-6);
         if (direction > 0)
@@ -298,12 +290,7 @@ void ColorCurveEditor_cls::SelectAdjacentStop(int direction) {
         else
             x = it != vX.begin() ? *(it - 1) : vX.front();
     }
-    mCEdit.DeselectAll();
-    for (size_t c = 0; c < mCEdit.GetChannels().size(); ++c) {
-        const int k = mCEdit.GetChannels()[c].mpCParam->GetKeyIndex(x);
-        if (k >= 0 && mCEdit.IsChannelEditable(static_cast<int>(c)))
-            mCEdit.SelectKey(static_cast<int>(c), k, true);
-    }
+    mCEdit.SelectAt(x);
     if (mpCPos)
         mpCPos->ChangeValue(wxString::Format("%g", x));
     UpdateColorButton();
@@ -315,12 +302,11 @@ void ColorCurveEditor_cls::UpdateColorButton() {
     if (!mpCColorButton)
         return;
     ColorCurve_cls* pCurve = GetPCCurve();
-    const GraphKeyEdit_cls::Hit_cls hit = mCEdit.GetFirstSelected();
-    if (!pCurve || !hit.IsHit() || hit.mChannel >= static_cast<int>(mCEdit.GetChannels().size())) {
+    double x = 0.0;
+    if (!pCurve || !mCEdit.GetSelectedX(x)) {
         mpCColorButton->SetBackgroundColour(wxNullColour);
         return;
     }
-    const double x = mCEdit.GetChannels()[hit.mChannel].mpCParam->mVCKey[hit.mKey].mX;
     const std::array<unsigned char, 4> c = pCurve->GetColor(x, nullptr);
     mpCColorButton->SetBackgroundColour(wxColour(c[0], c[1], c[2]));
 }
@@ -364,10 +350,9 @@ void ColorCurveEditor_cls::ProcAfterMathSelf(const wxString& strWhat, const wxSt
 
 void ColorCurveEditor_cls::OnGraphChanged(bool bCommand) {
     UpdateColorButton();
-    const GraphKeyEdit_cls::Hit_cls hit = mCEdit.GetFirstSelected();
-    if (hit.IsHit() && mpCPos && !mCEdit.IsDragging())
-        mpCPos->ChangeValue(
-            wxString::Format("%g", mCEdit.GetChannels()[hit.mChannel].mpCParam->mVCKey[hit.mKey].mX));
+    double x = 0.0;
+    if (mpCPos && !mCEdit.IsDragging() && mCEdit.GetSelectedX(x))
+        mpCPos->ChangeValue(wxString::Format("%g", x));
     // A drag moves keys natively: the bar and the pictures that use the curve follow it live.
     if (!bCommand && mCEdit.GetDragMode() == GraphKeyEdit_cls::DRAG_KEYS && GCClassProvider)
         GCClassProvider->UpdatePanels("VIEW3D");
@@ -418,10 +403,9 @@ void ColorCurveEditor_cls::OnCommand(wxCommandEvent& event) {
         break;
     case ID_EDITOR_KEY_COLOR: {
         ColorCurve_cls* pCurve = GetPCCurve();
-        const GraphKeyEdit_cls::Hit_cls hit = mCEdit.GetFirstSelected();
-        if (!pCurve || !hit.IsHit())
+        double x = 0.0;
+        if (!pCurve || !mCEdit.GetSelectedX(x))
             break;
-        const double x = mCEdit.GetChannels()[hit.mChannel].mpCParam->mVCKey[hit.mKey].mX;
         const std::array<unsigned char, 4> c = pCurve->GetColor(x, nullptr);
         const wxColour colour = wxGetColourFromUser(this, wxColour(c[0], c[1], c[2]));
         if (colour.IsOk())

@@ -213,6 +213,23 @@ GraphKeyEdit_cls::Hit_cls GraphKeyEdit_cls::GetFirstSelected() const {
     return hit;
 }
 
+bool GraphKeyEdit_cls::GetSelectedX(double& x) const {
+    const Hit_cls hit = GetFirstSelected();
+    if (!hit.IsHit())
+        return false;
+    x = mVChannel[hit.mChannel].mpCParam->mVCKey[hit.mKey].mX;
+    return true;
+}
+
+void GraphKeyEdit_cls::SelectAt(double x) {
+    DeselectAll();
+    for (size_t c = 0; c < mVChannel.size(); ++c) {
+        const int k = mVChannel[c].mpCParam->GetKeyIndex(x);
+        if (k >= 0 && IsChannelEditable(static_cast<int>(c)))
+            SelectKey(static_cast<int>(c), k, true);
+    }
+}
+
 // ---- the mouse ------------------------------------------------------------------------------
 
 void GraphKeyEdit_cls::Press(int px, int py, bool bAdd, bool bInsert, bool bPan) {

@@ -72,6 +72,10 @@ public:
     int GetSelectedKeyNum() const;
     // The first selected key, or no hit.
     Hit_cls GetFirstSelected() const;
+    // The position of the first selected key; false when none is selected.
+    bool GetSelectedX(double& x) const;
+    // Only the keys at x of the editable channels are selected (a stop of a colour curve).
+    void SelectAt(double x);
 
     // ---- the mouse ----
     // bAdd (shift) adds to the selection or toggles a key; bInsert (ctrl) puts a key under the

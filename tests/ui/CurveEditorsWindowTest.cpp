@@ -187,6 +187,35 @@ TEST_F(CurveEditorsWindowTest, AColourKeyChangesTheColourAtItsEntry) {
     Flush();
     EXPECT_EQ(g.GetKeyNum(), 2);
     EXPECT_EQ(texel(768), 191);
+
+    // The numeric panel: "Insert" at the typed position puts a stop on every channel, ">" and
+    // "<" walk the stops, and the colour of the selected stop is set in one step.
+    mpColor->StepChannelSelector(); // B
+    mpColor->StepChannelSelector(); // A
+    mpColor->StepChannelSelector(); // all
+    ASSERT_EQ(edit.GetActiveChannel(), -1);
+    mpColor->GetPCPosField()->ChangeValue("0.25");
+    mpColor->InsertKeys();
+    for (int c = 0; c < 4; ++c)
+        EXPECT_EQ(pCurve->mVCParam[c].GetKeyNum(), 3) << c;
+    double x = -1.0;
+    ASSERT_TRUE(edit.GetSelectedX(x));
+    EXPECT_DOUBLE_EQ(x, 0.25);
+    mpColor->SelectAdjacentStop(1);
+    ASSERT_TRUE(edit.GetSelectedX(x));
+    EXPECT_DOUBLE_EQ(x, 1.0);
+    mpColor->SelectAdjacentStop(-1);
+    mpColor->SelectAdjacentStop(-1);
+    ASSERT_TRUE(edit.GetSelectedX(x));
+    EXPECT_DOUBLE_EQ(x, 0.0);
+    mpColor->SelectAdjacentStop(1);
+    mpColor->SetKeyColor(0.0, 0.0, 1.0);
+    pCurve->PrepareTexture(false, 1.0f, true);
+    const unsigned char* pTexel = &pCurve->mVTextureBytes[4 * 256];
+    EXPECT_EQ(pTexel[0], 0);
+    EXPECT_EQ(pTexel[2], 254); // 256/1025 stands just before the blue stop at 1/4
+    GpCUndo->Undo();
+    EXPECT_EQ(texel(256), 63); // "Red Yellow" again: green 0.2498
 }
 
 TEST_F(CurveEditorsWindowTest, RepaintOnlyForTheirOwnNamesAndKeepTheViewInTheLayout) {
