@@ -332,6 +332,7 @@ void ColorCurveEditor_cls::UpdatePanelSelf(const wxString& strName, bool) {
         return;
     RebuildChannels();
     ++mUpdateCount;
+    UpdateKeyTypeChoice();
     UpdateNumPanel();
     // The bar only when the curve moved; the channels below always (selection, view).
     mpCGraphCC->CheckRefresh();
@@ -349,6 +350,7 @@ void ColorCurveEditor_cls::ProcAfterMathSelf(const wxString& strWhat, const wxSt
 }
 
 void ColorCurveEditor_cls::OnGraphChanged(bool bCommand) {
+    UpdateKeyTypeChoice();
     UpdateColorButton();
     double x = 0.0;
     if (mpCPos && !mCEdit.IsDragging() && mCEdit.GetSelectedX(x))

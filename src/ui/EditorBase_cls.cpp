@@ -4,6 +4,7 @@
 #include "GraphCurve_cls.h"
 #include "Main_cls.h"
 #include "PanelBar_cls.h"
+#include "Parameter_cls.h"
 #include "SplittableWindow_cls.h"
 #include "TimeCtrl_cls.h"
 
@@ -67,6 +68,7 @@ void EditorBase_cls::ConstructBase(GraphCurve_cls* pGraph) {
 
     mpCGraph->mFuncChanged = [this](bool bCommand) { OnGraphChanged(bCommand); };
     mpCGraph->mFuncBeforeUse = [this]() { RebuildChannels(); };
+    mpCGraph->Bind(wxEVT_KEY_DOWN, &EditorBase_cls::OnGraphKey, this);
     mpCGraph->mFuncRightClick = [this](const wxPoint& point) { ShowPopMenu(point); };
     auto* pSizer = new wxBoxSizer(wxVERTICAL);
     pSizer->Add(mpCPanelBar, 0, wxEXPAND);
@@ -171,6 +173,39 @@ void EditorBase_cls::InsertKeys() {
 }
 
 void EditorBase_cls::OnGraphChanged(bool) {}
+
+void EditorBase_cls::UpdateKeyTypeChoice() {
+    if (!mpCKeyType)
+        return;
+    const GraphKeyEdit_cls::Hit_cls hit = mCEdit.GetFirstSelected();
+    int choice = wxNOT_FOUND;
+    if (hit.IsHit()) {
+        const KeyFrame_cls& key = mCEdit.GetChannels()[hit.mChannel].mpCParam->mVCKey[hit.mKey];
+        if (key.mType >= KeyFrame_cls::TYPE_STEP && key.mType <= KeyFrame_cls::TYPE_HERMITE)
+            choice = static_cast<int>(key.mType);
+        if (key.mType == KeyFrame_cls::TYPE_HERMITE && key.mEaseFactor == 0.0)
+            choice = 3;
+        if (key.mType == KeyFrame_cls::TYPE_HERMITE && mpCEase && key.mEaseFactor != 0.0)
+            mpCEase->ChangeValue(wxString::Format("%g", key.mEaseFactor));
+    }
+    if (mpCKeyType->GetSelection() != choice)
+        mpCKeyType->SetSelection(choice);
+}
+
+void EditorBase_cls::OnGraphKey(wxKeyEvent& event) {
+    switch (event.GetKeyCode()) {
+    case WXK_DELETE:
+    case WXK_BACK:
+        DeleteSelectedKeys();
+        break;
+    case WXK_HOME:
+        FrameAll();
+        break;
+    default:
+        event.Skip();
+        break;
+    }
+}
 
 void EditorBase_cls::AppendPopItems(wxMenu& menu) {
     menu.Append(ID_MENU_EDITOR_POP_FIRST + POP_INSERT, _("Insert Key"));

@@ -85,6 +85,10 @@ public:
     virtual void ProcPopAction(int action);
 
     bool ReadStrLine(std::wistream& stream, const wxString& strKey, const wxString& strRest) override;
+    // The key type choice shows the type of the first selected key (empty with none).
+    void UpdateKeyTypeChoice();
+    // The keys of the plot: Delete removes the selected keys, Home shows them all.
+    void OnGraphKey(wxKeyEvent& event);
 
     int mUpdateCount = 0; // updates that reached the plot
 

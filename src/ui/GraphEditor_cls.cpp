@@ -101,6 +101,7 @@ void GraphEditor_cls::UpdatePanelSelf(const wxString& strName, bool) {
         return;
     RebuildChannels();
     ++mUpdateCount;
+    UpdateKeyTypeChoice();
     if (mpCGraph)
         mpCGraph->Refresh(false);
 }
@@ -118,6 +119,7 @@ void GraphEditor_cls::ProcAfterMathSelf(const wxString& strWhat, const wxString&
 }
 
 void GraphEditor_cls::OnGraphChanged(bool bCommand) {
+    UpdateKeyTypeChoice();
     // A live drag changes keys natively: the pictures that use them follow it.
     if (!bCommand && mCEdit.GetDragMode() == GraphKeyEdit_cls::DRAG_KEYS && GCClassProvider)
         GCClassProvider->UpdatePanels("VIEW3D::TIMELINE");

@@ -213,7 +213,9 @@ TEST_F(CurveEditorModelTest, DragMakesOneMoveCommandThatUndoes) {
         const int steps = GpCUndo->GetCurrent();
         edit.Press(140, 65, false, false, false);
         ASSERT_EQ(edit.GetDragMode(), GraphKeyEdit_cls::DRAG_KEYS);
-        // Half way the key is moved live, for the picture; the release makes the command.
+        // While the drag runs the key moves live, for the pictures; the release makes the command.
+        edit.Drag(140 + c.dx, 65 + c.dy);
+        EXPECT_NEAR(mpX->mVCKey[1].mX, c.x, 1e-6) << "live";
         edit.Drag(140 + c.dx / 2, 65 + c.dy / 2);
         edit.Drag(140 + c.dx, 65 + c.dy);
         EXPECT_EQ(edit.Release(140 + c.dx, 65 + c.dy), c.bCommand);
