@@ -258,3 +258,41 @@ TEST_F(CurveEditorsWindowTest, RepaintOnlyForTheirOwnNamesAndKeepTheViewInTheLay
     EXPECT_DOUBLE_EQ(pGraph->GetEdit().GetGeom().mX0, 0.25);
     EXPECT_EQ(pColor->GetMode(), ColorCurveEditor_cls::MODE_STOPS);
 }
+
+TEST_F(CurveEditorsWindowTest, GraphFollowsTheOutlinerAndAChosenGroup) {
+    SKIP_WITHOUT_DISPLAY();
+    RunText("SceneObjCtrl::Obj::Box::Position::y::TimeDepend=1\n"
+            "SceneObjCtrl::Obj::Camera::RotationEuler::x::TimeDepend=1\n");
+    auto shown = [&] {
+        std::vector<wxString> v;
+        for (const GraphChannel_cls& channel : mpGraph->GetEdit().GetChannels())
+            v.push_back(channel.mStrLabel);
+        return v;
+    };
+    struct Case {
+        const char* what;
+        std::function<void()> funcDo;
+        std::vector<wxString> channels;
+    };
+    const Case cases[] = {
+        {"the outliner selects Box: its animated channel",
+         [&] { mpOutliner->SelectObject("Box"); },
+         {"Box Position y"}},
+        {"a group chosen elsewhere shows alone, every member",
+         [&] { mpMain->ProcAfterMath("SelectParamGroup", "SceneObjCtrl::Obj::Box::Scale"); },
+         {"Scale x", "Scale y", "Scale z"}},
+        {"a new selection in the outliner ends the choice",
+         [&] { mpOutliner->SelectObject("Camera"); },
+         {"Camera RotationEuler x"}},
+        {"shift adds Box",
+         [&] { GpCSceneObjCtrl->Select("Box", true, true, false); },
+         {"Camera RotationEuler x", "Box Position y"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        c.funcDo();
+        Flush();
+        RunLoop(50);
+        EXPECT_EQ(shown(), c.channels);
+    }
+}
