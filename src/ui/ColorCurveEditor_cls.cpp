@@ -75,6 +75,10 @@ ColorCurveEditor_cls::ColorCurveEditor_cls(SplittableWindow_cls* pOwner)
     auto* pNumToggle =
         new wxButton(mpCToolPanel, ID_EDITOR_NUM_PANEL, "#", wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
     pNumToggle->SetToolTip(_("Show or hide the numeric panel"));
+    auto* pTics = new wxButton(mpCToolPanel, ID_EDITOR_TICS_MODE, _("Tics"), wxDefaultPosition, wxDefaultSize,
+                               wxBU_EXACTFIT);
+    pTics->SetToolTip(_("The ruler in curve positions or in data values of the range"));
+    mpCTools->Add(pTics, 0, wxALIGN_CENTER_VERTICAL | wxALL, 1);
     mpCTools->Add(pNumToggle, 0, wxALIGN_CENTER_VERTICAL | wxALL, 1);
 
     // The numeric panel: the position of the next stop and the key buttons.
@@ -98,6 +102,8 @@ ColorCurveEditor_cls::ColorCurveEditor_cls(SplittableWindow_cls* pOwner)
     Bind(wxEVT_BUTTON, &ColorCurveEditor_cls::OnCommand, this);
     Bind(wxEVT_CHOICE, &ColorCurveEditor_cls::OnChoice, this);
     Bind(wxEVT_MENU, &ColorCurveEditor_cls::OnCommand, this, ID_MENU_EDITOR_COPY, ID_MENU_EDITOR_PASTE);
+    Bind(wxEVT_MENU, &ColorCurveEditor_cls::OnCommand, this, ID_MENU_EDITOR_COPY_COLOR,
+         ID_MENU_EDITOR_PASTE_COLOR);
     mpCPos->Bind(wxEVT_TEXT_ENTER, &ColorCurveEditor_cls::OnPosEnter, this);
     mpCMode->SetSelection(GetMode());
     mpCTemplate->SetSelection(GetTemplateAlpha());
@@ -322,6 +328,50 @@ void ColorCurveEditor_cls::ShowNumPanel(bool bShow) {
     }
 }
 
+void ColorCurveEditor_cls::SyncronizeParamToPanelXRange() {
+    if (!mpCGraph)
+        return;
+    mpCGraph->mXLabelScale = 1.0;
+    mpCGraph->mXLabelOffset = 0.0;
+    ColorCurve_cls* pCurve = GetPCCurve();
+    if (mTicsMode != 1 || !pCurve || !pCurve->GetPCRange())
+        return;
+    const std::vector<double> v = pCurve->GetPCRange()->GetVInterpolatedValue(
+        GpCTimeCtrl ? GpCTimeCtrl->GetCurrentNT() : 0.0, true, nullptr, false);
+    if (v.size() < 2 || v[1] <= v[0])
+        return; // a range of no width (or reversed) keeps the positions
+    mpCGraph->mXLabelOffset = v[0];
+    mpCGraph->mXLabelScale = v[1] - v[0];
+}
+
+void ColorCurveEditor_cls::OnTicsMode() {
+    mTicsMode = mTicsMode == 0 ? 1 : 0;
+    SyncronizeParamToPanelXRange();
+    if (mpCGraph)
+        mpCGraph->Refresh(false);
+}
+
+bool ColorCurveEditor_cls::CopyColor() {
+    ColorCurve_cls* pCurve = GetPCCurve();
+    double x = 0.0;
+    if (!pCurve || !mCEdit.GetSelectedX(x))
+        return false;
+    std::vector<double> v = pCurve->GetVInterpolatedValue(x, false, nullptr, false);
+    v.resize(3, 0.0);
+    ColorCurve_cls::TrimColorVector(v);
+    mCopiedColor = {v[0], v[1], v[2]};
+    mbColorCopied = true;
+    return true;
+}
+
+bool ColorCurveEditor_cls::PasteColor() {
+    double x = 0.0;
+    if (!mbColorCopied || !GetPCCurve() || !mCEdit.GetSelectedX(x))
+        return false;
+    SetKeyColor(mCopiedColor[0], mCopiedColor[1], mCopiedColor[2]);
+    return true;
+}
+
 // ---- updates ----------------------------------------------------------------------------------
 
 void ColorCurveEditor_cls::UpdatePanelSelf(const wxString& strName, bool) {
@@ -334,6 +384,7 @@ void ColorCurveEditor_cls::UpdatePanelSelf(const wxString& strName, bool) {
     ++mUpdateCount;
     UpdateKeyTypeChoice();
     UpdateNumPanel();
+    SyncronizeParamToPanelXRange();
     // The bar only when the curve moved; the channels below always (selection, view).
     mpCGraphCC->CheckRefresh();
     mpCGraphCC->Refresh(false);
@@ -367,6 +418,8 @@ void ColorCurveEditor_cls::AppendPopItems(wxMenu& menu) {
     menu.Append(ID_MENU_EDITOR_POP_FIRST + POP_SWAP, _("Swap RGB"));
     menu.Append(ID_MENU_EDITOR_COPY, _("Copy Curve"));
     menu.Append(ID_MENU_EDITOR_PASTE, _("Paste Curve"));
+    menu.Append(ID_MENU_EDITOR_COPY_COLOR, _("Copy Color"));
+    menu.Append(ID_MENU_EDITOR_PASTE_COLOR, _("Paste Color"));
 }
 
 void ColorCurveEditor_cls::ProcPopAction(int action) {
@@ -399,6 +452,15 @@ void ColorCurveEditor_cls::OnCommand(wxCommandEvent& event) {
         break;
     case ID_EDITOR_NEXT_KEY:
         SelectAdjacentStop(1);
+        break;
+    case ID_EDITOR_TICS_MODE:
+        OnTicsMode();
+        break;
+    case ID_MENU_EDITOR_COPY_COLOR:
+        CopyColor();
+        break;
+    case ID_MENU_EDITOR_PASTE_COLOR:
+        PasteColor();
         break;
     case ID_EDITOR_NUM_PANEL:
         ShowNumPanel(mpCNumPanel && !mpCNumPanel->IsShown());

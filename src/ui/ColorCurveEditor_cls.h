@@ -52,6 +52,16 @@ public:
     // Selects the stop before (-1) or after (1) the selected one.
     void SelectAdjacentStop(int direction);
     void ProcPopAction(int action) override;
+    // The ruler's labels and the curve's "Range" group in step: with the tic mode on, the ruler
+    // reads data values, min to max of "Range" at the current time, over the curve's 0 .. 1.
+    void SyncronizeParamToPanelXRange();
+    // Steps the tic mode: positions 0 .. 1, or the data values of "Range".
+    void OnTicsMode();
+    int GetTicsMode() const { return mTicsMode; }
+    // The colour of the selected stop for a later paste; false with no stop selected.
+    bool CopyColor();
+    // The copied colour onto the selected stop; false with none copied or none selected.
+    bool PasteColor();
     // The numeric panel: position and R, G, B, A of the selected stop.
     void UpdateNumPanel();
     void ShowNumPanel(bool bShow);
@@ -77,6 +87,9 @@ private:
     ConfItemINT_cls mCTemplateAlpha;
     wxString mStrPinnedCurve; // the tag chosen by "SelectColorCurve"
     bool mbShowAlpha = true;
+    int mTicsMode = 0;
+    bool mbColorCopied = false;
+    std::array<double, 3> mCopiedColor{0.0, 0.0, 0.0};
     GraphColorCurve_cls* mpCGraphCC = nullptr; // child windows: the toolkit deletes them
     wxChoice* mpCPreset = nullptr;
     wxChoice* mpCTemplate = nullptr;

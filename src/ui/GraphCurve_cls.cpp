@@ -82,14 +82,16 @@ void GraphCurve_cls::DrawRulers(wxDC& dc) {
     dc.DrawRectangle(left, top, right - left + 1, bottom - top + 1);
     dc.SetFont(wxFont(wxFontInfo(7)));
     dc.SetTextForeground(kText);
-    // Vertical lines at the tics of the position (in frames for time).
+    // Vertical lines at round numbers of the label (frames for time, data values for a curve's
+    // range): label = offset + position * scale.
     const double scale = mXLabelScale > 0.0 ? mXLabelScale : 1.0;
-    const double stepX = GraphGeom_cls::GetTicStep((geom.mX1 - geom.mX0) * scale, right - left, 50) / scale;
-    for (double x = std::ceil(geom.mX0 / stepX) * stepX; x <= geom.mX1; x += stepX) {
-        const int px = geom.GetDevX(x);
-        dc.SetPen(wxPen(std::fabs(x) < stepX * 1e-6 ? kZero : kGrid));
+    const double d0 = mXLabelOffset + geom.mX0 * scale, d1 = mXLabelOffset + geom.mX1 * scale;
+    const double stepD = GraphGeom_cls::GetTicStep(d1 - d0, right - left, 50);
+    for (double d = std::ceil(d0 / stepD) * stepD; d <= d1 + stepD * 1e-9; d += stepD) {
+        const int px = geom.GetDevX((d - mXLabelOffset) / scale);
+        dc.SetPen(wxPen(std::fabs(d) < stepD * 1e-6 ? kZero : kGrid));
         dc.DrawLine(px, top, px, bottom + 1);
-        dc.DrawText(Label(x * scale), px + 2, bottom + 3);
+        dc.DrawText(Label(d), px + 2, bottom + 3);
     }
     const double stepY = GraphGeom_cls::GetTicStep(geom.mY1 - geom.mY0, bottom - top, 24);
     for (double y = std::ceil(geom.mY0 / stepY) * stepY; y <= geom.mY1; y += stepY) {

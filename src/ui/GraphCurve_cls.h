@@ -34,8 +34,10 @@ public:
     int mTopStrip = 0;
     // A vertical line at the current normalised time.
     bool mbShowCurrentTime = true;
-    // Labels of the horizontal ruler: position times this (the frame count for time).
+    // Labels of the horizontal ruler: offset + position * scale (the frame count for time, a
+    // curve's "Range" for a colour curve's data values). A scale that is not positive counts as 1.
     double mXLabelScale = 1.0;
+    double mXLabelOffset = 0.0;
     int mPaintCount = 0;
 
     // The mouse as the toolkit delivers it; tests send events here too.

@@ -214,8 +214,25 @@ TEST_F(CurveEditorsWindowTest, AColourKeyChangesTheColourAtItsEntry) {
     const unsigned char* pTexel = &pCurve->mVTextureBytes[4 * 256];
     EXPECT_EQ(pTexel[0], 0);
     EXPECT_EQ(pTexel[2], 254); // 256/1025 stands just before the blue stop at 1/4
+    // Copy the blue stop's colour, paste it on the stop at 0.
+    ASSERT_TRUE(mpColor->CopyColor());
+    mpColor->SelectAdjacentStop(-1);
+    ASSERT_TRUE(mpColor->PasteColor());
+    pCurve->PrepareTexture(false, 1.0f, true);
+    EXPECT_EQ(pCurve->mVTextureBytes[0], 0);
+    EXPECT_EQ(pCurve->mVTextureBytes[2], 255);
+    GpCUndo->Undo();
     GpCUndo->Undo();
     EXPECT_EQ(texel(256), 63); // "Red Yellow" again: green 0.2498
+
+    // The ruler in data values: "Range" 2 to 10 labels the positions 0 .. 1.
+    RunText("SceneObjCtrl::Obj::" + strName + "::ColorCurve::Range::min::Key::0::SetValue::2\n" +
+            "SceneObjCtrl::Obj::" + strName + "::ColorCurve::Range::max::Key::0::SetValue::10\n");
+    mpColor->OnTicsMode();
+    EXPECT_DOUBLE_EQ(pBar->mXLabelOffset, 2.0);
+    EXPECT_DOUBLE_EQ(pBar->mXLabelScale, 8.0);
+    mpColor->OnTicsMode();
+    EXPECT_DOUBLE_EQ(pBar->mXLabelScale, 1.0);
 }
 
 TEST_F(CurveEditorsWindowTest, RepaintOnlyForTheirOwnNamesAndKeepTheViewInTheLayout) {
