@@ -232,7 +232,16 @@ TEST_F(CurveEditorModelTest, DragMakesOneMoveCommandThatUndoes) {
         EXPECT_EQ(GpCUndo->GetCurrent(), steps);
         GpCUndo->Redo();
         EXPECT_NEAR(mpX->mVCKey[1].mX, c.x, 1e-6);
+        // The project text written after the edit reads back to the same keys.
+        const wxString strPath = mDir.Path("moved.ovp");
+        ASSERT_TRUE(mpMain->SaveProjectMain(strPath, 0));
         GpCUndo->Undo();
+        ASSERT_TRUE(mpMain->OpenProjectMain(strPath, false));
+        mpX = &Group("Box", "Position")->mVCParam[0];
+        EXPECT_NEAR(mpX->mVCKey[1].mX, c.x, 1e-6);
+        EXPECT_NEAR(mpX->mVCKey[1].mValue, c.v, 1e-12);
+        RunText("SceneObjCtrl::Obj::Box::Position::x::Key::1::SetX::0.5\n"
+                "SceneObjCtrl::Obj::Box::Position::x::Key::1::SetValue::2\n");
     }
 }
 
