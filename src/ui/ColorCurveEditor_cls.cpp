@@ -374,21 +374,11 @@ bool ColorCurveEditor_cls::PasteColor() {
 
 // ---- updates ----------------------------------------------------------------------------------
 
-void ColorCurveEditor_cls::UpdatePanelSelf(const wxString& strName, bool) {
-    // With no curve chosen the editor shows the active object's: it follows the outliner.
-    if (!IsUpdateTarget(strName) && !(strName == "OUTLINER" && mStrPinnedCurve.empty()))
-        return;
-    if (IsUpdateTooFast())
-        return;
-    RebuildChannels();
-    ++mUpdateCount;
-    UpdateKeyTypeChoice();
+void ColorCurveEditor_cls::UpdateEditorSelf() {
     UpdateNumPanel();
     SyncronizeParamToPanelXRange();
-    // The bar only when the curve moved; the channels below always (selection, view).
+    // The bar only when the curve moved; the channels below are repainted always.
     mpCGraphCC->CheckRefresh();
-    mpCGraphCC->Refresh(false);
-    UpdateColorButton();
 }
 
 void ColorCurveEditor_cls::ProcAfterMathSelf(const wxString& strWhat, const wxString& strArg) {

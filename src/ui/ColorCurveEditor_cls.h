@@ -70,7 +70,9 @@ public:
     wxTextCtrl* GetPCPosField() const { return mpCPos; }
 
 protected:
-    void UpdatePanelSelf(const wxString& strName, bool bForce) override;
+    // With no curve chosen the editor shows the active object's: it follows the outliner.
+    bool IsFollowingOutliner() const override { return mStrPinnedCurve.empty(); }
+    void UpdateEditorSelf() override;
     void ProcAfterMathSelf(const wxString& strWhat, const wxString& strArg) override;
     void OnGraphChanged(bool bCommand) override;
     void AppendPopItems(wxMenu& menu) override;

@@ -87,6 +87,19 @@ bool EditorBase_cls::IsUpdateTooFast() {
     return false;
 }
 
+void EditorBase_cls::UpdatePanelSelf(const wxString& strName, bool) {
+    if (!IsUpdateTarget(strName) && !(strName == "OUTLINER" && IsFollowingOutliner()))
+        return;
+    if (IsUpdateTooFast())
+        return;
+    RebuildChannels();
+    ++mUpdateCount;
+    UpdateKeyTypeChoice();
+    UpdateEditorSelf();
+    if (mpCGraph)
+        mpCGraph->Refresh(false);
+}
+
 void EditorBase_cls::StoreViewToList() {
     const GraphGeom_cls& geom = mCEdit.GetGeom();
     mCAAMin.SetBodyFromData(geom.mY0);

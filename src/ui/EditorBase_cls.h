@@ -93,6 +93,13 @@ public:
     int mUpdateCount = 0; // updates that reached the plot
 
 protected:
+    // Its own name or "ALL", and "OUTLINER" while it follows the selection: the channels again,
+    // then UpdateEditorSelf and a repaint of the plot. Dropped while they come too fast.
+    void UpdatePanelSelf(const wxString& strName, bool bForce) override;
+    // A selection queues the outliner's name, not an editor's: an editor that follows the
+    // selection listens to it.
+    virtual bool IsFollowingOutliner() const { return true; }
+    virtual void UpdateEditorSelf() {}
     // Puts the plot and the tool row under the panel bar; the subclass made the plot.
     void ConstructBase(GraphCurve_cls* pGraph);
     // Appends AAMin=, AAMax=, XRangeMin=, XRangeMax= to the list, after the subclass's items.

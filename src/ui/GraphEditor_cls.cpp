@@ -93,19 +93,6 @@ void GraphEditor_cls::RebuildChannels() {
     SetChannelsAndFrame(std::move(vChannel));
 }
 
-void GraphEditor_cls::UpdatePanelSelf(const wxString& strName, bool) {
-    // A selection queues the outliner's name, not ours: the graph follows the outliner by it.
-    if (!IsUpdateTarget(strName) && strName != "OUTLINER")
-        return;
-    if (IsUpdateTooFast())
-        return;
-    RebuildChannels();
-    ++mUpdateCount;
-    UpdateKeyTypeChoice();
-    if (mpCGraph)
-        mpCGraph->Refresh(false);
-}
-
 void GraphEditor_cls::ProcAfterMathSelf(const wxString& strWhat, const wxString& strArg) {
     if (strWhat == "SelectParamGroup") {
         mStrPinnedGroup = strArg;

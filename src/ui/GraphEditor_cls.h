@@ -19,7 +19,6 @@ public:
     wxString GetStrPinnedGroup() const { return mStrPinnedGroup; }
 
 protected:
-    void UpdatePanelSelf(const wxString& strName, bool bForce) override;
     void ProcAfterMathSelf(const wxString& strWhat, const wxString& strArg) override;
     void OnGraphChanged(bool bCommand) override;
 
