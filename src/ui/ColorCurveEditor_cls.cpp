@@ -21,6 +21,7 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
+#include <wx/wrapsizer.h>
 
 #include <algorithm>
 #include <cmath>
@@ -81,9 +82,10 @@ ColorCurveEditor_cls::ColorCurveEditor_cls(SplittableWindow_cls* pOwner)
     mpCTools->Add(pTics, 0, wxALIGN_CENTER_VERTICAL | wxALL, 1);
     mpCTools->Add(pNumToggle, 0, wxALIGN_CENTER_VERTICAL | wxALL, 1);
 
-    // The numeric panel: the position of the next stop and the key buttons.
+    // The numeric panel: the position of the next stop, the key buttons and the values of the
+    // selected stop's channels.
     mpCNumPanel = new wxPanel(this, wxID_ANY);
-    auto* pNumSizer = new wxBoxSizer(wxHORIZONTAL);
+    auto* pNumSizer = new wxWrapSizer(wxHORIZONTAL);
     pNumSizer->Add(new wxStaticText(mpCNumPanel, wxID_ANY, _("Position")), 0, wxALIGN_CENTER_VERTICAL | wxALL,
                    2);
     mpCPos =
@@ -95,6 +97,15 @@ ColorCurveEditor_cls::ColorCurveEditor_cls(SplittableWindow_cls* pOwner)
         auto* pButton = new wxButton(mpCNumPanel, id, wxGetTranslation(strLabel), wxDefaultPosition,
                                      wxDefaultSize, wxBU_EXACTFIT);
         pNumSizer->Add(pButton, 0, wxALIGN_CENTER_VERTICAL | wxALL, 2);
+    }
+    for (int c = 0; c < 4; ++c) {
+        static const char* const kNames[4] = {"R", "G", "B", "A"};
+        pNumSizer->Add(new wxStaticText(mpCNumPanel, wxID_ANY, kNames[c]), 0,
+                       wxALIGN_CENTER_VERTICAL | wxLEFT, 4);
+        mApCValue[c] = new wxTextCtrl(mpCNumPanel, wxID_ANY, wxString(), wxDefaultPosition, wxSize(56, -1),
+                                      wxTE_PROCESS_ENTER);
+        mApCValue[c]->Bind(wxEVT_TEXT_ENTER, [this, c](wxCommandEvent&) { ProcValueField(c); });
+        pNumSizer->Add(mApCValue[c], 0, wxALIGN_CENTER_VERTICAL | wxALL, 2);
     }
     mpCNumPanel->SetSizer(pNumSizer);
     GetSizer()->Add(mpCNumPanel, 0, wxEXPAND);
@@ -299,7 +310,7 @@ void ColorCurveEditor_cls::SelectAdjacentStop(int direction) {
     mCEdit.SelectAt(x);
     if (mpCPos)
         mpCPos->ChangeValue(wxString::Format("%g", x));
-    UpdateColorButton();
+    UpdateNumPanel();
     if (mpCGraph)
         mpCGraph->Refresh(false);
 }
@@ -319,6 +330,34 @@ void ColorCurveEditor_cls::UpdateColorButton() {
 
 void ColorCurveEditor_cls::UpdateNumPanel() {
     UpdateColorButton();
+    ColorCurve_cls* pCurve = GetPCCurve();
+    double x = 0.0;
+    const bool bStop = pCurve && mCEdit.GetSelectedX(x);
+    for (int c = 0; c < 4; ++c) {
+        if (!mApCValue[c])
+            continue;
+        const bool bShown = bStop && c < static_cast<int>(pCurve->mVCParam.size());
+        mApCValue[c]->Enable(bShown);
+        mApCValue[c]->ChangeValue(bShown ? wxString::Format("%g", pCurve->mVCParam[c].GetValue(x))
+                                         : wxString());
+    }
+}
+
+bool ColorCurveEditor_cls::ProcValueField(int channel) {
+    ColorCurve_cls* pCurve = GetPCCurve();
+    double x = 0.0, v = 0.0;
+    if (!pCurve || channel < 0 || channel >= static_cast<int>(pCurve->mVCParam.size()) ||
+        !mCEdit.GetSelectedX(x) || !mApCValue[channel]->GetValue().ToCDouble(&v))
+        return false;
+    RebuildChannels();
+    for (size_t c = 0; c < mCEdit.GetChannels().size(); ++c)
+        if (mCEdit.GetChannels()[c].mpCParam == &pCurve->mVCParam[channel]) {
+            // A key of that channel at the stop: its value, or a new key with it.
+            mCEdit.InsertKey(static_cast<int>(c), x, v);
+            mCEdit.SelectAt(x);
+            return true;
+        }
+    return false;
 }
 
 void ColorCurveEditor_cls::ShowNumPanel(bool bShow) {
@@ -392,7 +431,7 @@ void ColorCurveEditor_cls::ProcAfterMathSelf(const wxString& strWhat, const wxSt
 
 void ColorCurveEditor_cls::OnGraphChanged(bool bCommand) {
     UpdateKeyTypeChoice();
-    UpdateColorButton();
+    UpdateNumPanel();
     double x = 0.0;
     if (mpCPos && !mCEdit.IsDragging() && mCEdit.GetSelectedX(x))
         mpCPos->ChangeValue(wxString::Format("%g", x));

@@ -9,6 +9,8 @@
 
 #include "EditorBase_cls.h"
 
+#include <array>
+
 class BitmapPanel_cls;
 class ColorCurve_cls;
 class GraphColorCurve_cls;
@@ -64,6 +66,10 @@ public:
     bool PasteColor();
     // The numeric panel: position and R, G, B, A of the selected stop.
     void UpdateNumPanel();
+    // The value typed into the field of a channel (0 R .. 3 A) for the selected stop; false when
+    // there is no stop or no number.
+    bool ProcValueField(int channel);
+    wxTextCtrl* GetPCValueField(int channel) const { return mApCValue[channel]; }
     void ShowNumPanel(bool bShow);
 
     GraphColorCurve_cls* GetPCGraphColorCurve() const { return mpCGraphCC; }
@@ -101,4 +107,5 @@ private:
     BitmapPanel_cls* mpCSelectorButton = nullptr;
     wxPanel* mpCNumPanel = nullptr;
     wxTextCtrl* mpCPos = nullptr;
+    std::array<wxTextCtrl*, 4> mApCValue{};
 };

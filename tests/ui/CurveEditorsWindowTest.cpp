@@ -209,6 +209,14 @@ TEST_F(CurveEditorsWindowTest, AColourKeyChangesTheColourAtItsEntry) {
     ASSERT_TRUE(edit.GetSelectedX(x));
     EXPECT_DOUBLE_EQ(x, 0.0);
     mpColor->SelectAdjacentStop(1);
+    // The numeric panel shows the stop at 1/4 of "Red Yellow": R 1, G 0.25.
+    EXPECT_EQ(mpColor->GetPCValueField(0)->GetValue(), "1");
+    EXPECT_EQ(mpColor->GetPCValueField(1)->GetValue(), "0.25");
+    SendTextEnter(mpColor->GetPCValueField(1), "0.75");
+    EXPECT_DOUBLE_EQ(pCurve->mVCParam[1].GetValue(0.25), 0.75);
+    EXPECT_EQ(texel(256), 191); // 256/1025 stands just before the stop: 0.7495 nearly
+    GpCUndo->Undo();
+    EXPECT_DOUBLE_EQ(pCurve->mVCParam[1].GetValue(0.25), 0.25);
     mpColor->SetKeyColor(0.0, 0.0, 1.0);
     pCurve->PrepareTexture(false, 1.0f, true);
     const unsigned char* pTexel = &pCurve->mVTextureBytes[4 * 256];
