@@ -206,6 +206,7 @@ void EditorBase_cls::UpdateKeyTypeChoice() {
 }
 
 void EditorBase_cls::OnGraphKey(wxKeyEvent& event) {
+    RebuildChannels();
     switch (event.GetKeyCode()) {
     case WXK_DELETE:
     case WXK_BACK:

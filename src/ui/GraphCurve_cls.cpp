@@ -175,13 +175,14 @@ void GraphCurve_cls::DrawCurves(wxDC& dc) {
 }
 
 void GraphCurve_cls::OnMouse(wxMouseEvent& event) {
+    // The channels may have gone with their object since the last paint.
+    if (mFuncBeforeUse && (event.GetEventType() != wxEVT_MOTION || mrCEdit.IsDragging()))
+        mFuncBeforeUse();
     SyncGeometry();
     const wxPoint p = event.GetPosition();
     const wxEventType type = event.GetEventType();
     if (type == wxEVT_LEFT_DOWN || type == wxEVT_MIDDLE_DOWN) {
         SetFocus();
-        if (mFuncBeforeUse)
-            mFuncBeforeUse();
         mrCEdit.Press(p.x, p.y, event.ShiftDown(), type == wxEVT_LEFT_DOWN && event.ControlDown(),
                       type == wxEVT_MIDDLE_DOWN);
         if (mrCEdit.IsDragging() && !HasCapture())

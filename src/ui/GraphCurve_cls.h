@@ -24,8 +24,8 @@ public:
     // Called after a gesture changed something: bCommand when a command was pushed (it queues
     // its own panel updates), false for a live change of a drag or a change of the view.
     std::function<void(bool bCommand)> mFuncChanged;
-    // Called before each paint and press: the owner renews the channels, whose objects may
-    // have gone since.
+    // Called before each paint and mouse event: the owner renews the channels, whose objects
+    // may have gone since.
     std::function<void()> mFuncBeforeUse;
     // Called for a right click at a client point.
     std::function<void(const wxPoint&)> mFuncRightClick;
