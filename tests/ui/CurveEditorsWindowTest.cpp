@@ -261,6 +261,24 @@ TEST_F(CurveEditorsWindowTest, RepaintOnlyForTheirOwnNamesAndKeepTheViewInTheLay
     RunLoop(200);
     EXPECT_GT(pPlot->mPaintCount, paints);
 
+    // While the clock plays, updates closer than the editors' pace are dropped.
+    GpCTimeCtrl->StartPlayCommand(1);
+    ASSERT_TRUE(GpCTimeCtrl->IsPlaying());
+    const long pace = EditorBase_cls::msUpdateMillis;
+    EditorBase_cls::msUpdateMillis = 60000;
+    const int updates = mpGraph->mUpdateCount;
+    for (int i = 0; i < 3; ++i) {
+        mpMain->UpdatePanels("GRAPH");
+        Flush();
+    }
+    EXPECT_EQ(mpGraph->mUpdateCount, updates + 1);
+    EditorBase_cls::msUpdateMillis = 0;
+    mpMain->UpdatePanels("GRAPH");
+    Flush();
+    EXPECT_EQ(mpGraph->mUpdateCount, updates + 2);
+    EditorBase_cls::msUpdateMillis = pace;
+    GpCTimeCtrl->StopPlayCommand();
+
     // The view and the modes are the panels' own blocks of the layout.
     mpGraph->GetEdit().GetGeom().SetXRange(0.25, 0.75);
     mpColor->SetMode(ColorCurveEditor_cls::MODE_STOPS);
