@@ -44,6 +44,12 @@ void GraphKeyEdit_cls::SetChannels(std::vector<GraphChannel_cls> vChannel) {
         mActiveChannel = -1;
 }
 
+bool GraphKeyEdit_cls::IsChannelEditable(int channel) const {
+    if (channel < 0 || channel >= static_cast<int>(mVChannel.size()))
+        return false;
+    return (mActiveChannel < 0 || mActiveChannel == channel) && !mVChannel[channel].mpCParam->IsLocked();
+}
+
 // ---- geometry -------------------------------------------------------------------------------
 
 GraphKeyEdit_cls::Hit_cls GraphKeyEdit_cls::HitKey(int px, int py) const {
@@ -166,11 +172,14 @@ void GraphKeyEdit_cls::LinkSelection() {
         for (const KeyFrame_cls& key : channel.mpCParam->mVCKey)
             if (key.mbSelected)
                 vX.push_back(key.mX);
-    for (GraphChannel_cls& channel : mVChannel)
-        for (KeyFrame_cls& key : channel.mpCParam->mVCKey)
+    for (size_t c = 0; c < mVChannel.size(); ++c) {
+        if (!IsChannelEditable(static_cast<int>(c)))
+            continue;
+        for (KeyFrame_cls& key : mVChannel[c].mpCParam->mVCKey)
             for (double x : vX)
                 if (Misc_cls::IsNearlySame(key.mX, x, Parameter_cls::msKeyTolerance))
                     key.mbSelected = true;
+    }
 }
 
 void GraphKeyEdit_cls::SelectInBox(int x0, int y0, int x1, int y1, bool bAdd) {
@@ -342,10 +351,10 @@ bool GraphKeyEdit_cls::Drag(int px, int py) {
         return false;
     double dx = 0.0, dy = 0.0;
     GetDragOffset(px, py, dx, dy);
-    for (size_t c = 0; c < mVChannel.size(); ++c) {
+    for (size_t c = 0; c < mVChannel.size() && c < mVVSavedKeys.size(); ++c) {
         Parameter_cls& param = *mVChannel[c].mpCParam;
         const std::vector<KeyFrame_cls>& vSaved = mVVSavedKeys[c];
-        if (vSaved.size() != param.mVCKey.size())
+        if (vSaved.size() != param.mVCKey.size() || !IsChannelEditable(static_cast<int>(c)))
             continue;
         for (size_t k = 0; k < vSaved.size(); ++k) {
             if (!vSaved[k].mbSelected)
@@ -414,16 +423,18 @@ void GraphKeyEdit_cls::RestoreKeys() {
 
 void GraphKeyEdit_cls::MoveSelected(double dx, double dy) {
     Block_cls block("MoveKeyAndSort");
-    for (GraphChannel_cls& channel : mVChannel)
-        channel.mpCParam->MoveSelectedTLKeyCommand(dx, dy, channel.mStrTag);
+    for (size_t c = 0; c < mVChannel.size(); ++c)
+        if (IsChannelEditable(static_cast<int>(c)))
+            mVChannel[c].mpCParam->MoveSelectedTLKeyCommand(dx, dy, mVChannel[c].mStrTag);
 }
 
 void GraphKeyEdit_cls::InsertKey(int channel, double x, double v) {
-    if (channel < 0 || channel >= static_cast<int>(mVChannel.size()))
+    if (channel < 0 || channel >= static_cast<int>(mVChannel.size()) ||
+        mVChannel[channel].mpCParam->IsLocked())
         return;
     Block_cls block("InsertKeyAsGroup");
     for (size_t c = 0; c < mVChannel.size(); ++c) {
-        if (static_cast<int>(c) != channel && !mbLinkX)
+        if (static_cast<int>(c) != channel && (!mbLinkX || !IsChannelEditable(static_cast<int>(c))))
             continue;
         GraphChannel_cls& target = mVChannel[c];
         Parameter_cls& param = *target.mpCParam;
@@ -456,12 +467,14 @@ void GraphKeyEdit_cls::InsertKeysAt(double x) {
 
 void GraphKeyEdit_cls::DeleteSelected() {
     Block_cls block("DeleteKeyAsGroup");
-    for (GraphChannel_cls& channel : mVChannel)
-        channel.mpCParam->DeleteSelectedTLKeyCommand(channel.mStrTag);
+    for (size_t c = 0; c < mVChannel.size(); ++c)
+        if (IsChannelEditable(static_cast<int>(c)))
+            mVChannel[c].mpCParam->DeleteSelectedTLKeyCommand(mVChannel[c].mStrTag);
 }
 
 void GraphKeyEdit_cls::SetSelectedType(int type, double ease) {
     Block_cls block("ChangeKeyTypeGroup");
-    for (GraphChannel_cls& channel : mVChannel)
-        channel.mpCParam->SetSelectedTLKeyTypeCommand(channel.mStrTag, type, ease);
+    for (size_t c = 0; c < mVChannel.size(); ++c)
+        if (IsChannelEditable(static_cast<int>(c)))
+            mVChannel[c].mpCParam->SetSelectedTLKeyTypeCommand(mVChannel[c].mStrTag, type, ease);
 }

@@ -46,7 +46,9 @@ public:
     // The one channel that takes clicks and new keys, -1 for all.
     void SetActiveChannel(int channel) { mActiveChannel = channel; }
     int GetActiveChannel() const { return mActiveChannel; }
-    bool IsChannelEditable(int channel) const { return mActiveChannel < 0 || mActiveChannel == channel; }
+    // The active one (or any, with none active), unless the channel is locked ("Locked="): only
+    // such channels take clicks, keys and moves.
+    bool IsChannelEditable(int channel) const;
     // Keys at the same position are one stop across all channels (the gradient of a colour
     // curve): selecting or moving one takes the others along.
     void SetLinkX(bool bLink) { mbLinkX = bLink; }

@@ -179,6 +179,16 @@ TEST_F(CurveEditorModelTest, HitRegionsOfKeysAndCurves) {
     EXPECT_EQ(edit.HitCurve(90, 85), 0);
     EXPECT_EQ(edit.HitCurve(90, 91), 0);
     EXPECT_EQ(edit.HitCurve(90, 92), -1);
+    // A locked channel takes no clicks, no moves and no new keys.
+    RunText("SceneObjCtrl::Obj::Box::Position::x::Locked=1\n");
+    EXPECT_FALSE(edit.HitKey(140, 65).IsHit());
+    EXPECT_EQ(edit.HitCurve(90, 85), -1);
+    mpX->mVCKey[1].mbSelected = true;
+    edit.MoveSelected(0.1, 0.0);
+    edit.InsertKey(0, 0.25, 3.0);
+    EXPECT_DOUBLE_EQ(mpX->mVCKey[1].mX, 0.5);
+    EXPECT_EQ(mpX->GetKeyNum(), 2);
+    RunText("SceneObjCtrl::Obj::Box::Position::x::Locked=0\n");
     // A channel that is not the active one takes no clicks.
     edit.SetActiveChannel(1);
     EXPECT_FALSE(edit.HitKey(140, 65).IsHit());
