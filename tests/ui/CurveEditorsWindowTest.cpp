@@ -233,6 +233,18 @@ TEST_F(CurveEditorsWindowTest, AColourKeyChangesTheColourAtItsEntry) {
     GpCUndo->Undo();
     EXPECT_EQ(texel(256), 63); // "Red Yellow" again: green 0.2498
 
+    // The whole curve through the clipboard: copied, replaced by "Black White", pasted back.
+    SendMenu(mpColor, ID_MENU_EDITOR_COPY);
+    mpColor->ApplyPreset(2);
+    EXPECT_EQ(texel(256), 63); // Black White's green at 0.2498 is the same 63
+    pCurve->PrepareTexture(false, 1.0f, true);
+    EXPECT_EQ(pCurve->mVTextureBytes[4 * 1024], 254); // but its red at the end is white's
+    SendMenu(mpColor, ID_MENU_EDITOR_PASTE);
+    pCurve->PrepareTexture(false, 1.0f, true);
+    EXPECT_EQ(pCurve->mVTextureBytes[4 * 1024], 255); // Red Yellow's red again
+    GpCUndo->Undo();                                  // the paste
+    GpCUndo->Undo();                                  // the preset
+
     // The ruler in data values: "Range" 2 to 10 labels the positions 0 .. 1.
     RunText("SceneObjCtrl::Obj::" + strName + "::ColorCurve::Range::min::Key::0::SetValue::2\n" +
             "SceneObjCtrl::Obj::" + strName + "::ColorCurve::Range::max::Key::0::SetValue::10\n");
