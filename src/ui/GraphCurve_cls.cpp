@@ -65,12 +65,10 @@ void GraphCurve_cls::OnPaint(wxPaintEvent&) {
 }
 
 void GraphCurve_cls::Render(wxDC& dc) {
-    const wxSize size = GetClientSize();
     dc.SetBackground(wxBrush(kBack));
     dc.Clear();
     DrawRulers(dc);
     DrawCurves(dc);
-    (void)size;
 }
 
 void GraphCurve_cls::DrawRulers(wxDC& dc) {
