@@ -10,6 +10,8 @@
 #include "SplittableWindow_cls.h"
 #include "TimeCtrl_cls.h"
 
+#include <algorithm>
+
 namespace {
 
 // The colour of a member by its place in the group: x red, y green, z blue, the fourth grey.
