@@ -1,6 +1,8 @@
 #include "PanelMakers.h"
 
+#include "ColorCurveEditor_cls.h"
 #include "ConsolePanel_cls.h"
+#include "GraphEditor_cls.h"
 #include "Outliner_cls.h"
 #include "PropertyKindPage_cls.h"
 #include "Property_cls.h"
@@ -18,10 +20,13 @@ void RegisterPanelMakers() {
                              [](SplittableWindow_cls* p) { return new TextEntryCtrl_cls(p); });
     wxPanelEX::SetPanelMaker(_PANEL_CONSOLE, [](SplittableWindow_cls* p) { return new ConsolePanel_cls(p); });
     wxPanelEX::SetPanelMaker(_PANEL_VIEW3D, [](SplittableWindow_cls* p) { return new View3DPanel_cls(p); });
+    wxPanelEX::SetPanelMaker(_PANEL_GRAPH, [](SplittableWindow_cls* p) { return new GraphEditor_cls(p); });
+    wxPanelEX::SetPanelMaker(_PANEL_COLOR_CURVE,
+                             [](SplittableWindow_cls* p) { return new ColorCurveEditor_cls(p); });
 }
 
 void UnregisterPanelMakers() {
     for (int type : {_PANEL_TIMELINE, _PANEL_OUTLINER, _PANEL_PROPERTY, _PANEL_TEXT_EDITOR, _PANEL_CONSOLE,
-                     _PANEL_VIEW3D})
+                     _PANEL_VIEW3D, _PANEL_GRAPH, _PANEL_COLOR_CURVE})
         wxPanelEX::SetPanelMaker(type, nullptr);
 }
