@@ -1,0 +1,259 @@
+#include "TimelineParam_cls.h"
+
+#include "ClassProvider_cls.h"
+#include "DataSequence_cls.h"
+#include "ParamGroup_cls.h"
+#include "TimeCtrl_cls.h"
+#include "TimelineConf_cls.h"
+
+#include <wx/dc.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+const wxColour kBack(245, 245, 245);
+const wxColour kNameBack(228, 228, 228);
+const wxColour kKey(40, 40, 40);
+const wxColour kKeySelected(255, 140, 0);
+const wxColour kButtonOn(40, 90, 170);
+const wxColour kButtonOff(150, 150, 150);
+
+wxColour RowColour(const TLRow_cls& row) {
+    switch (row.mKind) {
+    case TLRow_cls::ROW_OBJECT:
+        return row.mbSelected ? wxColour(214, 222, 240) : wxColour(200, 204, 214);
+    case TLRow_cls::ROW_ATTRIBUTE:
+    case TLRow_cls::ROW_FILTER:
+        return row.mbSelected ? wxColour(228, 228, 210) : wxColour(214, 212, 200);
+    case TLRow_cls::ROW_FILTER_HEAD:
+        return wxColour(196, 210, 196);
+    case TLRow_cls::ROW_SEQUENCE:
+        return wxColour(222, 222, 214);
+    case TLRow_cls::ROW_PARAM: {
+        const auto& c = row.mbSelected ? row.mpCParam->mColorRowSelected : row.mpCParam->mColorRow;
+        return wxColour(c[0], c[1], c[2]);
+    }
+    default:
+        return row.mbSelected ? wxColour(236, 236, 236) : wxColour(220, 220, 220);
+    }
+}
+
+// The mark of one key: a square for a step, a circle for a Hermite key, a diamond otherwise.
+void DrawKeyMark(wxDC& dc, int x, int yMid, int half, long type, bool bSelected) {
+    dc.SetPen(wxPen(kKey));
+    dc.SetBrush(wxBrush(bSelected ? kKeySelected : wxColour(250, 250, 250)));
+    if (type == 0) {
+        dc.DrawRectangle(x - half + 1, yMid - half + 1, 2 * half - 1, 2 * half - 1);
+    } else if (type == 2) {
+        dc.DrawCircle(x, yMid, half);
+    } else {
+        const wxPoint diamond[4] = {{x, yMid - half}, {x + half, yMid}, {x, yMid + half}, {x - half, yMid}};
+        dc.DrawPolygon(4, diamond);
+    }
+}
+
+} // namespace
+
+TimelineParam_cls::TimelineParam_cls(wxWindow* pParent, TimelineConf_cls* pConf,
+                                     std::function<void()> funcUpdateOwner)
+    : TimelineBase_cls(pParent, TL_KIND_PARAM, pConf, std::move(funcUpdateOwner), "TimelineParam"),
+      mCRows(pConf) {
+    mCRows.mFuncUpdateOwner = mFuncUpdateOwner;
+    Bind(wxEVT_MOUSEWHEEL, &TimelineParam_cls::OnMouseWheel, this);
+    SetMinSize(wxSize(-1, 60));
+}
+
+void TimelineParam_cls::UpdateDisplay(wxDC& dc) {
+    const wxSize size = GetClientSize();
+    mCRows.UpdateGeometry(size.x);
+    mCRows.UpdateRows();
+    // The geometry of the base draws the current time and the work area over the key area.
+    static_cast<TLPanelGeom_cls&>(*this) = mCRows;
+    dc.SetBackground(wxBrush(kBack));
+    dc.Clear();
+    const int sash = mpCConf->GetSashX();
+    dc.SetClippingRegion(sash, 0, size.x - sash, size.y);
+    DrawWorkingArea(dc, size.y);
+    dc.DestroyClippingRegion();
+    wxFont font = GetFont();
+    font.SetPointSize(mpCConf->GetFontPointSize());
+    dc.SetFont(font);
+    const int h = mCRows.GetLineHeight();
+    int y = mCRows.GetYPos(0);
+    for (const TLRow_cls& row : mCRows.mVCRow) {
+        if (y + h < 0) {
+            y += h;
+            continue;
+        }
+        if (y > size.y)
+            break;
+        DrawItem(dc, row, y);
+    }
+    dc.SetPen(wxPen(wxColour(120, 120, 120)));
+    dc.DrawLine(sash, 0, sash, size.y);
+    dc.SetClippingRegion(sash, 0, size.x - sash, size.y);
+    DrawCurrentTime(dc, size.y);
+    // A region selection in progress.
+    if (mCRows.mbRegionArmed) {
+        dc.SetPen(wxPen(wxColour(40, 90, 170), 1, wxPENSTYLE_SHORT_DASH));
+        dc.SetBrush(*wxTRANSPARENT_BRUSH);
+        dc.DrawRectangle(std::min(mCRows.mPressX, mCRows.mDragX), std::min(mCRows.mPressY, mCRows.mDragY),
+                         std::abs(mCRows.mDragX - mCRows.mPressX) + 1,
+                         std::abs(mCRows.mDragY - mCRows.mPressY) + 1);
+    }
+    dc.DestroyClippingRegion();
+}
+
+void TimelineParam_cls::DrawItem(wxDC& dc, const TLRow_cls& row, int& y) {
+    const int h = mCRows.GetLineHeight();
+    const int sash = mpCConf->GetSashX();
+    const int index = static_cast<int>(&row - mCRows.mVCRow.data());
+    const int width = GetClientSize().x;
+    // The name column.
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(wxBrush(RowColour(row)));
+    dc.DrawRectangle(0, y, sash, h - 1);
+    if (row.mbOpenable) {
+        const TLRect_cls r = mCRows.GetButtonRect(index, TLParamLogic_cls::HIT_OPEN);
+        const int cx = r.mX + r.mW / 2, cy = y + h / 2, s = std::max(h / 4, 3);
+        dc.SetBrush(wxBrush(wxColour(80, 80, 80)));
+        if (row.mbOpen) {
+            const wxPoint down[3] = {{cx - s, cy - s / 2}, {cx + s, cy - s / 2}, {cx, cy + s / 2 + 1}};
+            dc.DrawPolygon(3, down);
+        } else {
+            const wxPoint right[3] = {{cx - s / 2, cy - s}, {cx - s / 2, cy + s}, {cx + s / 2 + 1, cy}};
+            dc.DrawPolygon(3, right);
+        }
+    }
+    dc.SetTextForeground(row.mKind == TLRow_cls::ROW_OBJECT || row.mKind == TLRow_cls::ROW_FILTER_HEAD
+                             ? wxColour(0, 0, 0)
+                             : wxColour(50, 50, 60));
+    const int textX = row.mDepth * TLParamLogic_cls::msIndent + TLParamLogic_cls::msIndent + 4;
+    dc.DrawText(row.mStrName, textX, y + (h - dc.GetCharHeight()) / 2);
+    // The row's buttons.
+    auto button = [&](int hit, const wxString& strGlyph, bool bOn) {
+        const TLRect_cls r = mCRows.GetButtonRect(index, hit);
+        if (r.mW <= 0)
+            return;
+        dc.SetTextForeground(bOn ? kButtonOn : kButtonOff);
+        const wxSize ext = dc.GetTextExtent(strGlyph);
+        dc.DrawText(strGlyph, r.mX + (r.mW - ext.x) / 2, y + (h - ext.y) / 2);
+    };
+    if (row.mpCGroup && row.mKind == TLRow_cls::ROW_GROUP) {
+        button(TLParamLogic_cls::HIT_LINK, "L", row.mpCGroup->IsLinked());
+        button(TLParamLogic_cls::HIT_EXPR, "E", row.mpCGroup->IsUseExpr());
+    }
+    if (row.mpCParam)
+        button(TLParamLogic_cls::HIT_TIMEDEPEND, "T", row.mpCParam->IsTimeDepend());
+    button(TLParamLogic_cls::HIT_KEY_PREV, "<", true);
+    button(TLParamLogic_cls::HIT_KEY_NEXT, ">", true);
+    const TLRect_cls rKey = mCRows.GetButtonRect(index, TLParamLogic_cls::HIT_KEY_TOGGLE);
+    if (rKey.mW > 0) {
+        // Filled when the row has a key at the current time.
+        const double now = GpCTimeCtrl ? GpCTimeCtrl->GetCurrentNT(false) : 0.0;
+        bool bKey = false;
+        for (Parameter_cls* p : row.mVPCParam)
+            bKey = bKey || p->IsKeyExist(now);
+        DrawKeyMark(dc, rKey.mX + rKey.mW / 2, y + h / 2, std::min(h / 3, 5), 1, bKey);
+    }
+    // The key area.
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(wxBrush(wxColour(0, 0, 0)));
+    dc.SetPen(wxPen(wxColour(215, 215, 215)));
+    dc.DrawLine(sash, y + h - 1, width, y + h - 1);
+    if (row.mKind == TLRow_cls::ROW_SEQUENCE)
+        DrawSequence(dc, row, y);
+    else
+        DrawKeys(dc, row, y);
+    y += h;
+}
+
+void TimelineParam_cls::DrawSequence(wxDC& dc, const TLRow_cls& row, int y) {
+    if (!GpCTimeCtrl || !row.mpCSeq)
+        return;
+    const int h = mCRows.GetLineHeight();
+    const int frameMax = GpCTimeCtrl->GetFrameMax();
+    if (frameMax <= 0)
+        return;
+    const auto& c = row.mpCSeq->mTimelineColor;
+    const auto& hi = row.mpCSeq->mTimelineColorHi;
+    // On disk: the sequence's colour; read: its second colour; being read: between the two.
+    const wxColour colours[4] = {wxColour(245, 245, 245), wxColour(c[0], c[1], c[2]),
+                                 wxColour((c[0] + hi[0]) / 2, (c[1] + hi[1]) / 2, (c[2] + hi[2]) / 2),
+                                 wxColour(hi[0], hi[1], hi[2])};
+    const int first = mpCConf->GetAAMin();
+    const int last = mpCConf->GetAAMax();
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    for (int f = first; f <= last; ++f) {
+        const int x0 = mCRows.GetDevCoordFromN(static_cast<double>(f) / frameMax, 0);
+        const int x1 = mCRows.GetDevCoordFromN(static_cast<double>(f + 1) / frameMax, 0);
+        const int state = row.mpCSeq->GetStepState(TLParamLogic_cls::GetSequenceIndex(row, f));
+        dc.SetBrush(wxBrush(colours[state]));
+        dc.DrawRectangle(x0, y + 2, std::max(x1 - x0 - (x1 - x0 > 3 ? 1 : 0), 1), h - 5);
+    }
+}
+
+void TimelineParam_cls::DrawKeys(wxDC& dc, const TLRow_cls& row, int y) {
+    const int h = mCRows.GetLineHeight();
+    const int half = std::max(std::min(h / 3, TLParamLogic_cls::msKeyHalf + 1), 2);
+    const int yMid = y + h / 2;
+    const int sash = mpCConf->GetSashX();
+    const int width = GetClientSize().x;
+    const double delta = mCRows.GetDraggedKeyDelta();
+    // Key marks that fall on the same pixel are drawn once; a selected one wins.
+    for (Parameter_cls* p : row.mVPCParam) {
+        int lastX = -1000000;
+        bool bLastSelected = false;
+        for (const KeyFrame_cls& key : p->mVCKey) {
+            const double x = key.mbSelected ? key.mX + delta : key.mX;
+            const int px = mCRows.GetDevCoordFromN(x, 0);
+            if (px < sash - half || px > width + half)
+                continue;
+            if (px == lastX && (bLastSelected || !key.mbSelected))
+                continue;
+            lastX = px;
+            bLastSelected = key.mbSelected;
+            DrawKeyMark(dc, px, yMid, half, key.mType, key.mbSelected);
+        }
+    }
+}
+
+void TimelineParam_cls::OnMouse(wxMouseEvent& event) {
+    mCRows.UpdateGeometry(GetClientSize().x);
+    if (event.LeftDown()) {
+        mCRows.UpdateRows();
+        mCRows.PressRows(event.GetX(), event.GetY(), event.ShiftDown(), event.ControlDown());
+        if (!HasCapture())
+            CaptureMouse();
+        Refresh();
+    } else if (event.Dragging()) {
+        const bool bSash = mCRows.mbSashDrag;
+        if (mCRows.DragRows(event.GetX(), event.GetY())) {
+            if (bSash && mFuncUpdateOwner)
+                mFuncUpdateOwner();
+            Refresh();
+        }
+    } else if (event.LeftUp()) {
+        const bool bSash = mCRows.mbSashDrag;
+        mCRows.ReleaseRows(event.GetX(), event.GetY(), event.ShiftDown());
+        if (HasCapture())
+            ReleaseMouse();
+        if (bSash && mFuncUpdateOwner)
+            mFuncUpdateOwner();
+        Refresh();
+    }
+}
+
+void TimelineParam_cls::OnMouseWheel(wxMouseEvent& event) {
+    const int h = mCRows.GetLineHeight();
+    const int rows = static_cast<int>(mCRows.mVCRow.size());
+    const int maxScroll = std::max(rows * h - GetClientSize().y, 0);
+    const int step = event.GetWheelRotation() > 0 ? -3 * h : 3 * h;
+    const int scroll = std::clamp(mCRows.mScrollY + step, 0, maxScroll);
+    if (scroll != mCRows.mScrollY) {
+        mCRows.mScrollY = scroll;
+        Refresh();
+    }
+}
