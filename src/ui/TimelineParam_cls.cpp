@@ -40,18 +40,57 @@ wxColour RowColour(const TLRow_cls& row) {
     }
 }
 
-// The mark of one key: a square for a step, a circle for a Hermite key, a diamond otherwise.
-void DrawKeyMark(wxDC& dc, int x, int yMid, int half, long type, bool bSelected) {
-    dc.SetPen(wxPen(kKey));
-    dc.SetBrush(wxBrush(bSelected ? kKeySelected : wxColour(250, 250, 250)));
+// The outline of one key mark, appended to a batch: a square for a step, an octagon (as round as
+// a circle at this size) for a Hermite key, a diamond otherwise.
+void AppendKeyMark(std::vector<wxPoint>& vPoint, std::vector<int>& vCount, int x, int yMid, int half,
+                   long type) {
     if (type == 0) {
-        dc.DrawRectangle(x - half + 1, yMid - half + 1, 2 * half - 1, 2 * half - 1);
+        const int s = half - 1;
+        vPoint.insert(vPoint.end(),
+                      {{x - s, yMid - s}, {x + s, yMid - s}, {x + s, yMid + s}, {x - s, yMid + s}});
+        vCount.push_back(4);
     } else if (type == 2) {
-        dc.DrawCircle(x, yMid, half);
+        const int c = half * 2 / 5;
+        vPoint.insert(vPoint.end(), {{x - c, yMid - half},
+                                     {x + c, yMid - half},
+                                     {x + half, yMid - c},
+                                     {x + half, yMid + c},
+                                     {x + c, yMid + half},
+                                     {x - c, yMid + half},
+                                     {x - half, yMid + c},
+                                     {x - half, yMid - c}});
+        vCount.push_back(8);
     } else {
-        const wxPoint diamond[4] = {{x, yMid - half}, {x + half, yMid}, {x, yMid + half}, {x - half, yMid}};
-        dc.DrawPolygon(4, diamond);
+        vPoint.insert(vPoint.end(), {{x, yMid - half}, {x + half, yMid}, {x, yMid + half}, {x - half, yMid}});
+        vCount.push_back(4);
     }
+}
+
+// Draws a row's marks in two fills, the outline colour at full size and the fill colour one pixel
+// smaller inside it: a row may hold hundreds of marks, and filling is far cheaper than stroking.
+void DrawKeyMarks(wxDC& dc, const std::vector<TLMark_cls>& vMark, int yMid, int half, bool bSelected,
+                  std::vector<wxPoint>& vPoint, std::vector<int>& vCount) {
+    if (vMark.empty())
+        return;
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    for (int layer = 0; layer < 2; ++layer) {
+        vPoint.clear();
+        vCount.clear();
+        for (const TLMark_cls& mark : vMark)
+            AppendKeyMark(vPoint, vCount, mark.mX, yMid, half - layer, mark.mType);
+        dc.SetBrush(wxBrush(layer == 0 ? kKey : bSelected ? kKeySelected : wxColour(250, 250, 250)));
+        if (vCount.size() == 1)
+            dc.DrawPolygon(vCount[0], vPoint.data());
+        else
+            dc.DrawPolyPolygon(static_cast<int>(vCount.size()), vCount.data(), vPoint.data(), 0, 0,
+                               wxWINDING_RULE);
+    }
+}
+
+void DrawKeyMark(wxDC& dc, int x, int yMid, int half, long type, bool bSelected) {
+    std::vector<wxPoint> vPoint;
+    std::vector<int> vCount;
+    DrawKeyMarks(dc, {TLMark_cls{x, type}}, yMid, half, bSelected, vPoint, vCount);
 }
 
 } // namespace
@@ -80,6 +119,8 @@ void TimelineParam_cls::UpdateDisplay(wxDC& dc) {
     wxFont font = GetFont();
     font.SetPointSize(mpCConf->GetFontPointSize());
     dc.SetFont(font);
+    // The button glyphs are single letters: one measure serves them all, and the row names.
+    mGlyphSize = dc.GetTextExtent("L");
     const int h = mCRows.GetLineHeight();
     int y = mCRows.GetYPos(0);
     for (const TLRow_cls& row : mCRows.mVCRow) {
@@ -131,15 +172,14 @@ void TimelineParam_cls::DrawItem(wxDC& dc, const TLRow_cls& row, int& y) {
                              ? wxColour(0, 0, 0)
                              : wxColour(50, 50, 60));
     const int textX = row.mDepth * TLParamLogic_cls::msIndent + TLParamLogic_cls::msIndent + 4;
-    dc.DrawText(row.mStrName, textX, y + (h - dc.GetCharHeight()) / 2);
+    dc.DrawText(row.mStrName, textX, y + (h - mGlyphSize.y) / 2);
     // The row's buttons.
-    auto button = [&](int hit, const wxString& strGlyph, bool bOn) {
+    auto button = [&](int hit, const char* pGlyph, bool bOn) {
         const TLRect_cls r = mCRows.GetButtonRect(index, hit);
         if (r.mW <= 0)
             return;
         dc.SetTextForeground(bOn ? kButtonOn : kButtonOff);
-        const wxSize ext = dc.GetTextExtent(strGlyph);
-        dc.DrawText(strGlyph, r.mX + (r.mW - ext.x) / 2, y + (h - ext.y) / 2);
+        dc.DrawText(pGlyph, r.mX + (r.mW - mGlyphSize.x) / 2, y + (h - mGlyphSize.y) / 2);
     };
     if (row.mpCGroup && row.mKind == TLRow_cls::ROW_GROUP) {
         button(TLParamLogic_cls::HIT_LINK, "L", row.mpCGroup->IsLinked());
@@ -202,21 +242,49 @@ void TimelineParam_cls::DrawKeys(wxDC& dc, const TLRow_cls& row, int y) {
     const int sash = mpCConf->GetSashX();
     const int width = GetClientSize().x;
     const double delta = mCRows.GetDraggedKeyDelta();
-    // Key marks that fall on the same pixel are drawn once; a selected one wins.
+    // One entry per pixel column of the key area: the marks of all channels of the row fall into
+    // it, so a row of many dense channels costs one mark per column at most.
+    const int columns = width - sash + 2 * half;
+    if (columns <= 0)
+        return;
+    mVMarkColumn.assign(columns, 0);
+    // The keys in the shown range, found by bisection: the rows of a zoomed timeline walk few keys.
+    const double pixel =
+        (mCRows.mT1 - mCRows.mT0) / std::max(width - mCRows.mLeftMargin - mCRows.mRightMargin, 1);
+    const double tFirst = mCRows.GetNFromDevCoord(sash - half, 0) - pixel - std::abs(delta);
+    const double tLast = mCRows.GetNFromDevCoord(width + half, 0) + pixel + std::abs(delta);
     for (Parameter_cls* p : row.mVPCParam) {
-        int lastX = -1000000;
-        bool bLastSelected = false;
-        for (const KeyFrame_cls& key : p->mVCKey) {
-            const double x = key.mbSelected ? key.mX + delta : key.mX;
-            const int px = mCRows.GetDevCoordFromN(x, 0);
-            if (px < sash - half || px > width + half)
+        const std::vector<KeyFrame_cls>& vKey = p->mVCKey;
+        auto it = std::lower_bound(vKey.begin(), vKey.end(), tFirst,
+                                   [](const KeyFrame_cls& key, double t) { return key.mX < t; });
+        for (; it != vKey.end() && it->mX <= tLast; ++it) {
+            const double x = it->mbSelected ? it->mX + delta : it->mX;
+            const int column = mCRows.GetDevCoordFromN(x, 0) - sash + half;
+            if (column < 0 || column >= columns)
                 continue;
-            if (px == lastX && (bLastSelected || !key.mbSelected))
-                continue;
-            lastX = px;
-            bLastSelected = key.mbSelected;
-            DrawKeyMark(dc, px, yMid, half, key.mType, key.mbSelected);
+            // Type in the low bits (0 step, 1 linear, 2 Hermite), selection above; a selected mark wins.
+            const unsigned char code = static_cast<unsigned char>(1 +
+                                                                  (it->mType == 0   ? 0
+                                                                   : it->mType == 2 ? 2
+                                                                                    : 1) +
+                                                                  (it->mbSelected ? 4 : 0));
+            if (code > mVMarkColumn[column])
+                mVMarkColumn[column] = code;
         }
+    }
+    // Marks that would overlap the last one drawn are left out (they stand under it); the selected
+    // ones are drawn last, on top.
+    for (int pass = 0; pass < 2; ++pass) {
+        mVMark.clear();
+        int last = -1000000;
+        for (int column = 0; column < columns; ++column) {
+            const unsigned char code = mVMarkColumn[column];
+            if (code == 0 || ((code & 4) != 0) != (pass == 1) || column - last < 2 * half)
+                continue;
+            last = column;
+            mVMark.push_back({column + sash - half, (code - 1) & 3});
+        }
+        DrawKeyMarks(dc, mVMark, yMid, half, pass == 1, mVMarkPoint, mVMarkCount);
     }
 }
 

@@ -8,6 +8,15 @@
 #include "TLParamLogic_cls.h"
 #include "TimelineBase_cls.h"
 
+#include <vector>
+
+// One key mark to draw: its pixel and its key type.
+class TLMark_cls {
+public:
+    int mX;
+    long mType;
+};
+
 class TimelineParam_cls : public TimelineBase_cls {
 public:
     TimelineParam_cls(wxWindow* pParent, TimelineConf_cls* pConf, std::function<void()> funcUpdateOwner);
@@ -24,4 +33,12 @@ public:
 protected:
     void OnMouse(wxMouseEvent& event) override;
     void OnMouseWheel(wxMouseEvent& event);
+
+private:
+    // The marks of the row being drawn, one code per pixel column (kept to spare an allocation).
+    std::vector<unsigned char> mVMarkColumn;
+    std::vector<TLMark_cls> mVMark;
+    wxSize mGlyphSize;
+    std::vector<wxPoint> mVMarkPoint;
+    std::vector<int> mVMarkCount;
 };
