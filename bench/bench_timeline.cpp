@@ -12,6 +12,8 @@
 #include "TimelineConf_cls.h"
 #include "TimelineParam_cls.h"
 
+#include "GuiBenchMain.h"
+
 #include <benchmark/benchmark.h>
 #include <wx/app.h>
 #include <wx/dcmemory.h>
@@ -29,8 +31,6 @@ namespace {
 constexpr int kObjects = 100;
 constexpr int kChannels = 10;
 constexpr int kKeys = 1000;
-
-bool gbGui = false;
 
 // The scene, the timeline's rows in a frame that is never shown, and the animated channels.
 class Scene_cls {
@@ -149,20 +149,3 @@ void BM_TimelineRedrawOpen(benchmark::State& state) {
 BENCHMARK(BM_TimelineRedrawOpen)->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-int main(int argc, char** argv) {
-    benchmark::Initialize(&argc, argv);
-    const char* pDisplay = std::getenv("DISPLAY");
-    if (pDisplay && *pDisplay) {
-        wxApp::SetInstance(new wxApp);
-        int wxArgc = 1;
-        gbGui = wxEntryStart(wxArgc, argv);
-        if (gbGui) {
-            wxTheApp->CallOnInit();
-            wxLog::EnableLogging(false);
-        }
-    }
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
