@@ -2,10 +2,12 @@
 // regions of handles and key marks, and what each drag commits to the undo road, undone again.
 #include "ServicesFixture.h"
 
+#include "DataSnap_cls.h"
 #include "FilterBase_cls.h"
 #include "FilterCtrl_cls.h"
 #include "Main_cls.h"
 #include "ParamGroup_cls.h"
+#include "ParticleSequence_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObj_cls.h"
 #include "TLDragLogic_cls.h"
@@ -275,4 +277,102 @@ TEST_F(TimelineLogicTest, EachDragCommitsItsCommandAndOneUndoRestores) {
         GCClassProvider->DeselectKeyFrame(wxString());
         GpCUndo->Clear();
     }
+}
+
+TEST_F(TimelineLogicTest, RowButtonsActThroughCommandsAndUndo) {
+    TimelineConf_cls conf(100);
+    TLParamLogic_cls rows(&conf);
+    rows.UpdateGeometry(1018 + conf.GetSashX());
+    rows.mSetOpen = {"SceneObjCtrl::Obj::Box"};
+    rows.UpdateRows();
+    const size_t closed = rows.mVCRow.size();
+    int row = -1;
+    for (size_t i = 0; i < rows.mVCRow.size(); ++i)
+        if (rows.mVCRow[i].mStrTag == kBoxPosition)
+            row = static_cast<int>(i);
+    ASSERT_GE(row, 0);
+    ParamGroup_cls* pPosition = GCClassProvider->GetPCParamGroup(kBoxPosition);
+    auto press = [&](int hit) {
+        const TLRect_cls r = rows.GetButtonRect(row, hit);
+        ASSERT_GT(r.mW, 0);
+        rows.PressRows(r.mX + r.mW / 2, r.mY + r.mH / 2, false, false);
+        rows.ReleaseRows(r.mX + r.mW / 2, r.mY + r.mH / 2, false);
+    };
+    const struct {
+        int hit;
+        const char* strDo; // empty: a view change, not undone
+        std::function<bool()> funcDone;
+    } cases[] = {
+        {TLParamLogic_cls::HIT_KEY_TOGGLE, "InsertKey::1::0.1",
+         [&] {
+             return BoxKeys() == std::vector<double>{0.0, 0.1, 0.2, 0.5};
+         }},
+        {TLParamLogic_cls::HIT_KEY_NEXT, "SetFrameCurrent::20",
+         [] { return GpCTimeCtrl->GetFrameCurrent() == 20; }},
+        {TLParamLogic_cls::HIT_KEY_PREV, "SetFrameCurrent::0",
+         [] { return GpCTimeCtrl->GetFrameCurrent() == 0; }},
+        {TLParamLogic_cls::HIT_LINK, "Position::Linked=0", [&] { return !pPosition->IsLinked(); }},
+        {TLParamLogic_cls::HIT_EXPR, "Position::UseExpr=1", [&] { return pPosition->IsUseExpr(); }},
+        {TLParamLogic_cls::HIT_OPEN, "", [&] { return rows.mVCRow.size() == closed + 3; }},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.strDo);
+        // An undone step is overwritten by the next command: count from the current index.
+        const int before = GpCUndo->GetCurrent();
+        press(c.hit);
+        EXPECT_TRUE(c.funcDone());
+        if (*c.strDo == '\0') {
+            EXPECT_EQ(GpCUndo->GetCurrent(), before);
+            continue;
+        }
+        EXPECT_TRUE(DoneSince(before).Contains(c.strDo)) << DoneSince(before);
+        GpCUndo->Undo();
+        EXPECT_EQ(BoxKeys(), (std::vector<double>{0.0, 0.2, 0.5}));
+        EXPECT_EQ(GpCTimeCtrl->GetFrameCurrent(), 10);
+        EXPECT_TRUE(pPosition->IsLinked());
+        EXPECT_FALSE(pPosition->IsUseExpr());
+    }
+    // The edge of the name column follows a drag, within its limits.
+    for (const auto& [to, sash] : {std::pair{400, 400}, std::pair{20, TLParamLogic_cls::msSashMin}}) {
+        rows.PressRows(conf.GetSashX() + 1, 5, false, false);
+        ASSERT_TRUE(rows.mbSashDrag);
+        rows.DragRows(to, 5);
+        rows.ReleaseRows(to, 5, false);
+        EXPECT_EQ(conf.GetSashX(), sash);
+    }
+}
+
+TEST_F(TimelineLogicTest, SequenceRowShowsStepsOnDiskBeingReadAndInMemory) {
+    ParticleSequence_cls seq;
+    TLRow_cls row;
+    row.mpCSeq = &seq;
+    EXPECT_EQ(TLParamLogic_cls::GetSequenceIndex(row, 3), -1) << "no steps counted yet";
+    row.mpCSeq = nullptr;
+    EXPECT_EQ(TLParamLogic_cls::GetSequenceIndex(row, 3), -1) << "a row without a sequence";
+    row.mpCSeq = &seq;
+    seq.mSnaps.resize(4);
+    seq.mIsSequence = true;
+    // Step 1 read, step 2 being read, step 3 made but not read, step 0 never made.
+    seq.GenerateIfNot(1)->mReadStarted = true;
+    seq.GetPCSnap(1)->mReadFinished = true;
+    seq.GenerateIfNot(2)->mReadStarted = true;
+    seq.GenerateIfNot(3);
+    const struct {
+        int frame;
+        int index;
+        DataSequence_cls::StepState_enum state;
+    } cases[] = {{0, 0, DataSequence_cls::STEP_ON_DISK},
+                 {1, 1, DataSequence_cls::STEP_IN_MEMORY},
+                 {2, 2, DataSequence_cls::STEP_READING},
+                 {3, 3, DataSequence_cls::STEP_ON_DISK},
+                 {9, 3, DataSequence_cls::STEP_ON_DISK}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << "frame " << c.frame);
+        // Without an object (no offset, no remap) the frame is the step, held at the last one.
+        EXPECT_EQ(TLParamLogic_cls::GetSequenceIndex(row, c.frame), c.index);
+        EXPECT_EQ(seq.GetStepState(c.index), c.state);
+    }
+    EXPECT_EQ(seq.GetStepState(4), DataSequence_cls::STEP_ABSENT);
+    EXPECT_EQ(seq.GetStepState(-1), DataSequence_cls::STEP_ABSENT);
+    seq.GetPCSnap(2)->mReadFinished = true; // the read ends: the sequence may free the snap
 }
