@@ -8,6 +8,7 @@
 #include "FilterCtrl_cls.h"
 #include "FilterTagHost_ifc.h"
 #include "KindTable_cls.h"
+#include "LuaMiniCalc_cls.h"
 #include "Main_cls.h"
 #include "ParamGroup_cls.h"
 #include "SceneObjCtrl_cls.h"
@@ -339,6 +340,19 @@ void TLParamLogic_cls::ToggleKey(int row) {
         else
             r.mpCGroup->InsertKeyCommand(now, r.mStrTag, type, ease);
     }
+}
+
+bool TLParamLogic_cls::ProcessInput(int row, const wxString& strText) {
+    if (row < 0 || row >= static_cast<int>(mVCRow.size()) || !mVCRow[row].mpCParam)
+        return false;
+    const wxString strTrimmed = wxString(strText).Trim(true).Trim(false);
+    double value = 0.0;
+    if (LuaMiniCalc_cls::IsStringExpression(strTrimmed))
+        value = LuaMiniCalc_cls::GetValue(strTrimmed);
+    else if (!strTrimmed.ToCDouble(&value))
+        return false;
+    mVCRow[row].mpCParam->SetValueCommand(value, mVCRow[row].mStrTag, -1, 1.0);
+    return true;
 }
 
 void TLParamLogic_cls::SelectRow(int row, bool bAdditive, bool bToggle) {

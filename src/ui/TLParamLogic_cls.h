@@ -105,6 +105,10 @@ public:
     void MoveKey(int direction, int row);
     // Adds a key at the current time, or removes the one there.
     void ToggleKey(int row);
+    // The text of the in-place value box of a channel row: a number, or arithmetic such as "2*3",
+    // set as the channel's value at the current time through its command. False when the row is
+    // no channel or the text no number.
+    bool ProcessInput(int row, const wxString& strText);
     // The row's object (or filter) becomes selected.
     void SelectRow(int row, bool bAdditive, bool bToggle);
 

@@ -7,6 +7,7 @@
 #include "TimelineConf_cls.h"
 
 #include <wx/dc.h>
+#include <wx/textctrl.h>
 
 #include <algorithm>
 #include <cmath>
@@ -101,6 +102,7 @@ TimelineParam_cls::TimelineParam_cls(wxWindow* pParent, TimelineConf_cls* pConf,
       mCRows(pConf) {
     mCRows.mFuncUpdateOwner = mFuncUpdateOwner;
     Bind(wxEVT_MOUSEWHEEL, &TimelineParam_cls::OnMouseWheel, this);
+    Bind(wxEVT_LEFT_DCLICK, &TimelineParam_cls::OnDoubleClick, this);
     SetMinSize(wxSize(-1, 60));
 }
 
@@ -324,4 +326,61 @@ void TimelineParam_cls::OnMouseWheel(wxMouseEvent& event) {
         mCRows.mScrollY = scroll;
         Refresh();
     }
+}
+
+// ---- the in-place value box -------------------------------------------------------------------
+
+void TimelineParam_cls::ConstructValueTextCtrl(int row) {
+    CloseValueTextCtrl();
+    if (row < 0 || row >= static_cast<int>(mCRows.mVCRow.size()) || !mCRows.mVCRow[row].mpCParam)
+        return;
+    const double value = mCRows.mVCRow[row].mpCParam->GetCurrentValue();
+    const int sash = mpCConf->GetSashX();
+    mValueRow = row;
+    mpCValueText =
+        new wxTextCtrl(this, wxID_ANY, wxString::Format("%g", value), wxPoint(sash + 4, mCRows.GetYPos(row)),
+                       wxSize(120, -1), wxTE_PROCESS_ENTER);
+    mpCValueText->Bind(wxEVT_TEXT_ENTER, &TimelineParam_cls::OnValueInput, this);
+    mpCValueText->Bind(wxEVT_KEY_DOWN, &TimelineParam_cls::OnValueKey, this);
+    mpCValueText->Bind(wxEVT_KILL_FOCUS, &TimelineParam_cls::OnValueFocus, this);
+    mpCValueText->SetFocus();
+    mpCValueText->SelectAll();
+}
+
+void TimelineParam_cls::CloseValueTextCtrl() {
+    if (!mpCValueText)
+        return;
+    // The box may be closing from inside its own handler: it goes once that has returned.
+    wxTextCtrl* pText = mpCValueText;
+    mpCValueText = nullptr;
+    mValueRow = -1;
+    pText->Unbind(wxEVT_KILL_FOCUS, &TimelineParam_cls::OnValueFocus, this);
+    pText->Hide();
+    // A child of this strip: if the strip goes first, the box goes with it and the call is dropped.
+    CallAfter([pText] { pText->Destroy(); });
+}
+
+void TimelineParam_cls::OnValueInput(wxCommandEvent&) {
+    if (!mpCValueText)
+        return;
+    mCRows.ProcessInput(mValueRow, mpCValueText->GetValue());
+    CloseValueTextCtrl();
+}
+
+void TimelineParam_cls::OnValueKey(wxKeyEvent& event) {
+    if (event.GetKeyCode() == WXK_ESCAPE)
+        CloseValueTextCtrl();
+    else
+        event.Skip();
+}
+
+void TimelineParam_cls::OnValueFocus(wxFocusEvent& event) {
+    CloseValueTextCtrl();
+    event.Skip();
+}
+
+void TimelineParam_cls::OnDoubleClick(wxMouseEvent& event) {
+    mCRows.UpdateGeometry(GetClientSize().x);
+    mCRows.UpdateRows();
+    ConstructValueTextCtrl(mCRows.GetIndex(event.GetY()));
 }

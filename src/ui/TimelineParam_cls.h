@@ -10,6 +10,8 @@
 
 #include <vector>
 
+class wxTextCtrl;
+
 // One key mark to draw: its pixel and its key type.
 class TLMark_cls {
 public:
@@ -28,17 +30,29 @@ public:
     void DrawSequence(wxDC& dc, const TLRow_cls& row, int y);
     void DrawKeys(wxDC& dc, const TLRow_cls& row, int y);
 
+    // Opens the in-place value box on a channel row, holding its value at the current time.
+    void ConstructValueTextCtrl(int row);
+    wxTextCtrl* GetPCValueTextCtrl() const { return mpCValueText; }
+
     TLParamLogic_cls mCRows;
 
 protected:
     void OnMouse(wxMouseEvent& event) override;
     void OnMouseWheel(wxMouseEvent& event);
+    void OnDoubleClick(wxMouseEvent& event);
+    // Enter takes the value; Escape or leaving the box drops it.
+    void OnValueInput(wxCommandEvent& event);
+    void OnValueKey(wxKeyEvent& event);
+    void OnValueFocus(wxFocusEvent& event);
+    void CloseValueTextCtrl();
 
 private:
     // The marks of the row being drawn, one code per pixel column (kept to spare an allocation).
     std::vector<unsigned char> mVMarkColumn;
     std::vector<TLMark_cls> mVMark;
     wxSize mGlyphSize;
+    wxTextCtrl* mpCValueText = nullptr; // a child window while the box is open
+    int mValueRow = -1;
     std::vector<wxPoint> mVMarkPoint;
     std::vector<int> mVMarkCount;
 };

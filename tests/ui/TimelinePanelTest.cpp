@@ -196,3 +196,20 @@ TEST_F(TimelinePanelTest, ScreenshotShowsTheSelectedKeyOnScreen) {
     EXPECT_EQ(wxColour(image.GetRed(p.x, p.y), image.GetGreen(p.x, p.y), image.GetBlue(p.x, p.y)),
               wxColour(255, 140, 0));
 }
+
+TEST_F(TimelinePanelTest, ValueBoxOnAChannelRowSetsTheValueAtTheCurrentTime) {
+    const int row = RowOf(wxString(kBoxPosition) + "::z");
+    ASSERT_GE(row, 0);
+    TimelineParam_cls* pParam = mpTimeline->GetPCParam();
+    pParam->ConstructValueTextCtrl(row);
+    wxTextCtrl* pBox = pParam->GetPCValueTextCtrl();
+    ASSERT_NE(pBox, nullptr);
+    EXPECT_EQ(pBox->GetValue(), "0") << "the box opens with the value at the current time";
+    SendTextEnter(pBox, "3*3");
+    EXPECT_EQ(pParam->GetPCValueTextCtrl(), nullptr) << "Enter closes the box";
+    const Parameter_cls& z = GCClassProvider->GetPCParamGroup(kBoxPosition)->mVCParam[2];
+    EXPECT_DOUBLE_EQ(z.GetValue(0.1), 9.0);
+    RunLoop(100);
+    GpCUndo->Undo();
+    EXPECT_DOUBLE_EQ(z.GetValue(0.1), 0.0);
+}

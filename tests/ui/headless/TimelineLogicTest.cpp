@@ -376,3 +376,43 @@ TEST_F(TimelineLogicTest, SequenceRowShowsStepsOnDiskBeingReadAndInMemory) {
     EXPECT_EQ(seq.GetStepState(-1), DataSequence_cls::STEP_ABSENT);
     seq.GetPCSnap(2)->mReadFinished = true; // the read ends: the sequence may free the snap
 }
+
+TEST_F(TimelineLogicTest, ValueBoxTakesNumbersAndArithmeticAtTheCurrentTime) {
+    TimelineConf_cls conf(100);
+    TLParamLogic_cls rows(&conf);
+    rows.mSetOpen = {"SceneObjCtrl::Obj::Box", kBoxPosition};
+    rows.UpdateRows();
+    int row = -1, groupRow = -1;
+    for (size_t i = 0; i < rows.mVCRow.size(); ++i) {
+        if (rows.mVCRow[i].mStrTag == wxString(kBoxPosition) + "::x")
+            row = static_cast<int>(i);
+        if (rows.mVCRow[i].mStrTag == kBoxPosition)
+            groupRow = static_cast<int>(i);
+    }
+    ASSERT_GE(row, 0);
+    const Parameter_cls& x = GCClassProvider->GetPCParamGroup(kBoxPosition)->mVCParam[0];
+    const struct {
+        const char* strText;
+        int row;
+        bool bTaken;
+        double value;
+    } cases[] = {{"2.5", row, true, 2.5},
+                 {" 2*3 ", row, true, 6.0},
+                 {"abc", row, false, 0.0},
+                 {"4", groupRow, false, 0.0}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.strText);
+        const double before = x.GetValue(0.1);
+        const int undoBefore = GpCUndo->GetCurrent();
+        EXPECT_EQ(rows.ProcessInput(c.row, c.strText), c.bTaken);
+        if (!c.bTaken) {
+            EXPECT_EQ(GpCUndo->GetCurrent(), undoBefore);
+            continue;
+        }
+        EXPECT_DOUBLE_EQ(x.GetValue(0.1), c.value);
+        EXPECT_TRUE(x.IsKeyExist(0.1)) << "a key at the current time";
+        GpCUndo->Undo();
+        EXPECT_DOUBLE_EQ(x.GetValue(0.1), before);
+        EXPECT_FALSE(x.IsKeyExist(0.1));
+    }
+}
