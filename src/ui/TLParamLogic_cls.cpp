@@ -15,6 +15,7 @@
 #include "SceneObj_cls.h"
 #include "TimeCtrl_cls.h"
 #include "TimelineConf_cls.h"
+#include "UndoManager_cls.h"
 
 #include <algorithm>
 #include <cmath>
@@ -367,6 +368,25 @@ void TLParamLogic_cls::SelectRow(int row, bool bAdditive, bool bToggle) {
 }
 
 // ---- the mouse on the rows -------------------------------------------------------------------
+
+bool TLParamLogic_cls::SetExtrapolateOfSelectedCommand(bool bExtrapolate) {
+    if (!GpCSceneObjCtrl || !GpCUndo || !GCClassProvider)
+        return false;
+    std::vector<SceneObj_cls*> vObj;
+    GpCSceneObjCtrl->GetVPCList(vObj);
+    std::vector<wxString> vStrTag;
+    for (SceneObj_cls* p : vObj)
+        p->GetVstrParamTag(vStrTag);
+    const int before = GpCUndo->GetCurrent();
+    GpCUndo->OpenBlock("ExtrapolateSelected");
+    for (const wxString& strTag : vStrTag) {
+        Parameter_cls* p = GCClassProvider->GetPCParameter(strTag);
+        if (p && p->IsSelectedKeyExist() && p->IsExtrapolate() != bExtrapolate)
+            GCClassProvider->SetParameterConfCommand(strTag, "Extrapolate=", bExtrapolate, false);
+    }
+    GpCUndo->CloseBlock("ExtrapolateSelected");
+    return GpCUndo->GetCurrent() != before;
+}
 
 void TLParamLogic_cls::DeselectAllKeys() {
     if (GCClassProvider)

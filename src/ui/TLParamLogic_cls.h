@@ -124,6 +124,9 @@ public:
     // The keys within the rectangle of rows and pixels; without bAdditive the others lose their
     // selection first.
     void SelectItemByRegion(int rowA, int rowB, int xA, int xB, bool bAdditive);
+    // Extrapolate= of every scene channel that has a selected key, in one undo block; false
+    // when no channel changed.
+    static bool SetExtrapolateOfSelectedCommand(bool bExtrapolate);
     // Every key of the scene and the filters loses its selection.
     static void DeselectAllKeys();
     // The time the selected keys are dragged by, on the frame grid; 0 when no key move runs.

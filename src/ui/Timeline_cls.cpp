@@ -15,11 +15,13 @@
 #include "TimelineWA_cls.h"
 
 #include <wx/button.h>
+#include <wx/menu.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
 #include <algorithm>
+#include <memory>
 
 Timeline_cls::Timeline_cls(SplittableWindow_cls* pOwner)
     : wxPanelEX(pOwner, _PANEL_TIMELINE), mCConf(GpCTimeCtrl ? GpCTimeCtrl->GetFrameMax() : 100) {
@@ -88,6 +90,9 @@ Timeline_cls::Timeline_cls(SplittableWindow_cls* pOwner)
     Bind(wxEVT_MENU, &Timeline_cls::OnMenuTLOut, this, ID_TL_MENU_TL_OUT);
     Bind(wxEVT_MENU, &Timeline_cls::OnDeselect, this, ID_TL_MENU_DESELECT);
     Bind(wxEVT_MENU, &Timeline_cls::OnMenuDelete, this, ID_TL_MENU_DELETE);
+    Bind(wxEVT_MENU, &Timeline_cls::OnMenuExtrapolate, this, ID_TL_MENU_EXTRAPOLATE_ON,
+         ID_TL_MENU_EXTRAPOLATE_OFF);
+    mpCParam->Bind(wxEVT_RIGHT_DOWN, &Timeline_cls::OnRowsRightDown, this);
     // The bar's zoom buttons are the row font's.
     Bind(
         wxEVT_BUTTON, [this](wxCommandEvent&) { Zoom(1); }, ID_PANEL_ZOOM_P);
@@ -241,6 +246,30 @@ void Timeline_cls::OnDeselect(wxCommandEvent&) {
 void Timeline_cls::OnMenuDelete(wxCommandEvent&) {
     if (GpCSceneObjCtrl)
         GpCSceneObjCtrl->DeleteSelectedTLKeyCommand();
+}
+
+void Timeline_cls::OnMenuExtrapolate(wxCommandEvent& event) {
+    TLParamLogic_cls::SetExtrapolateOfSelectedCommand(event.GetId() == ID_TL_MENU_EXTRAPOLATE_ON);
+}
+
+wxMenu* Timeline_cls::CreateRowMenu() {
+    auto* pMenu = new wxMenu;
+    pMenu->Append(ID_TL_MENU_ZOOM_IN, _("Larger Rows"));
+    pMenu->Append(ID_TL_MENU_ZOOM_OUT, _("Smaller Rows"));
+    pMenu->Append(ID_TL_MENU_TL_IN, _("Zoom In Time"));
+    pMenu->Append(ID_TL_MENU_TL_OUT, _("Zoom Out Time"));
+    pMenu->AppendSeparator();
+    pMenu->Append(ID_TL_MENU_DESELECT, _("Deselect Keys"));
+    pMenu->Append(ID_TL_MENU_EXTRAPOLATE_ON, _("Extrapolate On"));
+    pMenu->Append(ID_TL_MENU_EXTRAPOLATE_OFF, _("Extrapolate Off"));
+    pMenu->Append(ID_TL_MENU_DELETE, _("Delete Keys"));
+    return pMenu;
+}
+
+void Timeline_cls::OnRowsRightDown(wxMouseEvent& event) {
+    std::unique_ptr<wxMenu> pMenu(CreateRowMenu());
+    // The menu's commands come to this panel, which binds their ids.
+    mpCParam->PopupMenu(pMenu.get(), event.GetPosition());
 }
 
 void Timeline_cls::OnKeyDown(wxKeyEvent& event) {

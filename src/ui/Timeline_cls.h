@@ -26,6 +26,8 @@ enum TimelineId_enum {
     ID_TL_MENU_DELETE = 6029,
     ID_TL_MENU_ZOOM_IN = 6089,
     ID_TL_MENU_ZOOM_OUT = 6090,
+    ID_TL_MENU_EXTRAPOLATE_ON = 6113,
+    ID_TL_MENU_EXTRAPOLATE_OFF = 6114,
     ID_TL_MENU_DESELECT = 6154,
     ID_TL_MENU_TL_IN = 6161,
     ID_TL_MENU_TL_OUT = 6162
@@ -67,6 +69,10 @@ public:
     void OnMenuTLOut(wxCommandEvent& event);
     void OnDeselect(wxCommandEvent& event);
     void OnMenuDelete(wxCommandEvent& event);
+    void OnMenuExtrapolate(wxCommandEvent& event);
+    // The menu a right click on the rows shows: zoom, range, selection, extrapolation, delete.
+    wxMenu* CreateRowMenu();
+    void OnRowsRightDown(wxMouseEvent& event);
     void OnKeyDown(wxKeyEvent& event);
 
     TimelineConf_cls mCConf;

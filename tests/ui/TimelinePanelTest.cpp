@@ -18,9 +18,12 @@
 #include "UndoManager_cls.h"
 
 #include <wx/dcmemory.h>
+#include <wx/menu.h>
 #include <wx/uiaction.h>
 
 #include <array>
+#include <functional>
+#include <memory>
 
 namespace {
 
@@ -212,4 +215,28 @@ TEST_F(TimelinePanelTest, ValueBoxOnAChannelRowSetsTheValueAtTheCurrentTime) {
     RunLoop(100);
     GpCUndo->Undo();
     EXPECT_DOUBLE_EQ(z.GetValue(0.1), 0.0);
+}
+
+TEST_F(TimelinePanelTest, RowMenuZoomsRowsAndTimeAndDeselects) {
+    std::unique_ptr<wxMenu> pMenu(mpTimeline->CreateRowMenu());
+    GCClassProvider->GetPCParamGroup(kBoxPosition)->mVCParam[0].SelectKeyByIndex(1, true, false, 1e-9);
+    const struct {
+        int id;
+        std::function<bool()> funcDone;
+    } cases[] = {
+        {ID_TL_MENU_ZOOM_IN, [this] { return mpTimeline->mCConf.GetFontSize() == 2; }},
+        {ID_TL_MENU_ZOOM_OUT, [this] { return mpTimeline->mCConf.GetFontSize() == 1; }},
+        // Half the range around the current frame 10, held inside the animation.
+        {ID_TL_MENU_TL_IN,
+         [this] { return mpTimeline->mCConf.GetAAMin() == 0 && mpTimeline->mCConf.GetAAMax() == 50; }},
+        {ID_TL_MENU_TL_OUT, [this] { return mpTimeline->mCConf.GetAAMax() == 100; }},
+        {ID_TL_MENU_DESELECT,
+         [] { return !GCClassProvider->GetPCParamGroup(kBoxPosition)->mVCParam[0].IsSelectedKeyExist(); }},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.id);
+        EXPECT_NE(pMenu->FindItem(c.id), nullptr) << "the menu offers it";
+        SendMenu(mpTimeline->GetPCParam(), c.id);
+        EXPECT_TRUE(c.funcDone());
+    }
 }

@@ -416,3 +416,20 @@ TEST_F(TimelineLogicTest, ValueBoxTakesNumbersAndArithmeticAtTheCurrentTime) {
         EXPECT_FALSE(x.IsKeyExist(0.1));
     }
 }
+
+TEST_F(TimelineLogicTest, ExtrapolationOfTheChannelsWithSelectedKeys) {
+    ParamGroup_cls* pPosition = GCClassProvider->GetPCParamGroup(kBoxPosition);
+    EXPECT_FALSE(TLParamLogic_cls::SetExtrapolateOfSelectedCommand(true))
+        << "no key selected, nothing pushed";
+    EXPECT_EQ(GpCUndo->GetCount(), 0);
+    pPosition->mVCParam[0].SelectKeyByIndex(1, true, false, 1e-9);
+    pPosition->mVCParam[2].SelectKeyByIndex(2, true, false, 1e-9);
+    ASSERT_TRUE(TLParamLogic_cls::SetExtrapolateOfSelectedCommand(true));
+    const bool expected[3] = {true, false, true};
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(pPosition->mVCParam[i].IsExtrapolate(), expected[i]) << i;
+    EXPECT_FALSE(TLParamLogic_cls::SetExtrapolateOfSelectedCommand(true)) << "already on";
+    GpCUndo->Undo();
+    for (int i = 0; i < 3; ++i)
+        EXPECT_FALSE(pPosition->mVCParam[i].IsExtrapolate()) << i;
+}
