@@ -29,6 +29,14 @@ void Shape(TLPanelGeom_cls& geom, double t0 = 0.0, double t1 = 1.0) {
     geom.SetTLRegion(t0, t1);
 }
 
+// The index of the row with that tag, -1 when none.
+int RowOf(const TLParamLogic_cls& rows, const wxString& strTag) {
+    for (size_t i = 0; i < rows.mVCRow.size(); ++i)
+        if (rows.mVCRow[i].mStrTag == strTag)
+            return static_cast<int>(i);
+    return -1;
+}
+
 // The do texts pushed since index from, joined.
 wxString DoneSince(int from) {
     wxString str;
@@ -161,10 +169,7 @@ TEST_F(TimelineLogicTest, QuantisationAndHandleHitRegions) {
     rows.UpdateGeometry(1018 + conf.GetSashX());
     rows.mSetOpen = {"SceneObjCtrl::Obj::Box", kBoxPosition};
     rows.UpdateRows();
-    int row = -1;
-    for (size_t i = 0; i < rows.mVCRow.size(); ++i)
-        if (rows.mVCRow[i].mStrTag == wxString(kBoxPosition) + "::x")
-            row = static_cast<int>(i);
+    const int row = RowOf(rows, wxString(kBoxPosition) + "::x");
     ASSERT_GE(row, 0);
     const int x20 = rows.GetDevCoordFromN(0.2, 0);
     for (int dx : {-5, -4, 0, 4, 5}) {
@@ -235,10 +240,7 @@ TEST_F(TimelineLogicTest, EachDragCommitsItsCommandAndOneUndoRestores) {
             rows.UpdateRows();
             const wxString strTag =
                 c.kind == TL_KIND_PARAM ? wxString(kBoxPosition) : "FilterCtrl::Filter::Exposure::Level";
-            int row = -1;
-            for (size_t i = 0; i < rows.mVCRow.size(); ++i)
-                if (rows.mVCRow[i].mStrTag == strTag)
-                    row = static_cast<int>(i);
+            const int row = RowOf(rows, strTag);
             ASSERT_GE(row, 0);
             const int y = rows.GetYPos(row) + 2;
             if (c.bShiftSecond) {
@@ -286,10 +288,7 @@ TEST_F(TimelineLogicTest, RowButtonsActThroughCommandsAndUndo) {
     rows.mSetOpen = {"SceneObjCtrl::Obj::Box"};
     rows.UpdateRows();
     const size_t closed = rows.mVCRow.size();
-    int row = -1;
-    for (size_t i = 0; i < rows.mVCRow.size(); ++i)
-        if (rows.mVCRow[i].mStrTag == kBoxPosition)
-            row = static_cast<int>(i);
+    const int row = RowOf(rows, kBoxPosition);
     ASSERT_GE(row, 0);
     ParamGroup_cls* pPosition = GCClassProvider->GetPCParamGroup(kBoxPosition);
     auto press = [&](int hit) {
@@ -382,13 +381,8 @@ TEST_F(TimelineLogicTest, ValueBoxTakesNumbersAndArithmeticAtTheCurrentTime) {
     TLParamLogic_cls rows(&conf);
     rows.mSetOpen = {"SceneObjCtrl::Obj::Box", kBoxPosition};
     rows.UpdateRows();
-    int row = -1, groupRow = -1;
-    for (size_t i = 0; i < rows.mVCRow.size(); ++i) {
-        if (rows.mVCRow[i].mStrTag == wxString(kBoxPosition) + "::x")
-            row = static_cast<int>(i);
-        if (rows.mVCRow[i].mStrTag == kBoxPosition)
-            groupRow = static_cast<int>(i);
-    }
+    const int row = RowOf(rows, wxString(kBoxPosition) + "::x");
+    const int groupRow = RowOf(rows, kBoxPosition);
     ASSERT_GE(row, 0);
     const Parameter_cls& x = GCClassProvider->GetPCParamGroup(kBoxPosition)->mVCParam[0];
     const struct {
