@@ -45,6 +45,17 @@ void Main_cls::SetParameterConfCommand(const wxString& strTag, const wxString& s
 }
 
 void Main_cls::SetParamGroupConfCommand(const wxString& strTag, const wxString& strKey, bool bValue) {
+    // A switch of a filter's group ("Linked=", "UseExpr=", "Shy="): the pair on the chain's tag.
+    if (FilterTagHost_ifc* pHost = GetPCFilterHost(strTag)) {
+        ParamGroup_cls* pGroup = pHost->GetPCParamGroup(strTag);
+        ConfItem_cls* pItem = pGroup ? pGroup->GetPCItem(strKey) : nullptr;
+        const wxString strCanonical = pHost->GetStrCommandParamGroup(strTag);
+        if (!pItem || strCanonical.empty() || pItem->GetBodyBOOL() == bValue)
+            return;
+        PushCommandPairAndRedo(strCanonical + "::" + strKey + (pItem->GetBodyBOOL() ? "1" : "0"),
+                               strCanonical + "::" + strKey + (bValue ? "1" : "0"));
+        return;
+    }
     if (GpCSceneObjCtrl)
         GpCSceneObjCtrl->SetParamGroupConfCommand(strTag, strKey, wxString::Format("%d", bValue ? 1 : 0));
 }

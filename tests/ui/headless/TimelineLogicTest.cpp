@@ -331,6 +331,13 @@ TEST_F(TimelineLogicTest, RowButtonsActThroughCommandsAndUndo) {
         EXPECT_TRUE(pPosition->IsLinked());
         EXPECT_FALSE(pPosition->IsUseExpr());
     }
+    // The same switch on a filter's group goes to the chain.
+    ParamGroup_cls* pLevel = GCClassProvider->GetPCParamGroup("Scene Filter::Exposure::Level");
+    ASSERT_TRUE(pLevel->IsLinked());
+    GCClassProvider->SetParamGroupConfCommand("Scene Filter::Exposure::Level", "Linked=", false);
+    EXPECT_FALSE(pLevel->IsLinked());
+    GpCUndo->Undo();
+    EXPECT_TRUE(pLevel->IsLinked());
     // The edge of the name column follows a drag, within its limits.
     for (const auto& [to, sash] : {std::pair{400, 400}, std::pair{20, TLParamLogic_cls::msSashMin}}) {
         rows.PressRows(conf.GetSashX() + 1, 5, false, false);
