@@ -200,9 +200,7 @@ void TimelineParam_cls::DrawItem(wxDC& dc, const TLRow_cls& row, int& y) {
             bKey = bKey || p->IsKeyExist(now);
         DrawKeyMark(dc, rKey.mX + rKey.mW / 2, y + h / 2, std::min(h / 3, 5), 1, bKey);
     }
-    // The key area.
-    dc.SetPen(*wxTRANSPARENT_PEN);
-    dc.SetBrush(wxBrush(wxColour(0, 0, 0)));
+    // The key area: the row's bottom line, then its steps or its keys.
     dc.SetPen(wxPen(wxColour(215, 215, 215)));
     dc.DrawLine(sash, y + h - 1, width, y + h - 1);
     if (row.mKind == TLRow_cls::ROW_SEQUENCE)
