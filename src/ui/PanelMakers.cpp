@@ -7,12 +7,11 @@
 #include "PropertyKindPage_cls.h"
 #include "Property_cls.h"
 #include "TextEntryCtrl_cls.h"
-#include "TimelinePlaceholder_cls.h"
+#include "Timeline_cls.h"
 #include "View3DPanel_cls.h"
 
 void RegisterPanelMakers() {
-    wxPanelEX::SetPanelMaker(_PANEL_TIMELINE,
-                             [](SplittableWindow_cls* p) { return new TimelinePlaceholder_cls(p); });
+    wxPanelEX::SetPanelMaker(_PANEL_TIMELINE, [](SplittableWindow_cls* p) { return new Timeline_cls(p); });
     wxPanelEX::SetPanelMaker(_PANEL_OUTLINER, [](SplittableWindow_cls* p) { return new Outliner_cls(p); });
     wxPanelEX::SetPanelMaker(_PANEL_PROPERTY, [](SplittableWindow_cls* p) { return new Property_cls(p); });
     PropertyKindPage_cls::RegisterPages();
