@@ -1,8 +1,8 @@
 #include "PropertyObject_cls.h"
 
 #include "ClassProvider_cls.h"
-#include "LuaMiniCalc_cls.h"
 #include "Main_cls.h"
+#include "MultiInput_cls.h"
 #include "ParamGroup_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObj_cls.h"
@@ -74,16 +74,7 @@ PropertyObject_cls::PropertyObject_cls(wxWindow* pParent) : wxPanelEX(pParent, _
 }
 
 bool PropertyObject_cls::ParseNumber(const wxString& strText, double& value) {
-    wxString str = strText;
-    str.Trim(true).Trim(false);
-    if (str.empty())
-        return false;
-    if (str.ToCDouble(&value))
-        return true;
-    if (!LuaMiniCalc_cls::IsStringExpression(str))
-        return false;
-    value = LuaMiniCalc_cls::GetValue(str);
-    return true;
+    return MultiInput_cls::ParseNumber(strText, value);
 }
 
 wxString PropertyObject_cls::GetStrSignature() {

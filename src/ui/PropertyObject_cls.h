@@ -1,6 +1,6 @@
 // The object page of the property panel: the active object's name, its visibility and its
 // transform groups (Position, RotationEuler, Scale) at the current time. Number fields take
-// arithmetic ("2*3") through the mini calculator; every change goes through the controller's
+// arithmetic ("2*3") and Lua ("math.pi"); every change goes through the controller's
 // or the object's commands, so it is undoable. The fields are plain text controls and keep the
 // window name "text", which keeps the frame's shortcuts (and Escape) out of typing.
 // Main thread only.
@@ -34,7 +34,7 @@ public:
     void SetVisible(bool bVisible);
     // Opens the group's expression in the text editors.
     void EditExpression(int group);
-    // A plain number, or arithmetic through the mini calculator.
+    // A plain number, arithmetic or a Lua expression (MultiInput_cls).
     static bool ParseNumber(const wxString& strText, double& value);
 
     wxStaticText* mpCClass = nullptr;

@@ -1,6 +1,7 @@
 #include "UIServices.h"
 
 #include "ClassProvider_cls.h"
+#include "StringProvider_cls.h"
 #include "wxLogGuiEX.h"
 
 void RegisterUIServices() {
@@ -13,5 +14,12 @@ void RegisterUIServices() {
                 wxLog::SetActiveTarget(nullptr);
             delete GpCwxLogGuiEX;
             GpCwxLogGuiEX = nullptr;
+        });
+    // Plain tables: safe to make on the start-up worker.
+    ClassProvider_cls::SetServiceMaker(
+        SVC_StringProvider, [] { GpCStringProvider = new StringProvider_cls(); },
+        [] {
+            delete GpCStringProvider;
+            GpCStringProvider = nullptr;
         });
 }
