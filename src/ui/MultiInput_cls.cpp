@@ -17,7 +17,9 @@ bool MultiInput_cls::ParseNumber(const wxString& strText, double& value) {
     lua_State* pL = LuaBase_cls::NewLuaState();
     if (!pL)
         return false;
-    const wxScopedCharBuffer buf = ("return " + str).utf8_str();
+    // The buffer may point into the string: the string must outlive it.
+    const wxString strChunk = "return " + str;
+    const wxScopedCharBuffer buf = strChunk.utf8_str();
     bool bOK = false;
     if (LuaBase_cls::LoadText(pL, buf.data(), buf.length(), "field") != LUA_OK ||
         LuaBase_cls::PCall(pL, 0, 1) != LUA_OK) {

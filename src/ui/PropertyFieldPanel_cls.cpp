@@ -42,6 +42,16 @@ bool IsNumberKind(int kind) {
 PropertyFieldPanel_cls::PropertyFieldPanel_cls(wxWindow* pParent, PropertyField_cls::Table_type vField,
                                                std::function<SceneObj_cls*()> funcObject)
     : wxPanel(pParent, wxID_ANY), mVField(std::move(vField)), mFuncObject(std::move(funcObject)) {
+    Build();
+}
+
+PropertyFieldPanel_cls::PropertyFieldPanel_cls(wxWindow* pParent, PropertyField_cls::Table_type vField,
+                                               ListFunc_type funcList)
+    : wxPanel(pParent, wxID_ANY), mVField(std::move(vField)), mFuncList(std::move(funcList)) {
+    Build();
+}
+
+void PropertyFieldPanel_cls::Build() {
     auto* pGrid = new wxFlexGridSizer(2, wxSize(6, 3));
     pGrid->AddGrowableCol(1);
     mVRow.resize(mVField.size());
@@ -150,10 +160,14 @@ int PropertyFieldPanel_cls::FindField(const wxString& strAttr, const wxString& s
 }
 
 ConfListContainer_cls* PropertyFieldPanel_cls::GetPCList(int field) const {
-    SceneObj_cls* p = mFuncObject ? mFuncObject() : nullptr;
-    if (!p || field < 0 || field >= static_cast<int>(mVField.size()))
+    if (field < 0 || field >= static_cast<int>(mVField.size()))
         return nullptr;
     const wxString& strAttr = mVField[static_cast<size_t>(field)].mStrAttr;
+    if (mFuncList)
+        return mFuncList(strAttr);
+    SceneObj_cls* p = GetPCObject();
+    if (!p)
+        return nullptr;
     if (strAttr.empty())
         return p;
     return p->GetPCAttribute(strAttr, 0);
@@ -165,7 +179,7 @@ ConfItem_cls* PropertyFieldPanel_cls::GetPCItem(int field) const {
 }
 
 ParamGroup_cls* PropertyFieldPanel_cls::GetPCGroup(int field) const {
-    SceneObj_cls* p = mFuncObject ? mFuncObject() : nullptr;
+    SceneObj_cls* p = GetPCObject();
     if (!p || field < 0 || field >= static_cast<int>(mVField.size()))
         return nullptr;
     const PropertyField_cls& f = mVField[static_cast<size_t>(field)];
@@ -178,7 +192,7 @@ ParamGroup_cls* PropertyFieldPanel_cls::GetPCGroup(int field) const {
 }
 
 wxString PropertyFieldPanel_cls::GetStrGroupTag(int field) const {
-    SceneObj_cls* p = mFuncObject ? mFuncObject() : nullptr;
+    SceneObj_cls* p = GetPCObject();
     if (!p || !GetPCGroup(field))
         return wxString();
     const PropertyField_cls& f = mVField[static_cast<size_t>(field)];
@@ -194,8 +208,8 @@ double PropertyFieldPanel_cls::Clamp(int field, double value) const {
 
 bool PropertyFieldPanel_cls::SetItemFromText(int field, const wxString& strText) {
     ConfItem_cls* pItem = GetPCItem(field);
-    SceneObj_cls* p = mFuncObject ? mFuncObject() : nullptr;
-    if (!p || !pItem) {
+    SceneObj_cls* p = GetPCObject();
+    if (!pItem) {
         RefreshFromObject();
         return false;
     }
@@ -223,7 +237,8 @@ bool PropertyFieldPanel_cls::SetItemFromText(int field, const wxString& strText)
     }
     if (strNew != pItem->GetBodySTR()) {
         // The commands address the lists by the object's name: tags follow a rename first.
-        p->SyncConfListTag();
+        if (p)
+            p->SyncConfListTag();
         pItem->PushCommandPair(strNew);
     }
     RefreshFromObject();
@@ -271,10 +286,10 @@ bool PropertyFieldPanel_cls::EditExpression(int field) {
 // ---- showing -----------------------------------------------------------------------------------
 
 wxString PropertyFieldPanel_cls::GetStrSignature() const {
-    SceneObj_cls* p = mFuncObject ? mFuncObject() : nullptr;
-    if (!p)
+    SceneObj_cls* p = GetPCObject();
+    if (!p && !mFuncList)
         return wxString();
-    wxString str = p->GetStrName();
+    wxString str = p ? p->GetStrName() : wxString();
     const double t = TimeCtrl_cls::GetClockNT();
     for (int i = 0; i < static_cast<int>(mVField.size()); ++i) {
         if (ConfItem_cls* pItem = GetPCItem(i))

@@ -27,6 +27,10 @@ public:
     // funcObject gives the object the rows edit (null: none, the rows are disabled).
     PropertyFieldPanel_cls(wxWindow* pParent, PropertyField_cls::Table_type vField,
                            std::function<SceneObj_cls*()> funcObject);
+    // Rows of lists that belong to no object (the preferences): funcList gives the list of a
+    // row's mStrAttr. Such rows have items only.
+    using ListFunc_type = std::function<ConfListContainer_cls*(const wxString& strAttr)>;
+    PropertyFieldPanel_cls(wxWindow* pParent, PropertyField_cls::Table_type vField, ListFunc_type funcList);
 
     // ---- what the controls do; false when nothing was set (no object, no such setting, text
     // that is no number) ----
@@ -67,9 +71,12 @@ public:
     PropertyField_cls::Table_type mVField;
     std::vector<Row_cls> mVRow;
     std::function<SceneObj_cls*()> mFuncObject;
+    ListFunc_type mFuncList;
     int mRefreshCount = 0;
 
 private:
+    void Build();
+    SceneObj_cls* GetPCObject() const { return mFuncObject ? mFuncObject() : nullptr; }
     void BuildRow(class wxFlexGridSizer* pGrid, int field);
     // The object's values as shown; a change means the panel is out of date.
     wxString GetStrSignature() const;
