@@ -15,9 +15,11 @@
 #include "ViewWindowFixture.h"
 
 #include <wx/image.h>
+#include <wx/menu.h>
 
 #include <array>
 #include <cstdlib>
+#include <memory>
 #include <vector>
 
 namespace {
@@ -161,6 +163,12 @@ TEST_F(PreferenceWindowTest, PreferencesAndShortcutsRoundTripThroughTheSettingsF
     EXPECT_EQ(GpCShortcut->mVEntry[static_cast<size_t>(dup)].mStrKey, "Ctrl+Shift+K");
     EXPECT_EQ(GpCShortcut->mVEntry[static_cast<size_t>(del)].mStrKey, "Delete");
 
+    // A panel's context menu offers the commands with their keys.
+    ReadFrameLayout(Leaf("DUMMY"));
+    std::unique_ptr<wxMenu> pMenu(Leaves().at(0)->CreateContextMenu());
+    const wxMenuItem* pItem = pMenu->FindItem(GpCShortcut->mVEntry[static_cast<size_t>(dup)].mMenuId);
+    ASSERT_NE(pItem, nullptr);
+    EXPECT_EQ(pItem->GetItemLabel(), "Duplicate\tCtrl+Shift+K");
     // The key runs its command: the menu id reaches the window it is posted to.
     int menuId = 0;
     auto* pSink = new wxPanel(mpFrame);
