@@ -32,6 +32,8 @@ public:
     bool SetMemberFromText(int group, int member, const wxString& strText);
     bool RenameFromText(const wxString& strText);
     void SetVisible(bool bVisible);
+    // The key button: a key of the whole group at the current time, through the undo road.
+    bool SetKeyAtCurrentTime(int group);
     // Opens the group's expression in the text editors.
     void EditExpression(int group);
     // A plain number, arithmetic or a Lua expression (MultiInput_cls).
@@ -42,6 +44,7 @@ public:
     wxCheckBox* mpCVisible = nullptr;
     wxTextCtrl* mpCField[3][3] = {};
     wxButton* mpCExpr[3] = {};
+    wxButton* mpCKey[3] = {};
     int mRefreshCount = 0;
     // What drives each field's value besides a typed number: "Expression", "Keys" or empty. A
     // driven field is tinted and says so in its tool tip, so an edit that seems not to hold is

@@ -16,6 +16,7 @@
 #include "PropertyFieldPage_cls.h"
 #include "PropertyFieldPanel_cls.h"
 #include "PropertyModifier_cls.h"
+#include "PropertyObject_cls.h"
 #include "PropertyParticle_cls.h"
 #include "Property_cls.h"
 #include "SceneObjCtrl_cls.h"
@@ -232,6 +233,16 @@ TEST_F(PropertyPagesTest, KeyButtonSetsAKeyAtTheCurrentTimeThroughUndo) {
     GpCUndo->Redo();
     EXPECT_TRUE(pGroup->mVCParam[1].IsKeyExist(t));
     EXPECT_DOUBLE_EQ(pGroup->mVCParam[1].GetValue(t), 1000.0);
+
+    // The object page's transform groups have the same button.
+    ParamGroup_cls* pPosition =
+        GpCSceneObjCtrl->GetPCFromName(strName)->GetPCParamGroup(wxString(), "Position");
+    Send(mpProperty->mpCPageObject->mpCKey[0], wxEVT_BUTTON);
+    for (const Parameter_cls& param : pPosition->mVCParam)
+        EXPECT_TRUE(param.IsKeyExist(t)) << param.GetStrName();
+    GpCUndo->Undo();
+    for (const Parameter_cls& param : pPosition->mVCParam)
+        EXPECT_EQ(param.GetKeyNum(), 1) << param.GetStrName();
 }
 
 TEST_F(PropertyPagesTest, ParticleStackRowShowsTheEntrysPage) {
