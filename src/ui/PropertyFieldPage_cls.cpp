@@ -91,6 +91,13 @@ PropertyField_cls::Table_type PropertyFieldPage_cls::GetVMaterialFields(bool bLi
     return v;
 }
 
+PropertyField_cls::Table_type PropertyFieldPage_cls::WithMaterial(PropertyField_cls::Table_type vField,
+                                                                  bool bLight) {
+    const F::Table_type vMaterial = GetVMaterialFields(bLight);
+    vField.insert(vField.end(), vMaterial.begin(), vMaterial.end());
+    return vField;
+}
+
 // ---- updates -----------------------------------------------------------------------------------
 
 void PropertyFieldPage_cls::UpdatePage(const wxString& strName) {

@@ -29,6 +29,8 @@ public:
     // The rows of a material: the light model colours, the drawing options and, unless the
     // material is a light's, the texture; a light's adds its spot and attenuation.
     static PropertyField_cls::Table_type GetVMaterialFields(bool bLight);
+    // The kind's own rows followed by its material's.
+    static PropertyField_cls::Table_type WithMaterial(PropertyField_cls::Table_type vField, bool bLight);
 
     // The active object when it is of the page's kind.
     SceneObj_cls* GetPCObject() const;

@@ -262,17 +262,21 @@ bool PropertyFieldPanel_cls::SetMemberFromText(int field, int member, const wxSt
     return true;
 }
 
-bool PropertyFieldPanel_cls::SetKeyAtCurrentTime(int field) {
-    ParamGroup_cls* pGroup = GetPCGroup(field);
+bool PropertyFieldPanel_cls::InsertKeyNow(ParamGroup_cls* pGroup, const wxString& strTag) {
     if (!pGroup)
         return false;
     int type = -1;
     double ease = 1.0;
     if (GpCTimeCtrl)
         GpCTimeCtrl->GetDefaultKeyTypeAndEase(&type, &ease);
-    pGroup->InsertKeyCommand(TimeCtrl_cls::GetClockNT(), GetStrGroupTag(field), type, ease);
-    RefreshFromObject();
+    pGroup->InsertKeyCommand(TimeCtrl_cls::GetClockNT(), strTag, type, ease);
     return true;
+}
+
+bool PropertyFieldPanel_cls::SetKeyAtCurrentTime(int field) {
+    const bool bDone = InsertKeyNow(GetPCGroup(field), GetStrGroupTag(field));
+    RefreshFromObject();
+    return bDone;
 }
 
 bool PropertyFieldPanel_cls::EditExpression(int field) {

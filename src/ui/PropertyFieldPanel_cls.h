@@ -41,6 +41,9 @@ public:
     bool SetMemberFromText(int field, int member, const wxString& strText);
     // The key button: a key of every member at the current time, of the default kind.
     bool SetKeyAtCurrentTime(int field);
+    // What every key button does: a key of each member of the group at the current time, of
+    // the default kind, in one undo step. False without a group.
+    static bool InsertKeyNow(ParamGroup_cls* pGroup, const wxString& strTag);
     // The expression button: opens the group's expression in the text editors.
     bool EditExpression(int field);
 

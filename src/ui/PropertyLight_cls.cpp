@@ -11,13 +11,12 @@ PropertyLight_cls::PropertyLight_cls(wxWindow* pParent)
     : PropertyFieldPage_cls(pParent, "LightSource_cls", _("Light"), GetVField()) {}
 
 PropertyField_cls::Table_type PropertyLight_cls::GetVField() {
-    F::Table_type v = {
-        F::Item("", "LightType=", "Light Type", W::WIDGET_CHOICE),
-        F::Item("", "Valid=", "Valid", W::WIDGET_CHECK),
-        F::Item("", "CastShadow=", "Cast Shadow", W::WIDGET_CHECK),
-        F::Item("", "SoftShadow=", "Soft Shadow", W::WIDGET_CHECK),
-    };
-    const F::Table_type vMaterial = GetVMaterialFields(true);
-    v.insert(v.end(), vMaterial.begin(), vMaterial.end());
-    return v;
+    return WithMaterial(
+        {
+            F::Item("", "LightType=", "Light Type", W::WIDGET_CHOICE),
+            F::Item("", "Valid=", "Valid", W::WIDGET_CHECK),
+            F::Item("", "CastShadow=", "Cast Shadow", W::WIDGET_CHECK),
+            F::Item("", "SoftShadow=", "Soft Shadow", W::WIDGET_CHECK),
+        },
+        true);
 }

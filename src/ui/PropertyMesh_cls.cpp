@@ -11,12 +11,11 @@ PropertyMesh_cls::PropertyMesh_cls(wxWindow* pParent)
     : PropertyFieldPage_cls(pParent, "MeshObj_cls", _("Mesh"), GetVField()) {}
 
 PropertyField_cls::Table_type PropertyMesh_cls::GetVField() {
-    F::Table_type v = {
-        F::Item("", "FileName=", "File", W::WIDGET_FILE),
-        F::Item("", "Valid=", "Valid", W::WIDGET_CHECK),
-        F::Item("", "FlipNormal=", "Flip Normal", W::WIDGET_CHECK),
-    };
-    const F::Table_type vMaterial = GetVMaterialFields(false);
-    v.insert(v.end(), vMaterial.begin(), vMaterial.end());
-    return v;
+    return WithMaterial(
+        {
+            F::Item("", "FileName=", "File", W::WIDGET_FILE),
+            F::Item("", "Valid=", "Valid", W::WIDGET_CHECK),
+            F::Item("", "FlipNormal=", "Flip Normal", W::WIDGET_CHECK),
+        },
+        false);
 }

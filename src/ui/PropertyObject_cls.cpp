@@ -4,6 +4,7 @@
 #include "Main_cls.h"
 #include "MultiInput_cls.h"
 #include "ParamGroup_cls.h"
+#include "PropertyFieldPanel_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObj_cls.h"
 #include "TimeCtrl_cls.h"
@@ -203,15 +204,9 @@ bool PropertyObject_cls::SetKeyAtCurrentTime(int group) {
     SceneObj_cls* p = ActiveObject();
     ParamGroup_cls* pGroup =
         (p && group >= 0 && group < 3) ? p->GetPCParamGroup(wxString(), msStrGroup[group]) : nullptr;
-    if (!pGroup)
-        return false;
-    int type = -1;
-    double ease = 1.0;
-    if (GpCTimeCtrl)
-        GpCTimeCtrl->GetDefaultKeyTypeAndEase(&type, &ease);
-    pGroup->InsertKeyCommand(CurrentTime(), p->GetStrTag(pGroup), type, ease);
+    const bool bDone = pGroup && PropertyFieldPanel_cls::InsertKeyNow(pGroup, p->GetStrTag(pGroup));
     RefreshFromObject();
-    return true;
+    return bDone;
 }
 
 void PropertyObject_cls::EditExpression(int group) {

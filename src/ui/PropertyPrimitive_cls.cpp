@@ -11,12 +11,11 @@ PropertyPrimitive_cls::PropertyPrimitive_cls(wxWindow* pParent)
     : PropertyFieldPage_cls(pParent, "Primitive_cls", _("Primitive"), GetVField()) {}
 
 PropertyField_cls::Table_type PropertyPrimitive_cls::GetVField() {
-    F::Table_type v = {
-        F::Item("", "PrimitiveType=", "Shape", W::WIDGET_CHOICE),
-        F::Item("", "Valid=", "Valid", W::WIDGET_CHECK),
-        F::Number("", "Segments=", "Segments", 3, 256),
-    };
-    const F::Table_type vMaterial = GetVMaterialFields(false);
-    v.insert(v.end(), vMaterial.begin(), vMaterial.end());
-    return v;
+    return WithMaterial(
+        {
+            F::Item("", "PrimitiveType=", "Shape", W::WIDGET_CHOICE),
+            F::Item("", "Valid=", "Valid", W::WIDGET_CHECK),
+            F::Number("", "Segments=", "Segments", 3, 256),
+        },
+        false);
 }

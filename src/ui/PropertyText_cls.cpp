@@ -12,17 +12,16 @@ PropertyText_cls::PropertyText_cls(wxWindow* pParent)
 
 PropertyField_cls::Table_type PropertyText_cls::GetVField() {
     const wxString t = "TextProp";
-    F::Table_type v = {
-        F::Item("", "Valid=", "Valid", W::WIDGET_CHECK),
-        F::Section("Text"),
-        F::Item(t, "Text=", "Text", W::WIDGET_TEXT),
-        F::Item(t, "Font=", "Font", W::WIDGET_FILE),
-        F::Item(t, "Align=", "Align", W::WIDGET_CHOICE),
-        F::Item(t, "Billboard=", "Face the Camera", W::WIDGET_CHECK),
-        F::Group(t, "FontSize", "Font Size", 0.0, 1e300),
-        F::Group(t, "LineSpacing", "Line Spacing", 0.0, 1e300),
-    };
-    const F::Table_type vMaterial = GetVMaterialFields(false);
-    v.insert(v.end(), vMaterial.begin(), vMaterial.end());
-    return v;
+    return WithMaterial(
+        {
+            F::Item("", "Valid=", "Valid", W::WIDGET_CHECK),
+            F::Section("Text"),
+            F::Item(t, "Text=", "Text", W::WIDGET_TEXT),
+            F::Item(t, "Font=", "Font", W::WIDGET_FILE),
+            F::Item(t, "Align=", "Align", W::WIDGET_CHOICE),
+            F::Item(t, "Billboard=", "Face the Camera", W::WIDGET_CHECK),
+            F::Group(t, "FontSize", "Font Size", 0.0, 1e300),
+            F::Group(t, "LineSpacing", "Line Spacing", 0.0, 1e300),
+        },
+        false);
 }
