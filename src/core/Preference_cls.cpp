@@ -11,4 +11,8 @@ Preference_cls::Preference_cls() {
     Add(&mCMemoryLimitTexMB, "MemoryLimitTexMB=", "1024");
     Add(&mCPrefGZQuality, "PrefGZQuality=", "0");
     Add(&mCToolTip, "ToolTip=", "1");
+    // Read by the frame's buffers and passes, which rebuild when they change.
+    Add(&mCGLDepthIndex, "GLDepthIndex=", "0", "VIEW3D");
+    Add(&mCGLDepthMin, "GLDepthMin=", "0.01", "VIEW3D");
+    Add(&mCGLDepthMax, "GLDepthMax=", "1000", "VIEW3D");
 }

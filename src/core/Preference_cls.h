@@ -36,5 +36,8 @@ public:
     ConfItemINT_cls mCMemoryLimitTexMB;
     ConfItemINT_cls mCPrefGZQuality;
     ConfItemBOOL_cls mCToolTip;                             // ribbon tool tips shown
+    ConfItemINT_cls mCGLDepthIndex;                         // 1: a 32-bit float depth buffer, else 24 bits
+    ConfItemFLOAT_cls mCGLDepthMin;                         // near plane of a view that no camera drives
+    ConfItemFLOAT_cls mCGLDepthMax;                         // far plane of a view that no camera drives
     std::function<void(const wxString&)> mFuncUpdatePanels; // installed by the dialog
 };

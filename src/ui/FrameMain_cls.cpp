@@ -5,11 +5,13 @@
 #include "LogWindow_cls.h"
 #include "LuaErrorSink_cls.h"
 #include "Main_cls.h"
+#include "PreferenceDialog_cls.h"
 #include "Preference_cls.h"
 #include "ReadEventSink_cls.h"
 #include "RibbonUI_cls.h"
 #include "SceneCommand_cls.h"
 #include "SceneObjCtrl_cls.h"
+#include "Shortcut_cls.h"
 #include "SplittableWindow_cls.h"
 #include "TimeCtrl_cls.h"
 #include "UndoManager_cls.h"
@@ -117,7 +119,16 @@ FrameMain_cls::FrameMain_cls(const wxString& strTitle, Main_cls* pMain, int x, i
             ShowGLInfo();
             return true;
         }
+        if (id == ID_RBN_PREFERENCE) {
+            PreferenceDialog_cls::GetInstance(this)->Show();
+            PreferenceDialog_cls::GetInstance(this)->Raise();
+            return true;
+        }
         return SceneCommand_cls::ProcRibbonCommand(id);
+    };
+    mFuncShortcutKey = [](wxKeyEvent& event, FrameMain_cls* pFrame) {
+        if (GpCShortcut)
+            GpCShortcut->ProcShortcutKey(event, pFrame);
     };
     // The data viewers of the scene: memory sum, eviction and read-ahead of the idle loop. The
     // controller is looked up at each call, since it is made after this window.

@@ -1,7 +1,16 @@
 #include "PropertyKindPage_cls.h"
 
 #include "KindTable_cls.h"
+#include "PropertyCamera_cls.h"
+#include "PropertyLight_cls.h"
+#include "PropertyMesh_cls.h"
+#include "PropertyModifier_cls.h"
 #include "PropertyParticle_cls.h"
+#include "PropertyPrimitive_cls.h"
+#include "PropertyText_cls.h"
+#include "PropertyWorld_cls.h"
+
+#include <utility>
 
 PropertyKindPage_cls::PropertyKindPage_cls(wxWindow* pParent, const wxString& strClassWord)
     : wxScrolledWindow(pParent, wxID_ANY), mStrClassWord(strClassWord) {}
@@ -12,11 +21,22 @@ PropertyKindPage_cls* PropertyKindPage_cls::MakePage(const wxString& strClassWor
     return (pMaker && *pMaker) ? (*pMaker)(pParent) : nullptr;
 }
 
+namespace {
+template <class Page_T> PropertyKindPage_cls* MakeOf(wxWindow* pParent) {
+    return new Page_T(pParent);
+}
+} // namespace
+
 void PropertyKindPage_cls::RegisterPages() {
-    if (!KindTable_cls::Find("Particle_cls", KindTable_cls::GROUP_OBJECT))
-        return;
-    KindTable_cls::Register("Particle_cls", KindTable_cls::GROUP_OBJECT)
-        .SetSlot<Maker_fn>(KindTable_cls::SLOT_PROPERTY_PAGE, [](wxWindow* pParent) -> PropertyKindPage_cls* {
-            return new PropertyParticle_cls(pParent);
-        });
+    const std::pair<const char*, PropertyKindPage_cls* (*)(wxWindow*)> vPages[] = {
+        {"Particle_cls", &MakeOf<PropertyParticle_cls>},   {"Camera_cls", &MakeOf<PropertyCamera_cls>},
+        {"LightSource_cls", &MakeOf<PropertyLight_cls>},   {"World_cls", &MakeOf<PropertyWorld_cls>},
+        {"Primitive_cls", &MakeOf<PropertyPrimitive_cls>}, {"MeshObj_cls", &MakeOf<PropertyMesh_cls>},
+        {"TextObj_cls", &MakeOf<PropertyText_cls>},
+    };
+    for (const auto& [pClass, funcMake] : vPages)
+        if (KindTable_cls::Find(pClass, KindTable_cls::GROUP_OBJECT))
+            KindTable_cls::Register(pClass, KindTable_cls::GROUP_OBJECT)
+                .SetSlot<Maker_fn>(KindTable_cls::SLOT_PROPERTY_PAGE, Maker_fn(funcMake));
+    PropertyModifier_cls::RegisterTables();
 }

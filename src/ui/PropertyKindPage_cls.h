@@ -25,7 +25,8 @@ public:
     // The page of the class word's kind, or null when its kind has none.
     static PropertyKindPage_cls* MakePage(const wxString& strClassWord, wxWindow* pParent);
     // Installs the makers of the kinds that have a page, into the entries the layers below have
-    // registered (a kind that is not registered gets no entry from here).
+    // registered (a kind that is not registered gets no entry from here), and the field tables
+    // of the modifier kinds.
     static void RegisterPages();
 
     wxString mStrClassWord;

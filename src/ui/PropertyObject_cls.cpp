@@ -1,9 +1,10 @@
 #include "PropertyObject_cls.h"
 
 #include "ClassProvider_cls.h"
-#include "LuaMiniCalc_cls.h"
 #include "Main_cls.h"
+#include "MultiInput_cls.h"
 #include "ParamGroup_cls.h"
+#include "PropertyFieldPanel_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObj_cls.h"
 #include "TimeCtrl_cls.h"
@@ -64,7 +65,13 @@ PropertyObject_cls::PropertyObject_cls(wxWindow* pParent) : wxPanelEX(pParent, _
         mpCExpr[g] = new wxButton(pBox->GetStaticBox(), wxID_ANY, _("Expr"), wxDefaultPosition, wxDefaultSize,
                                   wxBU_EXACTFIT);
         mpCExpr[g]->Bind(wxEVT_BUTTON, [this, g](wxCommandEvent&) { EditExpression(g); });
-        pRow->Add(mpCExpr[g], 0, wxLEFT, 4);
+        // The key button: a diamond, as keys are drawn on the timeline.
+        mpCKey[g] = new wxButton(pBox->GetStaticBox(), wxID_ANY, wxString::FromUTF8("\xE2\x97\x86"),
+                                 wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
+        mpCKey[g]->SetToolTip(_("Set a key at the current time"));
+        mpCKey[g]->Bind(wxEVT_BUTTON, [this, g](wxCommandEvent&) { SetKeyAtCurrentTime(g); });
+        pRow->Add(mpCKey[g], 0, wxLEFT, 4);
+        pRow->Add(mpCExpr[g], 0, wxLEFT, 2);
         pBox->Add(pRow, 0, wxEXPAND | wxALL, 2);
         pSizer->Add(pBox, 0, wxEXPAND | wxALL, 4);
     }
@@ -74,16 +81,7 @@ PropertyObject_cls::PropertyObject_cls(wxWindow* pParent) : wxPanelEX(pParent, _
 }
 
 bool PropertyObject_cls::ParseNumber(const wxString& strText, double& value) {
-    wxString str = strText;
-    str.Trim(true).Trim(false);
-    if (str.empty())
-        return false;
-    if (str.ToCDouble(&value))
-        return true;
-    if (!LuaMiniCalc_cls::IsStringExpression(str))
-        return false;
-    value = LuaMiniCalc_cls::GetValue(str);
-    return true;
+    return MultiInput_cls::ParseNumber(strText, value);
 }
 
 wxString PropertyObject_cls::GetStrSignature() {
@@ -128,6 +126,7 @@ void PropertyObject_cls::RefreshFromObject() {
     for (int g = 0; g < 3; ++g) {
         ParamGroup_cls* pGroup = bOn ? p->GetPCParamGroup(wxString(), msStrGroup[g]) : nullptr;
         mpCExpr[g]->Enable(pGroup != nullptr);
+        mpCKey[g]->Enable(pGroup != nullptr);
         for (int m = 0; m < 3; ++m) {
             const bool bHas = pGroup && m < static_cast<int>(pGroup->mVCParam.size());
             mpCField[g][m]->ChangeValue(bHas ? wxString::Format("%g", pGroup->mVCParam[m].GetValue(t))
@@ -199,6 +198,15 @@ void PropertyObject_cls::SetVisible(bool bVisible) {
     if (p && p->mCVisible.GetBodyBOOL() != bVisible)
         GpCSceneObjCtrl->ToggleVisibleCommand(p->GetStrName());
     RefreshFromObject();
+}
+
+bool PropertyObject_cls::SetKeyAtCurrentTime(int group) {
+    SceneObj_cls* p = ActiveObject();
+    ParamGroup_cls* pGroup =
+        (p && group >= 0 && group < 3) ? p->GetPCParamGroup(wxString(), msStrGroup[group]) : nullptr;
+    const bool bDone = pGroup && PropertyFieldPanel_cls::InsertKeyNow(pGroup, p->GetStrTag(pGroup));
+    RefreshFromObject();
+    return bDone;
 }
 
 void PropertyObject_cls::EditExpression(int group) {

@@ -1,6 +1,6 @@
 // The object page of the property panel: the active object's name, its visibility and its
 // transform groups (Position, RotationEuler, Scale) at the current time. Number fields take
-// arithmetic ("2*3") through the mini calculator; every change goes through the controller's
+// arithmetic ("2*3") and Lua ("math.pi"); every change goes through the controller's
 // or the object's commands, so it is undoable. The fields are plain text controls and keep the
 // window name "text", which keeps the frame's shortcuts (and Escape) out of typing.
 // Main thread only.
@@ -32,9 +32,11 @@ public:
     bool SetMemberFromText(int group, int member, const wxString& strText);
     bool RenameFromText(const wxString& strText);
     void SetVisible(bool bVisible);
+    // The key button: a key of the whole group at the current time, through the undo road.
+    bool SetKeyAtCurrentTime(int group);
     // Opens the group's expression in the text editors.
     void EditExpression(int group);
-    // A plain number, or arithmetic through the mini calculator.
+    // A plain number, arithmetic or a Lua expression (MultiInput_cls).
     static bool ParseNumber(const wxString& strText, double& value);
 
     wxStaticText* mpCClass = nullptr;
@@ -42,6 +44,7 @@ public:
     wxCheckBox* mpCVisible = nullptr;
     wxTextCtrl* mpCField[3][3] = {};
     wxButton* mpCExpr[3] = {};
+    wxButton* mpCKey[3] = {};
     int mRefreshCount = 0;
     // What drives each field's value besides a typed number: "Expression", "Keys" or empty. A
     // driven field is tinted and says so in its tool tip, so an edit that seems not to hold is

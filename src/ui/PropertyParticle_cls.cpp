@@ -8,6 +8,7 @@
 #include "ParticleFormatPreset_cls.h"
 #include "ParticleFormatTable_cls.h"
 #include "Particle_cls.h"
+#include "PropertyModifier_cls.h"
 #include "PropertyObject_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SequencePattern_cls.h"
@@ -358,6 +359,9 @@ void PropertyParticle_cls::BuildStackPage() {
             const int row = event.GetInt();
             SetStackValidity(stack, row, mpCStack[stack]->IsChecked(static_cast<unsigned>(row)));
         });
+        mpCStack[stack]->Bind(wxEVT_LISTBOX, [this, stack](wxCommandEvent& event) {
+            ShowStackEntry(stack, event.GetSelection());
+        });
         pBox->Add(mpCStack[stack], 1, wxEXPAND);
         auto* pRow = new wxBoxSizer(wxHORIZONTAL);
         mpCStackKind[stack] = NewChoice(pBox->GetStaticBox(), wxArrayString());
@@ -382,6 +386,8 @@ void PropertyParticle_cls::BuildStackPage() {
             pRow->Add(pButton, 0, wxLEFT, 2);
         }
         pBox->Add(pRow, 0, wxEXPAND | wxTOP, 2);
+        mpCStackPageSizer[stack] = new wxBoxSizer(wxVERTICAL);
+        pBox->Add(mpCStackPageSizer[stack], 0, wxEXPAND);
         pSizer->Add(pBox, 1, wxEXPAND | wxALL, 4);
     }
     pPage->SetSizer(pSizer);
@@ -440,6 +446,9 @@ void PropertyParticle_cls::UpdatePage(const wxString& strName) {
     if (strName == "IDLE") {
         if (!IsTyping() && GetStrSignature() != mStrSignature)
             RefreshFromObject();
+        for (PropertyModifier_cls* pPage : mpCStackPage)
+            if (pPage)
+                pPage->UpdateIdle();
         return;
     }
     static const wxString vStrOwn[] = {"PROPERTY",          "ALL",
@@ -574,6 +583,17 @@ void PropertyParticle_cls::RefreshStacks() {
         }
         if (selected != wxNOT_FOUND && selected < static_cast<int>(v.size()))
             pList->SetSelection(selected);
+        // The entry's page stays while the entry does.
+        if (PropertyModifier_cls* pPage = mpCStackPage[stack]) {
+            int row = wxNOT_FOUND;
+            for (size_t i = 0; i < v.size(); ++i)
+                if (v[i]->GetStrName() == pPage->mStrEntryName)
+                    row = static_cast<int>(i);
+            if (row == wxNOT_FOUND)
+                ShowStackEntry(stack, wxNOT_FOUND);
+            else
+                pPage->RefreshFromObject();
+        }
 
         // The kinds of the stack that fit a particle object: the kind's maker says so. Asked once
         // for the page: the answer depends on the kind of object only.
@@ -779,6 +799,29 @@ bool PropertyParticle_cls::MoveStackEntry(int stack, int row, int delta) {
     if (bOK)
         mpCStack[stack]->SetSelection(to);
     return bOK;
+}
+
+bool PropertyParticle_cls::ShowStackEntry(int stack, int row) {
+    if (stack < 0 || stack > 1)
+        return false;
+    const std::vector<Attribute_cls*> v = GetVPCStackEntries(stack);
+    Attribute_cls* pEntry =
+        (row >= 0 && row < static_cast<int>(v.size())) ? v[static_cast<size_t>(row)] : nullptr;
+    PropertyModifier_cls*& pPage = mpCStackPage[stack];
+    if (pPage && pEntry && pPage->mStrEntryName == pEntry->GetStrName())
+        return true;
+    if (pPage) {
+        mpCStackPageSizer[stack]->Detach(pPage);
+        pPage->Destroy();
+        pPage = nullptr;
+    }
+    if (pEntry) {
+        pPage = new PropertyModifier_cls(
+            mpCStack[stack]->GetParent(), [this]() -> SceneObj_cls* { return GetPCParticle(); }, pEntry);
+        mpCStackPageSizer[stack]->Add(pPage, 0, wxEXPAND);
+    }
+    mpCStack[stack]->GetParent()->GetParent()->Layout();
+    return pEntry != nullptr;
 }
 
 bool PropertyParticle_cls::SetStackValidity(int stack, int row, bool bValid) {

@@ -70,6 +70,8 @@ public:
     // Moves the row by delta places within the shown rows.
     bool MoveStackEntry(int stack, int row, int delta);
     bool SetStackValidity(int stack, int row, bool bValid);
+    // Shows the page of the row's entry below the stack (-1: none); false when there is none.
+    bool ShowStackEntry(int stack, int row);
     // Reads the current step now, so the information page has something to tell.
     bool ReadCurrentStep();
 
@@ -115,6 +117,8 @@ public:
     wxBitmapComboBox* mpCCurve = nullptr;
     wxCheckListBox* mpCStack[2] = {};
     wxChoice* mpCStackKind[2] = {};
+    class PropertyModifier_cls* mpCStackPage[2] = {}; // the selected entry's page, or null
+    wxBoxSizer* mpCStackPageSizer[2] = {};
     wxTextCtrl* mpCInfo = nullptr;
     int mMaterialIndex = 0;
     int mRefreshCount = 0;

@@ -1,6 +1,8 @@
 #include "wxPanelEX.h"
 
+#include "ClassProvider_cls.h"
 #include "PanelBar_cls.h"
+#include "Shortcut_cls.h"
 #include "SplittableWindow_cls.h"
 
 #include <wx/bmpcbox.h>
@@ -341,7 +343,16 @@ wxMenu* wxPanelEX::CreateContextMenu() {
     if (mPanelType == _PANEL_TEXT_EDITOR ||
         (mPanelType == _PANEL_CHILDPANEL && mParentPanelType == _PANEL_TEXT_EDITOR))
         pMenu->Append(ID_MENU_SHOW_UNDO, _("Show Undo"));
-    // The shortcut items come here once the shortcut table exists.
+    // The commands of the shortcut table, with their keys; their ids take the ribbon's road.
+    if (GpCShortcut) {
+        for (size_t i = 0; i < GpCShortcut->mVEntry.size(); ++i) {
+            const wxString strItem = GpCShortcut->GetMenuString(i);
+            pMenu->Append(GpCShortcut->mVEntry[i].mMenuId,
+                          wxGetTranslation(strItem.BeforeFirst('\t')) +
+                              (strItem.Contains("\t") ? "\t" + strItem.AfterFirst('\t') : wxString()));
+        }
+        pMenu->AppendSeparator();
+    }
     auto* pManage = new wxMenu();
     pManage->Append(ID_MENU_SEPARATION_DIRECTION, _("Change Separate Direction"));
     pManage->Append(ID_MENU_SEPARATION_SWAP, _("Swap Separate windows"));

@@ -77,6 +77,9 @@ TEST_F(MainTest, ProjectTextRoundTripsAndCommentsAreSkipped) {
                      "MemoryLimitTexMB=1024\n"
                      "PrefGZQuality=0\n"
                      "ToolTip=1\n"
+                     "GLDepthIndex=0\n"
+                     "GLDepthMin=0.01\n"
+                     "GLDepthMax=1000\n"
                      "ConfItemList::End\n"
                      "ConfItemList::Begin::MousePreference\n"
                      "InvertGyrationX=0\n"
@@ -188,7 +191,10 @@ TEST_F(MainTest, QuitWritesSettingsAndRecentFiles) {
     EXPECT_EQ(ReadBytes(mDir.Path("Orvantis4Recent.txt")), "/data/a.ovp\n");
     std::string conf = ReadBytes(mDir.Path("Orvantis4Configure.txt"));
     EXPECT_EQ(conf.substr(0, 48), "ConfItemList::Begin::MainConfList\nLastFileOVP=No");
-    EXPECT_EQ(conf.find("Preference"), std::string::npos); // only the main list
+    // The user's preferences follow the main list, so they hold across projects.
+    const size_t pref = conf.find("ConfItemList::Begin::Preference\n");
+    ASSERT_NE(pref, std::string::npos) << conf;
+    EXPECT_GT(pref, conf.find("ConfItemList::End"));
 }
 
 TEST_F(MainTest, OpenProjectAsksAndSavesAsAddsTheExtension) {

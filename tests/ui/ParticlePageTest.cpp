@@ -111,8 +111,9 @@ TEST_F(ParticlePageTest, PageFollowsTheActiveObjectsKind) {
     EXPECT_EQ(mpProperty->mpCBook->GetPageText(static_cast<size_t>(index)), "Particle");
     const int pages = static_cast<int>(mpProperty->mpCBook->GetPageCount());
     SelectObject("Box");
-    EXPECT_EQ(mpProperty->mpCPageKind, nullptr) << "a box has no kind page";
-    EXPECT_EQ(static_cast<int>(mpProperty->mpCBook->GetPageCount()), pages - 1);
+    ASSERT_NE(mpProperty->mpCPageKind, nullptr);
+    EXPECT_EQ(mpProperty->mpCPageKind->mStrClassWord, "Primitive_cls") << "the particle page gives way";
+    EXPECT_EQ(static_cast<int>(mpProperty->mpCBook->GetPageCount()), pages);
     SelectObject(mStrName);
     ASSERT_NE(mpProperty->mpCPageKind, nullptr);
     EXPECT_EQ(mpProperty->mpCPageKind->mStrClassWord, "Particle_cls");

@@ -1,0 +1,53 @@
+// The key shortcuts of the window: a table of named commands, each a menu id that the frame
+// routes like a ribbon click (the tool id plus the mirror offset), and the key that runs it
+// ("Delete", "Shift+C", "Ctrl+D"). A key reaches the table only when no text widget has the
+// focus (the frame checks the focus name). The keys are the user's: saved in the settings file
+// and projects as one line per command, "Shortcut::Key::<command>::<key>", and set through the
+// undo road. Main thread only.
+#pragma once
+
+#include <wx/string.h>
+
+#include <istream>
+#include <vector>
+
+class wxKeyEvent;
+class wxWindow;
+
+class Shortcut_cls {
+public:
+    class Entry_cls {
+    public:
+        wxString mStrName; // the command's name, its address in the lines
+        int mMenuId = 0;
+        wxString mStrKey; // as wxAcceleratorEntry writes it; empty: no key
+    };
+
+    // The table of the frame's commands with their default keys.
+    Shortcut_cls();
+
+    static const std::vector<Entry_cls>& GetVDefault();
+    // The key as the table stores it ("Ctrl+D"); empty for text that names no key.
+    static wxString NormalizeKey(const wxString& strKey);
+    // The key of a key-down event in the same form.
+    static wxString GetStrKey(const wxKeyEvent& event);
+
+    // Posts the command of the event's key to the frame; false when no entry has that key.
+    bool ProcShortcutKey(const wxKeyEvent& event, wxWindow* pFrame);
+    // "<name>\t<key>", as a menu item shows it; the name alone without a key.
+    wxString GetMenuString(size_t index) const;
+    int FindEntry(const wxString& strName) const;
+
+    // Sets a command's key through the undo road; false for an unknown command or a key text
+    // that names no key (an empty text clears the key). A key another command had moves here.
+    bool SetKeyCommand(const wxString& strName, const wxString& strKey);
+
+    // The lines of every entry.
+    void Serialize(wxString& strOut) const;
+    // One line; false when it is not this table's.
+    bool ReadStrLine(std::wistream& stream, const wxString& strHead, const wxString& strRest);
+
+    std::vector<Entry_cls> mVEntry;
+    // The head of the lines.
+    static const wxString msStrHead;
+};
