@@ -548,11 +548,6 @@ bool Main_cls::SaveRecentFile(const wxString& strPath) {
 bool Main_cls::SaveConfigureFile(const wxString& strPath) {
     wxString strText;
     Serialize(strText);
-    // The user's own settings go with the process's, so that they hold in every project: the
-    // start-up read goes through the same receivers, and a project's keys override them.
-    for (Receiver_enum slot : {RECV_PREFERENCE, RECV_MOUSE_PREFERENCE, RECV_SHORTCUT, RECV_TEXT_SHORTCUT})
-        if (mVFuncWrite[slot])
-            mVFuncWrite[slot](strText);
     return WriteTextFileSafely(strPath, strText);
 }
 

@@ -105,7 +105,7 @@ public:
     void PushBackRecent(const wxString& strPath);
     void OpenRecentFile(const wxString& strPath);
     bool SaveRecentFile(const wxString& strPath);
-    // Main's own list, then the preferences, the mouse preferences and the shortcuts.
+    // Main's own list alone: preferences and shortcuts travel in the project files.
     bool SaveConfigureFile(const wxString& strPath);
     // What a user project load and quitting clear first (the scene, then the filters).
     void AddClearHook(std::function<void()> funcClear) { mVFuncClear.push_back(std::move(funcClear)); }

@@ -191,10 +191,7 @@ TEST_F(MainTest, QuitWritesSettingsAndRecentFiles) {
     EXPECT_EQ(ReadBytes(mDir.Path("Orvantis4Recent.txt")), "/data/a.ovp\n");
     std::string conf = ReadBytes(mDir.Path("Orvantis4Configure.txt"));
     EXPECT_EQ(conf.substr(0, 48), "ConfItemList::Begin::MainConfList\nLastFileOVP=No");
-    // The user's preferences follow the main list, so they hold across projects.
-    const size_t pref = conf.find("ConfItemList::Begin::Preference\n");
-    ASSERT_NE(pref, std::string::npos) << conf;
-    EXPECT_GT(pref, conf.find("ConfItemList::End"));
+    EXPECT_EQ(conf.find("Preference"), std::string::npos); // only the main list
 }
 
 TEST_F(MainTest, OpenProjectAsksAndSavesAsAddsTheExtension) {

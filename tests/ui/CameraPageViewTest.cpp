@@ -3,6 +3,7 @@
 // And the preference window: its fields and shortcut keys go through the undo road and the
 // settings file, and come back when the file is read.
 #include "ScenePanelsFixture.h"
+#include "TestSupport.h"
 
 #include "MousePreference_cls.h"
 #include "PreferenceDialog_cls.h"
@@ -181,9 +182,11 @@ TEST_F(PreferenceWindowTest, PreferencesAndShortcutsRoundTripThroughTheSettingsF
     RunPendingEvents();
     EXPECT_EQ(menuId, GpCShortcut->mVEntry[static_cast<size_t>(dup)].mMenuId);
 
-    const wxString strPath = mpMain->GetStrConfigurePath();
-    ASSERT_TRUE(mpMain->SaveConfigureFile(strPath));
-    // Back to the defaults, then the file.
+    // Preferences and shortcuts travel in the project file: save, back to the defaults, open.
+    TempDir_cls dir;
+    const wxString strOldDir = wxGetCwd();
+    const wxString strPath = dir.Path("preferences.ovp");
+    ASSERT_TRUE(mpMain->SaveProjectMain(strPath, 0));
     for (size_t i = 0; i < std::size(vCase); ++i)
         panel.GetPCItem(panel.FindField(vCase[i].pAttr, vCase[i].pKey))->SetBodyFromData(vStrOld[i]);
     GpCShortcut->mVEntry = Shortcut_cls::GetVDefault();
@@ -196,4 +199,5 @@ TEST_F(PreferenceWindowTest, PreferencesAndShortcutsRoundTripThroughTheSettingsF
     EXPECT_EQ(dynamic_cast<wxTextCtrl*>(panel.mVRow[static_cast<size_t>(field)].mpCtrl)->GetValue(), "2048");
     EXPECT_EQ(pDialog->mVPCShortcut[static_cast<size_t>(dup)]->GetValue(), "Ctrl+Shift+K");
     pDialog->Destroy();
+    wxSetWorkingDirectory(strOldDir);
 }
