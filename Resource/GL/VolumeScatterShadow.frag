@@ -5,7 +5,7 @@
 // Each fragment of a slice stands for the slab from its slice to the next nearer one
 // (intervalGlobal long in box units): it takes subQuality samples through the slab, looks each
 // value up in the colour curve (textureCC, unit 1) and composites them front to back; the slices
-// blend back to front. The curve's alpha is the opacity of a layer 1/256 of the box thick, so
+// blend back to front. The curve's alpha is the opacity of a layer as thick as the box, so
 // "Quality=" and "SubQuality=" change the detail, not the opacity.
 uniform sampler3D texturVolume;
 uniform sampler1D textureCC;
@@ -65,7 +65,7 @@ float Lit(vec3 p, vec3 l) {
         if (!Inside(q))
             continue;
         float a = texture1D(textureCC, Value(q)).a;
-        t *= pow(1.0 - clamp(a * abs(shadowAlpha), 0.0, 0.999999), 0.87 / float(m) * 256.0);
+        t *= pow(1.0 - clamp(a * abs(shadowAlpha), 0.0, 0.999999), 0.87 / float(m));
     }
     return t;
 #else
@@ -103,7 +103,7 @@ void main() {
         if (v < trim || (forceDiscard0 != 0 && v <= 0.0))
             continue;
         vec4 c = texture1D(textureCC, v);
-        float a = 1.0 - pow(1.0 - clamp(c.a, 0.0, 0.999999), step * 256.0);
+        float a = 1.0 - pow(1.0 - clamp(c.a, 0.0, 0.999999), step);
         sum.rgb = sum.rgb * (1.0 - a) + Shade(p, c.rgb) * a;
         sum.a = sum.a * (1.0 - a) + a;
     }
