@@ -2,6 +2,7 @@
 
 #include "KindTable_cls.h"
 #include "PropertyParticle_cls.h"
+#include "PropertyVolume_cls.h"
 
 PropertyKindPage_cls::PropertyKindPage_cls(wxWindow* pParent, const wxString& strClassWord)
     : wxScrolledWindow(pParent, wxID_ANY), mStrClassWord(strClassWord) {}
@@ -13,10 +14,14 @@ PropertyKindPage_cls* PropertyKindPage_cls::MakePage(const wxString& strClassWor
 }
 
 void PropertyKindPage_cls::RegisterPages() {
-    if (!KindTable_cls::Find("Particle_cls", KindTable_cls::GROUP_OBJECT))
-        return;
-    KindTable_cls::Register("Particle_cls", KindTable_cls::GROUP_OBJECT)
-        .SetSlot<Maker_fn>(KindTable_cls::SLOT_PROPERTY_PAGE, [](wxWindow* pParent) -> PropertyKindPage_cls* {
-            return new PropertyParticle_cls(pParent);
-        });
+    if (KindTable_cls::Find("Particle_cls", KindTable_cls::GROUP_OBJECT))
+        KindTable_cls::Register("Particle_cls", KindTable_cls::GROUP_OBJECT)
+            .SetSlot<Maker_fn>(
+                KindTable_cls::SLOT_PROPERTY_PAGE,
+                [](wxWindow* pParent) -> PropertyKindPage_cls* { return new PropertyParticle_cls(pParent); });
+    if (KindTable_cls::Find("VolumeBox_cls", KindTable_cls::GROUP_OBJECT))
+        KindTable_cls::Register("VolumeBox_cls", KindTable_cls::GROUP_OBJECT)
+            .SetSlot<Maker_fn>(
+                KindTable_cls::SLOT_PROPERTY_PAGE,
+                [](wxWindow* pParent) -> PropertyKindPage_cls* { return new PropertyVolume_cls(pParent); });
 }

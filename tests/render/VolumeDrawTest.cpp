@@ -117,7 +117,7 @@ protected:
         pCurve->GetPCRange()->SetInitValue(0.0, 1.0);
         return p;
     }
-    void Clear() {
+    void Clear(double half = kSize / 2) {
         glBindFramebuffer(GL_FRAMEBUFFER, mFramebuffer.Get());
         glViewport(0, 0, kSize, kSize);
         glClearColor(0.f, 0.f, 0.f, 0.f);
@@ -125,7 +125,7 @@ protected:
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
         glMatrixMode(GL_PROJECTION);
         glLoadIdentity();
-        glOrtho(-kSize / 2, kSize / 2, -kSize / 2, kSize / 2, -2000, 2000);
+        glOrtho(-half, half, -half, half, -2000, 2000);
         glMatrixMode(GL_MODELVIEW);
         glLoadIdentity();
         glEnable(GL_DEPTH_TEST);
@@ -144,8 +144,8 @@ protected:
         ReadTexture(mColor.Get(), kSize, kSize);
     }
     // The whole scene through the scene's own order, as a sub-pass draws it.
-    void DrawScene() {
-        Clear();
+    void DrawScene(double half = kSize / 2) {
+        Clear(half);
         GLDrawStatus_cls status = Status();
         SceneObjDraw_cls::GLDrawObjects(GpCSceneObjCtrl, status, status.mPosDirNow, status.mPosDirNext);
         ReadBack();
@@ -310,4 +310,31 @@ TEST_F(VolumeDrawTest, ShaderModifiersRewriteTheProgramOnlyWhenTheyChange) {
     EXPECT_TRUE(pItem->IsValid());
     EXPECT_EQ(pItem->mStrFragCompiled, pItem->mStrFrag) << "back to the program as read";
     EXPECT_FALSE(IsEmpty(At(18, 18)));
+}
+
+TEST_F(VolumeDrawTest, FilesOnDiskReachThePixels) {
+    // The ball of tests/data (radius 3 of 8 voxels: 12 pixels here) through a volume object.
+    auto* p = dynamic_cast<VolumeBox_cls*>(
+        GpCSceneObjCtrl->GetPCFromName(GpCSceneObjCtrl->AppendSceneObjCommand("VolumeBox", "Ball")));
+    ASSERT_NE(p, nullptr);
+    p->mCPath.SetBodyFromData(wxString(ORV_TEST_DATA_DIR) + "/df3/ball.df3");
+    p->mCUseSequence.SetBodyFromDataBOOL(false);
+    Draw(p);
+    EXPECT_EQ(p->mpCCurrent->mWidth, 8);
+    EXPECT_FALSE(IsEmpty(At(32, 32)));
+    EXPECT_FALSE(IsEmpty(At(32, 42)));
+    for (int xy : {21, 43})
+        EXPECT_TRUE(IsEmpty(At(xy, xy))) << "the box's corners lie outside the ball";
+    p->mCVisible.SetBodyFromDataBOOL(false);
+
+    // The bundled example: a lit cloud in a box 4 units wide, half way between its two steps.
+    ASSERT_TRUE(mpMain->OpenProjectMain(wxString(ORV_SOURCE_DIR) + "/examples/volume/cloud.ovp", true));
+    auto* pCloud = dynamic_cast<VolumeBox_cls*>(GpCSceneObjCtrl->GetPCFromName("Cloud"));
+    ASSERT_NE(pCloud, nullptr);
+    GpCTimeCtrl->mCSubFrameMax.SetBodyFromData(2LL);
+    GpCTimeCtrl->mCSubFrameCurrent.SetBodyFromData(1LL);
+    DrawScene(4.0);
+    EXPECT_EQ(pCloud->mpCCurrent->mFactor, 0.5f);
+    EXPECT_GT(CountDrawn(16, 48, 16, 48), 100) << "the cloud fills the middle of its box";
+    EXPECT_EQ(CountDrawn(0, 8) + CountDrawn(56, kSize), 0) << "nothing beside the box";
 }

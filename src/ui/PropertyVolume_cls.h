@@ -1,0 +1,72 @@
+// The property page of a volume object: its files (path with a picker that turns a picked file
+// into the pattern of its sequence, df3 or an image stack along Z with its slice offset), the
+// drawing (quality, samples between slices, the shader and its parameters), the material's
+// volume items (filter, wrap, depth write, blending) and the colour curve, shown in its colours,
+// with the presets to start it from.
+//
+// Every change goes through the commands of the object, its material or its curve, so it
+// undoes. The page holds no object pointer between events: it works on the active object.
+// Main thread only.
+#pragma once
+
+#include "PropertyKindPage_cls.h"
+
+#include <vector>
+
+class ConfListContainer_cls;
+class VolumeBox_cls;
+class wxButton;
+class wxChoice;
+class wxFlexGridSizer;
+class wxStaticBitmap;
+class wxStaticText;
+class wxTextCtrl;
+
+class PropertyVolume_cls : public PropertyKindPage_cls {
+public:
+    explicit PropertyVolume_cls(wxWindow* pParent);
+
+    // Whose item a row edits.
+    enum Target_enum { TARGET_OBJECT, TARGET_MATERIAL };
+
+    void UpdatePage(const wxString& strName) override;
+    void RefreshFromObject() override;
+    wxString GetStrLabel() const override;
+
+    // ---- what the controls do ----
+    // Sets the key's body through its command; false without a volume object, an unknown key, or
+    // a number field whose text is no number (plain or arithmetic).
+    bool SetItem(int target, const wxString& strKey, const wxString& strBody);
+    // Path= from a file chosen in the picker: as the pattern of its sequence (for a stack, the
+    // time number first, the slice number second).
+    bool SetPathFromPicked(const wxString& strFile);
+    // The object's colour curve from the preset of that index, in one undoable step.
+    bool ApplyCurvePreset(int preset);
+
+    // The active object when it is a volume object.
+    VolumeBox_cls* GetPCVolume() const;
+    // The control of a key, null when the page has none.
+    wxWindow* FindItemCtrl(int target, const wxString& strKey) const;
+
+    class ItemCtrl_cls {
+    public:
+        int mTarget = TARGET_OBJECT;
+        wxString mStrKey;
+        wxWindow* mpCtrl = nullptr; // a wxChoice (index), wxCheckBox (0/1) or wxTextCtrl
+    };
+    std::vector<ItemCtrl_cls> mVCItem;
+    wxButton* mpCPick = nullptr;
+    wxStaticText* mpCSteps = nullptr;
+    wxStaticBitmap* mpCCurve = nullptr;
+    wxChoice* mpCPreset = nullptr;
+    int mRefreshCount = 0;
+
+private:
+    ConfListContainer_cls* GetPCList(int target) const;
+    // A row of the grid: a label and a text field, a choice (with choices) or a check box.
+    void AddItemRow(wxWindow* pPage, wxFlexGridSizer* pGrid, int target, const wxString& strKey,
+                    const wxString& strLabel, const wxArrayString& aStrChoices = wxArrayString(),
+                    bool bCheck = false);
+    wxString GetStrSignature() const;
+    wxString mStrSignature;
+};
