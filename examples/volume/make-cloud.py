@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Writes cloud.0000.df3 and cloud.0001.df3 beside this script: two steps of a 16-cube volume in
-the df3 layout (three big-endian 16-bit sizes, then one byte per voxel, x fastest), a soft ball
-with a dense core that grows and drifts along x from the first step to the second."""
+the df3 layout (three big-endian 16-bit sizes, then one byte per voxel, x fastest), a ball with a
+dense core (255 out to half its radius, then falling to 0 at its edge) that grows and drifts
+along x from the first step to the second."""
 import math
 import os
 import struct
@@ -16,7 +17,7 @@ def step(radius, cx):
         for y in range(N):
             for x in range(N):
                 r = math.sqrt((x - cx) ** 2 + (y - c) ** 2 + (z - c) ** 2)
-                out.append(max(0, min(255, int(255 * (1.0 - r / radius)))) if r < radius else 0)
+                out.append(max(0, min(255, int(510 * (1.0 - r / radius)))) if r < radius else 0)
     return bytes(out)
 
 

@@ -14,6 +14,7 @@
 #include <wx/checkbox.h>
 #include <wx/choice.h>
 #include <wx/filedlg.h>
+#include <wx/filename.h>
 #include <wx/intl.h>
 #include <wx/sizer.h>
 #include <wx/statbmp.h>
@@ -242,7 +243,11 @@ bool PropertyVolume_cls::SetItem(int target, const wxString& strKey, const wxStr
 }
 
 bool PropertyVolume_cls::SetPathFromPicked(const wxString& strFile) {
-    wxString strPattern = SequencePattern_cls::GetStrPattern(strFile);
+    // The number is looked for before the extension: the "3" of "df3" is none.
+    const wxString strExt = wxFileName(strFile).GetExt();
+    const wxString strBase =
+        strExt.empty() ? strFile : strFile.substr(0, strFile.length() - strExt.length() - 1);
+    wxString strPattern = SequencePattern_cls::GetStrPattern(strBase) + (strExt.empty() ? "" : "." + strExt);
     VolumeBox_cls* p = GetPCVolume();
     const size_t field = strPattern.rfind('%');
     if (p && p->IsZStack() && field != wxString::npos && strPattern != strFile) {

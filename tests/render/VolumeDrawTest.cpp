@@ -23,6 +23,7 @@
 #include "VolumeDraw_cls.h"
 
 #include <epoxy/gl.h>
+#include <wx/filefn.h>
 
 #include <cmath>
 #include <functional>
@@ -328,12 +329,18 @@ TEST_F(VolumeDrawTest, FilesOnDiskReachThePixels) {
     p->mCVisible.SetBodyFromDataBOOL(false);
 
     // The bundled example: a lit cloud in a box 4 units wide, half way between its two steps.
-    ASSERT_TRUE(mpMain->OpenProjectMain(wxString(ORV_SOURCE_DIR) + "/examples/volume/cloud.ovp", true));
+    // Relative data paths resolve against the project's folder, as the window's open sets it.
+    const wxString strOldDir = wxGetCwd();
+    wxSetWorkingDirectory(wxString(ORV_SOURCE_DIR) + "/examples/volume");
+    const bool bOpened = mpMain->OpenProjectMain("cloud.ovp", true);
     auto* pCloud = dynamic_cast<VolumeBox_cls*>(GpCSceneObjCtrl->GetPCFromName("Cloud"));
-    ASSERT_NE(pCloud, nullptr);
     GpCTimeCtrl->mCSubFrameMax.SetBodyFromData(2LL);
     GpCTimeCtrl->mCSubFrameCurrent.SetBodyFromData(1LL);
-    DrawScene(4.0);
+    if (bOpened && pCloud)
+        DrawScene(4.0);
+    wxSetWorkingDirectory(strOldDir);
+    ASSERT_TRUE(bOpened);
+    ASSERT_NE(pCloud, nullptr);
     EXPECT_EQ(pCloud->mpCCurrent->mFactor, 0.5f);
     EXPECT_GT(CountDrawn(16, 48, 16, 48), 100) << "the cloud fills the middle of its box";
     EXPECT_EQ(CountDrawn(0, 8) + CountDrawn(56, kSize), 0) << "nothing beside the box";

@@ -59,8 +59,9 @@ protected:
     VolumeBox_cls* Obj() { return dynamic_cast<VolumeBox_cls*>(GpCSceneObjCtrl->GetPCFromName(mStrName)); }
     wxString State() {
         VolumeBox_cls* p = Obj();
-        return p->SerializeAll() + p->GetPCMaterial()->SerializeAll() +
-               p->GetPCColorCurve()->ParamGroup_cls::GetStrProcCounter();
+        wxString str = p->SerializeAll() + p->GetPCMaterial()->SerializeAll();
+        p->GetPCColorCurve()->Serialize(str);
+        return str;
     }
     template <class T> T* Ctrl(int target, const wxString& strKey) {
         T* p = dynamic_cast<T*>(mpPage->FindItemCtrl(target, strKey));
