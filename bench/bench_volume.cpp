@@ -36,13 +36,6 @@ const char* const kFloorFrag =
     "varying vec3 vTex;\n"
     "void main() { float v = texture3D(volume, vTex).r; gl_FragColor = vec4(v, v, v, v); }\n";
 
-GLShader_cls Compile(GLenum stage, const char* strText) {
-    GLShader_cls shader = GLShader_cls::Make(stage);
-    glShaderSource(shader.Get(), 1, &strText, nullptr);
-    glCompileShader(shader.Get());
-    return shader;
-}
-
 // The process up to the renderer, a buffer of 1024 squared, one volume object over a df3 file of
 // a soft ball, seen along a slant so the slices are cut as hexagons.
 class Stage_cls {
@@ -55,12 +48,7 @@ public:
         mpTarget->MakeFBO(true, false);
         mpDraw = std::make_unique<VolumeDraw_cls>(GpCTextureProvider1D);
         MakeVolume();
-        mFloorProgram = GLProgram_cls::Make();
-        GLShader_cls vert = Compile(GL_VERTEX_SHADER, kFloorVert);
-        GLShader_cls frag = Compile(GL_FRAGMENT_SHADER, kFloorFrag);
-        glAttachShader(mFloorProgram.Get(), vert.Get());
-        glAttachShader(mFloorProgram.Get(), frag.Get());
-        glLinkProgram(mFloorProgram.Get());
+        mFloorProgram = MakeGLBenchProgram(kFloorVert, kFloorFrag);
         mbValid = mpVolume != nullptr;
     }
     ~Stage_cls() {
@@ -146,12 +134,6 @@ public:
 
 Stage_cls* GpStage = nullptr;
 
-template <class Func> double Millis(Func func) {
-    const auto start = std::chrono::steady_clock::now();
-    func();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
 // One shader against the floor, in turn in each iteration, so a noisy machine weighs on both.
 void DrawAgainstFloor(benchmark::State& state, int shader) {
     if (!IsStageReady(state, GpStage))
@@ -162,8 +144,8 @@ void DrawAgainstFloor(benchmark::State& state, int shader) {
     const double slices = GpStage->mpDraw->GetNumSlices(GpStage->mpVolume);
     double draw = 0.0, floor = 0.0;
     for (auto _ : state) {
-        draw += Millis([] { GpStage->PaintVolume(); });
-        floor += Millis([] { GpStage->PaintFloor(); });
+        draw += MillisOf([] { GpStage->PaintVolume(); });
+        floor += MillisOf([] { GpStage->PaintFloor(); });
     }
     const double n = static_cast<double>(state.iterations());
     state.counters["slices"] = slices;

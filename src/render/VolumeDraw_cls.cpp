@@ -9,6 +9,7 @@
 #include "ParamGroup_cls.h"
 #include "ShaderCtrl_cls.h"
 #include "ShadowVolumeCtrl_cls.h"
+#include "TensorMath_cls.h"
 #include "TextureProvider1D_cls.h"
 #include "Trimming_cls.h"
 #include "VolumeBox_cls.h"
@@ -30,53 +31,6 @@ std::vector<double> GetGroup(Attribute_cls* p, const wxString& strGroup, double 
     std::vector<double> v = pGroup->GetVInterpolatedValue(nt, true, nullptr, false);
     v.resize(fallback.size(), 0.0);
     return v;
-}
-
-void Invert4(const double* m, double* out) {
-    // The model-view is a rigid motion with a scale: invert the general 4x4 anyway, by cofactors.
-    double inv[16];
-    inv[0] = m[5] * m[10] * m[15] - m[5] * m[11] * m[14] - m[9] * m[6] * m[15] + m[9] * m[7] * m[14] +
-             m[13] * m[6] * m[11] - m[13] * m[7] * m[10];
-    inv[4] = -m[4] * m[10] * m[15] + m[4] * m[11] * m[14] + m[8] * m[6] * m[15] - m[8] * m[7] * m[14] -
-             m[12] * m[6] * m[11] + m[12] * m[7] * m[10];
-    inv[8] = m[4] * m[9] * m[15] - m[4] * m[11] * m[13] - m[8] * m[5] * m[15] + m[8] * m[7] * m[13] +
-             m[12] * m[5] * m[11] - m[12] * m[7] * m[9];
-    inv[12] = -m[4] * m[9] * m[14] + m[4] * m[10] * m[13] + m[8] * m[5] * m[14] - m[8] * m[6] * m[13] -
-              m[12] * m[5] * m[10] + m[12] * m[6] * m[9];
-    inv[1] = -m[1] * m[10] * m[15] + m[1] * m[11] * m[14] + m[9] * m[2] * m[15] - m[9] * m[3] * m[14] -
-             m[13] * m[2] * m[11] + m[13] * m[3] * m[10];
-    inv[5] = m[0] * m[10] * m[15] - m[0] * m[11] * m[14] - m[8] * m[2] * m[15] + m[8] * m[3] * m[14] +
-             m[12] * m[2] * m[11] - m[12] * m[3] * m[10];
-    inv[9] = -m[0] * m[9] * m[15] + m[0] * m[11] * m[13] + m[8] * m[1] * m[15] - m[8] * m[3] * m[13] -
-             m[12] * m[1] * m[11] + m[12] * m[3] * m[9];
-    inv[13] = m[0] * m[9] * m[14] - m[0] * m[10] * m[13] - m[8] * m[1] * m[14] + m[8] * m[2] * m[13] +
-              m[12] * m[1] * m[10] - m[12] * m[2] * m[9];
-    inv[2] = m[1] * m[6] * m[15] - m[1] * m[7] * m[14] - m[5] * m[2] * m[15] + m[5] * m[3] * m[14] +
-             m[13] * m[2] * m[7] - m[13] * m[3] * m[6];
-    inv[6] = -m[0] * m[6] * m[15] + m[0] * m[7] * m[14] + m[4] * m[2] * m[15] - m[4] * m[3] * m[14] -
-             m[12] * m[2] * m[7] + m[12] * m[3] * m[6];
-    inv[10] = m[0] * m[5] * m[15] - m[0] * m[7] * m[13] - m[4] * m[1] * m[15] + m[4] * m[3] * m[13] +
-              m[12] * m[1] * m[7] - m[12] * m[3] * m[5];
-    inv[14] = -m[0] * m[5] * m[14] + m[0] * m[6] * m[13] + m[4] * m[1] * m[14] - m[4] * m[2] * m[13] -
-              m[12] * m[1] * m[6] + m[12] * m[2] * m[5];
-    inv[3] = -m[1] * m[6] * m[11] + m[1] * m[7] * m[10] + m[5] * m[2] * m[11] - m[5] * m[3] * m[10] -
-             m[9] * m[2] * m[7] + m[9] * m[3] * m[6];
-    inv[7] = m[0] * m[6] * m[11] - m[0] * m[7] * m[10] - m[4] * m[2] * m[11] + m[4] * m[3] * m[10] +
-             m[8] * m[2] * m[7] - m[8] * m[3] * m[6];
-    inv[11] = -m[0] * m[5] * m[11] + m[0] * m[7] * m[9] + m[4] * m[1] * m[11] - m[4] * m[3] * m[9] -
-              m[8] * m[1] * m[7] + m[8] * m[3] * m[5];
-    inv[15] = m[0] * m[5] * m[10] - m[0] * m[6] * m[9] - m[4] * m[1] * m[10] + m[4] * m[2] * m[9] +
-              m[8] * m[1] * m[6] - m[8] * m[2] * m[5];
-    double det = m[0] * inv[0] + m[1] * inv[4] + m[2] * inv[8] + m[3] * inv[12];
-    det = det == 0.0 ? 0.0 : 1.0 / det;
-    for (int i = 0; i < 16; ++i)
-        out[i] = inv[i] * det;
-}
-
-// The direction (w = 0) v transformed by the column-major m.
-void TransformDir(const double* m, const double* v, double* out) {
-    for (int r = 0; r < 3; ++r)
-        out[r] = m[r] * v[0] + m[4 + r] * v[1] + m[8 + r] * v[2];
 }
 
 GLenum ToGLBlendFactor(MaterialOption_cls::BlendFactor_enum factor) {
@@ -217,12 +171,13 @@ void VolumeDraw_cls::GLDraw(VolumeBox_cls& obj, GLDrawStatus_cls& status) {
     // Box space: the inverse of the model-view gives the eye's axes there.
     double modelView[16], inverse[16];
     glGetDoublev(GL_MODELVIEW_MATRIX, modelView);
-    Invert4(modelView, inverse);
+    if (!TensorMath_cls::Invert(modelView, inverse))
+        TensorMath_cls::SetIdentity(inverse);
     Direction_cls direction;
     const double tgt[3] = {0.0, 0.0, -1.0}, top[3] = {0.0, 1.0, 0.0}, right[3] = {1.0, 0.0, 0.0};
-    TransformDir(inverse, tgt, direction.mTgt);
-    TransformDir(inverse, top, direction.mTop);
-    TransformDir(inverse, right, direction.mRight);
+    TensorMath_cls::TransformVector(inverse, tgt, direction.mTgt);
+    TensorMath_cls::TransformVector(inverse, top, direction.mTop);
+    TensorMath_cls::TransformVector(inverse, right, direction.mRight);
 
     Material_cls* pMaterial = obj.GetPCMaterial();
     double clipMin[3], clipMax[3];

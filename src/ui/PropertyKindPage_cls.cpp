@@ -1,8 +1,17 @@
 #include "PropertyKindPage_cls.h"
 
+#include "ConfItem_cls.h"
+#include "ConfListContainer_cls.h"
 #include "KindTable_cls.h"
+#include "PropertyObject_cls.h"
 #include "PropertyParticle_cls.h"
 #include "PropertyVolume_cls.h"
+
+#include <wx/checkbox.h>
+#include <wx/choice.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
+#include <wx/textctrl.h>
 
 PropertyKindPage_cls::PropertyKindPage_cls(wxWindow* pParent, const wxString& strClassWord)
     : wxScrolledWindow(pParent, wxID_ANY), mStrClassWord(strClassWord) {}
@@ -24,4 +33,83 @@ void PropertyKindPage_cls::RegisterPages() {
             .SetSlot<Maker_fn>(
                 KindTable_cls::SLOT_PROPERTY_PAGE,
                 [](wxWindow* pParent) -> PropertyKindPage_cls* { return new PropertyVolume_cls(pParent); });
+}
+
+wxWindow* PropertyKindPage_cls::FindItemCtrl(int target, const wxString& strKey) const {
+    for (const ItemCtrl_cls& item : mVCItem)
+        if (item.mTarget == target && item.mStrKey == strKey)
+            return item.mpCtrl;
+    return nullptr;
+}
+
+wxWindow* PropertyKindPage_cls::AddItemRow(wxWindow* pPage, wxFlexGridSizer* pGrid, int target,
+                                           const wxString& strKey, const wxString& strLabel,
+                                           const wxArrayString& aStrChoices, bool bCheck) {
+    ItemCtrl_cls item;
+    item.mTarget = target;
+    item.mStrKey = strKey;
+    if (bCheck) {
+        auto* pCheck = new wxCheckBox(pPage, wxID_ANY, strLabel);
+        pCheck->Bind(wxEVT_CHECKBOX, [this, target, strKey](wxCommandEvent& event) {
+            SetItem(target, strKey, event.IsChecked() ? "1" : "0");
+        });
+        pGrid->AddSpacer(0);
+        item.mpCtrl = pCheck;
+    } else {
+        pGrid->Add(new wxStaticText(pPage, wxID_ANY, strLabel), 0, wxALIGN_CENTER_VERTICAL);
+        if (!aStrChoices.empty()) {
+            auto* pChoice = new wxChoice(pPage, wxID_ANY, wxDefaultPosition, wxDefaultSize, aStrChoices);
+            pChoice->Bind(wxEVT_CHOICE, [this, target, strKey](wxCommandEvent& event) {
+                SetItem(target, strKey, wxString::Format("%d", event.GetSelection()));
+            });
+            item.mpCtrl = pChoice;
+        } else {
+            // The default window name "text" stays: it keeps the frame's shortcuts out of typing.
+            auto* pText = new wxTextCtrl(pPage, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                                         wxTE_PROCESS_ENTER);
+            pText->Bind(wxEVT_TEXT_ENTER, [this, target, strKey, pText](wxCommandEvent&) {
+                SetItem(target, strKey, pText->GetValue());
+            });
+            item.mpCtrl = pText;
+        }
+    }
+    pGrid->Add(item.mpCtrl, bCheck ? 0 : 1, bCheck ? 0 : wxEXPAND);
+    mVCItem.push_back(item);
+    return item.mpCtrl;
+}
+
+void PropertyKindPage_cls::RefreshItems() {
+    for (const ItemCtrl_cls& item : mVCItem) {
+        ConfListContainer_cls* pList = GetPCList(item.mTarget);
+        ConfItem_cls* pItem = pList ? pList->GetPCItem(item.mStrKey) : nullptr;
+        item.mpCtrl->Enable(pItem != nullptr);
+        if (!pItem)
+            continue;
+        if (auto* pChoice = dynamic_cast<wxChoice*>(item.mpCtrl)) {
+            const long long v = pItem->GetBodyINT();
+            pChoice->SetSelection(v >= 0 && v < static_cast<long long>(pChoice->GetCount())
+                                      ? static_cast<int>(v)
+                                      : wxNOT_FOUND);
+        } else if (auto* pCheck = dynamic_cast<wxCheckBox*>(item.mpCtrl)) {
+            pCheck->SetValue(pItem->GetBodyBOOL());
+        } else if (auto* pText = dynamic_cast<wxTextCtrl*>(item.mpCtrl)) {
+            if (pText->GetValue() != pItem->GetBodySTR())
+                pText->ChangeValue(pItem->GetBodySTR());
+        }
+    }
+}
+
+bool PropertyKindPage_cls::GetStrItemBody(const ConfItem_cls& item, const wxString& strBody,
+                                          wxString& strOut) {
+    strOut = strBody;
+    if (item.mKind == CONF_INT || item.mKind == CONF_UINT || item.mKind == CONF_FLOAT) {
+        double value = 0.0;
+        if (!PropertyObject_cls::ParseNumber(strBody, value))
+            return false;
+        strOut = item.mKind == CONF_FLOAT ? wxString::FromCDouble(value)
+                                          : wxString::Format("%lld", static_cast<long long>(value));
+    } else if (item.mKind == CONF_BOOL) {
+        strOut = (strBody == "1" || strBody.IsSameAs("true", false)) ? "1" : "0";
+    }
+    return true;
 }

@@ -7,6 +7,11 @@
 #include <wx/scrolwin.h>
 
 #include <functional>
+#include <vector>
+
+class ConfItem_cls;
+class ConfListContainer_cls;
+class wxFlexGridSizer;
 
 class PropertyKindPage_cls : public wxScrolledWindow {
 public:
@@ -28,5 +33,34 @@ public:
     // registered (a kind that is not registered gets no entry from here).
     static void RegisterPages();
 
+    // A control bound to one key of one of the page's lists; the target numbers the lists as
+    // the kind's page does.
+    class ItemCtrl_cls {
+    public:
+        int mTarget = 0;
+        wxString mStrKey;
+        wxWindow* mpCtrl = nullptr; // a wxChoice (index), wxCheckBox (0/1) or wxTextCtrl
+    };
+    std::vector<ItemCtrl_cls> mVCItem;
+    // The control of a key, null when the page has none.
+    wxWindow* FindItemCtrl(int target, const wxString& strKey) const;
+    // The list of the active object that the target edits; null without one.
+    virtual ConfListContainer_cls* GetPCList(int target) const = 0;
+    // Sets the key's body through its command; false without the list, an unknown key, or a
+    // number field whose text is no number (plain or arithmetic).
+    virtual bool SetItem(int target, const wxString& strKey, const wxString& strBody) = 0;
+
     wxString mStrClassWord;
+
+protected:
+    // A row of the grid: a label and a text field, a choice (with choices) or a check box, whose
+    // changes go to SetItem. Returns the control.
+    wxWindow* AddItemRow(wxWindow* pPage, wxFlexGridSizer* pGrid, int target, const wxString& strKey,
+                         const wxString& strLabel, const wxArrayString& aStrChoices = wxArrayString(),
+                         bool bCheck = false);
+    // Fills every bound control from its item; a control whose item is missing is disabled.
+    void RefreshItems();
+    // What SetItem writes: numbers parsed (arithmetic allowed) and written as the item's kind
+    // writes them, switches as 0 or 1. False for a number field whose text is no number.
+    static bool GetStrItemBody(const ConfItem_cls& item, const wxString& strBody, wxString& strOut);
 };

@@ -112,45 +112,6 @@ ConfListContainer_cls* PropertyVolume_cls::GetPCList(int target) const {
     return target == TARGET_MATERIAL ? static_cast<ConfListContainer_cls*>(p->GetPCMaterial()) : p;
 }
 
-wxWindow* PropertyVolume_cls::FindItemCtrl(int target, const wxString& strKey) const {
-    for (const ItemCtrl_cls& item : mVCItem)
-        if (item.mTarget == target && item.mStrKey == strKey)
-            return item.mpCtrl;
-    return nullptr;
-}
-
-void PropertyVolume_cls::AddItemRow(wxWindow* pPage, wxFlexGridSizer* pGrid, int target,
-                                    const wxString& strKey, const wxString& strLabel,
-                                    const wxArrayString& aStrChoices, bool bCheck) {
-    ItemCtrl_cls item{target, strKey, nullptr};
-    if (bCheck) {
-        auto* pCheck = new wxCheckBox(pPage, wxID_ANY, strLabel);
-        pCheck->Bind(wxEVT_CHECKBOX, [this, target, strKey](wxCommandEvent& event) {
-            SetItem(target, strKey, event.IsChecked() ? "1" : "0");
-        });
-        pGrid->AddSpacer(0);
-        item.mpCtrl = pCheck;
-    } else if (!aStrChoices.empty()) {
-        pGrid->Add(new wxStaticText(pPage, wxID_ANY, strLabel), 0, wxALIGN_CENTER_VERTICAL);
-        auto* pChoice = new wxChoice(pPage, wxID_ANY, wxDefaultPosition, wxDefaultSize, aStrChoices);
-        pChoice->Bind(wxEVT_CHOICE, [this, target, strKey](wxCommandEvent& event) {
-            SetItem(target, strKey, wxString::Format("%d", event.GetSelection()));
-        });
-        item.mpCtrl = pChoice;
-    } else {
-        pGrid->Add(new wxStaticText(pPage, wxID_ANY, strLabel), 0, wxALIGN_CENTER_VERTICAL);
-        // The default window name "text" keeps the frame's shortcuts out of typing.
-        auto* pText =
-            new wxTextCtrl(pPage, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, wxTE_PROCESS_ENTER);
-        pText->Bind(wxEVT_TEXT_ENTER, [this, target, strKey, pText](wxCommandEvent&) {
-            SetItem(target, strKey, pText->GetValue());
-        });
-        item.mpCtrl = pText;
-    }
-    pGrid->Add(item.mpCtrl, 1, wxEXPAND);
-    mVCItem.push_back(item);
-}
-
 wxString PropertyVolume_cls::GetStrSignature() const {
     VolumeBox_cls* p = GetPCVolume();
     if (!p)
@@ -185,24 +146,7 @@ void PropertyVolume_cls::RefreshFromObject() {
     mStrSignature = GetStrSignature();
     VolumeBox_cls* p = GetPCVolume();
     Enable(p != nullptr);
-    for (const ItemCtrl_cls& item : mVCItem) {
-        ConfListContainer_cls* pList = GetPCList(item.mTarget);
-        ConfItem_cls* pItem = pList ? pList->GetPCItem(item.mStrKey) : nullptr;
-        item.mpCtrl->Enable(pItem != nullptr);
-        if (!pItem)
-            continue;
-        if (auto* pChoice = dynamic_cast<wxChoice*>(item.mpCtrl)) {
-            const long long v = pItem->GetBodyINT();
-            pChoice->SetSelection(v >= 0 && v < static_cast<long long>(pChoice->GetCount())
-                                      ? static_cast<int>(v)
-                                      : wxNOT_FOUND);
-        } else if (auto* pCheck = dynamic_cast<wxCheckBox*>(item.mpCtrl)) {
-            pCheck->SetValue(pItem->GetBodyBOOL());
-        } else if (auto* pText = dynamic_cast<wxTextCtrl*>(item.mpCtrl)) {
-            if (pText->GetValue() != pItem->GetBodySTR())
-                pText->ChangeValue(pItem->GetBodySTR());
-        }
-    }
+    RefreshItems();
     if (p && p->IsPathChanged())
         p->CheckFileSequence();
     mpCSteps->SetLabel(p ? wxString::Format(_("Steps: %d"), p->mCSequence.GetSnapCount()) : wxString());
@@ -221,17 +165,10 @@ bool PropertyVolume_cls::SetItem(int target, const wxString& strKey, const wxStr
         RefreshFromObject();
         return false;
     }
-    wxString strNew = strBody;
-    if (pItem->mKind == CONF_INT || pItem->mKind == CONF_UINT || pItem->mKind == CONF_FLOAT) {
-        double value = 0.0;
-        if (!PropertyObject_cls::ParseNumber(strBody, value)) {
-            RefreshFromObject();
-            return false;
-        }
-        strNew = pItem->mKind == CONF_FLOAT ? wxString::FromCDouble(value)
-                                            : wxString::Format("%lld", static_cast<long long>(value));
-    } else if (pItem->mKind == CONF_BOOL) {
-        strNew = (strBody == "1" || strBody.IsSameAs("true", false)) ? "1" : "0";
+    wxString strNew;
+    if (!GetStrItemBody(*pItem, strBody, strNew)) {
+        RefreshFromObject();
+        return false;
     }
     if (strNew != pItem->GetBodySTR()) {
         // The commands address the lists by the object's name: tags follow a rename first.

@@ -36,7 +36,7 @@ public:
     // ---- what the controls do ----
     // Sets the key's body through its command; false without a volume object, an unknown key, or
     // a number field whose text is no number (plain or arithmetic).
-    bool SetItem(int target, const wxString& strKey, const wxString& strBody);
+    bool SetItem(int target, const wxString& strKey, const wxString& strBody) override;
     // Path= from a file chosen in the picker: as the pattern of its sequence (for a stack, the
     // time number first, the slice number second).
     bool SetPathFromPicked(const wxString& strFile);
@@ -45,16 +45,8 @@ public:
 
     // The active object when it is a volume object.
     VolumeBox_cls* GetPCVolume() const;
-    // The control of a key, null when the page has none.
-    wxWindow* FindItemCtrl(int target, const wxString& strKey) const;
+    ConfListContainer_cls* GetPCList(int target) const override;
 
-    class ItemCtrl_cls {
-    public:
-        int mTarget = TARGET_OBJECT;
-        wxString mStrKey;
-        wxWindow* mpCtrl = nullptr; // a wxChoice (index), wxCheckBox (0/1) or wxTextCtrl
-    };
-    std::vector<ItemCtrl_cls> mVCItem;
     wxButton* mpCPick = nullptr;
     wxStaticText* mpCSteps = nullptr;
     wxStaticBitmap* mpCCurve = nullptr;
@@ -62,11 +54,6 @@ public:
     int mRefreshCount = 0;
 
 private:
-    ConfListContainer_cls* GetPCList(int target) const;
-    // A row of the grid: a label and a text field, a choice (with choices) or a check box.
-    void AddItemRow(wxWindow* pPage, wxFlexGridSizer* pGrid, int target, const wxString& strKey,
-                    const wxString& strLabel, const wxArrayString& aStrChoices = wxArrayString(),
-                    bool bCheck = false);
     wxString GetStrSignature() const;
     wxString mStrSignature;
 };
