@@ -6,6 +6,7 @@
 #include "PropertyObject_cls.h"
 #include "PropertyParticle_cls.h"
 #include "PropertyVolume_cls.h"
+#include "SceneObj_cls.h"
 
 #include <wx/checkbox.h>
 #include <wx/choice.h>
@@ -99,17 +100,25 @@ void PropertyKindPage_cls::RefreshItems() {
     }
 }
 
-bool PropertyKindPage_cls::GetStrItemBody(const ConfItem_cls& item, const wxString& strBody,
-                                          wxString& strOut) {
-    strOut = strBody;
-    if (item.mKind == CONF_INT || item.mKind == CONF_UINT || item.mKind == CONF_FLOAT) {
+bool PropertyKindPage_cls::SetItem(int target, const wxString& strKey, const wxString& strBody) {
+    SceneObj_cls* p = GetPCKindObject();
+    ConfListContainer_cls* pList = GetPCList(target);
+    ConfItem_cls* pItem = pList ? pList->GetPCItem(strKey) : nullptr;
+    bool bOK = p && pItem;
+    wxString strNew = strBody;
+    if (bOK && (pItem->mKind == CONF_INT || pItem->mKind == CONF_UINT || pItem->mKind == CONF_FLOAT)) {
         double value = 0.0;
-        if (!PropertyObject_cls::ParseNumber(strBody, value))
-            return false;
-        strOut = item.mKind == CONF_FLOAT ? wxString::FromCDouble(value)
-                                          : wxString::Format("%lld", static_cast<long long>(value));
-    } else if (item.mKind == CONF_BOOL) {
-        strOut = (strBody == "1" || strBody.IsSameAs("true", false)) ? "1" : "0";
+        bOK = PropertyObject_cls::ParseNumber(strBody, value);
+        strNew = pItem->mKind == CONF_FLOAT ? wxString::FromCDouble(value)
+                                            : wxString::Format("%lld", static_cast<long long>(value));
+    } else if (bOK && pItem->mKind == CONF_BOOL) {
+        strNew = (strBody == "1" || strBody.IsSameAs("true", false)) ? "1" : "0";
     }
-    return true;
+    if (bOK && strNew != pItem->GetBodySTR()) {
+        // The commands address the lists by the object's name: tags follow a rename first.
+        p->SyncConfListTag();
+        pItem->PushCommandPair(strNew);
+    }
+    RefreshFromObject();
+    return bOK;
 }

@@ -11,6 +11,7 @@
 
 class ConfItem_cls;
 class ConfListContainer_cls;
+class SceneObj_cls;
 class wxFlexGridSizer;
 
 class PropertyKindPage_cls : public wxScrolledWindow {
@@ -46,9 +47,12 @@ public:
     wxWindow* FindItemCtrl(int target, const wxString& strKey) const;
     // The list of the active object that the target edits; null without one.
     virtual ConfListContainer_cls* GetPCList(int target) const = 0;
-    // Sets the key's body through its command; false without the list, an unknown key, or a
-    // number field whose text is no number (plain or arithmetic).
-    virtual bool SetItem(int target, const wxString& strKey, const wxString& strBody) = 0;
+    // The active object when it is of the page's kind; null otherwise.
+    virtual SceneObj_cls* GetPCKindObject() const = 0;
+    // Sets the key's body through its command, then shows the object again; false without the
+    // object or the list, an unknown key, or a number field whose text is no number (plain or
+    // arithmetic).
+    bool SetItem(int target, const wxString& strKey, const wxString& strBody);
 
     wxString mStrClassWord;
 
@@ -60,7 +64,4 @@ protected:
                          bool bCheck = false);
     // Fills every bound control from its item; a control whose item is missing is disabled.
     void RefreshItems();
-    // What SetItem writes: numbers parsed (arithmetic allowed) and written as the item's kind
-    // writes them, switches as 0 or 1. False for a number field whose text is no number.
-    static bool GetStrItemBody(const ConfItem_cls& item, const wxString& strBody, wxString& strOut);
 };

@@ -8,7 +8,6 @@
 #include "ParticleFormatPreset_cls.h"
 #include "ParticleFormatTable_cls.h"
 #include "Particle_cls.h"
-#include "PropertyObject_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SequencePattern_cls.h"
 #include "TimeCtrl_cls.h"
@@ -539,25 +538,8 @@ void PropertyParticle_cls::RefreshStacks() {
 
 // ---- edits -----------------------------------------------------------------------------------
 
-bool PropertyParticle_cls::SetItem(int target, const wxString& strKey, const wxString& strBody) {
-    Particle_cls* p = GetPCParticle();
-    ConfListContainer_cls* pList = GetPCList(target);
-    ConfItem_cls* pItem = pList ? pList->GetPCItem(strKey) : nullptr;
-    if (!p || !pItem) {
-        RefreshFromObject();
-        return false;
-    }
-    wxString strNew;
-    if (!GetStrItemBody(*pItem, strBody, strNew)) {
-        RefreshFromObject();
-        return false;
-    }
-    if (strNew != pItem->GetBodySTR()) {
-        p->SyncConfListTag();
-        pItem->PushCommandPair(strNew);
-    }
-    RefreshFromObject();
-    return true;
+SceneObj_cls* PropertyParticle_cls::GetPCKindObject() const {
+    return GetPCParticle();
 }
 
 bool PropertyParticle_cls::SetPathFromPicked(const wxString& strFile) {

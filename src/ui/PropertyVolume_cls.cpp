@@ -4,7 +4,6 @@
 #include "ColorCurveProvider_cls.h"
 #include "ColorCurve_cls.h"
 #include "Material_cls.h"
-#include "PropertyObject_cls.h"
 #include "PropertyParticle_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SequencePattern_cls.h"
@@ -157,26 +156,8 @@ void PropertyVolume_cls::RefreshFromObject() {
     Layout();
 }
 
-bool PropertyVolume_cls::SetItem(int target, const wxString& strKey, const wxString& strBody) {
-    VolumeBox_cls* p = GetPCVolume();
-    ConfListContainer_cls* pList = GetPCList(target);
-    ConfItem_cls* pItem = pList ? pList->GetPCItem(strKey) : nullptr;
-    if (!p || !pItem) {
-        RefreshFromObject();
-        return false;
-    }
-    wxString strNew;
-    if (!GetStrItemBody(*pItem, strBody, strNew)) {
-        RefreshFromObject();
-        return false;
-    }
-    if (strNew != pItem->GetBodySTR()) {
-        // The commands address the lists by the object's name: tags follow a rename first.
-        p->SyncConfListTag();
-        pItem->PushCommandPair(strNew);
-    }
-    RefreshFromObject();
-    return true;
+SceneObj_cls* PropertyVolume_cls::GetPCKindObject() const {
+    return GetPCVolume();
 }
 
 bool PropertyVolume_cls::SetPathFromPicked(const wxString& strFile) {

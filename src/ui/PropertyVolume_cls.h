@@ -33,10 +33,9 @@ public:
     void RefreshFromObject() override;
     wxString GetStrLabel() const override;
 
+    SceneObj_cls* GetPCKindObject() const override;
+
     // ---- what the controls do ----
-    // Sets the key's body through its command; false without a volume object, an unknown key, or
-    // a number field whose text is no number (plain or arithmetic).
-    bool SetItem(int target, const wxString& strKey, const wxString& strBody) override;
     // Path= from a file chosen in the picker: as the pattern of its sequence (for a stack, the
     // time number first, the slice number second).
     bool SetPathFromPicked(const wxString& strFile);

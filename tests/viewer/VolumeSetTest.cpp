@@ -36,13 +36,6 @@ bool WriteGrayPng(const wxString& path, int width, int height, unsigned char val
     return png_image_write_to_file(&image, path.fn_str(), 0, px.data(), 0, nullptr) != 0;
 }
 
-int CountLines(const LogCapture_cls& log, const wxString& str) {
-    int n = 0;
-    for (const wxString& line : log.mVStrLines)
-        n += line.Contains(str) ? 1 : 0;
-    return n;
-}
-
 } // namespace
 
 class VolumeSetTest : public ViewerFixture {
@@ -134,7 +127,7 @@ TEST_F(VolumeSetTest, PlayingMixesTheNextFrameOnAWorkerAndSwaps) {
     log.mVStrLines.clear();
     ASSERT_TRUE(mpV->PrepareDraw());
     EXPECT_EQ(mpV->mpCCurrent.get(), pSpare);
-    EXPECT_EQ(CountLines(log, "Swap Render Snap"), 1);
+    EXPECT_TRUE(log.Contains("Swap Render Snap"));
     ASSERT_TRUE(mpV->WaitPrepareNext());
     EXPECT_EQ(mpV->mpCNext->mFrame, 1);
     EXPECT_EQ(mpV->mpCNext->mData[0], 20) << "frame 1 whole";
