@@ -5,6 +5,7 @@
 #pragma once
 
 #include "EGLContext_cls.h"
+#include "GLObject_cls.h"
 #include "Main_cls.h"
 #include "ServiceRegistry.h"
 #include "ShaderItem_cls.h"
@@ -14,6 +15,7 @@
 #include <wx/init.h>
 #include <wx/log.h>
 
+#include <chrono>
 #include <memory>
 
 template <ServiceLayer_enum Top = ServiceLayer_enum::Render> class GLBenchProcess_cls {
@@ -74,4 +76,26 @@ template <class Stage> int RunGLBenchmarks(int argc, char** argv, Stage*& rpStag
     }
     benchmark::Shutdown();
     return 0;
+}
+
+// The floor programs of the benchmarks: vertex and fragment text compiled and linked (a source
+// that does not build leaves a program that draws nothing, which the figures then show).
+inline GLProgram_cls MakeGLBenchProgram(const char* strVert, const char* strFrag) {
+    GLProgram_cls program = GLProgram_cls::Make();
+    for (auto stage : {std::make_pair(GLenum(GL_VERTEX_SHADER), strVert),
+                       std::make_pair(GLenum(GL_FRAGMENT_SHADER), strFrag)}) {
+        GLShader_cls shader = GLShader_cls::Make(stage.first);
+        glShaderSource(shader.Get(), 1, &stage.second, nullptr);
+        glCompileShader(shader.Get());
+        glAttachShader(program.Get(), shader.Get());
+    }
+    glLinkProgram(program.Get());
+    return program;
+}
+
+// Wall-clock milliseconds of one call.
+template <class Func> double MillisOf(Func func) {
+    const auto start = std::chrono::steady_clock::now();
+    func();
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }

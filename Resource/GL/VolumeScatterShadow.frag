@@ -1,75 +1,114 @@
 #version 120
-// Lit volume with self shadow and scattered light.
+#define SCATTER
+#define SHADOW
+// Lit volume with scattered light and self shadow.
+// Each fragment of a slice stands for the slab from its slice to the next nearer one
+// (intervalGlobal long in box units): it takes subQuality samples through the slab, looks each
+// value up in the colour curve (textureCC, unit 1) and composites them front to back; the slices
+// blend back to front. The curve's alpha is the opacity of a layer as thick as the box, so
+// "Quality=" and "SubQuality=" change the detail, not the opacity.
 uniform sampler3D texturVolume;
 uniform sampler1D textureCC;
-uniform int lightNumber;
 uniform vec3 clipBoxMin;
 uniform vec3 clipBoxMax;
-uniform vec3 ambientClr;
-uniform vec3 diffuseClr;
-uniform vec3 specularClr;
-uniform int shininess;
 uniform int forceDiscard0;
 uniform float trim;
 uniform float intervalGlobal;
 uniform int subQuality;
-varying vec3 vEntry;
-varying vec3 vEye;
+varying vec3 vTex;
+varying vec3 vDir;
+uniform int lightNumber;
+uniform vec3 ambientClr;
+uniform vec3 diffuseClr;
+uniform vec3 specularClr;
+uniform int shininess;
+#ifdef SCATTER
 uniform float scatterFactor;
-float Value(vec3 p);
+#endif
+#ifdef SHADOW
 uniform float shadowAlpha;
 uniform int shadowQuality;
-// Transmittance towards the light, marched with shadowQuality steps; shadowAlpha scales the
-// absorption of the shadow.
+#endif
+
+//##FUNC_VOLUME_COORD_BEGIN##
+vec3 VolumeCoord(vec3 p) { return p; }
+//##FUNC_VOLUME_COORD_END##
+//##FUNC_VOLUME_MASK_BEGIN##
+bool VolumeMask(vec3 p) { return true; }
+//##FUNC_VOLUME_MASK_END##
+float Value(vec3 p) { return texture3D(texturVolume, VolumeCoord(p)).r; }
+bool Inside(vec3 p) {
+    return all(greaterThanEqual(p, clipBoxMin)) && all(lessThanEqual(p, clipBoxMax)) && VolumeMask(p);
+}
+// The gradient of the values: the surface normal of a lit volume, pointing out of the dense part.
+vec3 Normal(vec3 p) {
+    vec3 e = vec3(1.0 / 128.0, 0.0, 0.0);
+    vec3 g = vec3(Value(p + e.xyy) - Value(p - e.xyy), Value(p + e.yxy) - Value(p - e.yxy),
+                  Value(p + e.yyx) - Value(p - e.yyx));
+    return dot(g, g) > 0.0 ? -normalize(g) : -vDir;
+}
+// The direction to light i in box space.
+vec3 LightDir(int i, vec3 p) {
+    vec4 l = gl_ModelViewMatrixInverse * gl_LightSource[i].position;
+    return normalize(l.w == 0.0 ? l.xyz : l.xyz / l.w - (p - vec3(0.5)));
+}
+// What reaches p from the light along l: the volume's own absorption towards it, shadowQuality
+// steps through the box, scaled by shadowAlpha.
 float Lit(vec3 p, vec3 l) {
-    int n = max(shadowQuality, 1) * 16;
+#ifdef SHADOW
+    int m = max(shadowQuality, 1);
     float t = 1.0;
-    for (int k = 1; k <= n; ++k) {
-        vec3 q = p + l * float(k) / float(n);
+    for (int k = 1; k <= m; ++k) {
+        vec3 q = p + l * (0.87 * float(k) / float(m));
         if (any(lessThan(q, vec3(0.0))) || any(greaterThan(q, vec3(1.0))))
             break;
-        t *= 1.0 - shadowAlpha * texture1D(textureCC, Value(q)).a / float(n);
+        if (!Inside(q))
+            continue;
+        float a = texture1D(textureCC, Value(q)).a;
+        t *= pow(1.0 - clamp(a * abs(shadowAlpha), 0.0, 0.999999), 0.87 / float(m));
     }
     return t;
+#else
+    return 1.0;
+#endif
 }
-float Value(vec3 p) { return texture3D(texturVolume, p).r; }
-vec3 Gradient(vec3 p) {
-    float e = 1.0 / 128.0;
-    return vec3(Value(p + vec3(e, 0, 0)) - Value(p - vec3(e, 0, 0)), Value(p + vec3(0, e, 0)) - Value(p - vec3(0, e, 0)),
-                Value(p + vec3(0, 0, e)) - Value(p - vec3(0, 0, e)));
-}
-vec3 LightDir(vec3 p) {
-    vec4 l = gl_ModelViewMatrixInverse * gl_LightSource[lightNumber].position;
-    return normalize(l.xyz - p * l.w);
-}
-vec3 Shade(vec3 p, vec3 dir, vec3 albedo) {
-    vec3 n = Gradient(p);
-    if (dot(n, n) > 0.0)
-        n = -normalize(n);
-    vec3 l = LightDir(p);
-    float d = max(dot(n, l), 0.0);
-    float s = pow(max(dot(reflect(-l, n), -dir), 0.0), float(shininess));
-    return ambientClr * albedo + diffuseClr * albedo * d * Lit(p, l) + specularClr * s * Lit(p, l);
+vec3 Shade(vec3 p, vec3 albedo) {
+    vec3 nrm = Normal(p);
+    vec3 c = ambientClr * albedo;
+    for (int i = 0; i < 8; ++i) {
+        if (i >= lightNumber)
+            break;
+        vec3 l = LightDir(i, p);
+        float lit = Lit(p, l);
+        float d = max(dot(nrm, l), 0.0);
+        float s = pow(max(dot(reflect(-l, nrm), -vDir), 0.0), float(max(shininess, 1)));
+        c += (diffuseClr * albedo * d + specularClr * s) * lit;
+#ifdef SCATTER
+        // Light scattered forward towards the eye, whatever the normal.
+        c += albedo * diffuseClr * lit * max(scatterFactor, 0.0) * pow(max(dot(l, vDir), 0.0), 4.0);
+#endif
+    }
+    return c;
 }
 void main() {
-    vec3 dir = normalize(vEntry - vEye);
-    float step = intervalGlobal / float(max(subQuality, 1));
+    int n = max(subQuality, 1);
+    float step = intervalGlobal / float(n);
     vec4 sum = vec4(0.0);
-    for (int i = 0; i < 4096; ++i) {
-        vec3 p = vEntry + dir * (float(i) + 0.5) * step;
-        if (any(lessThan(p, vec3(0.0))) || any(greaterThan(p, vec3(1.0))) || sum.a > 0.99)
-            break;
-        if (any(lessThan(p, clipBoxMin)) || any(greaterThan(p, clipBoxMax)))
+    // From the slice towards the eye: the nearest sample of the slab is the last.
+    for (int i = n - 1; i >= 0; --i) {
+        vec3 p = vTex - vDir * step * float(i);
+        if (!Inside(p))
             continue;
         float v = Value(p);
-        if (v < trim)
+        if (v < trim || (forceDiscard0 != 0 && v <= 0.0))
             continue;
         vec4 c = texture1D(textureCC, v);
-        c.a = 1.0 - pow(1.0 - c.a, step / intervalGlobal);
-        sum.rgb += (1.0 - sum.a) * c.a * Shade(p, dir, c.rgb) + (1.0 - sum.a) * c.a * scatterFactor * c.rgb * diffuseClr * 0.25;
-        sum.a += (1.0 - sum.a) * c.a;
+        float a = 1.0 - pow(1.0 - clamp(c.a, 0.0, 0.999999), step);
+        sum.rgb = sum.rgb * (1.0 - a) + Shade(p, c.rgb) * a;
+        sum.a = sum.a * (1.0 - a) + a;
     }
-    if (forceDiscard0 != 0 && sum.a <= 0.0)
+    if (sum.a <= 0.0)
         discard;
-    gl_FragColor = sum;
+    float alpha = sum.a;
+    gl_FragColor = vec4(sum.rgb / alpha, alpha);
 }

@@ -17,6 +17,8 @@
 #include "TimeCtrl_cls.h"
 #include "Tracking_cls.h"
 #include "Trimming_cls.h"
+#include "VolumeCoord_cls.h"
+#include "VolumeMask_cls.h"
 
 namespace {
 
@@ -25,6 +27,9 @@ bool IsViewer(SceneObj_cls* p) {
 }
 bool IsParticle(SceneObj_cls* p) {
     return p->IsClassSameAs("Particle_cls");
+}
+bool IsVolume(SceneObj_cls* p) {
+    return p->IsClassSameAs("VolumeBox_cls");
 }
 bool IsAnyObject(SceneObj_cls*) {
     return true;
@@ -52,6 +57,9 @@ void RegisterModifierServices() {
     RegisterAttribute<ParticleBoolean_cls>("ParticleBoolean_cls", IsParticle);
     RegisterAttribute<ParticleTweak_cls>("ParticleTweak_cls", IsParticle);
     RegisterAttribute<Trimming_cls>("Trimming_cls", IsViewer);
+    // The two volume kinds that act inside the volume programs.
+    RegisterAttribute<VolumeCoord_cls>("VolumeCoord_cls", IsVolume);
+    RegisterAttribute<VolumeMask_cls>("VolumeMask_cls", IsVolume);
     // The two kinds that act inside the object's own operations: the transform and the instances.
     RegisterAttribute<Tracking_cls>("Tracking_cls", IsAnyObject).mFuncTransform =
         [](SceneObj_cls* pObj, Attribute_cls* p, double* C, double* P, double t) {

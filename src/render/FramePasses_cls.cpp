@@ -34,6 +34,7 @@
 #include "VBOSphere_cls.h"
 #include "VBOWireObject_cls.h"
 #include "View3D_cls.h"
+#include "VolumeDraw_cls.h"
 #include "WideCamera_cls.h"
 #include "World_cls.h"
 
@@ -113,6 +114,7 @@ void FramePasses_cls::InitializeGLIfNot() {
     mpCMeshDraw = std::make_unique<MeshDraw_cls>(GpCTextureProvider);
     mpCTextDraw = std::make_unique<TextDraw_cls>();
     mpCParticleDraw = std::make_unique<ParticleDraw_cls>(GpCTextureProvider);
+    mpCVolumeDraw = std::make_unique<VolumeDraw_cls>(GpCTextureProvider1D);
     mpCFBODepth = std::make_unique<FBO_cls>(16, 16, this);
     for (int eye = 0; eye < 2; ++eye) {
         mpCFBOEye[eye] = std::make_unique<FBO_cls>(16, 16, this);
@@ -354,6 +356,7 @@ void FramePasses_cls::DrawEachFBO(int ensembleStep, bool bHitTest) {
     status.mpCMeshDraw = mpCMeshDraw.get();
     status.mpCTextDraw = mpCTextDraw.get();
     status.mpCParticleDraw = mpCParticleDraw.get();
+    status.mpCVolumeDraw = mpCVolumeDraw.get();
     glDisable(GL_FOG);
     if (GpCShaderCtrl)
         GpCShaderCtrl->mFogMode = 0;

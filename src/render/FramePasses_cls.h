@@ -23,6 +23,7 @@ class Hittest_cls;
 class GLDrawStatus_cls;
 class MeshDraw_cls;
 class ParticleDraw_cls;
+class VolumeDraw_cls;
 class TextDraw_cls;
 class View3D_cls;
 
@@ -141,6 +142,7 @@ private:
     std::unique_ptr<MeshDraw_cls> mpCMeshDraw;
     std::unique_ptr<TextDraw_cls> mpCTextDraw;
     std::unique_ptr<ParticleDraw_cls> mpCParticleDraw;
+    std::unique_ptr<VolumeDraw_cls> mpCVolumeDraw;
     std::unique_ptr<FBO_cls> mpCFBOMain;
     std::unique_ptr<FBO_cls> mpCFBODepth;
     std::unique_ptr<FBO_cls> mpCFBOEye[2];

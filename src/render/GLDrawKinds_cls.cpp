@@ -23,6 +23,8 @@
 #include "VBOPlane_cls.h"
 #include "VBOSphere_cls.h"
 #include "VBOWireObject_cls.h"
+#include "VolumeBox_cls.h"
+#include "VolumeDraw_cls.h"
 #include "World_cls.h"
 
 #include <epoxy/gl.h>
@@ -138,6 +140,7 @@ void GLDrawKinds_cls::RegisterAll() {
     GLDrawTable_cls::Register("MeshObj_cls", {&GLDrawMesh, nullptr});
     GLDrawTable_cls::Register("TextObj_cls", {&GLDrawText, nullptr});
     GLDrawTable_cls::Register("Particle_cls", {&GLDrawParticle, nullptr});
+    GLDrawTable_cls::Register("VolumeBox_cls", {&GLDrawVolumeBox, nullptr});
 }
 
 void GLDrawKinds_cls::SetGuideColor(int selectStatus, float r, float g, float b) {
@@ -321,6 +324,11 @@ void GLDrawKinds_cls::GLDrawText(SceneObj_cls* pObj, GLDrawStatus_cls& status) {
 void GLDrawKinds_cls::GLDrawParticle(SceneObj_cls* pObj, GLDrawStatus_cls& status) {
     if (status.mpCParticleDraw)
         status.mpCParticleDraw->GLDraw(*static_cast<Particle_cls*>(pObj), status);
+}
+
+void GLDrawKinds_cls::GLDrawVolumeBox(SceneObj_cls* pObj, GLDrawStatus_cls& status) {
+    if (status.mpCVolumeDraw)
+        status.mpCVolumeDraw->GLDraw(*static_cast<VolumeBox_cls*>(pObj), status);
 }
 
 void GLDrawKinds_cls::GLDrawPassepartout(Camera_cls* pCamera, int size) {

@@ -22,6 +22,8 @@ public:
     static void GLDrawText(SceneObj_cls* pObj, GLDrawStatus_cls& status);
     // Particle objects, through the particle drawing of the frame passes.
     static void GLDrawParticle(SceneObj_cls* pObj, GLDrawStatus_cls& status);
+    // Volume objects, through the volume drawing of the frame passes.
+    static void GLDrawVolumeBox(SceneObj_cls* pObj, GLDrawStatus_cls& status);
 
     // The camera's passepartout over a square buffer of the given size, drawn in 2D: the parts
     // outside the frame of the camera's aspect darkened with the camera's alpha.

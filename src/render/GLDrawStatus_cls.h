@@ -7,6 +7,7 @@
 class MeshDraw_cls;
 class ParticleDraw_cls;
 class TextDraw_cls;
+class VolumeDraw_cls;
 
 class GLDrawStatus_cls {
 public:
@@ -28,6 +29,7 @@ public:
     MeshDraw_cls* mpCMeshDraw = nullptr;
     TextDraw_cls* mpCTextDraw = nullptr;
     ParticleDraw_cls* mpCParticleDraw = nullptr;
+    VolumeDraw_cls* mpCVolumeDraw = nullptr;
     // The camera of this sub-pass and of the next frame, in the scene's space: particle objects
     // sort by them.
     PositionAndDirection_cls mPosDirNow;

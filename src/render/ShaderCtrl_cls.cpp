@@ -248,6 +248,8 @@ ShaderCtrl_cls::ShaderCtrl_cls() {
     mStrFogEffect = ReadSnippet("GL/FUNCTION/FogEffect.txt");
     mStrNormal = ReadSnippet("GL/FUNCTION/Normal.txt");
     mStrEnsembleDithering = ReadSnippet("GL/FUNCTION/EnsembleDithering.txt");
+    mStrVolumeCoord = ReadSnippet("GL/FUNCTION/VolumeCoord.txt");
+    mStrVolumeMask = ReadSnippet("GL/FUNCTION/VolumeMask.txt");
     // Geometry sources take no snippets.
     for (ShaderItem_cls& item : mVItems) {
         item.mStrVert.Replace("//##COMMON_DEFINITIONS_SHADER##", mStrCommonDefinitions);

@@ -72,6 +72,10 @@ public:
     ShaderItem_cls* GetPCItem(const wxString& strName);
     std::vector<ShaderItem_cls>& GetVItems() { return mVItems; }
     GLuint GetCurrentProgram() const { return mCurrentProgram; }
+    // The snippets of the volume shader modifiers ("GL/FUNCTION/VolumeCoord.txt",
+    // "GL/FUNCTION/VolumeMask.txt"); empty when the files are missing.
+    const wxString& GetStrVolumeCoord() const { return mStrVolumeCoord; }
+    const wxString& GetStrVolumeMask() const { return mStrVolumeMask; }
 
     int mFogMode = 0;
     float mProjInv11 = 0.f;
@@ -105,5 +109,7 @@ private:
     wxString mStrFogEffect;
     wxString mStrNormal;
     wxString mStrEnsembleDithering;
+    wxString mStrVolumeCoord;
+    wxString mStrVolumeMask;
     std::vector<ShaderItem_cls> mVItems;
 };

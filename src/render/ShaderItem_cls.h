@@ -4,6 +4,7 @@
 #pragma once
 
 #include "GLObject_cls.h"
+#include "ShaderStatusVolume_cls.h"
 
 #include <wx/string.h>
 
@@ -48,6 +49,9 @@ public:
     bool mbFog = false;
     int mEnsembleLocation[3] = {-1, -1, -1};
     int mFogLocation[3] = {-1, -1, -1};
+    // Of the volume programs: the shader modifiers that the compiled fragment text was made for.
+    ShaderStatusVolumeCoord_cls mCStatusVolumeCoord;
+    ShaderStatusVolumeMask_cls mCStatusVolumeMask;
 
     // The folder that holds "GL/..." (relative to the program's folder unless absolute).
     static wxString msStrResourceDir;

@@ -10,6 +10,12 @@ Material_cls::Material_cls(const wxString& strName, const wxString& strOwnerClas
         AddLightSourceGroups(*this);
     else
         AddMaterialTextureItems(*this, *this);
+    if (strOwnerClass == "VolumeBox_cls") {
+        Add(&mCVolumeWrap, "VolumeWrap=", "0", "VIEW3D::PROPERTY_MATERIAL");
+        Add(&mCDepthWrite, "DepthWrite=", "0", "VIEW3D::PROPERTY_MATERIAL");
+        InitializeAndPushParam(GetPCNewParamGroup("ClipMin", "X", "Y", "Z"), -0.5, -0.5, -0.5);
+        InitializeAndPushParam(GetPCNewParamGroup("ClipMax", "X", "Y", "Z"), 0.5, 0.5, 0.5);
+    }
 }
 
 std::vector<double> Material_cls::GetColor(const wxString& strGroup, double t) {

@@ -24,4 +24,10 @@ public:
     std::vector<double> GetColor(const wxString& strGroup, double t);
 
     bool mbForLight = false;
+    // Of a volume's material only (in its list there): how the 3D texture wraps, 0 clamp to
+    // edge, 1 repeat, 2 clamp ("VolumeWrap="), and whether its slices write depth
+    // ("DepthWrite="); the groups "ClipMin" and "ClipMax" (X, Y, Z in the box, -0.5 to 0.5) cut
+    // the box. The 3D texture's filter is "TextureInterp=".
+    ConfItemINT_cls mCVolumeWrap;
+    ConfItemBOOL_cls mCDepthWrite;
 };

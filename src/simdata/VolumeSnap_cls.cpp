@@ -83,6 +83,15 @@ void VolumeSnap_cls::ReadHeaderZStack() {
     const int height = slice.mHeight;
     mFileSequenceDual.CalcMaxOffsetZ(mZStackIndex, true);
     const int depth = std::max(mFileSequenceDual.mMaxOffsetZ, 0);
+    // The count stops at the first gap; slices behind it would be dropped without a word.
+    for (int z = depth + 1; z <= depth + 2; ++z) {
+        const wxString strAfter = mFileSequenceDual.GetModifiedStrDual(mZStackIndex, z, 0, wxString());
+        if (depth > 0 && wxFileName::FileExists(strAfter)) {
+            wxLogMessage("Image stack %s: slice %d is missing; the stack ends before it and %s is not read",
+                         strFirst, depth, strAfter);
+            break;
+        }
+    }
     const long long voxels = static_cast<long long>(width) * height * depth;
     if (voxels > msMaxVoxels) {
         wxLogMessage("Image stack of %d x %d x %d is too large: no data read from %s", width, height, depth,

@@ -1,16 +1,26 @@
 #include "PropertyKindPage_cls.h"
 
+#include "ConfItem_cls.h"
+#include "ConfListContainer_cls.h"
 #include "KindTable_cls.h"
 #include "PropertyCamera_cls.h"
 #include "PropertyLight_cls.h"
 #include "PropertyMesh_cls.h"
 #include "PropertyModifier_cls.h"
+#include "PropertyObject_cls.h"
 #include "PropertyParticle_cls.h"
 #include "PropertyPrimitive_cls.h"
 #include "PropertyText_cls.h"
+#include "PropertyVolume_cls.h"
 #include "PropertyWorld_cls.h"
+#include "SceneObj_cls.h"
 
 #include <utility>
+#include <wx/checkbox.h>
+#include <wx/choice.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
+#include <wx/textctrl.h>
 
 PropertyKindPage_cls::PropertyKindPage_cls(wxWindow* pParent, const wxString& strClassWord)
     : wxScrolledWindow(pParent, wxID_ANY), mStrClassWord(strClassWord) {}
@@ -32,11 +42,98 @@ void PropertyKindPage_cls::RegisterPages() {
         {"Particle_cls", &MakeOf<PropertyParticle_cls>},   {"Camera_cls", &MakeOf<PropertyCamera_cls>},
         {"LightSource_cls", &MakeOf<PropertyLight_cls>},   {"World_cls", &MakeOf<PropertyWorld_cls>},
         {"Primitive_cls", &MakeOf<PropertyPrimitive_cls>}, {"MeshObj_cls", &MakeOf<PropertyMesh_cls>},
-        {"TextObj_cls", &MakeOf<PropertyText_cls>},
+        {"TextObj_cls", &MakeOf<PropertyText_cls>},        {"VolumeBox_cls", &MakeOf<PropertyVolume_cls>},
     };
     for (const auto& [pClass, funcMake] : vPages)
         if (KindTable_cls::Find(pClass, KindTable_cls::GROUP_OBJECT))
             KindTable_cls::Register(pClass, KindTable_cls::GROUP_OBJECT)
                 .SetSlot<Maker_fn>(KindTable_cls::SLOT_PROPERTY_PAGE, Maker_fn(funcMake));
     PropertyModifier_cls::RegisterTables();
+}
+
+wxWindow* PropertyKindPage_cls::FindItemCtrl(int target, const wxString& strKey) const {
+    for (const ItemCtrl_cls& item : mVCItem)
+        if (item.mTarget == target && item.mStrKey == strKey)
+            return item.mpCtrl;
+    return nullptr;
+}
+
+wxWindow* PropertyKindPage_cls::AddItemRow(wxWindow* pPage, wxFlexGridSizer* pGrid, int target,
+                                           const wxString& strKey, const wxString& strLabel,
+                                           const wxArrayString& aStrChoices, bool bCheck) {
+    ItemCtrl_cls item;
+    item.mTarget = target;
+    item.mStrKey = strKey;
+    if (bCheck) {
+        auto* pCheck = new wxCheckBox(pPage, wxID_ANY, strLabel);
+        pCheck->Bind(wxEVT_CHECKBOX, [this, target, strKey](wxCommandEvent& event) {
+            SetItem(target, strKey, event.IsChecked() ? "1" : "0");
+        });
+        pGrid->AddSpacer(0);
+        item.mpCtrl = pCheck;
+    } else {
+        pGrid->Add(new wxStaticText(pPage, wxID_ANY, strLabel), 0, wxALIGN_CENTER_VERTICAL);
+        if (!aStrChoices.empty()) {
+            auto* pChoice = new wxChoice(pPage, wxID_ANY, wxDefaultPosition, wxDefaultSize, aStrChoices);
+            pChoice->Bind(wxEVT_CHOICE, [this, target, strKey](wxCommandEvent& event) {
+                SetItem(target, strKey, wxString::Format("%d", event.GetSelection()));
+            });
+            item.mpCtrl = pChoice;
+        } else {
+            // The default window name "text" stays: it keeps the frame's shortcuts out of typing.
+            auto* pText = new wxTextCtrl(pPage, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                                         wxTE_PROCESS_ENTER);
+            pText->Bind(wxEVT_TEXT_ENTER, [this, target, strKey, pText](wxCommandEvent&) {
+                SetItem(target, strKey, pText->GetValue());
+            });
+            item.mpCtrl = pText;
+        }
+    }
+    pGrid->Add(item.mpCtrl, bCheck ? 0 : 1, bCheck ? 0 : wxEXPAND);
+    mVCItem.push_back(item);
+    return item.mpCtrl;
+}
+
+void PropertyKindPage_cls::RefreshItems() {
+    for (const ItemCtrl_cls& item : mVCItem) {
+        ConfListContainer_cls* pList = GetPCList(item.mTarget);
+        ConfItem_cls* pItem = pList ? pList->GetPCItem(item.mStrKey) : nullptr;
+        item.mpCtrl->Enable(pItem != nullptr);
+        if (!pItem)
+            continue;
+        if (auto* pChoice = dynamic_cast<wxChoice*>(item.mpCtrl)) {
+            const long long v = pItem->GetBodyINT();
+            pChoice->SetSelection(v >= 0 && v < static_cast<long long>(pChoice->GetCount())
+                                      ? static_cast<int>(v)
+                                      : wxNOT_FOUND);
+        } else if (auto* pCheck = dynamic_cast<wxCheckBox*>(item.mpCtrl)) {
+            pCheck->SetValue(pItem->GetBodyBOOL());
+        } else if (auto* pText = dynamic_cast<wxTextCtrl*>(item.mpCtrl)) {
+            if (pText->GetValue() != pItem->GetBodySTR())
+                pText->ChangeValue(pItem->GetBodySTR());
+        }
+    }
+}
+
+bool PropertyKindPage_cls::SetItem(int target, const wxString& strKey, const wxString& strBody) {
+    SceneObj_cls* p = GetPCKindObject();
+    ConfListContainer_cls* pList = GetPCList(target);
+    ConfItem_cls* pItem = pList ? pList->GetPCItem(strKey) : nullptr;
+    bool bOK = p && pItem;
+    wxString strNew = strBody;
+    if (bOK && (pItem->mKind == CONF_INT || pItem->mKind == CONF_UINT || pItem->mKind == CONF_FLOAT)) {
+        double value = 0.0;
+        bOK = PropertyObject_cls::ParseNumber(strBody, value);
+        strNew = pItem->mKind == CONF_FLOAT ? wxString::FromCDouble(value)
+                                            : wxString::Format("%lld", static_cast<long long>(value));
+    } else if (bOK && pItem->mKind == CONF_BOOL) {
+        strNew = (strBody == "1" || strBody.IsSameAs("true", false)) ? "1" : "0";
+    }
+    if (bOK && strNew != pItem->GetBodySTR()) {
+        // The commands address the lists by the object's name: tags follow a rename first.
+        p->SyncConfListTag();
+        pItem->PushCommandPair(strNew);
+    }
+    RefreshFromObject();
+    return bOK;
 }

@@ -7,6 +7,12 @@
 #include <wx/scrolwin.h>
 
 #include <functional>
+#include <vector>
+
+class ConfItem_cls;
+class ConfListContainer_cls;
+class SceneObj_cls;
+class wxFlexGridSizer;
 
 class PropertyKindPage_cls : public wxScrolledWindow {
 public:
@@ -29,5 +35,34 @@ public:
     // of the modifier kinds.
     static void RegisterPages();
 
+    // A control bound to one key of one of the page's lists; the target numbers the lists as
+    // the kind's page does.
+    class ItemCtrl_cls {
+    public:
+        int mTarget = 0;
+        wxString mStrKey;
+        wxWindow* mpCtrl = nullptr; // a wxChoice (index), wxCheckBox (0/1) or wxTextCtrl
+    };
+    std::vector<ItemCtrl_cls> mVCItem;
+    // The control of a key, null when the page has none.
+    wxWindow* FindItemCtrl(int target, const wxString& strKey) const;
+    // The list of the active object that the target edits; null without one.
+    virtual ConfListContainer_cls* GetPCList(int target) const = 0;
+    // The active object when it is of the page's kind; null otherwise.
+    virtual SceneObj_cls* GetPCKindObject() const = 0;
+    // Sets the key's body through its command, then shows the object again; false without the
+    // object or the list, an unknown key, or a number field whose text is no number (plain or
+    // arithmetic).
+    bool SetItem(int target, const wxString& strKey, const wxString& strBody);
+
     wxString mStrClassWord;
+
+protected:
+    // A row of the grid: a label and a text field, a choice (with choices) or a check box, whose
+    // changes go to SetItem. Returns the control.
+    wxWindow* AddItemRow(wxWindow* pPage, wxFlexGridSizer* pGrid, int target, const wxString& strKey,
+                         const wxString& strLabel, const wxArrayString& aStrChoices = wxArrayString(),
+                         bool bCheck = false);
+    // Fills every bound control from its item; a control whose item is missing is disabled.
+    void RefreshItems();
 };

@@ -142,49 +142,7 @@ std::vector<Attribute_cls*> PropertyParticle_cls::GetVPCStackEntries(int stack) 
     return v;
 }
 
-wxWindow* PropertyParticle_cls::FindItemCtrl(int target, const wxString& strKey) const {
-    for (const ItemCtrl_cls& item : mVCItem)
-        if (item.mTarget == target && item.mStrKey == strKey)
-            return item.mpCtrl;
-    return nullptr;
-}
-
 // ---- building ----------------------------------------------------------------------------------
-
-wxWindow* PropertyParticle_cls::AddItemRow(wxWindow* pPage, wxFlexGridSizer* pGrid, int target,
-                                           const wxString& strKey, const wxString& strLabel,
-                                           const wxArrayString& aStrChoices, bool bCheck) {
-    ItemCtrl_cls item;
-    item.mTarget = target;
-    item.mStrKey = strKey;
-    if (bCheck) {
-        auto* pCheck = new wxCheckBox(pPage, wxID_ANY, strLabel);
-        pCheck->Bind(wxEVT_CHECKBOX, [this, target, strKey](wxCommandEvent& event) {
-            SetItem(target, strKey, event.IsChecked() ? "1" : "0");
-        });
-        pGrid->AddSpacer(0);
-        pGrid->Add(pCheck, 0);
-        item.mpCtrl = pCheck;
-    } else {
-        pGrid->Add(new wxStaticText(pPage, wxID_ANY, strLabel), 0, wxALIGN_CENTER_VERTICAL);
-        if (!aStrChoices.empty()) {
-            wxChoice* pChoice = NewChoice(pPage, aStrChoices);
-            pChoice->Bind(wxEVT_CHOICE, [this, target, strKey](wxCommandEvent& event) {
-                SetItem(target, strKey, wxString::Format("%d", event.GetSelection()));
-            });
-            item.mpCtrl = pChoice;
-        } else {
-            wxTextCtrl* pText = NewText(pPage);
-            pText->Bind(wxEVT_TEXT_ENTER, [this, target, strKey, pText](wxCommandEvent&) {
-                SetItem(target, strKey, pText->GetValue());
-            });
-            item.mpCtrl = pText;
-        }
-        pGrid->Add(item.mpCtrl, 1, wxEXPAND);
-    }
-    mVCItem.push_back(item);
-    return item.mpCtrl;
-}
 
 void PropertyParticle_cls::BuildFilePage() {
     auto* pPage = new wxPanel(mpCBook);
@@ -466,24 +424,7 @@ void PropertyParticle_cls::RefreshFromObject() {
     Enable(p != nullptr);
     if (p && p->GetNumMaterial() > 0)
         mMaterialIndex = std::min(mMaterialIndex, p->GetNumMaterial() - 1);
-    for (const ItemCtrl_cls& item : mVCItem) {
-        ConfListContainer_cls* pList = GetPCList(item.mTarget);
-        ConfItem_cls* pItem = pList ? pList->GetPCItem(item.mStrKey) : nullptr;
-        item.mpCtrl->Enable(pItem != nullptr);
-        if (!pItem)
-            continue;
-        if (auto* pChoice = dynamic_cast<wxChoice*>(item.mpCtrl)) {
-            const long long v = pItem->GetBodyINT();
-            pChoice->SetSelection(v >= 0 && v < static_cast<long long>(pChoice->GetCount())
-                                      ? static_cast<int>(v)
-                                      : wxNOT_FOUND);
-        } else if (auto* pCheck = dynamic_cast<wxCheckBox*>(item.mpCtrl)) {
-            pCheck->SetValue(pItem->GetBodyBOOL());
-        } else if (auto* pText = dynamic_cast<wxTextCtrl*>(item.mpCtrl)) {
-            if (pText->GetValue() != pItem->GetBodySTR())
-                pText->ChangeValue(pItem->GetBodySTR());
-        }
-    }
+    RefreshItems();
     mpCPick->Enable(p != nullptr);
     if (p) {
         if (p->IsDataChanged())
@@ -618,32 +559,8 @@ void PropertyParticle_cls::RefreshStacks() {
 
 // ---- edits -----------------------------------------------------------------------------------
 
-bool PropertyParticle_cls::SetItem(int target, const wxString& strKey, const wxString& strBody) {
-    Particle_cls* p = GetPCParticle();
-    ConfListContainer_cls* pList = GetPCList(target);
-    ConfItem_cls* pItem = pList ? pList->GetPCItem(strKey) : nullptr;
-    if (!p || !pItem) {
-        RefreshFromObject();
-        return false;
-    }
-    wxString strNew = strBody;
-    if (pItem->mKind == CONF_INT || pItem->mKind == CONF_UINT || pItem->mKind == CONF_FLOAT) {
-        double value = 0.0;
-        if (!PropertyObject_cls::ParseNumber(strBody, value)) {
-            RefreshFromObject();
-            return false;
-        }
-        strNew = pItem->mKind == CONF_FLOAT ? wxString::FromCDouble(value)
-                                            : wxString::Format("%lld", static_cast<long long>(value));
-    } else if (pItem->mKind == CONF_BOOL) {
-        strNew = (strBody == "1" || strBody.IsSameAs("true", false)) ? "1" : "0";
-    }
-    if (strNew != pItem->GetBodySTR()) {
-        p->SyncConfListTag();
-        pItem->PushCommandPair(strNew);
-    }
-    RefreshFromObject();
-    return true;
+SceneObj_cls* PropertyParticle_cls::GetPCKindObject() const {
+    return GetPCParticle();
 }
 
 bool PropertyParticle_cls::SetPathFromPicked(const wxString& strFile) {

@@ -45,10 +45,9 @@ public:
     void RefreshFromObject() override;
     wxString GetStrLabel() const override;
 
+    SceneObj_cls* GetPCKindObject() const override;
+
     // ---- what the controls do ----
-    // Sets the key's body through its command; false without a particle object, an unknown key,
-    // or a number field whose text is no number (plain or arithmetic).
-    bool SetItem(int target, const wxString& strKey, const wxString& strBody);
     // Path= from a file chosen in the picker: as the pattern of its sequence.
     bool SetPathFromPicked(const wxString& strFile);
     bool ApplyPreset(int preset);
@@ -92,16 +91,7 @@ public:
     // The entries shown in a stack's list, in stack order. Not owned.
     std::vector<class Attribute_cls*> GetVPCStackEntries(int stack) const;
 
-    // A control bound to one key.
-    class ItemCtrl_cls {
-    public:
-        int mTarget = TARGET_OBJECT;
-        wxString mStrKey;
-        wxWindow* mpCtrl = nullptr; // a wxChoice (index), wxCheckBox (0/1) or wxTextCtrl
-    };
-    std::vector<ItemCtrl_cls> mVCItem;
-    // The control of a key, null when the page has none.
-    wxWindow* FindItemCtrl(int target, const wxString& strKey) const;
+    ConfListContainer_cls* GetPCList(int target) const override;
 
     wxNotebook* mpCBook = nullptr;
     wxTextCtrl* mpCPath = nullptr;
@@ -129,10 +119,6 @@ private:
     bool EditParticle(const std::function<bool(Particle_cls&)>& edit);
     // The same for the entry of a stack row, by its name; false for a row that is not there.
     bool EditStackEntry(int stack, int row, const std::function<void(Particle_cls&, const wxString&)>& edit);
-    ConfListContainer_cls* GetPCList(int target) const;
-    wxWindow* AddItemRow(wxWindow* pPage, class wxFlexGridSizer* pGrid, int target, const wxString& strKey,
-                         const wxString& strLabel, const wxArrayString& aStrChoices = wxArrayString(),
-                         bool bCheck = false);
     void BuildFilePage();
     void BuildFormatPage();
     void BuildDrawPage();

@@ -1,5 +1,6 @@
 #include "VolumeBox_cls.h"
 
+#include "ColorCurve_cls.h"
 #include "Material_cls.h"
 
 namespace {
@@ -7,7 +8,7 @@ const wxString kDraw = "VIEW3D";
 const wxString kSeq = "VIEW3D::PROPERTY_OBJECT::PROPERTY_INFO::TIMELINE";
 } // namespace
 
-VolumeBox_cls::VolumeBox_cls(ParentObj_cls* pParent) : DataViewerBase_cls(pParent, "VolumeBox_cls") {
+VolumeBox_cls::VolumeBox_cls(ParentObj_cls* pParent) : TwoSetViewer_cls(pParent, "VolumeBox_cls") {
     mDrawOrder = 0;
     Add(&mCSeqOffsetZ, "SeqOffsetZ=", "0", kSeq);
     Add(&mCQuality, "Quality=", "128", kDraw);
@@ -21,6 +22,7 @@ VolumeBox_cls::VolumeBox_cls(ParentObj_cls* pParent) : DataViewerBase_cls(pParen
     Add(&mCShaderFactor, "ShaderFactor=", "-1", kDraw);
     Add(&mCRepeatCC, "RepeatCC=", "0", kDraw);
     AddOwnAttribute(new Material_cls("Material", "VolumeBox_cls"));
+    AddBuiltInModifier(GetPNewColorCurve(this, "ColorCurve"));
 }
 
 int VolumeBox_cls::CheckFileSequence() {
@@ -29,12 +31,36 @@ int VolumeBox_cls::CheckFileSequence() {
     return CheckFileSequenceStack(mCSequence, static_cast<int>(mCSeqOffsetZ.GetBodyINT()));
 }
 
-bool VolumeBox_cls::PrefetchData() {
-    if (IsPathChanged())
-        CheckFileSequence();
-    return mCSequence.PrefetchData(GetPCSequenceRemap(), IsZStack());
+wxString VolumeBox_cls::GetStrProcCounterForProcess() const {
+    return mCPath.GetBodySTR() + "|" + mCZStack.GetBodySTR() + "|" + mCSeqOffsetZ.GetBodySTR() + "|" +
+           mCSeqOffset.GetBodySTR();
 }
 
-bool VolumeBox_cls::ReleaseMemoryData() {
-    return mCSequence.ReleaseMemoryData(GetPCSequenceRemap());
+VolumeSetting_cls VolumeBox_cls::GetSetting(double) {
+    VolumeSetting_cls s;
+    s.mStrProcCounter = GetStrProcCounterForProcess();
+    return s;
+}
+
+ColorCurve_cls* VolumeBox_cls::GetPCColorCurve() {
+    return static_cast<ColorCurve_cls*>(GetPCAttributeFromAttribName("ColorCurve_cls", 0));
+}
+
+void VolumeBox_cls::Reload() {
+    WaitPrepareNext();
+    mpCCurrent = std::make_unique<VolumeFoRender_cls>();
+    mpCNext = std::make_unique<VolumeFoRender_cls>();
+}
+
+VolumeSnap_cls* VolumeBox_cls::LoadSnapNow(int index) {
+    VolumeSnap_cls* pSnap = mCSequence.GenerateIfNot(index);
+    if (!pSnap)
+        return nullptr;
+    pSnap->WaitReadingThread(3);
+    mCSequence.PrepareSnap(pSnap, index, IsZStack());
+    pSnap->ReadHeader(IsZStack());
+    pSnap->ReadData();
+    pSnap->WaitReadingThread(3);
+    pSnap->MarkDraw();
+    return pSnap;
 }

@@ -1,24 +1,31 @@
-// The scene object that shows a volume sequence inside a box. It owns the sequence of volume
-// snaps; with ZStack= each step is a stack of images, one per Z slice, named by the dual rule.
+// The scene object that shows a volume sequence inside a box (the object's unit box, -0.5 to
+// 0.5 on each axis). It owns the sequence of volume snaps; with ZStack= each step is a stack of
+// images, one per Z slice, named by the dual rule. Two prepared sets: the shown one and the spare
+// one that a worker mixes for the next frame while playing (the hand-over of TwoSetViewer_cls).
+// The object carries one colour curve, through which the drawing colours the voxel values.
 // Main thread only.
 #pragma once
-#include "DataViewerBase_cls.h"
+#include "TwoSetViewer_cls.h"
+#include "VolumeFoRender_cls.h"
 #include "VolumeSequence_cls.h"
 
-class VolumeBox_cls : public DataViewerBase_cls {
+class ColorCurve_cls;
+
+class VolumeBox_cls
+    : public TwoSetViewer_cls<VolumeSequence_cls, VolumeSnap_cls, VolumeFoRender_cls, VolumeSetting_cls> {
 public:
     explicit VolumeBox_cls(ParentObj_cls* pParent);
 
     // Counts the steps of Path= (time steps of the stacks with ZStack=); returns the count.
-    int CheckFileSequence();
-    // Starts at most one read ahead of the current frame. True when a read started.
-    bool PrefetchData();
-    // Evicts at most one snap of the sequence. True when one went.
-    bool ReleaseMemoryData();
-    int GetTotalUsedMemoryMB() { return mCSequence.GetTotalUsedMemoryMB(); }
+    int CheckFileSequence() override;
     bool IsZStack() const { return mCZStack.GetBodyBOOL(); }
-
-    VolumeSequence_cls mCSequence;
+    // The text of everything that changes the prepared bytes besides the steps and the factor;
+    // a set made with the same text and step is reused, so a camera move uploads nothing.
+    wxString GetStrProcCounterForProcess() const;
+    // The object's first colour curve; null when it has none. Not owned.
+    ColorCurve_cls* GetPCColorCurve();
+    // Drops both prepared sets (a rescale or a reload): the next draw mixes again.
+    void Reload();
 
     ConfItemINT_cls mCSeqOffsetZ;
     ConfItemINT_cls mCQuality;
@@ -31,4 +38,10 @@ public:
     ConfItemINT_cls mCShaderQuality;
     ConfItemFLOAT_cls mCShaderFactor;
     ConfItemBOOL_cls mCRepeatCC;
+
+protected:
+    bool IsBlending() const override { return true; }
+    VolumeSetting_cls GetSetting(double) override;
+    VolumeSnap_cls* LoadSnapNow(int index) override;
+    bool PrefetchSequence() override { return mCSequence.PrefetchData(GetPCSequenceRemap(), IsZStack()); }
 };

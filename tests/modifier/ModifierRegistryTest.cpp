@@ -39,6 +39,8 @@ const struct {
     {"Tracking_cls", KindTable_cls::GROUP_MODIFIER, Layer::Modifier},
     {"ArrayCopy_cls", KindTable_cls::GROUP_MODIFIER, Layer::Modifier},
     {"TexSpaceMod_cls", KindTable_cls::GROUP_MODIFIER, Layer::Modifier},
+    {"VolumeCoord_cls", KindTable_cls::GROUP_MODIFIER, Layer::Modifier},
+    {"VolumeMask_cls", KindTable_cls::GROUP_MODIFIER, Layer::Modifier},
     {"ParticleDownsizing_cls", KindTable_cls::GROUP_DATA_PROC, Layer::Modifier},
     {"ParticleMerge_cls", KindTable_cls::GROUP_DATA_PROC, Layer::Modifier},
 };

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "EGLContext_cls.h"
+#include "GLObject_cls.h"
 #include "ShaderItem_cls.h"
 
 #include <gtest/gtest.h>
@@ -44,6 +45,10 @@ protected:
     // Writes the remembered frame to a PNG (8 bits, clamped) under the given name, in the folder
     // ORV_FRAME_DIR (the test log's, under ctest) or /tmp.
     void SaveFrame(const std::string& strName) const;
+    // A square buffer to draw into: float RGBA colour (nearest filters) and a 24-bit depth
+    // buffer; false when it is not complete.
+    static bool MakeTarget(int size, GLTexture_cls& color, GLRenderbuffer_cls& depth,
+                           GLFramebuffer_cls& framebuffer);
 
     static std::unique_ptr<EGLContext_cls> mspCContext;
     static std::string msStrSkip;
