@@ -46,10 +46,11 @@ public:
     std::vector<ItemCtrl_cls> mVCItem;
     // The control of a key, null when the page has none.
     wxWindow* FindItemCtrl(int target, const wxString& strKey) const;
-    // The list of the active object that the target edits; null without one.
-    virtual ConfListContainer_cls* GetPCList(int target) const = 0;
+    // The list of the active object that the target edits; null without one (and on pages that
+    // build their rows from field tables instead).
+    virtual ConfListContainer_cls* GetPCList(int) const { return nullptr; }
     // The active object when it is of the page's kind; null otherwise.
-    virtual SceneObj_cls* GetPCKindObject() const = 0;
+    virtual SceneObj_cls* GetPCKindObject() const { return nullptr; }
     // Sets the key's body through its command, then shows the object again; false without the
     // object or the list, an unknown key, or a number field whose text is no number (plain or
     // arithmetic).
