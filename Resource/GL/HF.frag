@@ -1,11 +1,10 @@
 #version 120
 // textureMode 0: colour curve of the height (textureCC); 1: the image (textureImage) modulated;
-// 2: the image alone.
+// 2: the image alone. The heights come lifted in the vertices: textureHeight and channel are
+// not read here (the channel picks the heights when the file is read).
 #define MAX_LIGHT_RECIEVE 7
 uniform int lightNumber;
 uniform int lightRecieve[MAX_LIGHT_RECIEVE];
-uniform sampler2D textureHeight;
-uniform int channel;
 uniform sampler2D textureImage;
 uniform sampler1D textureCC;
 uniform int textureMode;
@@ -14,15 +13,14 @@ uniform int dissolveMode;
 uniform int bFlat;
 varying vec3 vPosition;
 varying vec3 vNormal;
+varying float vCurve;
 //##FUNC_SPOT_EFFECT##
 //##FUNC_FOG_EFFECT##
 //##FUNC_NORMAL##
 //##FUNC_ENSEMBLE_DITHERING##
 void main() {
     vec3 n = SurfaceNormal(vNormal, vPosition, bFlat);
-    vec4 h = texture2D(textureHeight, gl_TexCoord[0].st);
-    float height = channel == 0 ? h.r : (channel == 1 ? h.g : (channel == 2 ? h.b : h.a));
-    vec4 c = texture1D(textureCC, height);
+    vec4 c = texture1D(textureCC, vCurve);
     if (textureMode != 0) {
         vec4 t = texture2D(textureImage, gl_TexCoord[0].st);
         c.rgb = textureMode == 2 ? t.rgb : c.rgb * t.rgb;

@@ -60,7 +60,9 @@ void StreamlineForRender_cls::AppendLine(const float* pXYZ, const float* pValue,
         if (runStart < 0)
             return;
         const int points = GetPointCount() - runStart;
-        if (points >= 2) {
+        // A line of one point stays (drawn as a point); a run of one point that the clip box
+        // cut off goes.
+        if (points >= 2 || !setting.mbClip) {
             mOffsets.push_back(GetPointCount());
         } else {
             mXYZ.resize(static_cast<size_t>(runStart) * 3);

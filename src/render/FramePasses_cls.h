@@ -23,6 +23,7 @@ class Hittest_cls;
 class GLDrawStatus_cls;
 class MeshDraw_cls;
 class ParticleDraw_cls;
+class GLKindResources_cls;
 class TextDraw_cls;
 class View3D_cls;
 
@@ -139,6 +140,7 @@ private:
     std::unique_ptr<MeshDraw_cls> mpCMeshDraw;
     std::unique_ptr<TextDraw_cls> mpCTextDraw;
     std::unique_ptr<ParticleDraw_cls> mpCParticleDraw;
+    std::unique_ptr<GLKindResources_cls> mpCKindResources;
     std::unique_ptr<FBO_cls> mpCFBOMain;
     std::unique_ptr<FBO_cls> mpCFBODepth;
     std::unique_ptr<FBO_cls> mpCFBOEye[2];

@@ -6,6 +6,8 @@
 #include "GLDrawTable_cls.h"
 #include "GLPerspective_cls.h"
 #include "GetPC_cls.h"
+#include "HeightFieldDraw_cls.h"
+#include "IsosurfaceDraw_cls.h"
 #include "LightSource_cls.h"
 #include "Material_cls.h"
 #include "MeshDraw_cls.h"
@@ -15,6 +17,7 @@
 #include "Particle_cls.h"
 #include "Primitive_cls.h"
 #include "ShaderCtrl_cls.h"
+#include "StreamlineDraw_cls.h"
 #include "TextDraw_cls.h"
 #include "TextObj_cls.h"
 #include "VBOBaseObject_cls.h"
@@ -138,6 +141,9 @@ void GLDrawKinds_cls::RegisterAll() {
     GLDrawTable_cls::Register("MeshObj_cls", {&GLDrawMesh, nullptr});
     GLDrawTable_cls::Register("TextObj_cls", {&GLDrawText, nullptr});
     GLDrawTable_cls::Register("Particle_cls", {&GLDrawParticle, nullptr});
+    StreamlineDraw_cls::Register();
+    HeightFieldDraw_cls::Register();
+    IsosurfaceDraw_cls::Register();
 }
 
 void GLDrawKinds_cls::SetGuideColor(int selectStatus, float r, float g, float b) {

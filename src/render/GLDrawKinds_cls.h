@@ -1,6 +1,7 @@
 // The draw entries of the object kinds the renderer knows now: primitives with their material,
 // lights (set up as fixed-pipeline lights and drawn as guides), cameras as guides, the world's
-// fog. Meshes and text objects draw nothing until their drawing exists. Main thread only.
+// fog, and the data kinds' drawers (stream lines, height fields, isosurfaces) with their per-view
+// resources. Main thread only.
 #pragma once
 
 class Camera_cls;

@@ -1,5 +1,6 @@
 #include "Streamline_cls.h"
 
+#include "ColorCurve_cls.h"
 #include "Material_cls.h"
 
 namespace {
@@ -14,7 +15,13 @@ Streamline_cls::Streamline_cls(ParentObj_cls* pParent) : TwoSetViewer_cls(pParen
     Add(&mCClipHigh, "ClipHigh=", "1 1 1", kDraw);
     Add(&mCValueType, "ValueType=", "0", kDraw);
     Add(&mCLineWidth, "LineWidth=", "1", kDraw);
+    Add(&mCDrawType, "DrawType=", "0", kDraw);
+    Add(&mCColorType, "ColorType=", "0", kDraw);
+    Add(&mCSmoothWidth, "SmoothWidth=", "0", kDraw);
+    Add(&mCThinningFactor, "ThinningFactor=", "1", kDraw);
+    Add(&mCMappingType, "MappingType=", "0", kDraw);
     AddOwnAttribute(new Material_cls("Material", "Streamline_cls"));
+    AddBuiltInModifier(GetPNewColorCurve(this, "ColorCurve"));
 }
 
 StreamlineSetting_cls Streamline_cls::GetSetting(double) {
