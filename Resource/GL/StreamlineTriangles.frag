@@ -19,6 +19,7 @@ in vec3 vEyePosition;
 in float vCurve;
 in float vLineID;
 in vec2 vRibbon;
+in float vAlpha;
 //##FUNC_FOG_EFFECT##
 //##FUNC_ENSEMBLE_DITHERING##
 void main() {
@@ -39,7 +40,7 @@ void main() {
         float d = length(gl_LightSource[0].position.xyz - vEyePosition * gl_LightSource[0].position.w);
         c.rgb *= 1.0 / (1.0 + gl_LightSource[0].linearAttenuation * d);
     }
-    float alpha = c.a * edge;
+    float alpha = c.a * edge * vAlpha;
     if (dissolveMode > 0) {
         //##APPLY_ENSEMBLE_DITHERING##
     }

@@ -1,5 +1,7 @@
 #include "HeightFieldForRender_cls.h"
 
+#include "DataSerial_cls.h"
+
 #include "HeightFieldSnap_cls.h"
 
 #include <cmath>
@@ -18,6 +20,7 @@ bool HeightFieldForRender_cls::PrepareData(const HeightFieldSnap_cls* pA, const 
     mLastStep = step;
     mLastInterp = static_cast<float>(t);
     ++mDataCounter;
+    mSerial = DataSerial_cls::Next();
     if (!pA || pA->mWidth < 1 || pA->mHeight < 1 || pA->mHeights.empty())
         return false;
     const int w = pA->mWidth;

@@ -44,4 +44,5 @@ public:
     int mLastStep = -1;
     float mLastInterp = -1.0f;
     int mDataCounter = 0;
+    long long mSerial = 0; // DataSerial_cls: new with each preparation
 };

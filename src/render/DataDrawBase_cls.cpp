@@ -37,10 +37,14 @@ GLuint DataDrawBase_cls::UpdateColorTable(const void* pOwner, SceneObj_cls& obj,
     float color[4];
     GetMaterialColor(obj, nt, color);
     wxString strNow;
-    if (pCurve)
+    if (pCurve) {
+        // The edit counter, and a few samples: a new curve may take an old one's place and count.
         strNow.Printf("curve %p:%s", static_cast<const void*>(pCurve),
                       pCurve->ParamGroup_cls::GetStrProcCounter());
-    else
+        for (double x : {0.0, 0.25, 0.5, 0.75, 1.0})
+            for (double v : pCurve->GetVInterpolatedValue(x, true, nullptr, false))
+                strNow << wxString::Format(" %.6g", v);
+    } else
         strNow.Printf("colour %.9g %.9g %.9g %.9g", color[0], color[1], color[2], color[3]);
     const GLuint found = GpCTextureProvider1D->Find(pOwner);
     if (found != 0 && strNow == strStamp)

@@ -64,7 +64,7 @@ void HeightFieldDraw_cls::Upload(Object_cls& o, const HeightFieldForRender_cls& 
     const double a = pCurve ? pCurve->GetRemapX(0.0, nt) : 0.0;
     const double b = pCurve ? pCurve->GetRemapX(1.0, nt) : 0.0;
     wxString strStamp;
-    strStamp.Printf("%p:%d:%.9g:%.9g", static_cast<const void*>(&set), set.mDataCounter, a, b);
+    strStamp.Printf("%lld:%.9g:%.9g", set.mSerial, a, b);
     if (o.mPosition && strStamp == o.mStrStamp)
         return;
     o.mStrStamp = strStamp;

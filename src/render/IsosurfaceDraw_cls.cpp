@@ -35,7 +35,7 @@ long long IsosurfaceDraw_cls::GetDrawnTriangleCount(const Isosurface_cls* p) con
 
 void IsosurfaceDraw_cls::Upload(Object_cls& o, const IsosurfaceForRender_cls& set) {
     wxString strStamp;
-    strStamp.Printf("%p:%d", static_cast<const void*>(&set), set.mDataCounter);
+    strStamp.Printf("%lld", set.mSerial);
     if (o.mBuffer && strStamp == o.mStrStamp)
         return;
     o.mStrStamp = strStamp;

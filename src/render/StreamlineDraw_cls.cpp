@@ -9,6 +9,7 @@
 #include "MeshDraw_cls.h"
 #include "ShaderCtrl_cls.h"
 #include "Streamline_cls.h"
+#include "Trimming_cls.h"
 
 #include <algorithm>
 #include <cmath>
@@ -49,8 +50,8 @@ void StreamlineDraw_cls::Upload(Object_cls& o, const StreamlineForRender_cls& se
     const double b = pCurve ? pCurve->GetRemapX(1.0, nt) : 0.0;
     const bool bRepeat = obj.mCMappingType.GetBodyINT() == 1;
     wxString strStamp;
-    strStamp.Printf("%p:%d:%p:%.9g:%.9g:%d", static_cast<const void*>(&set), set.mDataCounter,
-                    static_cast<const void*>(pCurve), a, b, bRepeat ? 1 : 0);
+    strStamp.Printf("%lld:%p:%.9g:%.9g:%d", set.mSerial, static_cast<const void*>(pCurve), a, b,
+                    bRepeat ? 1 : 0);
     if (o.mPosition && strStamp == o.mStrStamp)
         return;
     o.mStrStamp = strStamp;
@@ -60,8 +61,9 @@ void StreamlineDraw_cls::Upload(Object_cls& o, const StreamlineForRender_cls& se
     o.mVCount.clear();
     o.mVSingle.clear();
     // s: the colour-curve coordinate; t: the line's number; p: along the line (its share of the
-    // length, or the distance when the ribbon's texture repeats).
-    std::vector<float> vCoord(static_cast<size_t>(pointCount) * 3, 0.f);
+    // length, or the distance when the ribbon's texture repeats); q: the point's opacity.
+    std::vector<float> vCoord(static_cast<size_t>(pointCount) * 4, 0.f);
+    const bool bAlpha = set.mAlpha.size() == static_cast<size_t>(pointCount);
     const float* xyz = set.mXYZ.data();
     const bool bValue = set.mValue.size() == static_cast<size_t>(pointCount);
     for (int k = 0; k < lineCount; ++k) {
@@ -82,15 +84,16 @@ void StreamlineDraw_cls::Upload(Object_cls& o, const StreamlineForRender_cls& se
                                    double(p1[1] - p0[1]) * (p1[1] - p0[1]) +
                                    double(p1[2] - p0[2]) * (p1[2] - p0[2]));
             }
-            float* c = vCoord.data() + 3 * static_cast<size_t>(i);
+            float* c = vCoord.data() + 4 * static_cast<size_t>(i);
             c[0] =
                 pCurve && bValue ? static_cast<float>(a + (b - a) * set.mValue[static_cast<size_t>(i)]) : 0.f;
             c[1] = static_cast<float>(k);
             c[2] = static_cast<float>(along);
+            c[3] = bAlpha ? set.mAlpha[static_cast<size_t>(i)] : 1.f;
         }
         if (!bRepeat && along > 0.0)
             for (int i = first; i < end; ++i)
-                vCoord[3 * static_cast<size_t>(i) + 2] /= static_cast<float>(along);
+                vCoord[4 * static_cast<size_t>(i) + 2] /= static_cast<float>(along);
     }
     if (!o.mPosition)
         o.mPosition = GLBuffer_cls::Make();
@@ -100,10 +103,40 @@ void StreamlineDraw_cls::Upload(Object_cls& o, const StreamlineForRender_cls& se
     glBindBuffer(GL_ARRAY_BUFFER, o.mPosition.Get());
     glBufferData(GL_ARRAY_BUFFER, bytes, pointCount ? xyz : nullptr, GL_STATIC_DRAW);
     glBindBuffer(GL_ARRAY_BUFFER, o.mCoord.Get());
-    glBufferData(GL_ARRAY_BUFFER, bytes, pointCount ? vCoord.data() : nullptr, GL_STATIC_DRAW);
+    glBufferData(GL_ARRAY_BUFFER, bytes / 3 * 4, pointCount ? vCoord.data() : nullptr, GL_STATIC_DRAW);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
     o.mPointCount = pointCount;
     ++o.mUploadCount;
+}
+
+void StreamlineDraw_cls::SetClip(Streamline_cls& obj, double nt, StreamlineBasicParam_cls& params) {
+    // An active trimming modifier cuts exactly at its box (in the scene's space with Global=),
+    // fades the lines over SmoothWidth= inside it with Smooth=, and keeps 1 - "Thinning" of them.
+    if (auto* pTrim = static_cast<Trimming_cls*>(obj.GetPCValidModifier("Trimming_cls"))) {
+        double low[3] = {-1, -1, -1}, high[3] = {1, 1, 1};
+        pTrim->Execute(nt, low, high);
+        params.mUseClip = 1;
+        std::copy(low, low + 3, params.mClipBoxMin);
+        std::copy(high, high + 3, params.mClipBoxMax);
+        if (pTrim->mCGlobal.GetBodyBOOL()) {
+            double m[16];
+            obj.GetMatrix16(m, nt);
+            std::copy(m, m + 16, params.mMatrix16);
+        }
+        params.mSmoothWidth = pTrim->mCSmooth.GetBodyBOOL()
+                                  ? static_cast<float>(std::max(0.0, pTrim->mCSmoothWidth.GetBodyDOUBLE()))
+                                  : 0.f;
+        params.mThinningFactor = static_cast<float>(1.0 - std::clamp(pTrim->GetThinning(nt), 0.0, 1.0));
+        return;
+    }
+    // Else the object's own box, which the preparation cut at points, cuts exactly here too.
+    params.mUseClip = obj.mCClip.GetBodyBOOL() ? 1 : 0;
+    const std::vector<double> low = obj.mCClipLow.GetBodyFLOATARRAY();
+    const std::vector<double> high = obj.mCClipHigh.GetBodyFLOATARRAY();
+    for (size_t i = 0; i < 3; ++i) {
+        params.mClipBoxMin[i] = i < low.size() ? static_cast<float>(low[i]) : -1.f;
+        params.mClipBoxMax[i] = i < high.size() ? static_cast<float>(high[i]) : 1.f;
+    }
 }
 
 void StreamlineDraw_cls::GLDraw(Streamline_cls& obj, GLDrawStatus_cls& status) {
@@ -129,16 +162,7 @@ void StreamlineDraw_cls::GLDraw(Streamline_cls& obj, GLDrawStatus_cls& status) {
     params.mEnsembleStep = status.mEnsembleStep;
     params.mLightNumber = status.mLightNumber;
     params.mTextureMode = bCurve ? 1 : 0;
-    params.mUseClip = obj.mCClip.GetBodyBOOL() ? 1 : 0;
-    const std::vector<double> low = obj.mCClipLow.GetBodyFLOATARRAY();
-    const std::vector<double> high = obj.mCClipHigh.GetBodyFLOATARRAY();
-    for (size_t i = 0; i < 3; ++i) {
-        params.mClipBoxMin[i] = i < low.size() ? static_cast<float>(low[i]) : -1.f;
-        params.mClipBoxMax[i] = i < high.size() ? static_cast<float>(high[i]) : 1.f;
-    }
-    params.mSmoothWidth = static_cast<float>(std::max(0.0, obj.mCSmoothWidth.GetBodyDOUBLE()));
-    params.mThinningFactor =
-        static_cast<float>(std::min(1.0, std::max(0.0, obj.mCThinningFactor.GetBodyDOUBLE())));
+    SetClip(obj, nt, params);
     params.mLineWidth = width;
     params.mMappingType = obj.mCMappingType.GetBodyINT() == 1 ? 1 : 0;
     GLint viewport[4] = {0, 0, 1, 1};
@@ -175,7 +199,7 @@ void StreamlineDraw_cls::GLDraw(Streamline_cls& obj, GLDrawStatus_cls& status) {
     glClientActiveTexture(GL_TEXTURE0);
     glBindBuffer(GL_ARRAY_BUFFER, o.mCoord.Get());
     glEnableClientState(GL_TEXTURE_COORD_ARRAY);
-    glTexCoordPointer(3, GL_FLOAT, 0, nullptr);
+    glTexCoordPointer(4, GL_FLOAT, 0, nullptr);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
     glDisableClientState(GL_NORMAL_ARRAY);
     glDisableClientState(GL_COLOR_ARRAY);

@@ -3,8 +3,9 @@
 // the line as one texture coordinate), uploaded only when the prepared frame, the colour rule or
 // the curve's range changed. Lines are drawn as GL lines through "StreamlineBasic" or as ribbons
 // of "LineWidth=" pixels facing the camera through "StreamlineTriangles"; a line of one point is
-// a point of that size. The clip box, its soft edge ("SmoothWidth=") and the share of lines kept
-// ("ThinningFactor=") are applied per fragment. GL thread only.
+// a point of that size. The clip box (an active "Trimming_cls" modifier's, else the object's own),
+// the trimming's soft edge and its share of lines kept are applied per fragment; the opacity that
+// the data processes gave each point multiplies the colour's. GL thread only.
 #pragma once
 
 #include "DataDrawBase_cls.h"
@@ -15,6 +16,7 @@
 
 class GLDrawStatus_cls;
 class SceneObj_cls;
+class StreamlineBasicParam_cls;
 class StreamlineForRender_cls;
 class Streamline_cls;
 
@@ -47,6 +49,8 @@ private:
         wxString mStrTableStamp;
         int mUploadCount = 0;
     };
+    // The clip box, its soft edge and the share of lines kept.
+    static void SetClip(Streamline_cls& obj, double nt, StreamlineBasicParam_cls& params);
     // Fills the buffers from the prepared set.
     void Upload(Object_cls& o, const StreamlineForRender_cls& set, Streamline_cls& obj, double nt);
 

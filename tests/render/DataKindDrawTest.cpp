@@ -224,20 +224,23 @@ TEST_F(DataKindDrawTest, StreamLinesLandOnTheirPixelsAsLinesAndRibbons) {
         const char* name;
         int drawType;
         int width;
-        const char* clipHigh; // "" for no clip box
-        double thinning;
-        int lastX;     // the last pixel of row 20 drawn
-        int halfWidth; // rows 20 +- this are drawn, 20 +- (this + 2) are not
-        bool bPoint;   // the one-point line shows
+        const char* clipHigh; // the object's own box up to this corner; "" for none
+        double trimX;         // a trimming modifier's box up to this x; 0 for none
+        double thinning;      // its "Thinning"
+        bool bHideNegative;   // a data process hides the points of negative value
+        int firstX, lastX;    // the pixels of row 20 drawn
+        int halfWidth;        // rows 20 +- this are drawn, 20 +- (this + 2) are not
+        bool bPoint;          // the one-point line shows
     };
     const Case cases[] = {
-        {"lines", 0, 1, "", 1.0, 55, 0, true},
-        {"wide lines", 0, 5, "", 1.0, 55, 2, true},
-        {"ribbons", 1, 5, "", 1.0, 55, 2, true},
-        {"wide ribbons", 1, 9, "", 1.0, 55, 4, true},
-        {"clipped at x = 0", 0, 1, "0 100 100", 1.0, 31, 0, false},
-        {"clipped ribbons", 1, 5, "0 100 100", 1.0, 31, 2, false},
-        {"all thinned away", 0, 1, "", 0.0, -1, 0, false},
+        {"lines", 0, 1, "", 0, 0, false, 8, 55, 0, true},
+        {"wide lines", 0, 5, "", 0, 0, false, 8, 55, 2, true},
+        {"ribbons", 1, 5, "", 0, 0, false, 8, 55, 2, true},
+        {"wide ribbons", 1, 9, "", 0, 0, false, 8, 55, 4, true},
+        {"the object's clip box up to x = 0", 0, 1, "0 100 100", 0, 0, false, 8, 31, 0, false},
+        {"a trimming box up to x = 2, between two points", 1, 5, "", 2.0, 0, false, 8, 33, 2, false},
+        {"all thinned away", 0, 1, "", 100.0, 1.0, false, 99, -1, 0, false},
+        {"negative values hidden", 0, 1, "", 0, 0, true, 32, 55, 0, true},
     };
     ASSERT_TRUE(GpCShaderCtrl);
     for (const Case& c : cases) {
@@ -247,18 +250,30 @@ TEST_F(DataKindDrawTest, StreamLinesLandOnTheirPixelsAsLinesAndRibbons) {
         SetDiffuse(p, 0.2, 0.9, 0.3);
         Set(p->mCDrawType, wxString::Format("%d", c.drawType));
         Set(p->mCLineWidth, wxString::Format("%d", c.width));
-        Set(p->mCThinningFactor, wxString::Format("%g", c.thinning));
         if (*c.clipHigh) {
             Set(p->mCClip, "1");
             Set(p->mCClipLow, "-100 -100 -100");
             Set(p->mCClipHigh, c.clipHigh);
         }
+        if (c.trimX != 0) {
+            p->AddModifierCommand("Trimming_cls", "Trim");
+            auto* pTrim = p->GetPCAttribute("Trim", 1);
+            ASSERT_NE(pTrim, nullptr);
+            pTrim->GetPCParamGroup("X Min/Max")->SetInitValue(-100, c.trimX);
+            pTrim->GetPCParamGroup("Y Min/Max")->SetInitValue(-100, 100);
+            pTrim->GetPCParamGroup("Z Min/Max")->SetInitValue(-100, 100);
+            pTrim->GetPCParamGroup("Thinning")->SetInitValue(c.thinning);
+        }
+        if (c.bHideNegative) {
+            p->AddDataProcCommand("StreamSetAlpha_cls", "Hide");
+            ASSERT_NE(p->GetPCAttribute("Hide", 2), nullptr);
+        }
         Draw(p);
         EXPECT_TRUE(
             GpCShaderCtrl->GetPCItem(c.drawType ? "StreamlineTriangles" : "StreamlineBasic")->IsValid());
-        for (int x : {9, 20, 31, 40, 50, 54}) {
+        for (int x : {9, 20, 26, 34, 40, 50, 54}) {
             SCOPED_TRACE(x);
-            if (x <= c.lastX) {
+            if (x >= c.firstX && x <= c.lastX) {
                 EXPECT_TRUE(PixelNear(At(x, 20), 0.2f, 0.9f, 0.3f, 1.f, 0.03f));
                 EXPECT_FALSE(IsEmpty(At(x, 20 + c.halfWidth)));
                 EXPECT_FALSE(IsEmpty(At(x, 20 - c.halfWidth)));
@@ -267,6 +282,10 @@ TEST_F(DataKindDrawTest, StreamLinesLandOnTheirPixelsAsLinesAndRibbons) {
             }
             EXPECT_TRUE(IsEmpty(At(x, 22 + c.halfWidth)));
             EXPECT_TRUE(IsEmpty(At(x, 18 - c.halfWidth)));
+        }
+        if (c.lastX > 0 && c.lastX < 55) {
+            EXPECT_FALSE(IsEmpty(At(c.lastX, 20))) << "the last pixel inside the box";
+            EXPECT_TRUE(IsEmpty(At(c.lastX + 1, 20))) << "the first pixel outside";
         }
         EXPECT_TRUE(IsEmpty(At(4, 20))) << "before the line's start";
         EXPECT_TRUE(IsEmpty(At(59, 20))) << "after its end";
