@@ -126,19 +126,7 @@ ConfListContainer_cls* PropertyParticle_cls::GetPCList(int target) const {
 }
 
 std::vector<Attribute_cls*> PropertyParticle_cls::GetVPCStackEntries(int stack) const {
-    std::vector<Attribute_cls*> v;
-    Particle_cls* p = GetPCParticle();
-    if (!p)
-        return v;
-    if (stack == STACK_MODIFIER) {
-        int index = 0;
-        for (Attribute_cls* pAttr : p->mLPCModifier)
-            if (index++ >= p->GetIndexModifierInit() && !pAttr->IsAttributeSameAs("ColorCurve_cls"))
-                v.push_back(pAttr);
-    } else {
-        v.assign(p->mLPCDataProc.begin(), p->mLPCDataProc.end());
-    }
-    return v;
+    return PropertyKindPage_cls::GetVPCStackEntries(GetPCParticle(), stack);
 }
 
 wxWindow* PropertyParticle_cls::FindItemCtrl(int target, const wxString& strKey) const {
@@ -459,21 +447,7 @@ void PropertyParticle_cls::RefreshFromObject() {
         mMaterialIndex = std::min(mMaterialIndex, p->GetNumMaterial() - 1);
     for (const ItemCtrl_cls& item : mVCItem) {
         ConfListContainer_cls* pList = GetPCList(item.mTarget);
-        ConfItem_cls* pItem = pList ? pList->GetPCItem(item.mStrKey) : nullptr;
-        item.mpCtrl->Enable(pItem != nullptr);
-        if (!pItem)
-            continue;
-        if (auto* pChoice = dynamic_cast<wxChoice*>(item.mpCtrl)) {
-            const long long v = pItem->GetBodyINT();
-            pChoice->SetSelection(v >= 0 && v < static_cast<long long>(pChoice->GetCount())
-                                      ? static_cast<int>(v)
-                                      : wxNOT_FOUND);
-        } else if (auto* pCheck = dynamic_cast<wxCheckBox*>(item.mpCtrl)) {
-            pCheck->SetValue(pItem->GetBodyBOOL());
-        } else if (auto* pText = dynamic_cast<wxTextCtrl*>(item.mpCtrl)) {
-            if (pText->GetValue() != pItem->GetBodySTR())
-                pText->ChangeValue(pItem->GetBodySTR());
-        }
+        ShowItem(pList ? pList->GetPCItem(item.mStrKey) : nullptr, item.mpCtrl);
     }
     mpCPick->Enable(p != nullptr);
     if (p) {
@@ -578,18 +552,7 @@ void PropertyParticle_cls::RefreshStacks() {
         // The kinds of the stack that fit a particle object: the kind's maker says so. Asked once
         // for the page: the answer depends on the kind of object only.
         if (p && mpCStackKind[stack]->IsEmpty()) {
-            wxArrayString aStrKind;
-            wxLogNull noLog;
-            const auto group =
-                stack == STACK_MODIFIER ? KindTable_cls::GROUP_MODIFIER : KindTable_cls::GROUP_DATA_PROC;
-            for (const wxString& strClass : KindTable_cls::GetClassWords(group)) {
-                const KindTable_cls::Entry_cls* pKind = KindTable_cls::Find(strClass, group);
-                if (!pKind || !pKind->mFuncMakeAttribute)
-                    continue;
-                std::unique_ptr<Attribute_cls> pProbe(pKind->mFuncMakeAttribute(p, "Probe"));
-                if (pProbe)
-                    aStrKind.Add(strClass);
-            }
+            const wxArrayString aStrKind = GetAStrStackKinds(p, stack);
             mpCStackKind[stack]->Set(aStrKind);
             mpCStackKind[stack]->SetSelection(aStrKind.empty() ? wxNOT_FOUND : 0);
         }
@@ -602,28 +565,9 @@ bool PropertyParticle_cls::SetItem(int target, const wxString& strKey, const wxS
     Particle_cls* p = GetPCParticle();
     ConfListContainer_cls* pList = GetPCList(target);
     ConfItem_cls* pItem = pList ? pList->GetPCItem(strKey) : nullptr;
-    if (!p || !pItem) {
-        RefreshFromObject();
-        return false;
-    }
-    wxString strNew = strBody;
-    if (pItem->mKind == CONF_INT || pItem->mKind == CONF_UINT || pItem->mKind == CONF_FLOAT) {
-        double value = 0.0;
-        if (!PropertyObject_cls::ParseNumber(strBody, value)) {
-            RefreshFromObject();
-            return false;
-        }
-        strNew = pItem->mKind == CONF_FLOAT ? wxString::FromCDouble(value)
-                                            : wxString::Format("%lld", static_cast<long long>(value));
-    } else if (pItem->mKind == CONF_BOOL) {
-        strNew = (strBody == "1" || strBody.IsSameAs("true", false)) ? "1" : "0";
-    }
-    if (strNew != pItem->GetBodySTR()) {
-        p->SyncConfListTag();
-        pItem->PushCommandPair(strNew);
-    }
+    const bool bOK = PushItemBody(p, pItem, strBody);
     RefreshFromObject();
-    return true;
+    return bOK;
 }
 
 bool PropertyParticle_cls::SetPathFromPicked(const wxString& strFile) {
