@@ -5,6 +5,7 @@
 #pragma once
 
 #include "EGLContext_cls.h"
+#include "GLObject_cls.h"
 #include "Main_cls.h"
 #include "ServiceRegistry.h"
 #include "ShaderItem_cls.h"
@@ -15,6 +16,7 @@
 #include <wx/log.h>
 
 #include <memory>
+#include <utility>
 
 template <ServiceLayer_enum Top = ServiceLayer_enum::Render> class GLBenchProcess_cls {
 public:
@@ -48,6 +50,20 @@ public:
 private:
     bool mbValid = false;
 };
+
+// A program of the two sources, for the floors the benchmarks compare against. GL thread.
+inline GLProgram_cls MakeBenchProgram(const char* strVert, const char* strFrag) {
+    GLProgram_cls program = GLProgram_cls::Make();
+    for (const auto& [stage, strText] : {std::pair<GLenum, const char*>{GL_VERTEX_SHADER, strVert},
+                                         std::pair<GLenum, const char*>{GL_FRAGMENT_SHADER, strFrag}}) {
+        GLShader_cls shader = GLShader_cls::Make(stage);
+        glShaderSource(shader.Get(), 1, &strText, nullptr);
+        glCompileShader(shader.Get());
+        glAttachShader(program.Get(), shader.Get());
+    }
+    glLinkProgram(program.Get());
+    return program;
+}
 
 // Whether the run's stage stands; otherwise the benchmark is marked skipped with the reason.
 template <class Stage> bool IsStageReady(benchmark::State& state, const Stage* pStage) {

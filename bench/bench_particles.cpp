@@ -51,13 +51,6 @@ const char* const kFloorVert = "#version 130\n"
 const char* const kFloorFrag = "#version 130\n"
                                "void main() { gl_FragColor = vec4(1.0); }\n";
 
-GLShader_cls Compile(GLenum stage, const char* strText) {
-    GLShader_cls shader = GLShader_cls::Make(stage);
-    glShaderSource(shader.Get(), 1, &strText, nullptr);
-    glCompileShader(shader.Get());
-    return shader;
-}
-
 // The process up to the renderer, a context, a buffer of 1024 squared and one particle object
 // of a million particles read from a binary file.
 class Stage_cls {
@@ -107,14 +100,7 @@ public:
         mpParticle->mCAlphaCrit.SetBodyFromData(wxString("0"));
         mpParticle->mCPointSizeFactor.SetBodyFromData(wxString::Format("%g", kPixels));
     }
-    void MakeFloor() {
-        mFloorProgram = GLProgram_cls::Make();
-        GLShader_cls vert = Compile(GL_VERTEX_SHADER, kFloorVert);
-        GLShader_cls frag = Compile(GL_FRAGMENT_SHADER, kFloorFrag);
-        glAttachShader(mFloorProgram.Get(), vert.Get());
-        glAttachShader(mFloorProgram.Get(), frag.Get());
-        glLinkProgram(mFloorProgram.Get());
-    }
+    void MakeFloor() { mFloorProgram = MakeBenchProgram(kFloorVert, kFloorFrag); }
     MaterialParticle_cls* Material() { return mpParticle->GetPCMaterialParticle(0); }
     // base: 0 point, 1 billboard, 2 sphere; shader: the shader key of that base type.
     void SetType(int base, int shader) {

@@ -5,10 +5,10 @@
 #include "FBO_cls.h"
 #include "GLBenchProcess_cls.h"
 #include "GLDrawStatus_cls.h"
+#include "GLDrawTable_cls.h"
 #include "GLKindResources_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "ShaderCtrl_cls.h"
-#include "StreamlineDraw_cls.h"
 #include "Streamline_cls.h"
 #include "TimeCtrl_cls.h"
 
@@ -32,13 +32,6 @@ const char* const kFloorVert = "#version 130\n"
 const char* const kFloorFrag = "#version 130\n"
                                "void main() { gl_FragColor = vec4(1.0); }\n";
 
-GLShader_cls Compile(GLenum stage, const char* strText) {
-    GLShader_cls shader = GLShader_cls::Make(stage);
-    glShaderSource(shader.Get(), 1, &strText, nullptr);
-    glCompileShader(shader.Get());
-    return shader;
-}
-
 class Stage_cls {
 public:
     Stage_cls() {
@@ -49,13 +42,8 @@ public:
         mpTarget->MakeFBO(true, false);
         mpResources = std::make_unique<GLKindResources_cls>();
         MakeLines();
-        mFloorProgram = GLProgram_cls::Make();
-        GLShader_cls vert = Compile(GL_VERTEX_SHADER, kFloorVert);
-        GLShader_cls frag = Compile(GL_FRAGMENT_SHADER, kFloorFrag);
-        glAttachShader(mFloorProgram.Get(), vert.Get());
-        glAttachShader(mFloorProgram.Get(), frag.Get());
-        glLinkProgram(mFloorProgram.Get());
-        mbValid = mpLines != nullptr;
+        mFloorProgram = MakeBenchProgram(kFloorVert, kFloorFrag);
+        mbValid = mpLines != nullptr && mpEntry != nullptr;
     }
     ~Stage_cls() {
         mpResources.reset();
@@ -83,6 +71,7 @@ public:
             GpCSceneObjCtrl->GetPCFromName(GpCSceneObjCtrl->AppendSceneObjCommand("Streamline", "Lines")));
         if (mpLines)
             mpLines->mCPath.SetBodyFromData(strPath);
+        mpEntry = GLDrawTable_cls::GetPCEntry("Streamline_cls");
     }
     void Begin() {
         mpTarget->Begin(true, false);
@@ -104,7 +93,7 @@ public:
         Begin();
         GLDrawStatus_cls status;
         status.mpCKindResources = mpResources.get();
-        StreamlineDraw_cls::GLDrawEntry(mpLines, status);
+        mpEntry->mFuncGLDraw(mpLines, status);
         End();
     }
     // The floor: the same strips from one buffer through a program that only writes white.
@@ -140,6 +129,7 @@ public:
     std::unique_ptr<FBO_cls> mpTarget;
     std::unique_ptr<GLKindResources_cls> mpResources;
     Streamline_cls* mpLines = nullptr;
+    const GLDrawTable_cls::Entry_cls* mpEntry = nullptr; // the kind table's draw entry
     GLProgram_cls mFloorProgram;
     GLBuffer_cls mFloorBuffer;
     std::vector<GLint> mVFirst;

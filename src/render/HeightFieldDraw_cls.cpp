@@ -4,7 +4,7 @@
 #include "GLCheckError_cls.h"
 #include "GLDrawKinds_cls.h"
 #include "GLDrawStatus_cls.h"
-#include "GLDrawTable_cls.h"
+#include "GLKindDraw.h"
 #include "HeightField_cls.h"
 #include "Material_cls.h"
 #include "MeshDraw_cls.h"
@@ -14,15 +14,7 @@
 #include <vector>
 
 void HeightFieldDraw_cls::Register() {
-    GLDrawTable_cls::Register("HeightField_cls", {&GLDrawEntry, nullptr});
-    GLKindResource_cls::Register("HeightField_cls", [] { return std::make_unique<HeightFieldDraw_cls>(); });
-}
-
-void HeightFieldDraw_cls::GLDrawEntry(SceneObj_cls* pObj, GLDrawStatus_cls& status) {
-    if (!status.mpCKindResources)
-        return;
-    if (auto* p = status.mpCKindResources->GetPC<HeightFieldDraw_cls>("HeightField_cls"))
-        p->GLDraw(*static_cast<HeightField_cls*>(pObj), status);
+    RegisterGLKindDraw<HeightFieldDraw_cls, HeightField_cls>("HeightField_cls");
 }
 
 bool HeightFieldDraw_cls::GetTriangles(const HeightField_cls& obj, Triangles_cls& out) {
@@ -71,14 +63,16 @@ void HeightFieldDraw_cls::Upload(Object_cls& o, const HeightFieldForRender_cls& 
     const int w = set.mWidth, h = set.mHeight;
     const size_t n = static_cast<size_t>(w) * h;
     // The curve reads the height itself, not the lifted z: a flat map is coloured too.
-    std::vector<float> vCoord(n * 3);
+    std::vector<float> vCoord(n * 4), vCurve(n);
     for (int y = 0; y < h; ++y)
         for (int x = 0; x < w; ++x) {
             const size_t i = static_cast<size_t>(y) * w + x;
             const double height = i < set.mHeightValue.size() ? set.mHeightValue[i] : 0.0;
-            vCoord[3 * i] = w > 1 ? static_cast<float>(x) / (w - 1) : 0.f;
-            vCoord[3 * i + 1] = h > 1 ? static_cast<float>(y) / (h - 1) : 0.f;
-            vCoord[3 * i + 2] = static_cast<float>(a + (b - a) * height);
+            vCoord[4 * i] = w > 1 ? static_cast<float>(x) / (w - 1) : 0.f;
+            vCoord[4 * i + 1] = h > 1 ? static_cast<float>(y) / (h - 1) : 0.f;
+            vCoord[4 * i + 2] = (x + 0.5f) / w;
+            vCoord[4 * i + 3] = (y + 0.5f) / h;
+            vCurve[i] = static_cast<float>(a + (b - a) * height);
         }
     auto upload = [](GLBuffer_cls& buffer, GLenum target, const void* pData, size_t bytes) {
         if (!buffer)
@@ -91,6 +85,15 @@ void HeightFieldDraw_cls::Upload(Object_cls& o, const HeightFieldForRender_cls& 
     upload(o.mNormal, GL_ARRAY_BUFFER, set.mNormal.data(), set.mNormal.size() * sizeof(float));
     upload(o.mCoord, GL_ARRAY_BUFFER, vCoord.data(), vCoord.size() * sizeof(float));
     upload(o.mElement, GL_ELEMENT_ARRAY_BUFFER, set.mIndex.data(), set.mIndex.size() * sizeof(unsigned int));
+    if (!o.mHeight)
+        o.mHeight = GLTexture_cls::Make();
+    glBindTexture(GL_TEXTURE_2D, o.mHeight.Get());
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_R32F, w, h, 0, GL_RED, GL_FLOAT, vCurve.data());
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+    glBindTexture(GL_TEXTURE_2D, 0);
     o.mIndexCount = static_cast<int>(set.mIndex.size());
     ++o.mUploadCount;
 }
@@ -118,8 +121,7 @@ void HeightFieldDraw_cls::GLDraw(HeightField_cls& obj, GLDrawStatus_cls& status)
     params.mbFlat = pMaterial ? GLDrawKinds_cls::SetMaterial(pMaterial, nt) : 0;
     glEnable(GL_LIGHTING);
     glEnable(GL_DEPTH_TEST);
-    // Units: the image on 1, the colour table on 2 (unit 0 is the height's in the program's
-    // table; the heights come lifted already).
+    // Units: the heights on 0, the image on 1, the colour table on 2.
     GLuint image = 0;
     if (pMaterial && pMaterial->IsTextureUsed() && status.mpCMeshDraw && !status.mbHitTest)
         image = status.mpCMeshDraw->GetMaterialTexture(pMaterial->mCTextureFile.GetBodySTR());
@@ -132,6 +134,7 @@ void HeightFieldDraw_cls::GLDraw(HeightField_cls& obj, GLDrawStatus_cls& status)
     glActiveTexture(GL_TEXTURE2);
     glBindTexture(GL_TEXTURE_1D, table);
     glActiveTexture(GL_TEXTURE0);
+    glBindTexture(GL_TEXTURE_2D, o.mHeight.Get());
 
     glBindBuffer(GL_ARRAY_BUFFER, o.mPosition.Get());
     glEnableClientState(GL_VERTEX_ARRAY);
@@ -142,10 +145,10 @@ void HeightFieldDraw_cls::GLDraw(HeightField_cls& obj, GLDrawStatus_cls& status)
     glBindBuffer(GL_ARRAY_BUFFER, o.mCoord.Get());
     glClientActiveTexture(GL_TEXTURE0);
     glEnableClientState(GL_TEXTURE_COORD_ARRAY);
-    glTexCoordPointer(2, GL_FLOAT, 3 * sizeof(float), nullptr);
+    glTexCoordPointer(2, GL_FLOAT, 4 * sizeof(float), nullptr);
     glClientActiveTexture(GL_TEXTURE1);
     glEnableClientState(GL_TEXTURE_COORD_ARRAY);
-    glTexCoordPointer(1, GL_FLOAT, 3 * sizeof(float), reinterpret_cast<const void*>(2 * sizeof(float)));
+    glTexCoordPointer(2, GL_FLOAT, 4 * sizeof(float), reinterpret_cast<const void*>(2 * sizeof(float)));
     glClientActiveTexture(GL_TEXTURE0);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
     glDisableClientState(GL_COLOR_ARRAY);
@@ -163,6 +166,7 @@ void HeightFieldDraw_cls::GLDraw(HeightField_cls& obj, GLDrawStatus_cls& status)
     glActiveTexture(GL_TEXTURE1);
     glBindTexture(GL_TEXTURE_2D, 0);
     glActiveTexture(GL_TEXTURE0);
+    glBindTexture(GL_TEXTURE_2D, 0);
     glPopClientAttrib();
     glPopAttrib();
     GLCheckError_cls::CheckGLError("HeightFieldDraw::GLDraw");

@@ -1,10 +1,10 @@
 // The drawing of height-field objects, one per view: each object's prepared grid goes to vertex
 // buffers (positions already lifted by the heights, normals, the grid coordinate 0 .. 1 for the
-// material's image and the colour-curve coordinate of the height) and an element buffer of its
-// triangles, uploaded only when the prepared frame or the curve's range changed, and drawn lit
-// through "HF": colour from the colour curve or the material's colour, the material's image
-// modulating or replacing it, smooth or flat shading by the material's "Smooth".
-// GL thread only.
+// material's image and the texel of the vertex), an element buffer of its triangles and a float
+// texture of the heights as colour-curve coordinates ("textureHeight", channel red), uploaded only when the
+// prepared frame or the curve's range changed, and drawn lit through "HF": colour from the colour curve or
+// the material's colour, the material's image modulating or replacing it, smooth or flat shading by the
+// material's "Smooth". GL thread only.
 #pragma once
 
 #include "DataDrawBase_cls.h"
@@ -31,8 +31,8 @@ public:
         int mNumIndex = 0;
     };
 
+    // Puts the draw entry and the maker of this holder into the kind table.
     static void Register();
-    static void GLDrawEntry(SceneObj_cls* pObj, GLDrawStatus_cls& status);
     // Main thread, after the object's frame was prepared (its draw). False when it has none.
     static bool GetTriangles(const HeightField_cls& obj, Triangles_cls& out);
 
@@ -49,7 +49,8 @@ private:
     public:
         GLBuffer_cls mPosition;
         GLBuffer_cls mNormal;
-        GLBuffer_cls mCoord; // grid coordinate (2) and colour-curve coordinate (1)
+        GLBuffer_cls mCoord;   // the place on the grid (2), the vertex's texel centre (2)
+        GLTexture_cls mHeight; // a texel per vertex: the colour-curve coordinate of its height
         GLBuffer_cls mElement;
         int mIndexCount = 0;
         wxString mStrStamp;

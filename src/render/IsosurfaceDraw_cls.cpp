@@ -3,7 +3,7 @@
 #include "GLCheckError_cls.h"
 #include "GLDrawKinds_cls.h"
 #include "GLDrawStatus_cls.h"
-#include "GLDrawTable_cls.h"
+#include "GLKindDraw.h"
 #include "Isosurface_cls.h"
 #include "Material_cls.h"
 #include "ShaderCtrl_cls.h"
@@ -12,15 +12,7 @@
 #include <vector>
 
 void IsosurfaceDraw_cls::Register() {
-    GLDrawTable_cls::Register("Isosurface_cls", {&GLDrawEntry, nullptr});
-    GLKindResource_cls::Register("Isosurface_cls", [] { return std::make_unique<IsosurfaceDraw_cls>(); });
-}
-
-void IsosurfaceDraw_cls::GLDrawEntry(SceneObj_cls* pObj, GLDrawStatus_cls& status) {
-    if (!status.mpCKindResources)
-        return;
-    if (auto* p = status.mpCKindResources->GetPC<IsosurfaceDraw_cls>("Isosurface_cls"))
-        p->GLDraw(*static_cast<Isosurface_cls*>(pObj), status);
+    RegisterGLKindDraw<IsosurfaceDraw_cls, Isosurface_cls>("Isosurface_cls");
 }
 
 int IsosurfaceDraw_cls::GetUploadCount(const Isosurface_cls* p) const {

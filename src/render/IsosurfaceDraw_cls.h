@@ -17,8 +17,8 @@ class SceneObj_cls;
 
 class IsosurfaceDraw_cls : public GLKindResource_cls {
 public:
+    // Puts the draw entry and the maker of this holder into the kind table.
     static void Register();
-    static void GLDrawEntry(SceneObj_cls* pObj, GLDrawStatus_cls& status);
 
     // Prepares the object's surface (the marching cubes run again on the worker threads when the
     // step or the iso value changed) and draws it; nothing when there is no surface.

@@ -4,7 +4,7 @@
 #include "ColorCurve_cls.h"
 #include "GLCheckError_cls.h"
 #include "GLDrawStatus_cls.h"
-#include "GLDrawTable_cls.h"
+#include "GLKindDraw.h"
 #include "Material_cls.h"
 #include "MeshDraw_cls.h"
 #include "ShaderCtrl_cls.h"
@@ -16,15 +16,7 @@
 #include <memory>
 
 void StreamlineDraw_cls::Register() {
-    GLDrawTable_cls::Register("Streamline_cls", {&GLDrawEntry, nullptr});
-    GLKindResource_cls::Register("Streamline_cls", [] { return std::make_unique<StreamlineDraw_cls>(); });
-}
-
-void StreamlineDraw_cls::GLDrawEntry(SceneObj_cls* pObj, GLDrawStatus_cls& status) {
-    if (!status.mpCKindResources)
-        return;
-    if (auto* p = status.mpCKindResources->GetPC<StreamlineDraw_cls>("Streamline_cls"))
-        p->GLDraw(*static_cast<Streamline_cls*>(pObj), status);
+    RegisterGLKindDraw<StreamlineDraw_cls, Streamline_cls>("Streamline_cls");
 }
 
 StreamlineDraw_cls::~StreamlineDraw_cls() {

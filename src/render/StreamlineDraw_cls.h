@@ -24,8 +24,6 @@ class StreamlineDraw_cls : public DataDrawBase_cls {
 public:
     // Puts the draw entry and the maker of this holder into the kind table.
     static void Register();
-    // The draw entry: finds the view's holder through the status.
-    static void GLDrawEntry(SceneObj_cls* pObj, GLDrawStatus_cls& status);
 
     ~StreamlineDraw_cls() override;
     // Prepares the object's frame and draws it with its matrix on the model-view. Nothing is

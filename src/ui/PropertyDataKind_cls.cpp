@@ -28,6 +28,7 @@
 #include <wx/textctrl.h>
 
 #include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -462,30 +463,34 @@ bool PropertyDataKind_cls::AddStackEntry(int stack, const wxString& strClass) {
     return after > before;
 }
 
-bool PropertyDataKind_cls::DeleteStackEntry(int stack, int row) {
+bool PropertyDataKind_cls::EditStackRow(int stack, int row,
+                                        const std::function<void(SceneObj_cls&, const wxString&)>& edit) {
     SceneObj_cls* p = GetPCObject();
     const std::vector<Attribute_cls*> v = GetVPCStackEntries(p, stack);
     if (row < 0 || row >= static_cast<int>(v.size()))
         return false;
     p->SyncConfListTag();
-    const wxString strName = v[static_cast<size_t>(row)]->GetStrName();
-    stack == 0 ? p->DeleteModifierCommand(strName) : p->DeleteDataProcCommand(strName);
-    mEntryRow = -1;
+    edit(*p, v[static_cast<size_t>(row)]->GetStrName());
     RefreshFromObject();
     return true;
 }
 
+bool PropertyDataKind_cls::DeleteStackEntry(int stack, int row) {
+    const int shown = mEntryRow;
+    mEntryRow = -1;
+    const bool bOK = EditStackRow(stack, row, [stack](SceneObj_cls& o, const wxString& strName) {
+        stack == 0 ? o.DeleteModifierCommand(strName) : o.DeleteDataProcCommand(strName);
+    });
+    if (!bOK)
+        mEntryRow = shown;
+    return bOK;
+}
+
 bool PropertyDataKind_cls::SetStackValidity(int stack, int row, bool bValid) {
-    SceneObj_cls* p = GetPCObject();
-    const std::vector<Attribute_cls*> v = GetVPCStackEntries(p, stack);
-    if (row < 0 || row >= static_cast<int>(v.size()))
-        return false;
-    p->SyncConfListTag();
-    const wxString strName = v[static_cast<size_t>(row)]->GetStrName();
-    stack == 0 ? p->SetModifierValidityCommand(strName, bValid)
-               : p->SetDataProcValidityCommand(strName, bValid);
-    RefreshFromObject();
-    return true;
+    return EditStackRow(stack, row, [stack, bValid](SceneObj_cls& o, const wxString& strName) {
+        stack == 0 ? o.SetModifierValidityCommand(strName, bValid)
+                   : o.SetDataProcValidityCommand(strName, bValid);
+    });
 }
 
 void PropertyDataKind_cls::SelectStackEntry(int stack, int row) {

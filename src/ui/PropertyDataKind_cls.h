@@ -14,6 +14,7 @@
 
 #include <wx/arrstr.h>
 
+#include <functional>
 #include <vector>
 
 class Attribute_cls;
@@ -102,6 +103,9 @@ private:
         wxWindow* mpCtrl = nullptr;
     };
     ConfListContainer_cls* GetPCList(int target) const;
+    // Runs the edit on the active object with the name of the stack row's entry; false for a row
+    // that is not there.
+    bool EditStackRow(int stack, int row, const std::function<void(SceneObj_cls&, const wxString&)>& edit);
     wxWindow* AddRow(wxWindow* pPage, wxFlexGridSizer* pGrid, const Row_cls& row);
     wxPanel* NewPage(const std::vector<Row_cls>& vRow, const wxString& strLabel, wxFlexGridSizer*& pGrid);
     void BuildStackPage();

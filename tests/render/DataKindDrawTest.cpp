@@ -64,29 +64,12 @@ protected:
         mpMain->CreateSingleton();
         SetFrame(1, 0);
         mpResources = std::make_unique<GLKindResources_cls>();
-        mColor = GLTexture_cls::Make();
-        glBindTexture(GL_TEXTURE_2D, mColor.Get());
-        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA32F, kSize, kSize, 0, GL_RGBA, GL_FLOAT, nullptr);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-        glBindTexture(GL_TEXTURE_2D, 0);
-        mDepth = GLRenderbuffer_cls::Make();
-        glBindRenderbuffer(GL_RENDERBUFFER, mDepth.Get());
-        glRenderbufferStorage(GL_RENDERBUFFER, GL_DEPTH_COMPONENT24, kSize, kSize);
-        mFramebuffer = GLFramebuffer_cls::Make();
-        glBindFramebuffer(GL_FRAMEBUFFER, mFramebuffer.Get());
-        glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, mColor.Get(), 0);
-        glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_DEPTH_ATTACHMENT, GL_RENDERBUFFER, mDepth.Get());
-        ASSERT_EQ(glCheckFramebufferStatus(GL_FRAMEBUFFER), static_cast<GLenum>(GL_FRAMEBUFFER_COMPLETE));
-        glBindFramebuffer(GL_FRAMEBUFFER, 0);
+        ASSERT_TRUE(MakeTarget(kSize));
     }
     void TearDown() override {
         if (getenv("ORV_SAVE_FRAMES") && !mVFrame.empty())
             SaveFrame(std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + ".png");
         mpResources.reset();
-        mFramebuffer.Reset();
-        mDepth.Reset();
-        mColor.Reset();
         mpMain.reset();
         mpResourceDir.reset();
         RenderFixture::TearDown();
@@ -146,19 +129,7 @@ protected:
     }
     // A df3 cube of n voxels a side: 128 + 8 (radius - distance from the centre), clamped.
     wxString WriteBall(const wxString& strName, int n, double radius) {
-        std::string s;
-        for (int k = 0; k < 3; ++k) {
-            s.push_back(static_cast<char>((n >> 8) & 0xff));
-            s.push_back(static_cast<char>(n & 0xff));
-        }
-        const double c = 0.5 * (n - 1);
-        for (int z = 0; z < n; ++z)
-            for (int y = 0; y < n; ++y)
-                for (int x = 0; x < n; ++x) {
-                    const double r = std::sqrt((x - c) * (x - c) + (y - c) * (y - c) + (z - c) * (z - c));
-                    s.push_back(
-                        static_cast<char>(std::lround(std::clamp(128.0 + 8.0 * (radius - r), 0.0, 255.0))));
-                }
+        const std::string s = BallDF3(n, radius);
         EXPECT_TRUE(WriteBytes(mDir.Path(strName), s));
         return mDir.Path(strName);
     }
@@ -208,9 +179,6 @@ protected:
     std::unique_ptr<ResourceDir_cls> mpResourceDir;
     std::unique_ptr<Main_cls> mpMain;
     std::unique_ptr<GLKindResources_cls> mpResources;
-    GLTexture_cls mColor;
-    GLRenderbuffer_cls mDepth;
-    GLFramebuffer_cls mFramebuffer;
 };
 
 TEST_F(DataKindDrawTest, StreamLinesLandOnTheirPixelsAsLinesAndRibbons) {

@@ -64,21 +64,7 @@ protected:
         GpCTimeCtrl->mCFrameMax.SetBodyFromData(1LL);
         GpCTimeCtrl->mCFrameCurrent.SetBodyFromData(0LL);
         mpDraw = std::make_unique<ParticleDraw_cls>(GpCTextureProvider);
-        mColor = GLTexture_cls::Make();
-        glBindTexture(GL_TEXTURE_2D, mColor.Get());
-        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA32F, kSize, kSize, 0, GL_RGBA, GL_FLOAT, nullptr);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-        glBindTexture(GL_TEXTURE_2D, 0);
-        mDepth = GLRenderbuffer_cls::Make();
-        glBindRenderbuffer(GL_RENDERBUFFER, mDepth.Get());
-        glRenderbufferStorage(GL_RENDERBUFFER, GL_DEPTH_COMPONENT24, kSize, kSize);
-        mFramebuffer = GLFramebuffer_cls::Make();
-        glBindFramebuffer(GL_FRAMEBUFFER, mFramebuffer.Get());
-        glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, mColor.Get(), 0);
-        glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_DEPTH_ATTACHMENT, GL_RENDERBUFFER, mDepth.Get());
-        ASSERT_EQ(glCheckFramebufferStatus(GL_FRAMEBUFFER), static_cast<GLenum>(GL_FRAMEBUFFER_COMPLETE));
-        glBindFramebuffer(GL_FRAMEBUFFER, 0);
+        ASSERT_TRUE(MakeTarget(kSize));
     }
     void TearDown() override {
         if (getenv("ORV_SAVE_FRAMES") && !mVFrame.empty())
@@ -86,9 +72,6 @@ protected:
         mpPasses.reset();
         mpView.reset();
         mpDraw.reset();
-        mFramebuffer.Reset();
-        mDepth.Reset();
-        mColor.Reset();
         mpMain.reset();
         mpResourceDir.reset();
         RenderFixture::TearDown();
@@ -180,9 +163,6 @@ protected:
     std::unique_ptr<ParticleDraw_cls> mpDraw;
     std::unique_ptr<View3D_cls> mpView;
     std::unique_ptr<FramePasses_cls> mpPasses;
-    GLTexture_cls mColor;
-    GLRenderbuffer_cls mDepth;
-    GLFramebuffer_cls mFramebuffer;
 };
 
 TEST_F(ParticleDrawTest, EachDrawTypePutsItsParticlesOnTheirPixels) {

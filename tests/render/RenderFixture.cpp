@@ -34,6 +34,28 @@ void RenderFixture::TearDown() {
         const ::testing::TestInfo* pInfo = ::testing::UnitTest::GetInstance()->current_test_info();
         SaveFrame(std::string(pInfo->test_suite_name()) + "." + pInfo->name() + ".png");
     }
+    mFramebuffer.Reset();
+    mDepth.Reset();
+    mColor.Reset();
+}
+
+bool RenderFixture::MakeTarget(int size) {
+    mColor = GLTexture_cls::Make();
+    glBindTexture(GL_TEXTURE_2D, mColor.Get());
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA32F, size, size, 0, GL_RGBA, GL_FLOAT, nullptr);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    mDepth = GLRenderbuffer_cls::Make();
+    glBindRenderbuffer(GL_RENDERBUFFER, mDepth.Get());
+    glRenderbufferStorage(GL_RENDERBUFFER, GL_DEPTH_COMPONENT24, size, size);
+    mFramebuffer = GLFramebuffer_cls::Make();
+    glBindFramebuffer(GL_FRAMEBUFFER, mFramebuffer.Get());
+    glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, mColor.Get(), 0);
+    glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_DEPTH_ATTACHMENT, GL_RENDERBUFFER, mDepth.Get());
+    const bool bComplete = glCheckFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
+    glBindFramebuffer(GL_FRAMEBUFFER, 0);
+    return bComplete;
 }
 
 std::vector<Pixel_cls> RenderFixture::ReadTexture(unsigned int texture, int width, int height) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "EGLContext_cls.h"
+#include "GLObject_cls.h"
 #include "ShaderItem_cls.h"
 
 #include <gtest/gtest.h>
@@ -45,12 +46,19 @@ protected:
     // ORV_FRAME_DIR (the test log's, under ctest) or /tmp.
     void SaveFrame(const std::string& strName) const;
 
+    // A square float RGBA texture with a 24-bit depth buffer in mFramebuffer; false when the
+    // framebuffer is not complete. TearDown frees them.
+    bool MakeTarget(int size);
+
     static std::unique_ptr<EGLContext_cls> mspCContext;
     static std::string msStrSkip;
 
     std::vector<Pixel_cls> mVFrame;
     int mFrameWidth = 0;
     int mFrameHeight = 0;
+    GLTexture_cls mColor;
+    GLRenderbuffer_cls mDepth;
+    GLFramebuffer_cls mFramebuffer;
 };
 
 // Expects a pixel to match the colour within the tolerance.
