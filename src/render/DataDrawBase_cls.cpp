@@ -29,6 +29,14 @@ void DataDrawBase_cls::GetMaterialColor(SceneObj_cls& obj, double nt, float* pRG
         pRGBA[i] = static_cast<float>(c[i]);
 }
 
+ColorCurve_cls* DataDrawBase_cls::GetCurveMap(SceneObj_cls& obj, bool bCurve, double nt, double& a,
+                                              double& b) {
+    ColorCurve_cls* pCurve = bCurve ? GetPCCurve(obj) : nullptr;
+    a = pCurve ? pCurve->GetRemapX(0.0, nt) : 0.0;
+    b = pCurve ? pCurve->GetRemapX(1.0, nt) : 0.0;
+    return pCurve;
+}
+
 GLuint DataDrawBase_cls::UpdateColorTable(const void* pOwner, SceneObj_cls& obj, bool bCurve, double nt,
                                           wxString& strStamp) {
     if (!GpCTextureProvider1D)

@@ -28,6 +28,9 @@ public:
     static ColorCurve_cls* GetPCCurve(SceneObj_cls& obj);
     // The diffuse colour and alpha of the object's material at nt (white without one).
     static void GetMaterialColor(SceneObj_cls& obj, double nt, float* pRGBA);
+    // The object's first curve when bCurve, with its range at nt as a linear map of a value v to
+    // the curve's coordinate a + (b - a) v; null (a = b = 0) otherwise.
+    static ColorCurve_cls* GetCurveMap(SceneObj_cls& obj, bool bCurve, double nt, double& a, double& b);
 
 protected:
     // The colour table of pOwner (one per drawn object): the curve over its domain when bCurve

@@ -52,9 +52,8 @@ int HeightFieldDraw_cls::GetUploadCount(const HeightField_cls* p) const {
 
 void HeightFieldDraw_cls::Upload(Object_cls& o, const HeightFieldForRender_cls& set, HeightField_cls& obj,
                                  double nt) {
-    ColorCurve_cls* pCurve = obj.mCColorType.GetBodyINT() == 1 ? GetPCCurve(obj) : nullptr;
-    const double a = pCurve ? pCurve->GetRemapX(0.0, nt) : 0.0;
-    const double b = pCurve ? pCurve->GetRemapX(1.0, nt) : 0.0;
+    double a = 0.0, b = 0.0;
+    GetCurveMap(obj, obj.mCColorType.GetBodyINT() == 1, nt, a, b);
     wxString strStamp;
     strStamp.Printf("%lld:%.9g:%.9g", set.mSerial, a, b);
     if (o.mPosition && strStamp == o.mStrStamp)

@@ -36,10 +36,8 @@ int StreamlineDraw_cls::GetDrawnPointCount(const Streamline_cls* p) const {
 
 void StreamlineDraw_cls::Upload(Object_cls& o, const StreamlineForRender_cls& set, Streamline_cls& obj,
                                 double nt) {
-    // The curve's range maps a value linearly: remap(v) = a + (b - a) v.
-    ColorCurve_cls* pCurve = obj.mCColorType.GetBodyINT() == 1 ? GetPCCurve(obj) : nullptr;
-    const double a = pCurve ? pCurve->GetRemapX(0.0, nt) : 0.0;
-    const double b = pCurve ? pCurve->GetRemapX(1.0, nt) : 0.0;
+    double a = 0.0, b = 0.0;
+    ColorCurve_cls* pCurve = GetCurveMap(obj, obj.mCColorType.GetBodyINT() == 1, nt, a, b);
     const bool bRepeat = obj.mCMappingType.GetBodyINT() == 1;
     wxString strStamp;
     strStamp.Printf("%lld:%p:%.9g:%.9g:%d", set.mSerial, static_cast<const void*>(pCurve), a, b,
