@@ -10,6 +10,7 @@ void main() {
     vPosition = (gl_ModelViewMatrix * gl_Vertex).xyz;
     vNormal = gl_NormalMatrix * gl_Normal;
     vHeightST = gl_MultiTexCoord1.st;
-    gl_TexCoord[0] = gl_TextureMatrix[0] * gl_MultiTexCoord0;
+    // The image is on unit 1: its scale and offset are that unit's matrix.
+    gl_TexCoord[0] = gl_TextureMatrix[1] * gl_MultiTexCoord0;
     gl_Position = gl_ModelViewProjectionMatrix * gl_Vertex;
 }

@@ -30,6 +30,12 @@ public:
     // Material colours, shininess, blending, faces and shading of the material at t. Returns the
     // flat-shading flag for the object programs.
     static int SetMaterial(Material_cls* pMaterial, double t);
+    // Binds the material's image on the unit with its wrap, filter, scale and offset (the unit's
+    // texture matrix), leaves unit 0 active, and gives the object programs' texture mode: 0 none
+    // (no image, or no mesh drawer to hold it), 1 modulate, 2 replace. UnbindMaterialTexture
+    // resets the matrix and the binding.
+    static int BindMaterialTexture(Material_cls* pMaterial, GLDrawStatus_cls& status, int unit);
+    static void UnbindMaterialTexture(int unit);
     // The colour in which a guide or a highlight is drawn for the select status.
     static void SetGuideColor(int selectStatus, float r, float g, float b);
 };

@@ -7,7 +7,6 @@
 #include "GLKindDraw.h"
 #include "HeightField_cls.h"
 #include "Material_cls.h"
-#include "MeshDraw_cls.h"
 #include "ShaderCtrl_cls.h"
 
 #include <memory>
@@ -121,15 +120,8 @@ void HeightFieldDraw_cls::GLDraw(HeightField_cls& obj, GLDrawStatus_cls& status)
     glEnable(GL_LIGHTING);
     glEnable(GL_DEPTH_TEST);
     // Units: the heights on 0, the image on 1, the colour table on 2.
-    GLuint image = 0;
-    if (pMaterial && pMaterial->IsTextureUsed() && status.mpCMeshDraw && !status.mbHitTest)
-        image = status.mpCMeshDraw->GetMaterialTexture(pMaterial->mCTextureFile.GetBodySTR());
-    if (image != 0) {
-        params.mTextureMode = pMaterial->mCTextureMode.GetBodyINT() == 1 ? 2 : 1;
-        params.mUseTexAlpha = 1;
-        glActiveTexture(GL_TEXTURE1);
-        glBindTexture(GL_TEXTURE_2D, image);
-    }
+    params.mTextureMode = status.mbHitTest ? 0 : GLDrawKinds_cls::BindMaterialTexture(pMaterial, status, 1);
+    params.mUseTexAlpha = params.mTextureMode != 0 ? 1 : 0;
     glActiveTexture(GL_TEXTURE2);
     glBindTexture(GL_TEXTURE_1D, table);
     glActiveTexture(GL_TEXTURE0);
@@ -162,8 +154,8 @@ void HeightFieldDraw_cls::GLDraw(HeightField_cls& obj, GLDrawStatus_cls& status)
 
     glActiveTexture(GL_TEXTURE2);
     glBindTexture(GL_TEXTURE_1D, 0);
-    glActiveTexture(GL_TEXTURE1);
-    glBindTexture(GL_TEXTURE_2D, 0);
+    if (params.mTextureMode != 0)
+        GLDrawKinds_cls::UnbindMaterialTexture(1);
     glActiveTexture(GL_TEXTURE0);
     glBindTexture(GL_TEXTURE_2D, 0);
     glPopClientAttrib();

@@ -3,10 +3,10 @@
 #include "ClassProvider_cls.h"
 #include "ColorCurve_cls.h"
 #include "GLCheckError_cls.h"
+#include "GLDrawKinds_cls.h"
 #include "GLDrawStatus_cls.h"
 #include "GLKindDraw.h"
 #include "Material_cls.h"
-#include "MeshDraw_cls.h"
 #include "ShaderCtrl_cls.h"
 #include "Streamline_cls.h"
 #include "Trimming_cls.h"
@@ -172,16 +172,10 @@ void StreamlineDraw_cls::GLDraw(Streamline_cls& obj, GLDrawStatus_cls& status) {
     glActiveTexture(GL_TEXTURE0);
     glBindTexture(GL_TEXTURE_1D, table);
     // A ribbon carries the material's image, stretched or repeated along it.
-    GLuint image = 0;
-    Material_cls* pMaterial = obj.GetPCMaterial();
-    if (bRibbon && pMaterial && pMaterial->IsTextureUsed() && status.mpCMeshDraw && !status.mbHitTest)
-        image = status.mpCMeshDraw->GetMaterialTexture(pMaterial->mCTextureFile.GetBodySTR());
-    if (image != 0) {
+    const bool bImage = bRibbon && !status.mbHitTest &&
+                        GLDrawKinds_cls::BindMaterialTexture(obj.GetPCMaterial(), status, 1) != 0;
+    if (bImage)
         params.mTextureMode |= 2;
-        glActiveTexture(GL_TEXTURE1);
-        glBindTexture(GL_TEXTURE_2D, image);
-        glActiveTexture(GL_TEXTURE0);
-    }
 
     glBindBuffer(GL_ARRAY_BUFFER, o.mPosition.Get());
     glEnableClientState(GL_VERTEX_ARRAY);
@@ -220,11 +214,8 @@ void StreamlineDraw_cls::GLDraw(Streamline_cls& obj, GLDrawStatus_cls& status) {
         if (GpCShaderCtrl)
             GpCShaderCtrl->EndShader();
     }
-    if (image != 0) {
-        glActiveTexture(GL_TEXTURE1);
-        glBindTexture(GL_TEXTURE_2D, 0);
-        glActiveTexture(GL_TEXTURE0);
-    }
+    if (bImage)
+        GLDrawKinds_cls::UnbindMaterialTexture(1);
     glBindTexture(GL_TEXTURE_1D, 0);
     glPopClientAttrib();
     glPopAttrib();

@@ -12,6 +12,7 @@
 #include "Isosurface_cls.h"
 #include "Main_cls.h"
 #include "Material_cls.h"
+#include "MeshDraw_cls.h"
 #include "ParamGroup_cls.h"
 #include "RenderFixture.h"
 #include "SceneObjCtrl_cls.h"
@@ -20,6 +21,7 @@
 #include "StreamlineDraw_cls.h"
 #include "Streamline_cls.h"
 #include "TestSupport.h"
+#include "TextureProvider_cls.h"
 #include "TimeCtrl_cls.h"
 
 #include <epoxy/gl.h>
@@ -150,6 +152,7 @@ protected:
         GLDrawStatus_cls status;
         status.mTime = GpCTimeCtrl->GetCurrentNT(false);
         status.mpCKindResources = mpResources.get();
+        status.mpCMeshDraw = mpMeshDraw;
         if (pLightDir) {
             const GLfloat position[4] = {pLightDir[0], pLightDir[1], pLightDir[2], 0.f};
             const GLfloat white[4] = {1.f, 1.f, 1.f, 1.f}, black[4] = {0.f, 0.f, 0.f, 1.f};
@@ -179,6 +182,7 @@ protected:
     std::unique_ptr<ResourceDir_cls> mpResourceDir;
     std::unique_ptr<Main_cls> mpMain;
     std::unique_ptr<GLKindResources_cls> mpResources;
+    MeshDraw_cls* mpMeshDraw = nullptr; // the images of materials, when a test gives one
 };
 
 TEST_F(DataKindDrawTest, StreamLinesLandOnTheirPixelsAsLinesAndRibbons) {
@@ -367,6 +371,26 @@ TEST_F(DataKindDrawTest, HeightFieldColourCurveFollowsTheHeightAndTrianglesAreOf
     EXPECT_NE(position, 0u);
     EXPECT_NE(element, 0u);
     EXPECT_EQ(count, tri.mNumIndex);
+
+    // The material's image in place of the colour: a 7 x 5 picture whose red grows by 28 a column
+    // from 20 (plus 4 a row), green is 255 - red, blue 128, spread over the whole grid.
+    auto* pMaterial = p->GetPCMaterial();
+    Set(pMaterial->mCUseTexture, "1");
+    Set(pMaterial->mCTextureFile, wxString(ORV_TEST_DATA_DIR) + "/png/rgb8_000.png");
+    Set(pMaterial->mCTextureMode, "1");
+    Set(pMaterial->mCTextureInterp, "0");
+    MeshDraw_cls meshDraw(GpCTextureProvider);
+    mpMeshDraw = &meshDraw;
+    Draw(p);
+    mpMeshDraw = nullptr;
+    for (int x : {13, 32, 51}) {
+        SCOPED_TRACE(x);
+        const int column = std::clamp(static_cast<int>((World(x) + 20.f) / 40.f * 7.f), 0, 6);
+        const Pixel_cls px = At(x, 32);
+        EXPECT_NEAR(px.b, 128.f / 255.f, 0.01f);
+        EXPECT_NEAR(px.r + px.g, 1.f, 0.01f);
+        EXPECT_NEAR(px.r, (20.f + 28.f * column) / 255.f, 8.5f / 255.f) << "a row's share at most";
+    }
 }
 
 TEST_F(DataKindDrawTest, IsosurfaceOfABallFillsItsDiscAndFollowsTheIsoValue) {
