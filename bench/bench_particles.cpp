@@ -183,9 +183,11 @@ template <class Func> double Millis(Func func) {
 }
 
 // One draw type against the floor, in turn in each iteration, so a noisy machine weighs on both.
-void DrawAgainstFloor(benchmark::State& state, int base, int shader) {
+// With batch, the frame goes in batches of that many particles.
+void DrawAgainstFloor(benchmark::State& state, int base, int shader, int batch = 0) {
     if (!Ready(state))
         return;
+    GpStage->mpDraw->mBatchOverride = batch;
     GpStage->SetType(base, shader);
     GpStage->PaintParticles(); // the frame is read, prepared and uploaded once
     GpStage->PaintFloor();
@@ -198,6 +200,7 @@ void DrawAgainstFloor(benchmark::State& state, int base, int shader) {
     state.counters["floor_ms"] = floor / state.iterations();
     state.counters["ratio"] = draw / floor;
     state.SetItemsProcessed(state.iterations() * kCount);
+    GpStage->mpDraw->mBatchOverride = 0;
 }
 
 void BM_Point(benchmark::State& state) {
@@ -215,11 +218,20 @@ void BM_PseudoSphere(benchmark::State& state) {
 void BM_SphereMeshInstanced(benchmark::State& state) {
     DrawAgainstFloor(state, 2, 1);
 }
+// The same spheres in four batches: the workers compact each batch while the last one draws.
+void BM_PseudoSphereBatched(benchmark::State& state) {
+    DrawAgainstFloor(state, 0, 2, kCount / 4);
+}
+void BM_SphereMeshBatched(benchmark::State& state) {
+    DrawAgainstFloor(state, 2, 1, kCount / 4);
+}
 BENCHMARK(BM_Point)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(10);
 BENCHMARK(BM_Circle)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(10);
 BENCHMARK(BM_Billboard)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(10);
 BENCHMARK(BM_PseudoSphere)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(10);
 BENCHMARK(BM_SphereMeshInstanced)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
+BENCHMARK(BM_PseudoSphereBatched)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(10);
+BENCHMARK(BM_SphereMeshBatched)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
 
 // Ten million prepared particles, as the preparation leaves them.
 std::unique_ptr<ParticleForRender_cls> MakeSet(long long n) {

@@ -12,6 +12,7 @@
 #include "Main_cls.h"
 #include "Material_cls.h"
 #include "ParamGroup_cls.h"
+#include "PassesBenchStage_cls.h"
 #include "Primitive_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "ServiceRegistry.h"
@@ -36,29 +37,18 @@ constexpr int kSize = 1024;
 constexpr int kSide = 10; // kSide cubed boxes
 
 // The process up to the renderer, a context, a view looking at the boxes and a target.
-class Stage_cls {
+class Stage_cls : public PassesBenchStage_cls {
 public:
-    Stage_cls() {
-        if (!mCProcess.IsValid())
-            return;
-        mView.mCBufSizeIdx.SetBodyFromData(wxString("2"));
-        mView.mCDispLightCam.SetBodyFromData(wxString("0"));
-        mView.mCDispGrid.SetBodyFromData(wxString("0"));
-        mpPasses = std::make_unique<FramePasses_cls>(&mView);
-        mpTarget = std::make_unique<FBO_cls>(kSize, kSize, nullptr);
-        mpTarget->MakeFBO(true, false);
-        mpDirect = std::make_unique<FBO_cls>(kSize, kSize, nullptr);
-        mpDirect->MakeFBO(true, false);
-        FramePasses_cls::InitializeGLCommonIfNot();
-        mbValid = true;
-    }
-    ~Stage_cls() {
+    Stage_cls() : PassesBenchStage_cls(kSize, "2") {
         if (!mbValid)
             return;
-        mpPasses.reset();
-        mpTarget.reset();
+        mView.mCDispGrid.SetBodyFromData(wxString("0"));
+        mpDirect = std::make_unique<FBO_cls>(kSize, kSize, nullptr);
+        mpDirect->MakeFBO(true, false);
+    }
+    ~Stage_cls() {
+        // Before the context goes with the base.
         mpDirect.reset();
-        FramePasses_cls::DeleteGLCommon();
     }
 
     // The boxes, each with a material of its own colour; the default box goes.
@@ -85,12 +75,6 @@ public:
         GpCSceneObjCtrl->Clear();
         mVPBox.clear();
         mVMatrix.clear();
-    }
-
-    void PaintPasses() {
-        mpPasses->RefreshEX();
-        mpPasses->PaintDirectly(kSize, kSize, kSize, kSize, mpTarget->GetFramebuffer());
-        glFinish();
     }
 
     // The same boxes with the same program and materials into one buffer, copied once.
@@ -124,11 +108,6 @@ public:
         glFinish();
     }
 
-    GLBenchProcess_cls<> mCProcess; // first: it goes last
-    bool mbValid = false;
-    View3D_cls mView;
-    std::unique_ptr<FramePasses_cls> mpPasses;
-    std::unique_ptr<FBO_cls> mpTarget;
     std::unique_ptr<FBO_cls> mpDirect;
     std::vector<Primitive_cls*> mVPBox;
     std::vector<double> mVMatrix;

@@ -9,6 +9,8 @@
 #include "PanelMakers.h"
 #include "ServiceRegistry.h"
 
+#include "GuiBenchMain.h"
+
 #include <benchmark/benchmark.h>
 #include <wx/app.h>
 #include <wx/artprov.h>
@@ -28,8 +30,6 @@
 #include <string>
 
 namespace {
-
-bool gbGui = false;
 
 void BM_StartUpToFirstIdle(benchmark::State& state) {
     if (!gbGui) {
@@ -143,23 +143,3 @@ BENCHMARK(BM_LaunchToFirstIdle)->Unit(benchmark::kMillisecond)->UseManualTime()-
 #endif
 
 } // namespace
-
-int main(int argc, char** argv) {
-    benchmark::Initialize(&argc, argv);
-    const char* pDisplay = std::getenv("DISPLAY");
-    if (pDisplay && *pDisplay) {
-        wxApp::SetInstance(new wxApp);
-        int wxArgc = 1;
-        gbGui = wxEntryStart(wxArgc, argv);
-        if (gbGui) {
-            wxTheApp->CallOnInit();
-            if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
-                wxImage::AddHandler(new wxPNGHandler);
-        }
-    }
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    if (gbGui)
-        wxEntryCleanup();
-    return 0;
-}

@@ -250,14 +250,38 @@ FilterBase_cls* FilterCtrl_cls::GetPCFromAddress(wxString strAddress) const {
     return GetPCFromName(Pop(strAddress));
 }
 
+namespace {
+
+// The tag without the chain's head, whichever of the two it has.
+wxString StripFilterHead(wxString strTag) {
+    if (!strTag.StartsWith(FilterCtrl_cls::GetStrSelf(), &strTag))
+        strTag.StartsWith(FilterTagHost_ifc::GetStrLabel() + "::", &strTag);
+    return strTag;
+}
+
+} // namespace
+
+bool FilterCtrl_cls::IsFilterTag(const wxString& strTag) const {
+    return strTag.StartsWith(GetStrSelf()) || strTag.StartsWith(GetStrLabel() + "::");
+}
+
+wxString FilterCtrl_cls::GetStrCommandParamGroup(const wxString& strTag) const {
+    wxString strRest = StripFilterHead(strTag);
+    FilterBase_cls* p = GetPCFromName(Pop(strRest));
+    const wxString strGroup = Pop(strRest);
+    if (!p || !p->GetPCParamGroup(strGroup))
+        return wxString();
+    return GetStrSelf() + p->GetStrName() + "::" + strGroup;
+}
+
 ParamGroup_cls* FilterCtrl_cls::GetPCParamGroup(wxString strTag) const {
-    strTag.StartsWith(GetStrSelf(), &strTag);
+    strTag = StripFilterHead(strTag);
     FilterBase_cls* p = GetPCFromName(Pop(strTag));
     return p ? p->GetPCParamGroup(Pop(strTag)) : nullptr;
 }
 
 Parameter_cls* FilterCtrl_cls::GetPCParameter(wxString strTag) const {
-    strTag.StartsWith(GetStrSelf(), &strTag);
+    strTag = StripFilterHead(strTag);
     FilterBase_cls* p = GetPCFromName(Pop(strTag));
     ParamGroup_cls* pGroup = p ? p->GetPCParamGroup(Pop(strTag)) : nullptr;
     return pGroup ? pGroup->GetPCParameter(Pop(strTag)) : nullptr;
@@ -522,9 +546,7 @@ void FilterCtrl_cls::DeselectKeyFrame() {
 
 bool FilterCtrl_cls::ChangeKeyTypeByModKey(const wxString& strTag, int index, bool bA, bool bB, bool bC) {
     Parameter_cls* p = GetPCParameter(strTag);
-    wxString strFull = strTag;
-    if (!strFull.StartsWith(GetStrSelf()))
-        strFull = GetStrSelf() + strFull;
+    const wxString strFull = GetStrSelf() + StripFilterHead(strTag);
     return p && p->ChangeKeyTypeByModKey(strFull, index, bA, bB, bC);
 }
 

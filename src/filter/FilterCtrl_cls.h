@@ -9,6 +9,7 @@
 #pragma once
 
 #include "ConfListContainer_cls.h"
+#include "FilterTagHost_ifc.h"
 #include "FrameFilter_ifc.h"
 #include "GetPC_cls.h"
 
@@ -23,7 +24,10 @@ class FilterBase_cls;
 class ParamGroup_cls;
 class Parameter_cls;
 
-class FilterCtrl_cls : public ConfListContainer_cls, public GetPC_cls, public FrameFilter_ifc {
+class FilterCtrl_cls : public ConfListContainer_cls,
+                       public GetPC_cls,
+                       public FrameFilter_ifc,
+                       public FilterTagHost_ifc {
 public:
     FilterCtrl_cls();
     ~FilterCtrl_cls() override;
@@ -61,9 +65,11 @@ public:
     std::list<FilterBase_cls*>::iterator GetIterFromPC(const Attribute_cls* p);
     // A filter by "<name>" or by a tag that starts with GetStrSelf() + "<name>".
     FilterBase_cls* GetPCFromAddress(wxString strAddress) const;
-    // By tag: [FilterCtrl::Filter::]<filter>::<group>[::<member>].
-    ParamGroup_cls* GetPCParamGroup(wxString strTag) const;
-    Parameter_cls* GetPCParameter(wxString strTag) const;
+    // By tag: [FilterCtrl::Filter:: or Scene Filter::]<filter>::<group>[::<member>].
+    ParamGroup_cls* GetPCParamGroup(wxString strTag) const override;
+    Parameter_cls* GetPCParameter(wxString strTag) const override;
+    bool IsFilterTag(const wxString& strTag) const override;
+    wxString GetStrCommandParamGroup(const wxString& strTag) const override;
     void GetVstrParamTag(std::vector<wxString>& vStrTag);
     int GetCount() const { return static_cast<int>(mLPCFilter.size()); }
     const std::list<FilterBase_cls*>& GetListFilter() const { return mLPCFilter; }
@@ -79,8 +85,8 @@ public:
     bool SetFilterItemCommand(const wxString& strName, const wxString& strKey, const wxString& strValue);
     // A value of a group member at the current time, as a key there.
     bool SetFilterParamCommand(const wxString& strName, const wxString& strGroup, int member, double value);
-    void MoveSelectedTLKeyCommand(double dx, double dy);
-    void SetSelectedTLKeyTypeCommand(int type, double ease);
+    void MoveSelectedTLKeyCommand(double dx, double dy) override;
+    void SetSelectedTLKeyTypeCommand(int type, double ease) override;
 
     // ---- reading and writing ----
     bool ReadStrLine(std::wistream& stream, const wxString& strHead, const wxString& strRest);
@@ -104,9 +110,10 @@ public:
     bool IsSelected(const Attribute_cls* p) const;
     FilterBase_cls* GetPCSelected() const { return mpCSelected; }
     // Key selection of the groups, by the tag of a member (timeline and graph).
-    bool SelectKeyFrame(const wxString& strTag, int index, bool bSelect, bool bAdd, double tolerance);
-    void DeselectKeyFrame();
-    bool ChangeKeyTypeByModKey(const wxString& strTag, int index, bool bA, bool bB, bool bC);
+    bool SelectKeyFrame(const wxString& strTag, int index, bool bSelect, bool bAdd,
+                        double tolerance) override;
+    void DeselectKeyFrame() override;
+    bool ChangeKeyTypeByModKey(const wxString& strTag, int index, bool bA, bool bB, bool bC) override;
 
     // Empties the chain.
     void Clear();

@@ -10,6 +10,7 @@ void RegisterFilterServices() {
         [] {
             GpCFilterCtrl = new FilterCtrl_cls();
             FrameFilter_ifc::msFuncGet = []() -> FrameFilter_ifc* { return GpCFilterCtrl; };
+            FilterTagHost_ifc::msFuncGet = []() -> FilterTagHost_ifc* { return GpCFilterCtrl; };
             Attribute_cls::msFuncFilterCtrlSelf = [] { return FilterCtrl_cls::GetStrSelf(); };
             GCClassProvider->SetReceiver(
                 RECV_FILTER_CTRL,
@@ -31,6 +32,7 @@ void RegisterFilterServices() {
             if (GCClassProvider)
                 GCClassProvider->ClearReceiver(RECV_FILTER_CTRL);
             FrameFilter_ifc::msFuncGet = nullptr;
+            FilterTagHost_ifc::msFuncGet = nullptr;
             Attribute_cls::msFuncFilterCtrlSelf = nullptr;
             delete GpCFilterCtrl;
             GpCFilterCtrl = nullptr;

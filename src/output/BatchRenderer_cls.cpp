@@ -137,9 +137,9 @@ int BatchRenderer_cls::Run(const std::string& strProjectText) {
     SampleType_enum type;
     if (!ImageFile_cls::GetSampleTypeForPath(fnPattern.GetFullPath().utf8_string(), output.GetPNGBitDepth(),
                                              type)) {
-        fprintf(stderr, "orvantis4-batch: no writer for %s (PNG%s)\n",
-                fnPattern.GetFullName().utf8_str().data(),
-                ImageFile_cls::IsOpenEXRBuiltIn() ? " or OpenEXR" : "; OpenEXR is not built in");
+        fprintf(stderr, "orvantis4-batch: no writer for %s (%s%s)\n",
+                fnPattern.GetFullName().utf8_str().data(), ImageFile_cls::GetStrExtensions().c_str(),
+                ImageFile_cls::IsOpenEXRBuiltIn() ? "" : "; OpenEXR is not built in");
         return 2;
     }
     // --size wins over the size override of the view's camera.

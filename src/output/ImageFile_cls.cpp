@@ -3,6 +3,7 @@
 #include "HalfFloat_cls.h"
 
 #include <png.h>
+#include <wx/image.h>
 #include <zlib.h>
 
 #include <algorithm>
@@ -24,7 +25,52 @@ std::string GetLowerExtension(const std::string& strPath) {
     std::transform(ext.begin(), ext.end(), ext.begin(), [](unsigned char c) { return std::tolower(c); });
     return ext;
 }
+
+// The toolkit's handlers that write: their type and the extensions they answer to.
+struct ToolkitFormat_cls {
+    wxBitmapType mType;
+    const char* mStrExtensions;
+};
+const ToolkitFormat_cls kToolkitFormat[] = {
+    {wxBITMAP_TYPE_JPEG, "jpg jpeg jpe"}, {wxBITMAP_TYPE_TIFF, "tif tiff"}, {wxBITMAP_TYPE_BMP, "bmp"},
+    {wxBITMAP_TYPE_TGA, "tga"},           {wxBITMAP_TYPE_PNM, "pnm ppm"},   {wxBITMAP_TYPE_PCX, "pcx"},
+};
+
+// The registered handler that writes the extension, or null.
+wxImageHandler* FindToolkitWriter(const std::string& ext) {
+    for (const ToolkitFormat_cls& f : kToolkitFormat) {
+        const std::string strList = std::string(" ") + f.mStrExtensions + " ";
+        if (!ext.empty() && strList.find(" " + ext + " ") != std::string::npos)
+            return wxImage::FindHandler(f.mType);
+    }
+    return nullptr;
+}
 } // namespace
+
+void ImageFile_cls::RegisterImageHandlers() {
+    auto add = [](wxBitmapType type, auto make) {
+        if (!wxImage::FindHandler(type))
+            wxImage::AddHandler(make());
+    };
+    add(wxBITMAP_TYPE_PNG, [] { return new wxPNGHandler; });
+    add(wxBITMAP_TYPE_JPEG, [] { return new wxJPEGHandler; });
+    add(wxBITMAP_TYPE_TIFF, [] { return new wxTIFFHandler; });
+    add(wxBITMAP_TYPE_BMP, [] { return new wxBMPHandler; });
+    add(wxBITMAP_TYPE_TGA, [] { return new wxTGAHandler; });
+    add(wxBITMAP_TYPE_PNM, [] { return new wxPNMHandler; });
+    add(wxBITMAP_TYPE_PCX, [] { return new wxPCXHandler; });
+}
+
+std::string ImageFile_cls::GetStrExtensions() {
+    std::string str = IsOpenEXRBuiltIn() ? "png, exr" : "png";
+    for (const ToolkitFormat_cls& f : kToolkitFormat) {
+        if (!wxImage::FindHandler(f.mType))
+            continue;
+        const std::string strList = f.mStrExtensions;
+        str += ", " + strList.substr(0, strList.find(' '));
+    }
+    return str;
+}
 
 bool ImageFile_cls::IsOpenEXRBuiltIn() {
 #ifdef ORV_HAVE_OPENEXR
@@ -42,6 +88,10 @@ bool ImageFile_cls::GetSampleTypeForPath(const std::string& strPath, int pngBitD
     }
     if (ext == "exr" && IsOpenEXRBuiltIn()) {
         type = SampleType_enum::Float;
+        return true;
+    }
+    if (FindToolkitWriter(ext)) {
+        type = SampleType_enum::UInt8;
         return true;
     }
     return false;
@@ -65,7 +115,33 @@ void ImageFile_cls::Mirror() {
 bool ImageFile_cls::Write(const std::string& strPath, int pngCompression, std::string& strError) const {
     if (mType == SampleType_enum::Float)
         return WriteEXR(strPath, strError);
+    if (mType == SampleType_enum::UInt8 && FindToolkitWriter(GetLowerExtension(strPath)))
+        return WriteToolkit(strPath, strError);
     return WritePNG(strPath, pngCompression, strError);
+}
+
+bool ImageFile_cls::WriteToolkit(const std::string& strPath, std::string& strError) const {
+    wxImageHandler* pHandler = FindToolkitWriter(GetLowerExtension(strPath));
+    // The picture is the writer's own: the handlers keep no state between files, so writers save
+    // side by side.
+    wxImage image(mWidth, mHeight, false);
+    unsigned char* pRGB = image.GetData();
+    const size_t count = static_cast<size_t>(mWidth) * mHeight;
+    if (mChannels == 4) {
+        image.SetAlpha();
+        unsigned char* pAlpha = image.GetAlpha();
+        for (size_t i = 0; i < count; ++i) {
+            std::copy_n(mV8.data() + 4 * i, 3, pRGB + 3 * i);
+            pAlpha[i] = mV8[4 * i + 3];
+        }
+    } else {
+        std::copy_n(mV8.data(), 3 * count, pRGB);
+    }
+    if (!pHandler || !image.SaveFile(wxString::FromUTF8(strPath), pHandler->GetType())) {
+        strError = "the toolkit could not write " + strPath;
+        return false;
+    }
+    return true;
 }
 
 bool ImageFile_cls::WritePNG(const std::string& strPath, int pngCompression, std::string& strError) const {

@@ -1,6 +1,8 @@
 // One picture in memory as the writers take it, and the writers of the file formats chosen by
-// the extension of the path: ".png" (8 or 16 bits per channel, with a zlib level) and ".exr"
-// (half floats, where the build has OpenEXR). Rows run top to bottom. Any thread.
+// the extension of the path: ".png" (8 or 16 bits per channel, with a zlib level), ".exr" (half
+// floats, where the build has OpenEXR), and the 8-bit formats that the toolkit's image handlers
+// write (JPEG, TIFF, BMP, TGA, PNM, PCX; alpha only where the format holds it). Rows run top to
+// bottom. Any thread, once the handlers are registered.
 #pragma once
 
 #include <cstdint>
@@ -24,6 +26,11 @@ public:
     // extension that no writer of this build handles.
     static bool GetSampleTypeForPath(const std::string& strPath, int pngBitDepth, SampleType_enum& type);
     static bool IsOpenEXRBuiltIn();
+    // Registers the toolkit's image handlers of the formats above (and PNG, for reading), each
+    // once. Main thread only, before any writer starts: the writers only look the list up.
+    static void RegisterImageHandlers();
+    // The extensions written, for messages: "png, exr, jpg, ...".
+    static std::string GetStrExtensions();
     // Flips the rows: GL gives them bottom to top.
     void Mirror();
     // Writes the file; false with the reason in strError.
@@ -32,4 +39,5 @@ public:
 private:
     bool WritePNG(const std::string& strPath, int pngCompression, std::string& strError) const;
     bool WriteEXR(const std::string& strPath, std::string& strError) const;
+    bool WriteToolkit(const std::string& strPath, std::string& strError) const;
 };

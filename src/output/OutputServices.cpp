@@ -2,6 +2,7 @@
 
 #include "AccumulationBuffer_cls.h"
 #include "EnsembleCtrl_cls.h"
+#include "ImageFile_cls.h"
 #include "ImageIO_cls.h"
 #include "ImageOutput_cls.h"
 #include "MotionBlurCtrl_cls.h"
@@ -17,6 +18,8 @@ RecordOutput_cls& GetRecordOutput() {
 } // namespace
 
 void RegisterOutputServices() {
+    // Here, on the main thread before any writer exists: the writers only look the list up.
+    ImageFile_cls::RegisterImageHandlers();
     ClassProvider_cls::SetServiceMaker(
         SVC_ImageOutput,
         [] {

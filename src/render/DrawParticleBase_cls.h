@@ -71,10 +71,12 @@ public:
     // Appends entry index of a particle of that type and filter alpha to its list, when it is
     // drawn at all: alpha 0 and materials with "No Rendering" are left out (NaN is drawn).
     // Points and billboards run on while program and blending stay; spheres while the material
-    // stays.
-    void Add(const ParticleDrawSetting_cls& setting, unsigned int index, int type, float alpha);
+    // stays, and with bConsecutive only while the entries follow each other (a run of instances
+    // drawn straight from the arrays).
+    void Add(const ParticleDrawSetting_cls& setting, unsigned int index, int type, float alpha,
+             bool bConsecutive = false);
     // Appends entry index (of material m) to its list; a run goes on while the key stays.
-    void Push(int list, unsigned int index, int m, int key);
+    void Push(int list, unsigned int index, int m, int key, bool bConsecutive = false);
 
 private:
     int mLastKey[2] = {-1, -1};
@@ -110,6 +112,15 @@ public:
     // glPopAttrib. Nothing is drawn for empty lists, but the programs are still bound and ended.
     void DrawPoints(const ParticleDrawSetting_cls& setting, const DrawInput_cls& input);
     void DrawBillboards(const ParticleDrawSetting_cls& setting, const DrawInput_cls& input);
+    // Spheres of division depth "SphereDepth=" (0 to 5): each run is one instanced draw of the
+    // shared sphere mesh, its per-instance attributes where GetSphereSource says they stand.
+    void DrawSphere(const ParticleDrawSetting_cls& setting, const DrawInput_cls& input, int depth);
+    // The triangles (position, normal) of a unit icosphere divided depth times (0 to 5).
+    static std::vector<float> GetVSphereMesh(int depth);
+    int GetSphereVertexCount() const { return mSphereVertexCount; }
+    // Draw calls of the last DrawSphere.
+    int mSphereDrawCalls = 0;
+
     // Binds the colour table on unit 0 and the three images on units 1 to 3.
     static void BindParticleTexture(const DrawInput_cls& input);
     // Deletes the buffers and forgets the stamps.
@@ -124,6 +135,17 @@ public:
     size_t mUploadedBytes = 0;
 
 protected:
+    // Where one per-instance attribute of the sphere programs stands.
+    struct SphereAttribute_cls {
+        GLuint mBuffer = 0;
+        GLsizei mStride = 0;
+        size_t mOffset = 0;
+    };
+    enum { SPHERE_POS_SIZE, SPHERE_ST, SPHERE_ALPHA, SPHERE_BITS, SPHERE_ATTRIBUTE_COUNT };
+    // The buffers of instancePosSize (vec4), colorCurveST (vec2), filterAlpha and paramBit (int),
+    // and the instance of each list's first entry (a run's first instance is that plus its mFirst).
+    virtual void GetSphereSource(SphereAttribute_cls* pAttribute, int* pListBase) const = 0;
+
     // Replaces the data of a buffer (a fresh name when the size grows).
     void Upload(GLBuffer_cls& buffer, size_t& capacity, GLenum target, const void* pData, size_t bytes);
     void DrawLists(const ParticleDrawSetting_cls& setting, const DrawInput_cls& input, bool bBillboard);
@@ -140,4 +162,7 @@ protected:
     bool mbSequential[2] = {false, false};
     unsigned int mSequentialFirst[2] = {0, 0};
     bool mbTwist = false; // the twist buffer holds data
+    GLBuffer_cls mSphereMesh;
+    int mSphereDepth = -1;
+    int mSphereVertexCount = 0;
 };

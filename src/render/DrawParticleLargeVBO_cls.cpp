@@ -19,8 +19,9 @@ DrawParticleLargeVBO_cls::~DrawParticleLargeVBO_cls() {
     JoinElement();
 }
 
-void DrawParticleLargeVBO_cls::Allocate(int batch, const ParticleDrawSetting_cls& setting) {
+void DrawParticleLargeVBO_cls::Allocate(int batch, const ParticleDrawSetting_cls& setting, bool bSphere) {
     mpCSetting = &setting;
+    mbSphere = bSphere;
     mBatch = std::max(1, batch);
     mNumInBatch = 0;
     mNumBatches = 0;
@@ -28,8 +29,9 @@ void DrawParticleLargeVBO_cls::Allocate(int batch, const ParticleDrawSetting_cls
     if (mBatch <= mHostCapacity)
         return;
     const size_t n = static_cast<size_t>(mBatch);
-    mpPos.reset(new float[3 * n]);
-    mpS.reset(new float[n]);
+    // Room for the spheres' instances: position with size, S with T.
+    mpPos.reset(new float[4 * n]);
+    mpS.reset(new float[2 * n]);
     mpT.reset(new float[n]);
     mpAlpha.reset(new float[n]);
     mpSize.reset(new float[n]);
@@ -112,7 +114,9 @@ void DrawParticleLargeVBO_cls::PrepareNextDataPos(const ParticleForRender_cls* p
                 const ArrayAndIndex_cls* pOrder = pSet->mOrder.get();
                 const float* pAlpha = pSet->mAlpha.get();
                 const float* pXYZ = pSet->mXYZ.get();
-                float* pOut = mpPos.get() + 3 * static_cast<size_t>(mStart[j]);
+                const float* pSize = pSet->mSize.get();
+                const size_t stride = mbSphere ? 4 : 3;
+                float* pOut = mpPos.get() + stride * static_cast<size_t>(mStart[j]);
                 for (long long k = mFrom[j]; k < mFrom[j + 1]; ++k) {
                     const size_t i = static_cast<size_t>(pOrder[k].mIndex);
                     if (!IsVisible(pAlpha[i]))
@@ -120,7 +124,9 @@ void DrawParticleLargeVBO_cls::PrepareNextDataPos(const ParticleForRender_cls* p
                     pOut[0] = pXYZ[3 * i];
                     pOut[1] = pXYZ[3 * i + 1];
                     pOut[2] = pXYZ[3 * i + 2];
-                    pOut += 3;
+                    if (mbSphere)
+                        pOut[3] = pSize[i];
+                    pOut += stride;
                 }
             });
         }
@@ -133,6 +139,18 @@ void DrawParticleLargeVBO_cls::PrepareNextDataST(const ParticleForRender_cls* pS
     RunQuarters([this, pSet](int j) {
         const ArrayAndIndex_cls* pOrder = pSet->mOrder.get();
         const float* pAlpha = pSet->mAlpha.get();
+        if (mbSphere) {
+            // One vec2 per instance.
+            float* pST = mpS.get() + 2 * static_cast<size_t>(mStart[j]);
+            for (long long k = mFrom[j]; k < mFrom[j + 1]; ++k) {
+                const size_t i = static_cast<size_t>(pOrder[k].mIndex);
+                if (!IsVisible(pAlpha[i]))
+                    continue;
+                *pST++ = pSet->mColorS[i];
+                *pST++ = pSet->mColorT[i];
+            }
+            return;
+        }
         float* pS = mpS.get() + mStart[j];
         float* pT = mpT.get() + mStart[j];
         for (long long k = mFrom[j]; k < mFrom[j + 1]; ++k) {
@@ -188,18 +206,23 @@ void DrawParticleLargeVBO_cls::PrepareNextDataElement(const ParticleForRender_cl
             const int i = pOrder[k].mIndex;
             if (!IsVisible(pAlpha[i]))
                 continue;
-            mCList.Add(setting, local++, pSet->mType[i], pAlpha[i]);
+            // Instances are drawn straight from the arrays: a run of spheres must be consecutive.
+            mCList.Add(setting, local++, pSet->mType[i], pAlpha[i], mbSphere);
         }
     });
 }
 
 void DrawParticleLargeVBO_cls::SetNextVBOPos() {
     Upload(mBuffer[BUF_POS], mCapacity[BUF_POS], GL_ARRAY_BUFFER, mpPos.get(),
-           static_cast<size_t>(mNumInBatch) * 3 * sizeof(float));
+           static_cast<size_t>(mNumInBatch) * (mbSphere ? 4 : 3) * sizeof(float));
 }
 
 void DrawParticleLargeVBO_cls::SetNextVBOST() {
     const size_t bytes = static_cast<size_t>(mNumInBatch) * sizeof(float);
+    if (mbSphere) {
+        Upload(mBuffer[BUF_S], mCapacity[BUF_S], GL_ARRAY_BUFFER, mpS.get(), 2 * bytes);
+        return;
+    }
     Upload(mBuffer[BUF_S], mCapacity[BUF_S], GL_ARRAY_BUFFER, mpS.get(), bytes);
     Upload(mBuffer[BUF_T], mCapacity[BUF_T], GL_ARRAY_BUFFER, mpT.get(), bytes);
 }
@@ -211,8 +234,11 @@ void DrawParticleLargeVBO_cls::SetNextVBOAlpha() {
 
 void DrawParticleLargeVBO_cls::SetNextVBOOther() {
     const size_t bytes = static_cast<size_t>(mNumInBatch) * sizeof(float);
-    Upload(mBuffer[BUF_SIZE], mCapacity[BUF_SIZE], GL_ARRAY_BUFFER, mpSize.get(), bytes);
     Upload(mBuffer[BUF_BITS], mCapacity[BUF_BITS], GL_ARRAY_BUFFER, mpBits.get(), bytes);
+    // The spheres' sizes went up with their positions.
+    if (mbSphere)
+        return;
+    Upload(mBuffer[BUF_SIZE], mCapacity[BUF_SIZE], GL_ARRAY_BUFFER, mpSize.get(), bytes);
     mbTwist = mpCSetting && mpCSetting->mbTwist;
     if (mbTwist)
         Upload(mBuffer[BUF_TWIST], mCapacity[BUF_TWIST], GL_ARRAY_BUFFER, mpTwist.get(), bytes);
@@ -222,5 +248,19 @@ void DrawParticleLargeVBO_cls::SetNextVBOElement() {
     ++mNumBatches;
     if (mNumInBatch == 0)
         mCList.Clear();
-    SetElementLists(mCList, true);
+    SetElementLists(mCList, !mbSphere);
+    if (!mbSphere)
+        return;
+    // A run of instances starts at the instance of its first entry.
+    for (int list = 0; list < 2; ++list)
+        for (ParticleRun_cls& run : mVRun[list])
+            run.mFirst = static_cast<int>(mCList.mVElement[list][static_cast<size_t>(run.mFirst)]);
+}
+
+void DrawParticleLargeVBO_cls::GetSphereSource(SphereAttribute_cls* pAttribute, int* pListBase) const {
+    pAttribute[SPHERE_POS_SIZE] = {mBuffer[BUF_POS].Get(), 4 * sizeof(float), 0};
+    pAttribute[SPHERE_ST] = {mBuffer[BUF_S].Get(), 2 * sizeof(float), 0};
+    pAttribute[SPHERE_ALPHA] = {mBuffer[BUF_ALPHA].Get(), sizeof(float), 0};
+    pAttribute[SPHERE_BITS] = {mBuffer[BUF_BITS].Get(), sizeof(int), 0};
+    pListBase[0] = pListBase[1] = 0;
 }

@@ -5,7 +5,9 @@
 // GL thread uploads the stage before and draws the batch before, so no array of the whole frame
 // ever stands in the GPU. Compacting keeps the visible particles (non-zero filter alpha, NaN
 // counting as visible) in their sorted order, each quarter of a batch at the offset the counts of
-// the quarters before give it.
+// the quarters before give it. Spheres take the same road with the arrays of their instances:
+// position and size together, S and T together, and runs of consecutive instances in place of
+// element lists.
 // Prepare... and Finish... from the GL thread, in pairs; SetNextVBO... on the GL thread after the
 // matching Finish. The workers read the render set and the setting, which must not change until
 // the last Finish.
@@ -21,8 +23,8 @@ public:
     DrawParticleLargeVBO_cls() = default;
     ~DrawParticleLargeVBO_cls() override;
 
-    // Host arrays for batch particles (growing only).
-    void Allocate(int batch, const ParticleDrawSetting_cls& setting);
+    // Host arrays for batch particles (growing only); bSphere fills them for DrawSphere.
+    void Allocate(int batch, const ParticleDrawSetting_cls& setting, bool bSphere = false);
     // Counts the visible particles of the four quarters of the batch at sorted position first,
     // then copies their positions; sets mNumInBatch and the quarter offsets.
     void PrepareNextDataPos(const ParticleForRender_cls* pSet, long long first);
@@ -54,6 +56,9 @@ public:
     int mNumBatches = 0; // batches uploaded since Allocate
     bool mbAllVisible[4] = {};
 
+protected:
+    void GetSphereSource(SphereAttribute_cls* pAttribute, int* pListBase) const override;
+
 private:
     // The four quarters of the batch at first: sorted positions [mFrom[j], mFrom[j + 1]).
     void SetQuarters(const ParticleForRender_cls* pSet, long long first);
@@ -63,6 +68,7 @@ private:
     void JoinElement();
 
     const ParticleDrawSetting_cls* mpCSetting = nullptr; // not owned: the caller's, for the draw
+    bool mbSphere = false;
     long long mFrom[5] = {};
     int mStart[4] = {};
     std::thread mThread[4];

@@ -3,14 +3,10 @@
 #include "ClassProvider_cls.h"
 #include "GLCheckError_cls.h"
 #include "ParticleForRender_cls.h"
-#include "ShaderCtrl_cls.h"
 
 #include <epoxy/gl.h>
 
 #include <algorithm>
-#include <array>
-#include <cmath>
-#include <cstdint>
 #include <cstring>
 #include <map>
 #include <utility>
@@ -19,55 +15,7 @@ namespace {
 
 constexpr int kInstanceFloats = 8;
 
-const void* Offset(size_t bytes) {
-    return reinterpret_cast<const void*>(static_cast<std::uintptr_t>(bytes));
-}
-
-using Vec3 = std::array<float, 3>;
-
-Vec3 Normalized(const Vec3& v) {
-    const float len = std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]);
-    return {v[0] / len, v[1] / len, v[2] / len};
-}
-
-void Divide(const Vec3& a, const Vec3& b, const Vec3& c, int depth, std::vector<float>& out) {
-    if (depth == 0) {
-        // On the unit sphere the normal is the position.
-        for (const Vec3* p : {&a, &b, &c})
-            out.insert(out.end(), {(*p)[0], (*p)[1], (*p)[2], (*p)[0], (*p)[1], (*p)[2]});
-        return;
-    }
-    auto mid = [](const Vec3& p, const Vec3& q) {
-        return Normalized({(p[0] + q[0]) * 0.5f, (p[1] + q[1]) * 0.5f, (p[2] + q[2]) * 0.5f});
-    };
-    const Vec3 ab = mid(a, b), bc = mid(b, c), ca = mid(c, a);
-    Divide(a, ab, ca, depth - 1, out);
-    Divide(ab, b, bc, depth - 1, out);
-    Divide(ca, bc, c, depth - 1, out);
-    Divide(ab, bc, ca, depth - 1, out);
-}
-
 } // namespace
-
-std::vector<float> DrawParticle_cls::GetVSphereMesh(int depth) {
-    depth = std::max(0, std::min(5, depth));
-    const float t = (1.f + std::sqrt(5.f)) * 0.5f;
-    const Vec3 raw[12] = {{-1, t, 0},  {1, t, 0},  {-1, -t, 0}, {1, -t, 0}, {0, -1, t},  {0, 1, t},
-                          {0, -1, -t}, {0, 1, -t}, {t, 0, -1},  {t, 0, 1},  {-t, 0, -1}, {-t, 0, 1}};
-    Vec3 v[12];
-    for (int i = 0; i < 12; ++i)
-        v[i] = Normalized(raw[i]);
-    // Counter-clockwise seen from outside.
-    static const int kFace[20][3] = {{0, 11, 5}, {0, 5, 1},  {0, 1, 7},   {0, 7, 10}, {0, 10, 11},
-                                     {1, 5, 9},  {5, 11, 4}, {11, 10, 2}, {10, 7, 6}, {7, 1, 8},
-                                     {3, 9, 4},  {3, 4, 2},  {3, 2, 6},   {3, 6, 8},  {3, 8, 9},
-                                     {4, 9, 5},  {2, 4, 11}, {6, 2, 10},  {8, 6, 7},  {9, 8, 1}};
-    std::vector<float> out;
-    out.reserve(static_cast<size_t>(20 * 3 * 6) << (2 * depth));
-    for (const auto& f : kFace)
-        Divide(v[f[0]], v[f[1]], v[f[2]], depth, out);
-    return out;
-}
 
 void DrawParticle_cls::ClearVBO() {
     ClearVBOBase();
@@ -166,122 +114,12 @@ void DrawParticle_cls::SetVBOBuffer(const ParticleForRender_cls* pSet, const Par
     SetElementLists(mCList, !bSphere);
 }
 
-void DrawParticle_cls::DrawSphere(const ParticleDrawSetting_cls& setting, const DrawInput_cls& input,
-                                  int depth) {
-    mSphereDrawCalls = 0;
-    depth = std::max(0, std::min(5, depth));
-    if (depth != mSphereDepth || !mSphereMesh) {
-        const std::vector<float> v = GetVSphereMesh(depth);
-        mSphereMesh = GLBuffer_cls::Make();
-        glBindBuffer(GL_ARRAY_BUFFER, mSphereMesh.Get());
-        glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(v.size() * sizeof(float)), v.data(),
-                     GL_STATIC_DRAW);
-        glBindBuffer(GL_ARRAY_BUFFER, 0);
-        mSphereDepth = depth;
-        mSphereVertexCount = static_cast<int>(v.size() / 6);
-    }
-    BindParticleTexture(input);
-    glEnable(GL_DEPTH_TEST);
-    glDisable(GL_LIGHTING);
-    glDisable(GL_TEXTURE_2D);
-    glColor4f(1.f, 1.f, 1.f, 1.f);
-    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
-    glBindBuffer(GL_ARRAY_BUFFER, mSphereMesh.Get());
-    glEnableClientState(GL_VERTEX_ARRAY);
-    glEnableClientState(GL_NORMAL_ARRAY);
-    glDisableClientState(GL_COLOR_ARRAY);
-    glDisableClientState(GL_TEXTURE_COORD_ARRAY);
-    glVertexPointer(3, GL_FLOAT, 6 * sizeof(float), nullptr);
-    glNormalPointer(GL_FLOAT, 6 * sizeof(float), Offset(3 * sizeof(float)));
-
-    int material = -1;
-    std::vector<GLuint> vEnabled;
-    auto bindMaterial = [&](int m) {
-        if (m == material)
-            return;
-        material = m;
-        for (GLuint loc : vEnabled) {
-            glVertexAttribDivisor(loc, 0);
-            glDisableVertexAttribArray(loc);
-        }
-        vEnabled.clear();
-        if (setting.mbOpaque[m]) {
-            glEnable(GL_CULL_FACE);
-            glCullFace(GL_BACK);
-        } else {
-            glDisable(GL_CULL_FACE);
-        }
-        SetBlend(setting.mBlend[m]);
-        if (!GpCShaderCtrl)
-            return;
-        SphereToonParam_cls params;
-        params.mEnsembleStep = input.mEnsembleStep;
-        params.mDissolveMode = input.mDissolveMode;
-        params.mLightNumber = input.mLightNumber;
-        params.mbFlat = setting.mFlat[m];
-        params.mEdgeThreshold = setting.mToonThreshold[m];
-        params.mBoldness = setting.mToonBoldness[m];
-        switch (setting.mProgram[m]) {
-        case ParticleDrawSetting_cls::PROG_SPHERE_GOURAUD:
-            GpCShaderCtrl->BeginSphereGouraud(&params);
-            break;
-        case ParticleDrawSetting_cls::PROG_SPHERE_TOON:
-            GpCShaderCtrl->BeginSphereToon(&params);
-            break;
-        default:
-            params.mNormalMode = setting.mProgram[m] == ParticleDrawSetting_cls::PROG_SPHERE_NORMAL ? 1 : 0;
-            GpCShaderCtrl->BeginSpherePhong(&params);
-            break;
-        }
-        const GLuint name = GpCShaderCtrl->GetCurrentProgram();
-        if (name == 0)
-            return;
-        glBindBuffer(GL_ARRAY_BUFFER, mInstance.Get());
-        const GLsizei stride = kInstanceFloats * sizeof(float);
-        const struct {
-            const char* strName;
-            int components;
-            size_t offset;
-        } kInstanceAttribute[] = {{"instancePosSize", 4, 0}, {"colorCurveST", 2, 4}, {"filterAlpha", 1, 6}};
-        for (const auto& a : kInstanceAttribute) {
-            const GLint loc = glGetAttribLocation(name, a.strName);
-            if (loc < 0)
-                continue;
-            glEnableVertexAttribArray(static_cast<GLuint>(loc));
-            glVertexAttribPointer(static_cast<GLuint>(loc), a.components, GL_FLOAT, GL_FALSE, stride,
-                                  Offset(a.offset * sizeof(float)));
-            glVertexAttribDivisor(static_cast<GLuint>(loc), 1);
-            vEnabled.push_back(static_cast<GLuint>(loc));
-        }
-        const GLint bits = glGetAttribLocation(name, "paramBit");
-        if (bits >= 0) {
-            glEnableVertexAttribArray(static_cast<GLuint>(bits));
-            glVertexAttribIPointer(static_cast<GLuint>(bits), 1, GL_INT, stride, Offset(7 * sizeof(float)));
-            glVertexAttribDivisor(static_cast<GLuint>(bits), 1);
-            vEnabled.push_back(static_cast<GLuint>(bits));
-        }
-        glBindBuffer(GL_ARRAY_BUFFER, mSphereMesh.Get());
-    };
-
-    int base = 0;
-    for (int list = 0; list < 2; ++list) {
-        if (list == 1 && mNumElement[1] > 0)
-            glDepthMask(GL_FALSE);
-        for (const ParticleRun_cls& run : mVRun[list]) {
-            bindMaterial(run.mMaterial);
-            glDrawArraysInstancedBaseInstance(GL_TRIANGLES, 0, mSphereVertexCount, run.mCount,
-                                              static_cast<GLuint>(base + run.mFirst));
-            ++mSphereDrawCalls;
-        }
-        base += mNumElement[list];
-    }
-    for (GLuint loc : vEnabled) {
-        glVertexAttribDivisor(loc, 0);
-        glDisableVertexAttribArray(loc);
-    }
-    glBindBuffer(GL_ARRAY_BUFFER, 0);
-    glPopClientAttrib();
-    if (GpCShaderCtrl)
-        GpCShaderCtrl->EndShader();
-    GLCheckError_cls::CheckGLError("DrawParticle::DrawSphere");
+void DrawParticle_cls::GetSphereSource(SphereAttribute_cls* pAttribute, int* pListBase) const {
+    const GLsizei stride = kInstanceFloats * sizeof(float);
+    const size_t offset[SPHERE_ATTRIBUTE_COUNT] = {0, 4, 6, 7};
+    for (int a = 0; a < SPHERE_ATTRIBUTE_COUNT; ++a)
+        pAttribute[a] = {mInstance.Get(), stride, offset[a] * sizeof(float)};
+    // The records of the second list follow those of the first.
+    pListBase[0] = 0;
+    pListBase[1] = mNumElement[0];
 }

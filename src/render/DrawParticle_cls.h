@@ -14,19 +14,15 @@ public:
     // per-instance data of the sphere draw instead of the point buffers.
     void SetVBOBuffer(const ParticleForRender_cls* pSet, const ParticleDrawSetting_cls& setting,
                       bool bSphere);
-    // Spheres of division depth "SphereDepth=": each run of consecutive particles sharing a
-    // material in sorted order is one instanced draw of the shared sphere mesh.
-    void DrawSphere(const ParticleDrawSetting_cls& setting, const DrawInput_cls& input, int depth);
     // Shadow volumes of the spheres: shadows are not drawn yet, so this passes through.
     void DrawSphereSV() {}
     // Deletes every buffer and forgets the stamps: the next SetVBOBuffer uploads all.
     void ClearVBO();
 
-    // The triangles (position, normal) of a unit icosphere divided depth times (0 to 5).
-    static std::vector<float> GetVSphereMesh(int depth);
-    int GetSphereVertexCount() const { return mSphereVertexCount; }
-    // Draw calls of the last DrawSphere.
-    int mSphereDrawCalls = 0;
+protected:
+    // One interleaved record per instance: each run of consecutive particles sharing a material
+    // in sorted order is one draw.
+    void GetSphereSource(SphereAttribute_cls* pAttribute, int* pListBase) const override;
 
 private:
     const ParticleForRender_cls* mpCStampSet = nullptr; // not owned: only compared
@@ -42,7 +38,4 @@ private:
     std::vector<float> mVInstance; // 8 per instance: x, y, z, size, S, T, alpha, bits
     GLBuffer_cls mInstance;
     size_t mInstanceCapacity = 0;
-    GLBuffer_cls mSphereMesh;
-    int mSphereDepth = -1;
-    int mSphereVertexCount = 0;
 };

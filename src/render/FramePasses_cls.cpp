@@ -15,6 +15,7 @@
 #include "GLPerspective_cls.h"
 #include "GetPC_cls.h"
 #include "Hittest_cls.h"
+#include "ImageComposer_cls.h"
 #include "MeshDraw_cls.h"
 #include "MotionBlurCtrl_cls.h"
 #include "ParticleDraw_cls.h"
@@ -24,6 +25,7 @@
 #include "ShaderCtrl_cls.h"
 #include "ShadowVolumeCtrl_cls.h"
 #include "StereoProp_cls.h"
+#include "Stereogram_cls.h"
 #include "TextDraw_cls.h"
 #include "TimeCtrl_cls.h"
 #include "VBOBaseObject_cls.h"
@@ -33,6 +35,7 @@
 #include "VBOSphere_cls.h"
 #include "VBOWireObject_cls.h"
 #include "View3D_cls.h"
+#include "WideCamera_cls.h"
 #include "World_cls.h"
 
 #include <epoxy/gl.h>
@@ -209,9 +212,7 @@ int FramePasses_cls::GetPercent(int a, int n, int b, int m, int c, int k) {
 }
 
 int FramePasses_cls::GetFitIndex(int cameraType, double aspect) {
-    const bool bWhole = cameraType == 2 || cameraType == 3 || cameraType == 5;
-    const int fit = aspect < 1.0 ? 1 : 0;
-    return bWhole ? 1 - fit : fit;
+    return WideCamera_cls::GetFitIndex(cameraType, aspect);
 }
 
 const ColorProvider_cls& FramePasses_cls::GetColorProvider() const {
@@ -236,7 +237,7 @@ void FramePasses_cls::SetCameraInfo() {
     }
 }
 
-void FramePasses_cls::SetModelViewForEachFBO(int eyeType, int eye, int, int ensembleStep, int) {
+void FramePasses_cls::SetModelViewForEachFBO(int eyeType, int eye, int part, int ensembleStep, int wideType) {
     mPosDirDrawNow = mPosDirNow;
     mPosDirDrawNext = mPosDirNext;
     Camera_cls* pCamera = GetPCCamera();
@@ -248,8 +249,31 @@ void FramePasses_cls::SetModelViewForEachFBO(int eyeType, int eye, int, int ense
         pCamera->GetPCFocalBlurProp()->BlurRotate(&mPosDirDrawNow, ensembleStep, mTime);
         pCamera->GetPCFocalBlurProp()->BlurRotate(&mPosDirDrawNext, ensembleStep, mTime);
     }
-    // The wide-angle camera turns the pose per part here once it exists; one part needs nothing.
+    const double tilt = IsCameraDriving() ? pCamera->GetPCCameraProp()->GetDomeTilt(mTime) : 0.0;
+    WideCamera_cls::ModifyCamera(&mPosDirDrawNow, part, wideType, tilt);
+    WideCamera_cls::ModifyCamera(&mPosDirDrawNext, part, wideType, tilt);
     GLPerspective_cls::SetModelView(mPosDirDrawNow, mPosDirDrawNow);
+}
+
+void FramePasses_cls::ShiftFrustumForEye(int eye, double angle) {
+    Camera_cls* pCamera = GetPCCamera();
+    StereoProp_cls* pStereo = pCamera ? pCamera->GetPCStereoProp() : nullptr;
+    if (!pStereo || pStereo->GetStereoType() != 1)
+        return;
+    // "Off Axis": the eyes look in parallel through frusta shifted so that they meet on the plane
+    // in focus, where the parallax is zero.
+    const double focus = pStereo->GetFocusDistance(mTime);
+    const double halfTan = tan(angle * kPi / 180.0 * 0.5);
+    if (focus <= 0.0 || halfTan <= 0.0)
+        return;
+    const double shift = pStereo->GetEyeShift(eye, mTime) / (focus * halfTan);
+    GLdouble projection[16];
+    glMatrixMode(GL_PROJECTION);
+    glGetDoublev(GL_PROJECTION_MATRIX, projection);
+    glLoadIdentity();
+    glTranslated(shift, 0.0, 0.0);
+    glMultMatrixd(projection);
+    glMatrixMode(GL_MODELVIEW);
 }
 
 void FramePasses_cls::ClearBuffer(const wxString& strColorName) {
@@ -369,8 +393,8 @@ FBO_cls* FramePasses_cls::GetNewPCFilterProcessed(FBO_cls* pSource, const std::v
 void FramePasses_cls::ReleaseProcessed() {
     FrameFilter_ifc* pChain = FrameFilter_ifc::GetPCInstalled();
     if (mbProcessedOwned && pChain) {
-        // Two eyes: the shown image is the left eye's until the stereogram exists.
-        if (mpCFBOProcessed != mpCFBOProcessedEye[0])
+        // Two eyes: the shown image is the left eye's or the frame's own stereogram.
+        if (mpCFBOProcessed != mpCFBOProcessedEye[0] && mpCFBOProcessed != mpCFBOStereo.get())
             pChain->ReleaseProcessed(mpCFBOProcessed);
         for (FBO_cls*& p : mpCFBOProcessedEye)
             pChain->ReleaseProcessed(p);
@@ -464,9 +488,16 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
     FBO_cls* pRecords[2] = {nullptr, nullptr};
     for (int i = 0; GpCFrameOutput && i < recordCount; ++i)
         pRecords[i] = GpCFrameOutput->GetPCNewFBOForRecord(size, this);
-    // The wide-angle camera gives one part of the plain camera's angle until it exists.
-    const int parts = 1;
-    const double degreeV = angle;
+    // The wide types render their faces at the first-pass size and gather them into the target.
+    WideCamera_cls* pWide = GpCWideCamera;
+    const int parts = pWide ? WideCamera_cls::GetFBONum(cameraType) : 1;
+    const double degreeV = pWide ? WideCamera_cls::GetDegreeV(cameraType, angle) : angle;
+    if (pWide) {
+        Camera_cls* pCamera = IsCameraDriving() ? GetPCCamera() : nullptr;
+        const int size1st =
+            mpCView->GetBufferSize1st(pCamera ? pCamera->GetPCCameraProp()->Get1stBufSizeIdx() : -1);
+        pWide->SetRenderPartParam(size1st, 16, parts, bEnsemble, this);
+    }
     if (eyes == 2) {
         for (int eye = 0; eye < 2; ++eye) {
             mpCFBOEye[eye]->SetGeometryFBO(size, size);
@@ -495,7 +526,9 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
                 for (int part = 0; part < parts; ++part) {
                     for (int pass = 0; pass < passes; ++pass) {
                         const bool bDepthPass = pass == 1;
-                        FBO_cls* pFBO = bDepthPass ? mpCFBODepth.get() : pTarget;
+                        FBO_cls* pFBO = bDepthPass ? mpCFBODepth.get()
+                                        : pWide    ? pWide->GetPCFBO(cameraType, part, pTarget)
+                                                   : pTarget;
                         const int first = bDepthPass ? 0 : shadow.GetFirstStep();
                         const int steps = bDepthPass ? 1 : ensembleSamples;
                         for (int shadowStep = first; shadowStep < shadow.GetEndStep(); ++shadowStep) {
@@ -509,6 +542,10 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
                                     GpCEnsembleCtrl->SetEnsembleStep(ensembleStep);
                                 BeginFBOAndSetStatus(pFBO, shadowStep == first ? "GLBG" : "Black", degreeV,
                                                      vMinMax[0], vMinMax[1], bDepthPass);
+                                if (pWide)
+                                    pWide->ModifyViewportIfNeeded(cameraType, part);
+                                if (eyeType != 0 && cameraType == 0)
+                                    ShiftFrustumForEye(eye, degreeV);
                                 SetModelViewForEachFBO(eyeType, eye, part, ensembleStep, cameraType);
                                 if (GpCShaderCtrl)
                                     GpCShaderCtrl->PrepareViewportInfo();
@@ -535,7 +572,8 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
                             shadow.SetShadowVolumeStep(0, 0);
                     }
                 }
-                // Several wide-angle parts are gathered into the target here once they exist.
+                if (parts > 1)
+                    pWide->GatherPart(pTarget, cameraType, angle);
                 pTarget->Begin(false, false);
                 Camera_cls* pCamera = GetPCCamera();
                 const bool bRecording = GpCTimeCtrl && GpCTimeCtrl->IsOutputRunning();
@@ -553,15 +591,29 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
                 GpCFrameOutput->DrawFromBuffer(Accumulation_enum::MotionBlur, pTarget);
             if (GpCBlurCtrl)
                 GpCBlurCtrl->SetBlurStep(0);
-            // Two composite images are stored and overlapped here once the image composer exists.
+            if (compositeNum == 2 && GpCImageComposer) {
+                if (composite == 0)
+                    GpCImageComposer->StoreInBuffer(pTarget, mpCFBOComposite.get());
+                else
+                    GpCImageComposer->OverlapBuffer(pTarget, mpCFBOComposite.get());
+            }
         }
         if (eyes == 2)
             mpCFBOProcessedEye[eye] = GetNewPCFilterProcessed(pTarget, vPasspartout);
     }
-    // Two eyes are merged into one stereo image here once the stereogram exists; until then
-    // the frame shows the left eye.
-    mpCFBOProcessed =
-        eyes == 2 ? mpCFBOProcessedEye[0] : GetNewPCFilterProcessed(mpCFBOMain.get(), vPasspartout);
+    // Two eyes: the anaglyphs and side by side are merged into a stereogram of the frame's own;
+    // the other types show the left eye here (the scan-line type draws both on the window).
+    const bool bMerge = eyes == 2 && GpCStereogram && (eyeType == 4 || eyeType == 5 || eyeType == 6);
+    if (bMerge) {
+        if (!mpCFBOStereo)
+            mpCFBOStereo = std::make_unique<FBO_cls>(size, size, this);
+        mpCFBOStereo->SetGeometryFBO(size, size);
+        mpCFBOStereo->MakeFBO(true, false);
+        GpCStereogram->MergeStereogram(mpCFBOProcessedEye, mpCFBOStereo.get(), eyeType);
+    }
+    mpCFBOProcessed = bMerge      ? mpCFBOStereo.get()
+                      : eyes == 2 ? mpCFBOProcessedEye[0]
+                                  : GetNewPCFilterProcessed(mpCFBOMain.get(), vPasspartout);
 
     const int fit = GetFitIndex(cameraType, static_cast<double>(visibleWidth) / visibleHeight);
     if (pRecords[0]) {
@@ -575,7 +627,10 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
     // The navigator is drawn here once it exists.
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, targetFramebuffer);
     const int yOffset = static_cast<int>((clientHeight - visibleHeight) * 0.5);
-    mpCFBOProcessed->DrawOnScreen2DFit(clientWidth, clientHeight, fit, false, yOffset);
+    if (eyes == 2 && eyeType == 3 && GpCStereogram)
+        GpCStereogram->DrawScanLineOnScreen(mpCFBOProcessedEye, clientWidth, clientHeight, fit, yOffset);
+    else
+        mpCFBOProcessed->DrawOnScreen2DFit(clientWidth, clientHeight, fit, false, yOffset);
     ReleaseProcessed();
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, 0);
     CheckGLError("PAINT END");

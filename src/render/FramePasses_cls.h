@@ -120,6 +120,8 @@ public:
 private:
     void SetCameraInfo();
     void SetModelViewForEachFBO(int eyeType, int eye, int part, int ensembleStep, int wideType);
+    // With "Off Axis" stereo, shifts the projection of the eye so the eyes meet at the focus.
+    void ShiftFrustumForEye(int eye, double angle);
     void BeginFBOAndSetStatus(FBO_cls* pFBO, const wxString& strClearColor, double angle, double zNear,
                               double zFar, bool bDepthTexture);
     void ClearBuffer(const wxString& strColorName);
@@ -146,6 +148,8 @@ private:
     std::unique_ptr<FBO_cls> mpCFBOEye[2];
     std::unique_ptr<FBO_cls> mpCFBOEyeDepth[2];
     std::unique_ptr<FBO_cls> mpCFBOComposite;
+    // The merged picture of two eyes, kept from frame to frame.
+    std::unique_ptr<FBO_cls> mpCFBOStereo;
     // Made by the filter chain and freed at the end of the paint; with no chain installed they
     // are the rendered buffers themselves, not owned.
     FBO_cls* mpCFBOProcessedEye[2] = {nullptr, nullptr};

@@ -91,7 +91,7 @@ int ParticleDraw_cls::GetNumBatches(const Particle_cls* p) const {
 }
 int ParticleDraw_cls::GetSphereDrawCalls(const Particle_cls* p) const {
     const Object_cls* o = FindObject(p);
-    return o ? o->mCNormal.mSphereDrawCalls : 0;
+    return !o ? 0 : o->mbLastLarge ? o->mCLarge.mSphereDrawCalls : o->mCNormal.mSphereDrawCalls;
 }
 GLuint ParticleDraw_cls::GetColorTable(const Particle_cls* p) const {
     const Object_cls* o = FindObject(p);
@@ -377,44 +377,43 @@ void ParticleDraw_cls::GLDraw(Particle_cls& obj, GLDrawStatus_cls& status) {
     glEnable(GL_DEPTH_TEST);
     if (!obj.mCDepthMask.GetBodyBOOL())
         glDepthMask(GL_FALSE);
-    if (bSphere) {
-        if (GpCShadowVolumeCtrl && GpCShadowVolumeCtrl->GetPhase() == 1) {
-            if (obj.mCCastShadow.GetBodyBOOL())
-                o.mCNormal.DrawSphereSV();
-        } else {
-            o.mCNormal.SetVBOBuffer(obj.mpCCurrent.get(), setting, true);
-            o.mCNormal.DrawSphere(setting, input, static_cast<int>(obj.mCSphereDepth.GetBodyINT()));
-        }
+    if (bSphere && GpCShadowVolumeCtrl && GpCShadowVolumeCtrl->GetPhase() == 1) {
+        if (obj.mCCastShadow.GetBodyBOOL())
+            o.mCNormal.DrawSphereSV();
     } else {
-        DrawPointsAll(obj, o, setting, input, bBillboard);
+        const DrawType_enum type = bSphere ? DRAW_SPHERE : bBillboard ? DRAW_BILLBOARD : DRAW_POINT;
+        DrawAll(obj, o, setting, input, type);
     }
     glPopAttrib();
     // The spare set must be finished before the next draw looks at it.
     obj.WaitPrepareNext();
 }
 
-void ParticleDraw_cls::DrawPointsAll(Particle_cls& obj, Object_cls& o, const ParticleDrawSetting_cls& setting,
-                                     const DrawParticleBase_cls::DrawInput_cls& input, bool bBillboard) {
+void ParticleDraw_cls::DrawAll(Particle_cls& obj, Object_cls& o, const ParticleDrawSetting_cls& setting,
+                               const DrawParticleBase_cls::DrawInput_cls& input, DrawType_enum type) {
     const ParticleForRender_cls* pSet = obj.mpCCurrent.get();
     GLint mode = GL_RENDER;
     glGetIntegerv(GL_RENDER_MODE, &mode);
     const int batch = GetBatchSize();
     o.mbLastLarge = mode == GL_RENDER && batch < pSet->mNumber;
+    const int depth = static_cast<int>(obj.mCSphereDepth.GetBodyINT());
     auto draw = [&](DrawParticleBase_cls& d) {
-        if (bBillboard)
+        if (type == DRAW_SPHERE)
+            d.DrawSphere(setting, input, depth);
+        else if (type == DRAW_BILLBOARD)
             d.DrawBillboards(setting, input);
         else
             d.DrawPoints(setting, input);
     };
     if (!o.mbLastLarge) {
-        o.mCNormal.SetVBOBuffer(pSet, setting, false);
+        o.mCNormal.SetVBOBuffer(pSet, setting, type == DRAW_SPHERE);
         draw(o.mCNormal);
         return;
     }
     // The batch before is drawn while the workers compact the next, and each stage is uploaded
     // while the workers compute the one after it.
     DrawParticleLargeVBO_cls& large = o.mCLarge;
-    large.Allocate(batch, setting);
+    large.Allocate(batch, setting, type == DRAW_SPHERE);
     bool bDrawn = false;
     for (long long first = 0; first < pSet->mNumber; first += batch) {
         if (TimeCtrl_cls::msbForceAbort.load(std::memory_order_acquire))

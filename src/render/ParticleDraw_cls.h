@@ -73,8 +73,10 @@ private:
     void UpdateColorTable(Particle_cls& obj, Object_cls& o, const ParticleDrawSetting_cls& setting,
                           double nt);
     void UpdateImages(Particle_cls& obj, Object_cls& o);
-    void DrawPointsAll(Particle_cls& obj, Object_cls& o, const ParticleDrawSetting_cls& setting,
-                       const DrawParticleBase_cls::DrawInput_cls& input, bool bBillboard);
+    enum DrawType_enum { DRAW_POINT, DRAW_BILLBOARD, DRAW_SPHERE };
+    // The frame in one buffer, or in batches when it has more particles than one batch.
+    void DrawAll(Particle_cls& obj, Object_cls& o, const ParticleDrawSetting_cls& setting,
+                 const DrawParticleBase_cls::DrawInput_cls& input, DrawType_enum type);
 
     TextureProvider_cls* mpCTextures;
     std::map<const Particle_cls*, Object_cls> mMapObject;

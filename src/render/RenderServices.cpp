@@ -3,12 +3,15 @@
 #include "ColorProvider_cls.h"
 #include "FramePasses_cls.h"
 #include "GLDrawKinds_cls.h"
+#include "ImageComposer_cls.h"
 #include "OwnedService_cls.h"
 #include "ShaderCtrl_cls.h"
 #include "ShaderItem_cls.h"
 #include "ShadowVolumeCtrl_cls.h"
+#include "Stereogram_cls.h"
 #include "TextureProvider1D_cls.h"
 #include "TextureProvider_cls.h"
+#include "WideCamera_cls.h"
 
 #include <wx/filefn.h>
 
@@ -54,6 +57,10 @@ void RegisterRenderServices() {
     OwnedService_cls::Register(SVC_TextureProvider, GpCTextureProvider);
     OwnedService_cls::Register(SVC_TextureProvider1D, GpCTextureProvider1D);
     OwnedService_cls::Register(SVC_ShadowVolumeCtrl, GpCShadowVolumeCtrl);
+    // The wide camera's faces and display lists are made in the frame, on the GL thread.
+    OwnedService_cls::Register(SVC_WideCamera, GpCWideCamera);
+    OwnedService_cls::Register(SVC_ImageComposer, GpCImageComposer);
+    OwnedService_cls::Register(SVC_Stereogram, GpCStereogram);
     // The window makes the shared buffers once its context is current and frees every GL object
     // before that context goes: the programs and textures go with fresh services in their place,
     // which build again lazily in a later context.
@@ -62,5 +69,6 @@ void RegisterRenderServices() {
         RenewService(GpCShaderCtrl);
         RenewService(GpCTextureProvider);
         RenewService(GpCTextureProvider1D);
+        RenewService(GpCWideCamera);
     });
 }

@@ -21,6 +21,7 @@
 #include <vector>
 
 class Attribute_cls;
+class DataSequence_cls;
 class ParentObj_cls;
 class SceneObj_cls;
 
@@ -55,6 +56,8 @@ public:
         std::function<double(SceneObj_cls*)> mFuncUsedMemoryMB;
         std::function<void(SceneObj_cls*)> mFuncPrefetch;
         std::function<void(SceneObj_cls*)> mFuncRelease;
+        // The data sequence a data viewer shows (the timeline draws its steps); unset: none.
+        std::function<DataSequence_cls*(SceneObj_cls*)> mFuncDataSequence;
 
         // ---- attributes ----
         // Null when the kind does not fit the object.

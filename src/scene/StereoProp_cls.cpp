@@ -41,15 +41,21 @@ double StereoProp_cls::GetFocusDistance(double t) {
     return GetFirst(GetPCParamGroup("FocusDistance"), t, 10.0);
 }
 
-void StereoProp_cls::StereoRotate(PositionAndDirection_cls* pPose, int eye, double t) {
+double StereoProp_cls::GetEyeShift(int eye, double t) {
     const int eyeType = GetEyeType();
-    if (!pPose || eyeType == 0)
-        return;
+    if (eyeType == 0)
+        return 0.0;
     if (eyeType == 1)
         eye = 0;
     else if (eyeType == 2)
         eye = 1;
-    const double half = GetEyeSeparation(t) * 0.5 * (eye == 0 ? -1.0 : 1.0);
+    return GetEyeSeparation(t) * 0.5 * (eye == 0 ? -1.0 : 1.0);
+}
+
+void StereoProp_cls::StereoRotate(PositionAndDirection_cls* pPose, int eye, double t) {
+    if (!pPose || GetEyeType() == 0)
+        return;
+    const double half = GetEyeShift(eye, t);
     double focus[3];
     const double dist = GetFocusDistance(t);
     for (int i = 0; i < 3; ++i)

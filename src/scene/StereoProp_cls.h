@@ -19,6 +19,9 @@ public:
     int GetEyeType() const;
     double GetEyeSeparation(double t);
     double GetFocusDistance(double t);
+    // How far the eye that is drawn for `eye` stands right of the camera (negative: left): half
+    // the separation; eye type 1 or 2 draws the left or the right eye whatever eye is asked.
+    double GetEyeShift(int eye, double t);
     // Moves the pose to eye 0 (left) or 1 (right): half the separation along the right vector.
     // Eye type 1 or 2 draws one eye, the left or the right, whatever eye is asked. "Toe-in"
     // turns the eye to the point in focus; "Off Axis" keeps the direction, the frustum shift is

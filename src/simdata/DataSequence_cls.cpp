@@ -196,6 +196,15 @@ DataSnap_cls* DataSequence_cls::GetPCSnap(int index) const {
     return slot < 0 ? nullptr : mSnaps[slot].get();
 }
 
+DataSequence_cls::StepState_enum DataSequence_cls::GetStepState(int index) const {
+    if (index < 0 || index >= GetSnapCount())
+        return STEP_ABSENT;
+    const DataSnap_cls* pSnap = mSnaps[index].get();
+    if (!pSnap || !pSnap->mReadStarted)
+        return STEP_ON_DISK;
+    return pSnap->IsReading() ? STEP_READING : STEP_IN_MEMORY;
+}
+
 int DataSequence_cls::GetTotalUsedMemoryMB() {
     long long bytes = 0;
     for (const auto& pSnap : mSnaps)

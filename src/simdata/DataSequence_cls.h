@@ -67,6 +67,10 @@ public:
     virtual int GetTotalUsedMemoryMB();
     // Number of slots (0 before counting).
     int GetSnapCount() const { return static_cast<int>(mSnaps.size()); }
+    // What the timeline shows of a step: no such step, a step on disk not in memory, a step
+    // being read, a step in memory.
+    enum StepState_enum { STEP_ABSENT = 0, STEP_ON_DISK, STEP_READING, STEP_IN_MEMORY };
+    StepState_enum GetStepState(int index) const;
     // The file name of step index: by the single rule with the lookup script, or the plain path
     // when the sequence is switched off.
     wxString GetStrFileOfIndex(int index) const;

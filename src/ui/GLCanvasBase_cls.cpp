@@ -10,7 +10,8 @@ wxGLContext* GLCanvasBase_cls::mspCGLContext = nullptr;
 int GLCanvasBase_cls::msCanvasCount = 0;
 
 namespace {
-const int kAttribList[] = {WX_GL_RGBA, WX_GL_DOUBLEBUFFER, WX_GL_DEPTH_SIZE, 24, 0};
+// The stencil carries the stripes of the scan-line stereogram on the window.
+const int kAttribList[] = {WX_GL_RGBA, WX_GL_DOUBLEBUFFER, WX_GL_DEPTH_SIZE, 24, WX_GL_STENCIL_SIZE, 8, 0};
 } // namespace
 
 GLCanvasBase_cls::GLCanvasBase_cls(wxWindow* pParent)

@@ -9,7 +9,6 @@
 #include "wxLogGuiEX.h"
 #include "wxPanelEX.h"
 
-#include <wx/image.h>
 #include <wx/log.h>
 #include <wx/tooltip.h>
 
@@ -34,12 +33,7 @@ bool MyApp::OnInit() {
     wxLocale::AddCatalogLookupPathPrefix("./locale");
     mLocale.AddCatalog("Orvantis4");
 
-    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
-        wxImage::AddHandler(new wxPNGHandler);
-    if (!wxImage::FindHandler(wxBITMAP_TYPE_JPEG))
-        wxImage::AddHandler(new wxJPEGHandler);
-    if (!wxImage::FindHandler(wxBITMAP_TYPE_TIFF))
-        wxImage::AddHandler(new wxTIFFHandler);
+    // The image handlers were registered with the output layer's services.
 
     // The services were registered by the program's entry before the toolkit started.
     mpCMain = new Main_cls();

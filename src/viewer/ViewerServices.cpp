@@ -25,6 +25,9 @@ template <class Kind_T> KindTable_cls::Entry_cls& RegisterViewer(const char* pCl
     };
     entry.mFuncPrefetch = [](SceneObj_cls* p) { static_cast<Kind_T*>(p)->PrefetchData(); };
     entry.mFuncRelease = [](SceneObj_cls* p) { static_cast<Kind_T*>(p)->ReleaseMemoryData(); };
+    entry.mFuncDataSequence = [](SceneObj_cls* p) -> DataSequence_cls* {
+        return &static_cast<Kind_T*>(p)->mCSequence;
+    };
     return entry;
 }
 

@@ -241,8 +241,8 @@ TEST_F(FilterSceneTest, WithTwoEyesTheChainRunsForEachEyeOverTheSameDepth) {
     Repaint();
     const float plain = At(128, 128).r;
     ASSERT_NEAR(plain, 0.5f, 0.05f);
-    // A depth filter and an exposure: each eye's image is processed, and the shown one (the left
-    // eye's until the stereogram exists) is the processed one.
+    // A depth filter and an exposure: each eye's image is processed, and the shown one (the
+    // red-cyan stereogram, whose red is the left eye's) is made of the processed ones.
     Run("FilterCtrl::New::FilterDepth_cls::D\nFilterCtrl::New::Exposure_cls::E");
     SetGroup("E", "Level", 0.0, 27.0);
     const long long before = mpPasses->GetDrawCount();

@@ -1,11 +1,14 @@
 #include "BatchProcess.h"
+#include "ImageFile_cls.h"
 #include "ReadPNG_cls.h"
 #include "TestSupport.h"
 
 #include <gtest/gtest.h>
 #include <wx/dir.h>
+#include <wx/image.h>
 
 #include <chrono>
+#include <fstream>
 #include <map>
 #include <thread>
 
@@ -28,13 +31,43 @@ int CountFiles(const wxString& strDir, const wxString& strSpec) {
     return static_cast<int>(astr.size());
 }
 
-std::vector<std::string> Args(const TempDir_cls& dir, const std::string& strFrames,
-                              std::vector<std::string> vStrMore = {}) {
-    std::vector<std::string> v = {kDemo,      "--out",   dir.Path("f%04d.png").utf8_string(),
+// A quiet run of the project into the folder.
+std::vector<std::string> ProjectArgs(const std::string& strProject, const TempDir_cls& dir,
+                                     const std::string& strFrames, const std::string& strSize,
+                                     std::vector<std::string> vStrMore = {},
+                                     const char* pName = "f%04d.png") {
+    std::vector<std::string> v = {strProject, "--out",   dir.Path(pName).utf8_string(),
                                   "--frames", strFrames, "--size",
-                                  "64x36",    "--quiet"};
+                                  strSize,    "--quiet"};
     v.insert(v.end(), vStrMore.begin(), vStrMore.end());
     return v;
+}
+
+std::vector<std::string> Args(const TempDir_cls& dir, const std::string& strFrames,
+                              std::vector<std::string> vStrMore = {}) {
+    return ProjectArgs(kDemo, dir, strFrames, "64x36", vStrMore);
+}
+
+// The project rendered in `count` shards, one after the other, into the folder.
+::testing::AssertionResult RunInShards(const std::string& strProject, const TempDir_cls& dir,
+                                       const std::string& strFrames, const std::string& strSize, int count,
+                                       const char* pName = "f%04d.png") {
+    for (int shard = 0; shard < count; ++shard) {
+        std::string strLog;
+        const std::string strShard = std::to_string(shard) + "/" + std::to_string(count);
+        if (BatchProcess_cls::Run(
+                ProjectArgs(strProject, dir, strFrames, strSize, {"--shard", strShard}, pName), strLog) != 0)
+            return ::testing::AssertionFailure() << "shard " << strShard << ": " << strLog;
+    }
+    return ::testing::AssertionSuccess();
+}
+
+// Writes the project text into the folder and gives its path.
+std::string WriteProject(const TempDir_cls& dir, const std::string& strName, const std::string& strText) {
+    const std::string strPath = dir.Path(strName).utf8_string();
+    std::ofstream out(strPath);
+    out << strText;
+    return strPath;
 }
 
 // Skips the test when this machine gives no GL context (the batch says so with exit code 2).
@@ -177,7 +210,16 @@ TEST(BatchTest, ExitCodes) {
          {},
          2,
          "does not exist"},
-        {"unknown format", {kDemo, "--out", dir.Path("f%04d.xyz").utf8_string()}, {}, 2, "no writer for"},
+        {"an 8-bit format of the toolkit's handlers, with no display",
+         {kDemo, "--out", dir.Path("ok%04d.tif").utf8_string(), "--frames", "0-1", "--size", "8x8"},
+         {"DISPLAY="},
+         0,
+         "3 written, 0 skipped, 0 failed"},
+        {"unknown format",
+         {kDemo, "--out", dir.Path("f%04d.xyz").utf8_string()},
+         {},
+         2,
+         "no writer for f%04d.xyz (png"},
         {"no GL context", {kDemo, "--out", strOut}, {"LIBGL_DRIVERS_PATH=/nonexistent"}, 2, "no GL context"},
     };
     for (const Case_cls& c : cases) {
@@ -191,6 +233,11 @@ TEST(BatchTest, ExitCodes) {
     }
     // The refused frame kept no claim; the others were written.
     EXPECT_EQ(CountFiles(dir.mStrPath, "*.claim"), 0);
+    // Where GL drew (the PNG case wrote its files), the TIFF reads back at its size.
+    if (wxFileExists(dir.Path("ok0001.png"))) {
+        ImageFile_cls::RegisterImageHandlers();
+        EXPECT_EQ(wxImage(dir.Path("ok0001.tif")).GetSize(), wxSize(8, 8));
+    }
 }
 
 TEST(BatchTest, VideoNeedsFfmpeg) {
@@ -229,20 +276,12 @@ TEST(BatchTest, ParticleProjectInShardsMatchesOneRun) {
     // frame from scratch whatever frame the worker rendered before.
     const std::string strMelt = std::string(ORV_SOURCE_DIR) + "/examples/lammps/melt.ovp";
     TempDir_cls one, shards;
-    auto args = [&](const TempDir_cls& dir, std::vector<std::string> vMore) {
-        std::vector<std::string> v = {strMelt,    "--out",  dir.Path("m%04d.png").utf8_string(),
-                                      "--frames", "0-4",    "--size",
-                                      "48x48",    "--quiet"};
-        v.insert(v.end(), vMore.begin(), vMore.end());
-        return v;
-    };
     std::string strLog;
-    const int code = BatchProcess_cls::Run(args(one, {}), strLog);
+    const int code =
+        BatchProcess_cls::Run(ProjectArgs(strMelt, one, "0-4", "48x48", {}, "m%04d.png"), strLog);
     SKIP_WITHOUT_GL(code, strLog);
     ASSERT_EQ(code, 0) << strLog;
-    for (int shard = 0; shard < 3; ++shard)
-        ASSERT_EQ(BatchProcess_cls::Run(args(shards, {"--shard", std::to_string(shard) + "/3"}), strLog), 0)
-            << strLog;
+    ASSERT_TRUE(RunInShards(strMelt, shards, "0-4", "48x48", 3, "m%04d.png"));
     const auto vOne = Files(one.mStrPath);
     EXPECT_EQ(vOne.size(), 9u);
     EXPECT_TRUE(Files(shards.mStrPath) == vOne);
@@ -257,25 +296,13 @@ TEST(BatchTest, EveryFilterShowsInTheFilesWhichStayIdenticalAcrossRunsAndShards)
                                "Legend_cls", "FocalBlur_cls", "SSAO_cls", "FilterDepth_cls"})
         strProject +=
             std::string("FilterCtrl::New::") + pClass + "::" + std::string(pClass).substr(0, 4) + "\n";
-    const std::string strPath = project.Path("filtered.ovp").utf8_string();
-    {
-        std::ofstream out(strPath);
-        out << strProject;
-    }
-    auto args = [&](const std::string& strProjectPath, const TempDir_cls& dir,
-                    std::vector<std::string> vMore) {
-        std::vector<std::string> v = {strProjectPath, "--out",  dir.Path("f%04d.png").utf8_string(),
-                                      "--frames",     "0-3",    "--size",
-                                      "64x36",        "--quiet"};
-        v.insert(v.end(), vMore.begin(), vMore.end());
-        return v;
-    };
+    const std::string strPath = WriteProject(project, "filtered.ovp", strProject);
     std::string strLog;
-    int code = BatchProcess_cls::Run(args(kDemo, plain, {}), strLog);
+    int code = BatchProcess_cls::Run(Args(plain, "0-3"), strLog);
     SKIP_WITHOUT_GL(code, strLog);
     ASSERT_EQ(code, 0) << strLog;
-    ASSERT_EQ(BatchProcess_cls::Run(args(strPath, one, {}), strLog), 0) << strLog;
-    ASSERT_EQ(BatchProcess_cls::Run(args(strPath, two, {}), strLog), 0) << strLog;
+    ASSERT_EQ(BatchProcess_cls::Run(ProjectArgs(strPath, one, "0-3", "64x36"), strLog), 0) << strLog;
+    ASSERT_EQ(BatchProcess_cls::Run(ProjectArgs(strPath, two, "0-3", "64x36"), strLog), 0) << strLog;
     const auto reference = Files(one.mStrPath);
     ASSERT_EQ(reference.size(), 7u); // half frames 0 to 3
     EXPECT_TRUE(Files(two.mStrPath) == reference) << "two runs with every filter differ";
@@ -284,10 +311,76 @@ TEST(BatchTest, EveryFilterShowsInTheFilesWhichStayIdenticalAcrossRunsAndShards)
     ASSERT_EQ(vPlain.size(), reference.size());
     for (const auto& file : reference)
         EXPECT_NE(file.second, vPlain.at(file.first)) << file.first;
-    for (int shard = 0; shard < 3; ++shard)
-        ASSERT_EQ(
-            BatchProcess_cls::Run(args(strPath, shards, {"--shard", std::to_string(shard) + "/3"}), strLog),
-            0)
-            << strLog;
+    ASSERT_TRUE(RunInShards(strPath, shards, "0-3", "64x36", 3));
     EXPECT_TRUE(Files(shards.mStrPath) == reference) << "shards with every filter differ from one run";
+}
+
+TEST(BatchTest, EquirectangularAnimationInShardsMatchesOneRun) {
+    // The demo seen through its camera as a 360 degree image: the camera stands 1 above and 6
+    // in front of the planet, which moves to x = 4 by frame 60.
+    TempDir_cls project, one, shards;
+    const std::string strPath = WriteProject(
+        project, "360.ovp",
+        ReadBytes(kDemo) + "SceneObjCtrl::Obj::Camera::Position::y::Key::0::SetValue::1\n"
+                           "SceneObjCtrl::Obj::Camera::Position::z::Key::0::SetValue::6\n"
+                           "ConfItemList::Begin::SceneObj::Camera::CameraProp\nCameraType=6\n"
+                           "1stBufSizeIdx=0\nConfItemList::End\nConfItemList::Begin::View3D\n"
+                           "Follow=1\nCamera=Camera\nDispGrid=0\nDispLightCam=0\nConfItemList::End\n");
+    std::string strLog;
+    const int code = BatchProcess_cls::Run(ProjectArgs(strPath, one, "0-60:60", "128x64"), strLog);
+    SKIP_WITHOUT_GL(code, strLog);
+    ASSERT_EQ(code, 0) << strLog;
+    const auto reference = Files(one.mStrPath);
+    ASSERT_EQ(reference.size(), 3u);
+    ASSERT_TRUE(RunInShards(strPath, shards, "0-60:60", "128x64", 3));
+    EXPECT_TRUE(Files(shards.mStrPath) == reference) << "360 degree shards differ from one run";
+    // Ahead is the middle of the image: the planet there at frame 0, 34 degrees to the right
+    // (12 pixels of 128 for 360) at frame 60.
+    PNGImage_cls a, b;
+    ASSERT_TRUE(ReadPNG_cls::ReadPNG(one.Path("f0000.png"), a));
+    ASSERT_TRUE(ReadPNG_cls::ReadPNG(one.Path("f0120.png"), b));
+    ASSERT_EQ(a.mWidth, 128);
+    auto red = [](const PNGImage_cls& image, int x, int y) {
+        return image.mVRGB8[(y * image.mWidth + x) * 3];
+    };
+    const int row = 35; // 9.5 degrees below the horizon
+    EXPECT_GT(red(a, 64, row), 90);
+    EXPECT_NEAR(red(b, 64, row), 56, 1);
+    EXPECT_GT(red(b, 76, row), 90);
+    EXPECT_NEAR(red(a, 76, row), 56, 1);
+    // Straight behind, at the left and right edges, there is nothing but the background.
+    EXPECT_NEAR(red(a, 0, row), 56, 1);
+    EXPECT_NEAR(red(a, 127, row), 56, 1);
+}
+
+TEST(BatchTest, LineByLineStereoInterleavesTheEyesRowByRowInTheFile) {
+    // The demo's planet 6 in front of the camera, whose eyes stand 1 apart and look in parallel:
+    // each eye sees it 12.9 pixels of 128 off the middle, the left eye to the right.
+    TempDir_cls project, one;
+    const std::string strPath = WriteProject(
+        project, "stereo.ovp",
+        ReadBytes(kDemo) + "SceneObjCtrl::Obj::Camera::Position::z::Key::0::SetValue::6\n"
+                           "SceneObjCtrl::Obj::Moon::Position::y::Key::0::SetValue::50\n"
+                           "SceneObjCtrl::Obj::Camera::Stereo::EyeSeparation::Distance::Key::0::"
+                           "SetValue::1\n"
+                           "SceneObjCtrl::Obj::Camera::Stereo::FocusDistance::Distance::Key::0::"
+                           "SetValue::1000000\n"
+                           "ConfItemList::Begin::SceneObj::Camera::Stereo\nStereoType=1\nEyeType=3\n"
+                           "ConfItemList::End\nConfItemList::Begin::View3D\nFollow=1\nCamera=Camera\n"
+                           "DispGrid=0\nDispLightCam=0\nConfItemList::End\n");
+    std::string strLog;
+    const int code = BatchProcess_cls::Run(ProjectArgs(strPath, one, "0-0", "128x128"), strLog);
+    SKIP_WITHOUT_GL(code, strLog);
+    ASSERT_EQ(code, 0) << strLog;
+    PNGImage_cls image;
+    ASSERT_TRUE(ReadPNG_cls::ReadPNG(one.Path("f0000.png"), image));
+    ASSERT_EQ(image.mWidth, 128);
+    auto isBackground = [&](int x, int y) { return std::abs(image.mVRGB8[(y * 128 + x) * 3] - 56) <= 1; };
+    // Even rows (from the top) are the left eye's, odd rows the right eye's: right of the middle only
+    // the left eye sees the planet (its moon is moved out of sight), left of it only the right eye.
+    for (int y = 56; y < 72; ++y) {
+        SCOPED_TRACE(y);
+        EXPECT_EQ(isBackground(95, y), y % 2 == 1);
+        EXPECT_EQ(isBackground(33, y), y % 2 == 0);
+    }
 }

@@ -121,9 +121,13 @@ TEST(PNGTest, FormatFollowsTheExtension) {
         {"a/b.PNG", 16, true, SampleType_enum::UInt16},
         {"b.png", 12, true, SampleType_enum::UInt8},
         {"b.exr", 8, ImageFile_cls::IsOpenEXRBuiltIn(), SampleType_enum::Float},
+        {"a/b.JPG", 16, true, SampleType_enum::UInt8}, // the toolkit's formats are 8 bits whatever PNG takes
+        {"b.tiff", 8, true, SampleType_enum::UInt8},
+        {"b.gif", 8, false, SampleType_enum::UInt8},
         {"b.xyz", 8, false, SampleType_enum::UInt8},
         {"dir.png/b", 8, false, SampleType_enum::UInt8},
     };
+    ImageFile_cls::RegisterImageHandlers();
     for (const Case_cls& c : cases) {
         SCOPED_TRACE(c.path);
         SampleType_enum type = SampleType_enum::UInt8;

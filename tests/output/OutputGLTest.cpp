@@ -16,6 +16,7 @@
 
 #include <epoxy/gl.h>
 #include <wx/dir.h>
+#include <wx/image.h>
 
 #include <cmath>
 
@@ -165,6 +166,91 @@ TEST_F(OutputGLTest, SavedFileIsFlippedCutToTheMiddleBandAndSixteenBit) {
     io.SaveImageFromFBO(pFBO.get(), wxSize(16, 4), mDir.Path("none/x.png"), false);
     EXPECT_EQ(io.mSaveCount, before);
     EXPECT_TRUE(io.WaitAll().empty());
+}
+
+TEST_F(OutputGLTest, EachFormatByExtensionReadsBackWithTheFramesPixels) {
+    ImageIO_cls& io = *GpCImageIO;
+    // A frame of smooth ramps with a hard-edged block, and alpha falling from left to right.
+    const int side = 32;
+    auto pFBO = MakeBuffer(side);
+    pFBO->Begin(true, false);
+    glClearColor(0.f, 0.f, 0.f, 0.f);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glOrtho(0, side, 0, side, -1, 1);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    glBegin(GL_QUADS);
+    glColor4f(0.1f, 0.2f, 0.9f, 1.f);
+    glVertex2f(0, 0);
+    glColor4f(0.9f, 0.3f, 0.1f, 0.2f);
+    glVertex2f(side, 0);
+    glColor4f(0.8f, 0.9f, 0.2f, 0.2f);
+    glVertex2f(side, side);
+    glColor4f(0.2f, 0.7f, 0.6f, 1.f);
+    glVertex2f(0, side);
+    glColor4f(1.f, 1.f, 1.f, 1.f);
+    glVertex2f(4, 20);
+    glVertex2f(12, 20);
+    glVertex2f(12, 28);
+    glVertex2f(4, 28);
+    glEnd();
+    pFBO->End();
+    // The frame as GL holds it, rows bottom to top.
+    std::vector<unsigned char> vFrame(static_cast<size_t>(side) * side * 4);
+    pFBO->Bind();
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glGetTexImage(GL_TEXTURE_2D, 0, GL_RGBA, GL_UNSIGNED_BYTE, vFrame.data());
+    glBindTexture(GL_TEXTURE_2D, 0);
+
+    struct Case {
+        const char* name;
+        bool bAlpha;      // the file takes the alpha channel (and the format keeps it)
+        double meanError; // mean absolute difference per sample allowed (JPEG at the toolkit's quality)
+        int maxError;
+    };
+    const Case cases[] = {
+        {"f.png", true, 0, 0}, {"f.jpg", false, 4, 64}, {"f.JPEG", false, 4, 64},
+        {"f.tif", true, 0, 0}, {"f.tiff", false, 0, 0}, {"f.bmp", false, 0, 0},
+        {"f.tga", true, 0, 0}, {"f.pnm", false, 0, 0},  {"f.pcx", false, 0, 0},
+    };
+    // All started before any is collected: the writers save side by side.
+    for (const Case& c : cases)
+        io.SaveImageFromFBO(pFBO.get(), wxSize(side, side), mDir.Path(c.name), c.bAlpha);
+    for (const ImageIO_cls::Result_cls& r : io.WaitAll())
+        EXPECT_TRUE(r.mbOk) << r.mStrPath;
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        wxImage image;
+        ASSERT_TRUE(image.LoadFile(mDir.Path(c.name)));
+        ASSERT_EQ(image.GetWidth(), side);
+        ASSERT_EQ(image.GetHeight(), side);
+        EXPECT_EQ(image.HasAlpha(), c.bAlpha);
+        double sum = 0;
+        int worst = 0;
+        for (int y = 0; y < side; ++y) {
+            for (int x = 0; x < side; ++x) {
+                const unsigned char* pGL = &vFrame[(static_cast<size_t>(side - 1 - y) * side + x) * 4];
+                const int got[4] = {image.GetRed(x, y), image.GetGreen(x, y), image.GetBlue(x, y),
+                                    c.bAlpha ? image.GetAlpha(x, y) : 255};
+                for (int k = 0; k < (c.bAlpha ? 4 : 3); ++k) {
+                    const int d = std::abs(got[k] - pGL[k]);
+                    sum += d;
+                    worst = std::max(worst, d);
+                }
+            }
+        }
+        EXPECT_LE(sum / (side * side * (c.bAlpha ? 4 : 3)), c.meanError);
+        EXPECT_LE(worst, c.maxError);
+    }
+
+    // An extension no writer takes: no file, a failed result.
+    io.SaveImageFromFBO(pFBO.get(), wxSize(side, side), mDir.Path("f.xyz"), false);
+    const std::vector<ImageIO_cls::Result_cls> vBad = io.WaitAll();
+    ASSERT_EQ(vBad.size(), 1u);
+    EXPECT_FALSE(vBad[0].mbOk);
+    EXPECT_FALSE(wxFileExists(mDir.Path("f.xyz")));
 }
 
 TEST_F(OutputGLTest, EnsembleAndMotionBlurAverageTheirSteps) {

@@ -76,23 +76,6 @@ class FramePassesTest : public PassesFixture {
 protected:
     static void Set(ConfItem_cls& item, const wxString& strBody) { item.SetBodyFromData(strBody); }
     static SceneObj_cls* Obj(const wxString& strName) { return GpCSceneObjCtrl->GetPCFromName(strName); }
-    static void SetGroup(SceneObj_cls* p, const wxString& strAttr, const wxString& strGroup, double a,
-                         double b = 0.0, double c = 0.0) {
-        ParamGroup_cls* pGroup = strAttr.empty() ? p->GetPCParamGroup(strAttr, strGroup)
-                                                 : p->GetPCAttribute(strAttr, 0)->GetPCParamGroup(strGroup);
-        ASSERT_NE(pGroup, nullptr) << strGroup;
-        pGroup->SetInitValue(a, b, c);
-    }
-    // A primitive that shines in one colour whatever the light.
-    SceneObj_cls* AddGlowing(const wxString& strKind, const wxString& strName, double r, double g, double b) {
-        RunCommandText(*mpMain, "SceneObjCtrl::New::Primitive_cls::" + strKind + "::" + strName);
-        SceneObj_cls* p = Obj(strName);
-        for (const char* group : {"Ambient", "Diffuse", "Specular"})
-            SetGroup(p, "Material", group, 0, 0, 0);
-        SetGroup(p, "Material", "Emission", r, g, b);
-        GpCSceneObjCtrl->Select("", false, false, false); // a new object is selected
-        return p;
-    }
     void LookFrom(double x, double y, double z, const double* tgt, const double* top) {
         PositionAndDirection_cls pose;
         pose.mPos[0] = x, pose.mPos[1] = y, pose.mPos[2] = z;

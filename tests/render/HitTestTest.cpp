@@ -50,13 +50,7 @@ protected:
         PassesFixture::TearDown();
     }
     void AddGlowingBox(const wxString& strName, double x, double r, double g, double b) {
-        RunCommandText(*mpMain, "SceneObjCtrl::New::Primitive_cls::Box::" + strName);
-        SceneObj_cls* p = GpCSceneObjCtrl->GetPCFromName(strName);
-        ASSERT_NE(p, nullptr);
-        for (const char* group : {"Ambient", "Diffuse", "Specular"})
-            p->GetPCAttribute("Material", 0)->GetPCParamGroup(group)->SetInitValue(0, 0, 0);
-        p->GetPCAttribute("Material", 0)->GetPCParamGroup("Emission")->SetInitValue(r, g, b);
-        p->GetPCParamGroup("", "Position")->SetInitValue(x, 0, 0);
+        SetGroup(AddGlowing("Box", strName, r, g, b), "", "Position", x, 0, 0);
     }
     // One frame into a 64 by 64 target; the main buffer is read back.
     void Paint() {

@@ -150,6 +150,27 @@ protected:
         glBindFramebuffer(GL_FRAMEBUFFER, 0);
         return depth;
     }
+    // The object drawn in one buffer, then in batches of each size: the same pixels, to the bit.
+    void ExpectBatchesDrawAsOneBuffer(Particle_cls* p, int count, std::initializer_list<int> batches,
+                                      int minDrawn) {
+        mpDraw->mBatchOverride = 0;
+        Draw(p);
+        ASSERT_FALSE(mpDraw->WasLarge(p));
+        const std::vector<Pixel_cls> vNormal = mVFrame;
+        EXPECT_GT(CountDrawn(), minDrawn);
+        for (int batch : batches) {
+            SCOPED_TRACE(batch);
+            mpDraw->mBatchOverride = batch;
+            Draw(p);
+            EXPECT_TRUE(mpDraw->WasLarge(p));
+            EXPECT_EQ(mpDraw->GetNumBatches(p), (count + batch - 1) / batch);
+            int differ = 0;
+            for (size_t i = 0; i < vNormal.size(); ++i)
+                differ += std::memcmp(&vNormal[i], &mVFrame[i], sizeof(Pixel_cls)) != 0 ? 1 : 0;
+            EXPECT_EQ(differ, 0) << "pixels that differ from the drawing in one buffer";
+        }
+        mpDraw->mBatchOverride = 0;
+    }
     int CountDrawn() const {
         int n = 0;
         for (const Pixel_cls& p : mVFrame)
@@ -331,20 +352,45 @@ TEST_F(ParticleDrawTest, BatchesGiveTheSamePictureAsOneBuffer) {
     Set(Mat(p, 1)->mCShaderTypePoint, "1");
     Set(Mat(p, 2)->mCBlendType, "1");
     Set(Mat(p, 2)->mCShaderTypePoint, "2");
-    Draw(p);
-    ASSERT_FALSE(mpDraw->WasLarge(p));
-    const std::vector<Pixel_cls> vNormal = mVFrame;
-    EXPECT_GT(CountDrawn(), 1000);
-    for (int batch : {64, 100, 699}) {
-        SCOPED_TRACE(batch);
-        mpDraw->mBatchOverride = batch;
-        Draw(p);
-        EXPECT_TRUE(mpDraw->WasLarge(p));
-        EXPECT_EQ(mpDraw->GetNumBatches(p), (700 + batch - 1) / batch);
-        int differ = 0;
-        for (size_t i = 0; i < vNormal.size(); ++i)
-            differ += std::memcmp(&vNormal[i], &mVFrame[i], sizeof(Pixel_cls)) != 0 ? 1 : 0;
-        EXPECT_EQ(differ, 0) << "pixels that differ from the drawing in one buffer";
+    ExpectBatchesDrawAsOneBuffer(p, 700, {64, 100, 699}, 1000);
+}
+
+TEST_F(ParticleDrawTest, SpheresInBatchesGiveTheSamePictureAsOneBuffer) {
+    // Overlapping spheres of three materials: two drawn (runs change material in sorted order),
+    // one "No Rendering", which leaves gaps in the batches' instances.
+    struct Case {
+        const char* name;
+        int base;
+        const char* key;
+        int shader, none;
+    };
+    const Case cases[] = {
+        {"PseudoSphere point", 0, "ShaderTypePoint=", 2, 3},
+        {"PseudoSphere billboard", 1, "ShaderTypeBillboard=", 1, 3},
+        {"Gouraud", 2, "ShaderTypeSphere=", 0, 4},
+        {"Phong", 2, "ShaderTypeSphere=", 1, 4},
+        {"Toon", 2, "ShaderTypeSphere=", 2, 4},
+        {"Normal", 2, "ShaderTypeSphere=", 3, 4},
+    };
+    std::vector<Atom_cls> vAtom;
+    std::mt19937 rng(11);
+    std::uniform_real_distribution<float> pos(-28.f, 28.f), size(1.f, 4.f);
+    for (int i = 0; i < 500; ++i)
+        vAtom.push_back({pos(rng), pos(rng), pos(rng), i % 7 == 0 ? 2 : (i / 3) % 2, size(rng)});
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Particle_cls* p = AddParticles(wxString("Balls") << c.base << c.shader, vAtom);
+        p->AddMaterialCommand();
+        p->AddMaterialCommand();
+        for (int m = 0; m < 3; ++m) {
+            Set(Mat(p, m)->mCBaseType, wxString::Format("%d", c.base));
+            Set(*Mat(p, m)->GetPCItem(c.key), wxString::Format("%d", m == 2 ? c.none : c.shader));
+        }
+        ColourByX(p, -28, 28, 0);
+        if (c.base == 1)
+            p->AddModifierCommand("ParticleTweak_cls", "Tweak");
+        ExpectBatchesDrawAsOneBuffer(p, 500, {64, 499}, 1500);
+        p->mCVisible.SetBodyFromDataBOOL(false);
     }
 }
 

@@ -1,12 +1,15 @@
 // The whole process up to the renderer with one view and its frame passes over the default
 // scene: services made over the source tree's shaders, a 256 buffer, no guides of lights and
-// cameras, nothing selected. The shared primitive buffers go with the suite's context.
+// cameras, nothing selected.
 #pragma once
 
+#include "CommandText.h"
 #include "FramePasses_cls.h"
 #include "Main_cls.h"
+#include "ParamGroup_cls.h"
 #include "RenderFixture.h"
 #include "SceneObjCtrl_cls.h"
+#include "SceneObj_cls.h"
 #include "ServiceRegistry.h"
 #include "ShaderItem_cls.h"
 #include "TestSupport.h"
@@ -18,13 +21,6 @@
 
 class PassesFixture : public RenderFixture {
 protected:
-    static void TearDownTestSuite() {
-        if (mspCContext && mspCContext->IsValid()) {
-            mspCContext->MakeCurrent();
-            FramePasses_cls::DeleteGLCommon();
-        }
-        RenderFixture::TearDownTestSuite();
-    }
     void SetUp() override {
         RenderFixture::SetUp();
         if (IsSkipped())
@@ -52,6 +48,25 @@ protected:
         if (getenv("ORV_SAVE_FRAMES") && !mVFrame.empty())
             SaveFrame(std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + ".png");
         RenderFixture::TearDown();
+    }
+
+    // Sets the first values of a group of the object, or of its attribute when one is named.
+    static void SetGroup(SceneObj_cls* p, const wxString& strAttr, const wxString& strGroup, double a,
+                         double b = 0.0, double c = 0.0) {
+        ParamGroup_cls* pGroup = strAttr.empty() ? p->GetPCParamGroup(strAttr, strGroup)
+                                                 : p->GetPCAttribute(strAttr, 0)->GetPCParamGroup(strGroup);
+        ASSERT_NE(pGroup, nullptr) << strGroup;
+        pGroup->SetInitValue(a, b, c);
+    }
+    // A primitive that shines in one colour whatever the light.
+    SceneObj_cls* AddGlowing(const wxString& strKind, const wxString& strName, double r, double g, double b) {
+        RunCommandText(*mpMain, "SceneObjCtrl::New::Primitive_cls::" + strKind + "::" + strName);
+        SceneObj_cls* p = GpCSceneObjCtrl->GetPCFromName(strName);
+        for (const char* group : {"Ambient", "Diffuse", "Specular"})
+            SetGroup(p, "Material", group, 0, 0, 0);
+        SetGroup(p, "Material", "Emission", r, g, b);
+        GpCSceneObjCtrl->Select("", false, false, false); // a new object is selected
+        return p;
     }
 
     TempDir_cls mDir;

@@ -1,5 +1,7 @@
 #include "RenderFixture.h"
 
+#include "FramePasses_cls.h"
+
 #include <epoxy/gl.h>
 #include <png.h>
 
@@ -17,6 +19,12 @@ void RenderFixture::SetUpTestSuite() {
 }
 
 void RenderFixture::TearDownTestSuite() {
+    // The shared primitive buffers of any frame passes the suite ran go with its context, or the
+    // next suite would draw with names of a context that is gone.
+    if (mspCContext && mspCContext->IsValid()) {
+        mspCContext->MakeCurrent();
+        FramePasses_cls::DeleteGLCommon();
+    }
     mspCContext.reset();
 }
 

@@ -10,7 +10,7 @@
 #include "PanelMakers.h"
 #include "PlayCtrl_cls.h"
 #include "TimeCtrl_cls.h"
-#include "TimelinePlaceholder_cls.h"
+#include "Timeline_cls.h"
 #include "UiStringTable_cls.h"
 #include "UndoManager_cls.h"
 
@@ -45,7 +45,7 @@ protected:
             return;
         ReadFrameLayout(Leaf("TIMELINE"));
         ASSERT_EQ(Leaves().size(), 1u);
-        auto* pLeaf = dynamic_cast<TimelinePlaceholder_cls*>(Leaves()[0]);
+        auto* pLeaf = dynamic_cast<Timeline_cls*>(Leaves()[0]);
         ASSERT_NE(pLeaf, nullptr);
         mpStrip = pLeaf->GetPCPlayCtrl();
         ASSERT_NE(mpStrip, nullptr);

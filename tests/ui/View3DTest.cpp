@@ -408,6 +408,8 @@ TEST_F(View3DTest, OpenGLInfoShowsTheDriversLimits) {
     ASSERT_NE(GpCGLInfo, nullptr);
     EXPECT_TRUE(strText.Contains(wxString::Format("Max Texture Size: %d\n", GpCGLInfo->mMaxTextureSize)));
     EXPECT_GE(GpCGLInfo->mMaxTextureSize, 1024);
+    // The window's own buffer has the stencil that the scan-line stereogram draws its stripes on.
+    EXPECT_GE(GpCGLInfo->mStencilBits, 8);
 }
 
 TEST_F(View3DTest, FilterChangeRepaintsTheViewWithoutTheScenePass) {

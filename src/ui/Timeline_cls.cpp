@@ -1,0 +1,292 @@
+#include "Timeline_cls.h"
+
+#include "ClassProvider_cls.h"
+#include "Main_cls.h"
+#include "PanelBar_cls.h"
+#include "PlayCtrl_cls.h"
+#include "Queue_cls.h"
+#include "SceneObjCtrl_cls.h"
+#include "SplittableWindow_cls.h"
+#include "TLParamLogic_cls.h"
+#include "TimeCtrl_cls.h"
+#include "TimelineAA_cls.h"
+#include "TimelineParam_cls.h"
+#include "TimelineTics_cls.h"
+#include "TimelineWA_cls.h"
+
+#include <wx/button.h>
+#include <wx/menu.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
+#include <wx/textctrl.h>
+
+#include <algorithm>
+#include <memory>
+
+Timeline_cls::Timeline_cls(SplittableWindow_cls* pOwner)
+    : wxPanelEX(pOwner, _PANEL_TIMELINE), mCConf(GpCTimeCtrl ? GpCTimeCtrl->GetFrameMax() : 100) {
+    ConstructPanelBar();
+    auto update = [this] { UpdatePanels("ALL", false); };
+    auto* pSizer = new wxBoxSizer(wxVERTICAL);
+    pSizer->Add(mpCPanelBar, 0, wxEXPAND);
+
+    // The play strip, the frame boxes and the column switches.
+    auto* pTop = new wxBoxSizer(wxHORIZONTAL);
+    mpCPlayCtrl = new PlayCtrl_cls(this);
+    pTop->Add(mpCPlayCtrl, 1, wxALIGN_CENTER_VERTICAL);
+    auto addButton = [&](int id, const wxString& strLabel, const wxString& strTip) {
+        auto* p = new wxButton(this, id, strLabel, wxDefaultPosition, wxSize(34, -1), wxBU_EXACTFIT);
+        p->SetToolTip(strTip);
+        pTop->Add(p, 0, wxALIGN_CENTER_VERTICAL | wxLEFT, 2);
+    };
+    addButton(ID_TL_TICS_MODE, "Tic", _("Ruler mode"));
+    addButton(ID_TL_KILROY, "K", _("Group marks"));
+    addButton(ID_TL_TIME_DEPEND, "T", _("Time dependency column"));
+    addButton(ID_TL_SELECT_ONLY, "Sel", _("Show only the selection"));
+    pSizer->Add(pTop, 0, wxEXPAND | wxALL, 1);
+
+    // The three bars, each after its spacer and its side controls.
+    auto addBar = [&](int i, wxWindow* pSide, wxWindow* pBar) {
+        auto* pRow = new wxBoxSizer(wxHORIZONTAL);
+        mpCSpacer[i] = pRow->Add(0, 0, 0);
+        auto* pSideSizer = new wxBoxSizer(wxHORIZONTAL);
+        pSideSizer->SetMinSize(wxSize(msSideWidth, -1));
+        if (pSide)
+            pSideSizer->Add(pSide, 1, wxALIGN_CENTER_VERTICAL);
+        pRow->Add(pSideSizer, 0, wxEXPAND);
+        pRow->Add(pBar, 1, wxEXPAND);
+        pSizer->Add(pRow, 0, wxEXPAND);
+    };
+    mpCAA = new TimelineAA_cls(this, &mCConf, update);
+    addBar(0, new wxStaticText(this, wxID_ANY, _("Range")), mpCAA);
+    auto* pFrames = new wxPanel(this);
+    auto* pFramesSizer = new wxBoxSizer(wxHORIZONTAL);
+    mpCFrameCurrent = new wxTextCtrl(pFrames, ID_TL_FRAME_CURRENT, "0", wxDefaultPosition, wxSize(60, -1),
+                                     wxTE_PROCESS_ENTER);
+    mpCFrameMax = new wxTextCtrl(pFrames, ID_TL_FRAME_MAX, "100", wxDefaultPosition, wxSize(60, -1),
+                                 wxTE_PROCESS_ENTER);
+    mpCFrameCurrent->SetToolTip(_("Current frame"));
+    mpCFrameMax->SetToolTip(_("Last frame"));
+    pFramesSizer->Add(mpCFrameCurrent, 1);
+    pFramesSizer->Add(mpCFrameMax, 1);
+    pFrames->SetSizer(pFramesSizer);
+    mpCTics = new TimelineTics_cls(this, &mCConf, update);
+    addBar(1, pFrames, mpCTics);
+    mpCWA = new TimelineWA_cls(this, &mCConf, update);
+    addBar(2, new wxStaticText(this, wxID_ANY, _("Work Area")), mpCWA);
+
+    mpCParam = new TimelineParam_cls(this, &mCConf, update);
+    pSizer->Add(mpCParam, 1, wxEXPAND);
+    SetSizer(pSizer);
+
+    Bind(wxEVT_BUTTON, &Timeline_cls::OnTicsMode, this, ID_TL_TICS_MODE);
+    Bind(wxEVT_BUTTON, &Timeline_cls::OnKilroy, this, ID_TL_KILROY);
+    Bind(wxEVT_BUTTON, &Timeline_cls::OnTimeDepend, this, ID_TL_TIME_DEPEND);
+    Bind(wxEVT_BUTTON, &Timeline_cls::OnSelectOnly, this, ID_TL_SELECT_ONLY);
+    mpCFrameCurrent->Bind(wxEVT_TEXT_ENTER, &Timeline_cls::OnFrame, this);
+    mpCFrameMax->Bind(wxEVT_TEXT_ENTER, &Timeline_cls::OnFrame, this);
+    Bind(wxEVT_MENU, &Timeline_cls::OnMenuZoom, this, ID_TL_MENU_ZOOM_IN, ID_TL_MENU_ZOOM_OUT);
+    Bind(wxEVT_MENU, &Timeline_cls::OnMenuTLIn, this, ID_TL_MENU_TL_IN);
+    Bind(wxEVT_MENU, &Timeline_cls::OnMenuTLOut, this, ID_TL_MENU_TL_OUT);
+    Bind(wxEVT_MENU, &Timeline_cls::OnDeselect, this, ID_TL_MENU_DESELECT);
+    Bind(wxEVT_MENU, &Timeline_cls::OnMenuDelete, this, ID_TL_MENU_DELETE);
+    Bind(wxEVT_MENU, &Timeline_cls::OnMenuExtrapolate, this, ID_TL_MENU_EXTRAPOLATE_ON,
+         ID_TL_MENU_EXTRAPOLATE_OFF);
+    mpCParam->Bind(wxEVT_RIGHT_DOWN, &Timeline_cls::OnRowsRightDown, this);
+    // The bar's zoom buttons are the row font's.
+    Bind(
+        wxEVT_BUTTON, [this](wxCommandEvent&) { Zoom(1); }, ID_PANEL_ZOOM_P);
+    Bind(
+        wxEVT_BUTTON, [this](wxCommandEvent&) { Zoom(-1); }, ID_PANEL_ZOOM_M);
+    mpCParam->Bind(wxEVT_KEY_DOWN, &Timeline_cls::OnKeyDown, this);
+    UpdatePanels("ALL", false);
+}
+
+// ---- updates --------------------------------------------------------------------------------
+
+void Timeline_cls::UpdatePanelSelf(const wxString& strName, bool bForce) {
+    if (IsUpdateTarget(strName))
+        UpdatePanels(strName, bForce);
+}
+
+void Timeline_cls::UpdatePanels(const wxString& strName, bool bFull) {
+    if (strName != GetName() && strName != "ALL")
+        return;
+    // 1. A new FrameMax carries the shown range along when it showed the whole animation, or
+    // when the range now lies past the end.
+    if (GpCQueue && GpCTimeCtrl && GpCQueue->IsFrameMaxChanged()) {
+        const int frameMax = GpCTimeCtrl->GetFrameMax();
+        if (mCConf.GetAAMax() == GpCQueue->GetOldFrameMax() || frameMax < mCConf.GetAAMax())
+            mCConf.mCAAMax.SetBodyFromData(static_cast<long long>(frameMax));
+        if (mCConf.GetAAMin() >= mCConf.GetAAMax())
+            mCConf.mCAAMin.SetBodyFromData(static_cast<long long>(std::max(mCConf.GetAAMax() - 1, 0)));
+    }
+    // 2. The bars follow the name column's width.
+    if (mCConf.GetSashX() != mLastSashX) {
+        for (wxSizerItem* p : mpCSpacer)
+            p->SetMinSize(wxSize(std::max(mCConf.GetSashX() - msSideWidth, 0), 0));
+        Layout();
+        mLastSashX = mCConf.GetSashX();
+    }
+    // 3. The four strips and the play strip.
+    RefreshStrips();
+    mpCPlayCtrl->UpdatePanels();
+    // 4.
+    if (bFull)
+        Refresh();
+    // 5.
+    UpdateTextCtrls();
+}
+
+void Timeline_cls::RefreshStrips() {
+    mpCAA->Refresh();
+    mpCTics->Refresh();
+    mpCWA->Refresh();
+    mpCParam->Refresh();
+}
+
+void Timeline_cls::UpdateTextCtrls() {
+    if (!GpCTimeCtrl)
+        return;
+    const wxString strCurrent = wxString::Format("%d", GpCTimeCtrl->GetFrameCurrent());
+    const wxString strMax = wxString::Format("%d", GpCTimeCtrl->GetFrameMax());
+    if (mpCFrameCurrent->GetValue() != strCurrent)
+        mpCFrameCurrent->ChangeValue(strCurrent);
+    if (mpCFrameMax->GetValue() != strMax)
+        mpCFrameMax->ChangeValue(strMax);
+}
+
+void Timeline_cls::Zoom(int d) {
+    mCConf.Zoom(d);
+    UpdatePanels("ALL", false);
+}
+
+void Timeline_cls::ZoomRange(int d) {
+    if (!GpCTimeCtrl)
+        return;
+    const int limit = GpCTimeCtrl->GetFrameMax();
+    const int width = mCConf.GetAAMax() - mCConf.GetAAMin();
+    const int newWidth = std::clamp(d > 0 ? width / 2 : width * 2, 1, std::max(limit, 1));
+    const int centre = std::clamp(GpCTimeCtrl->GetFrameCurrent(), 0, limit);
+    int lower = std::max(centre - newWidth / 2, 0);
+    const int upper = std::min(lower + newWidth, limit);
+    lower = std::max(upper - newWidth, 0);
+    mCConf.mCAAMin.SetBodyFromData(static_cast<long long>(lower));
+    mCConf.mCAAMax.SetBodyFromData(static_cast<long long>(upper));
+    UpdatePanels("ALL", false);
+}
+
+bool Timeline_cls::ReadStrLine(std::wistream& stream, const wxString& strKey, const wxString& strRest) {
+    if (!mCConf.ConfListContainer_cls::ReadStrLine(stream, strKey, strRest))
+        return false;
+    UpdatePanels("ALL", true);
+    return true;
+}
+
+// ---- handlers -------------------------------------------------------------------------------
+
+void Timeline_cls::ToggleItem(ConfItemBOOL_cls& item) {
+    item.SetBodyFromDataBOOL(!item.GetBodyBOOL());
+    UpdatePanels("ALL", false);
+}
+
+void Timeline_cls::OnTicsMode(wxCommandEvent&) {
+    mCConf.mCTicMode.SetBodyFromData(
+        static_cast<long long>((mCConf.GetTicMode() + 1) % TimelineConf_cls::msTicModeCount));
+    UpdatePanels("ALL", false);
+}
+
+void Timeline_cls::OnKilroy(wxCommandEvent&) {
+    ToggleItem(mCConf.mCKilroy);
+}
+
+void Timeline_cls::OnTimeDepend(wxCommandEvent&) {
+    ToggleItem(mCConf.mCTimeDepend);
+}
+
+void Timeline_cls::OnSelectOnly(wxCommandEvent&) {
+    ToggleItem(mCConf.mCSelectOnly);
+}
+
+void Timeline_cls::OnFrame(wxCommandEvent& event) {
+    if (!GpCTimeCtrl)
+        return;
+    long value = 0;
+    wxTextCtrl* pText = event.GetId() == ID_TL_FRAME_MAX ? mpCFrameMax : mpCFrameCurrent;
+    if (!pText->GetValue().ToLong(&value)) {
+        UpdateTextCtrls();
+        return;
+    }
+    if (event.GetId() == ID_TL_FRAME_MAX) {
+        if (value > 0 && value != GpCTimeCtrl->GetFrameMax())
+            GpCTimeCtrl->SetFrameMaxCommand(static_cast<int>(value));
+    } else if (value != GpCTimeCtrl->GetFrameCurrent()) {
+        GpCTimeCtrl->SetCurrentFrameCommand(static_cast<int>(value));
+    }
+}
+
+void Timeline_cls::OnMenuZoom(wxCommandEvent& event) {
+    Zoom(event.GetId() == ID_TL_MENU_ZOOM_IN ? 1 : -1);
+}
+
+void Timeline_cls::OnMenuTLIn(wxCommandEvent&) {
+    ZoomRange(1);
+}
+
+void Timeline_cls::OnMenuTLOut(wxCommandEvent&) {
+    ZoomRange(-1);
+}
+
+void Timeline_cls::OnDeselect(wxCommandEvent&) {
+    TLParamLogic_cls::DeselectAllKeys();
+    if (GCClassProvider)
+        GCClassProvider->UpdatePanels("TIMELINE::GRAPH");
+}
+
+void Timeline_cls::OnMenuDelete(wxCommandEvent&) {
+    if (GpCSceneObjCtrl)
+        GpCSceneObjCtrl->DeleteSelectedTLKeyCommand();
+}
+
+void Timeline_cls::OnMenuExtrapolate(wxCommandEvent& event) {
+    TLParamLogic_cls::SetExtrapolateOfSelectedCommand(event.GetId() == ID_TL_MENU_EXTRAPOLATE_ON);
+}
+
+wxMenu* Timeline_cls::CreateRowMenu() {
+    auto* pMenu = new wxMenu;
+    pMenu->Append(ID_TL_MENU_ZOOM_IN, _("Larger Rows"));
+    pMenu->Append(ID_TL_MENU_ZOOM_OUT, _("Smaller Rows"));
+    pMenu->Append(ID_TL_MENU_TL_IN, _("Zoom In Time"));
+    pMenu->Append(ID_TL_MENU_TL_OUT, _("Zoom Out Time"));
+    pMenu->AppendSeparator();
+    pMenu->Append(ID_TL_MENU_DESELECT, _("Deselect Keys"));
+    pMenu->Append(ID_TL_MENU_EXTRAPOLATE_ON, _("Extrapolate On"));
+    pMenu->Append(ID_TL_MENU_EXTRAPOLATE_OFF, _("Extrapolate Off"));
+    pMenu->Append(ID_TL_MENU_DELETE, _("Delete Keys"));
+    return pMenu;
+}
+
+void Timeline_cls::OnRowsRightDown(wxMouseEvent& event) {
+    std::unique_ptr<wxMenu> pMenu(CreateRowMenu());
+    // The menu's commands come to this panel, which binds their ids.
+    mpCParam->PopupMenu(pMenu.get(), event.GetPosition());
+}
+
+void Timeline_cls::OnKeyDown(wxKeyEvent& event) {
+    wxCommandEvent menu(wxEVT_MENU);
+    switch (event.GetKeyCode()) {
+    case WXK_DELETE:
+        OnMenuDelete(menu);
+        return;
+    case '+':
+    case WXK_NUMPAD_ADD:
+        Zoom(1);
+        return;
+    case '-':
+    case WXK_NUMPAD_SUBTRACT:
+        Zoom(-1);
+        return;
+    default:
+        event.Skip();
+    }
+}
