@@ -17,6 +17,7 @@
 
 #include <chrono>
 #include <memory>
+#include <utility>
 
 template <ServiceLayer_enum Top = ServiceLayer_enum::Render> class GLBenchProcess_cls {
 public:
@@ -51,6 +52,20 @@ private:
     bool mbValid = false;
 };
 
+// A program of the two sources, for the floors the benchmarks compare against. GL thread.
+inline GLProgram_cls MakeBenchProgram(const char* strVert, const char* strFrag) {
+    GLProgram_cls program = GLProgram_cls::Make();
+    for (const auto& [stage, strText] : {std::pair<GLenum, const char*>{GL_VERTEX_SHADER, strVert},
+                                         std::pair<GLenum, const char*>{GL_FRAGMENT_SHADER, strFrag}}) {
+        GLShader_cls shader = GLShader_cls::Make(stage);
+        glShaderSource(shader.Get(), 1, &strText, nullptr);
+        glCompileShader(shader.Get());
+        glAttachShader(program.Get(), shader.Get());
+    }
+    glLinkProgram(program.Get());
+    return program;
+}
+
 // Whether the run's stage stands; otherwise the benchmark is marked skipped with the reason.
 template <class Stage> bool IsStageReady(benchmark::State& state, const Stage* pStage) {
     if (pStage && pStage->mbValid)
@@ -76,21 +91,6 @@ template <class Stage> int RunGLBenchmarks(int argc, char** argv, Stage*& rpStag
     }
     benchmark::Shutdown();
     return 0;
-}
-
-// The floor programs of the benchmarks: vertex and fragment text compiled and linked (a source
-// that does not build leaves a program that draws nothing, which the figures then show).
-inline GLProgram_cls MakeGLBenchProgram(const char* strVert, const char* strFrag) {
-    GLProgram_cls program = GLProgram_cls::Make();
-    for (auto stage : {std::make_pair(GLenum(GL_VERTEX_SHADER), strVert),
-                       std::make_pair(GLenum(GL_FRAGMENT_SHADER), strFrag)}) {
-        GLShader_cls shader = GLShader_cls::Make(stage.first);
-        glShaderSource(shader.Get(), 1, &stage.second, nullptr);
-        glCompileShader(shader.Get());
-        glAttachShader(program.Get(), shader.Get());
-    }
-    glLinkProgram(program.Get());
-    return program;
 }
 
 // Wall-clock milliseconds of one call.

@@ -100,7 +100,7 @@ public:
         mpParticle->mCAlphaCrit.SetBodyFromData(wxString("0"));
         mpParticle->mCPointSizeFactor.SetBodyFromData(wxString::Format("%g", kPixels));
     }
-    void MakeFloor() { mFloorProgram = MakeGLBenchProgram(kFloorVert, kFloorFrag); }
+    void MakeFloor() { mFloorProgram = MakeBenchProgram(kFloorVert, kFloorFrag); }
     MaterialParticle_cls* Material() { return mpParticle->GetPCMaterialParticle(0); }
     // base: 0 point, 1 billboard, 2 sphere; shader: the shader key of that base type.
     void SetType(int base, int shader) {

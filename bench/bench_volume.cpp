@@ -48,7 +48,7 @@ public:
         mpTarget->MakeFBO(true, false);
         mpDraw = std::make_unique<VolumeDraw_cls>(GpCTextureProvider1D);
         MakeVolume();
-        mFloorProgram = MakeGLBenchProgram(kFloorVert, kFloorFrag);
+        mFloorProgram = MakeBenchProgram(kFloorVert, kFloorFrag);
         mbValid = mpVolume != nullptr;
     }
     ~Stage_cls() {

@@ -1,11 +1,12 @@
 #version 120
 // textureMode 0: colour curve of the height (textureCC); 1: the image (textureImage) modulated;
-// 2: the image alone.
+// 2: the image alone. textureHeight holds a texel per grid vertex, in its channel the height as
+// a colour-curve coordinate; between vertices it is filtered linearly.
 #define MAX_LIGHT_RECIEVE 7
 uniform int lightNumber;
-uniform int lightRecieve[MAX_LIGHT_RECIEVE];
 uniform sampler2D textureHeight;
 uniform int channel;
+uniform int lightRecieve[MAX_LIGHT_RECIEVE];
 uniform sampler2D textureImage;
 uniform sampler1D textureCC;
 uniform int textureMode;
@@ -14,13 +15,14 @@ uniform int dissolveMode;
 uniform int bFlat;
 varying vec3 vPosition;
 varying vec3 vNormal;
+varying vec2 vHeightST;
 //##FUNC_SPOT_EFFECT##
 //##FUNC_FOG_EFFECT##
 //##FUNC_NORMAL##
 //##FUNC_ENSEMBLE_DITHERING##
 void main() {
     vec3 n = SurfaceNormal(vNormal, vPosition, bFlat);
-    vec4 h = texture2D(textureHeight, gl_TexCoord[0].st);
+    vec4 h = texture2D(textureHeight, vHeightST);
     float height = channel == 0 ? h.r : (channel == 1 ? h.g : (channel == 2 ? h.b : h.a));
     vec4 c = texture1D(textureCC, height);
     if (textureMode != 0) {

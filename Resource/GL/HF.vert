@@ -1,23 +1,16 @@
 #version 120
-// A height field: a flat grid lifted by one channel of textureHeight; the normal is taken from
-// the neighbouring heights.
+// A height field: the grid comes lifted by its heights with its normals; the first texture
+// coordinate is the place on the grid (0 .. 1, for the image), the second the centre of the
+// vertex's texel in textureHeight.
 //##COMMON_DEFINITIONS_SHADER##
-uniform sampler2D textureHeight;
-uniform int channel;
 varying vec3 vPosition;
 varying vec3 vNormal;
-float Height(vec2 st) {
-    vec4 h = texture2D(textureHeight, st);
-    return channel == 0 ? h.r : (channel == 1 ? h.g : (channel == 2 ? h.b : h.a));
-}
+varying vec2 vHeightST;
 void main() {
-    vec2 st = gl_MultiTexCoord0.st;
-    float e = 1.0 / 256.0;
-    vec3 n = normalize(vec3(Height(st - vec2(e, 0.0)) - Height(st + vec2(e, 0.0)),
-                            Height(st - vec2(0.0, e)) - Height(st + vec2(0.0, e)), 2.0 * e));
-    vec4 p = vec4(gl_Vertex.xy, gl_Vertex.z + Height(st), 1.0);
-    vPosition = (gl_ModelViewMatrix * p).xyz;
-    vNormal = gl_NormalMatrix * n;
-    gl_TexCoord[0] = gl_MultiTexCoord0;
-    gl_Position = gl_ModelViewProjectionMatrix * p;
+    vPosition = (gl_ModelViewMatrix * gl_Vertex).xyz;
+    vNormal = gl_NormalMatrix * gl_Normal;
+    vHeightST = gl_MultiTexCoord1.st;
+    // The image is on unit 1: its scale and offset are that unit's matrix.
+    gl_TexCoord[0] = gl_TextureMatrix[1] * gl_MultiTexCoord0;
+    gl_Position = gl_ModelViewProjectionMatrix * gl_Vertex;
 }

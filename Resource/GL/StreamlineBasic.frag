@@ -14,6 +14,7 @@ varying vec3 vClip;
 varying vec3 vEyePosition;
 varying float vCurve;
 varying float vLineID;
+varying float vAlpha;
 //##FUNC_FOG_EFFECT##
 //##FUNC_ENSEMBLE_DITHERING##
 void main() {
@@ -32,7 +33,7 @@ void main() {
         float d = length(gl_LightSource[0].position.xyz - vEyePosition * gl_LightSource[0].position.w);
         c.rgb *= 1.0 / (1.0 + gl_LightSource[0].linearAttenuation * d);
     }
-    float alpha = c.a * edge;
+    float alpha = c.a * edge * vAlpha;
     if (dissolveMode > 0) {
         //##APPLY_ENSEMBLE_DITHERING##
     }

@@ -1,6 +1,7 @@
 #version 150 compatibility
-// As StreamlineBasic, and the ribbon samples textureSample: mappingType 0 stretches the sample
-// once along the line, 1 repeats it every lineWidth.
+// As StreamlineBasic; textureMode bit 0 takes the colour curve, bit 1 multiplies the ribbon's
+// image textureSample: mappingType 0 stretches it once along the line, 1 repeats it every
+// lineWidth units of length.
 uniform int lightNumber;
 uniform int textureMode;
 uniform sampler1D textureColorCurve;
@@ -18,6 +19,7 @@ in vec3 vEyePosition;
 in float vCurve;
 in float vLineID;
 in vec2 vRibbon;
+in float vAlpha;
 //##FUNC_FOG_EFFECT##
 //##FUNC_ENSEMBLE_DITHERING##
 void main() {
@@ -31,13 +33,14 @@ void main() {
         edge = smoothWidth > 0.0 ? clamp(min(inside.x, min(inside.y, inside.z)) / smoothWidth, 0.0, 1.0) : 1.0;
     }
     vec2 st = mappingType == 0 ? vRibbon : vec2(vRibbon.x / max(lineWidth, 1e-6), vRibbon.y);
-    vec4 c = textureMode == 0 ? gl_Color : texture(textureColorCurve, vCurve);
-    c *= texture(textureSample, st);
+    vec4 c = (textureMode & 1) == 0 ? gl_Color : texture(textureColorCurve, vCurve);
+    if ((textureMode & 2) != 0)
+        c *= texture(textureSample, st);
     if (lightNumber > 0) {
         float d = length(gl_LightSource[0].position.xyz - vEyePosition * gl_LightSource[0].position.w);
         c.rgb *= 1.0 / (1.0 + gl_LightSource[0].linearAttenuation * d);
     }
-    float alpha = c.a * edge;
+    float alpha = c.a * edge * vAlpha;
     if (dissolveMode > 0) {
         //##APPLY_ENSEMBLE_DITHERING##
     }

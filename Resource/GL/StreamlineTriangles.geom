@@ -12,11 +12,13 @@ in vec3 gEyePosition[];
 in float gCurve[];
 in float gLineID[];
 in float gAlong[];
+in float gAlpha[];
 out vec3 vClip;
 out vec3 vEyePosition;
 out float vCurve;
 out float vLineID;
 out vec2 vRibbon;
+out float vAlpha;
 void main() {
     vec2 a = gl_in[0].gl_Position.xy / gl_in[0].gl_Position.w * viewport.zw;
     vec2 b = gl_in[1].gl_Position.xy / gl_in[1].gl_Position.w * viewport.zw;
@@ -30,6 +32,7 @@ void main() {
             vEyePosition = gEyePosition[i];
             vCurve = gCurve[i];
             vLineID = gLineID[i];
+            vAlpha = gAlpha[i];
             vRibbon = vec2(gAlong[i], float(s) * 0.5 + 0.5);
             EmitVertex();
         }

@@ -13,6 +13,9 @@
 #include "ParticleModifierPipeline_cls.h"
 #include "ParticleTweak_cls.h"
 #include "SequenceRemap_cls.h"
+#include "StreamFiltering_cls.h"
+#include "StreamSetAlpha_cls.h"
+#include "StreamTransform_cls.h"
 #include "TexSpaceMod_cls.h"
 #include "TimeCtrl_cls.h"
 #include "Tracking_cls.h"
@@ -30,6 +33,9 @@ bool IsParticle(SceneObj_cls* p) {
 }
 bool IsVolume(SceneObj_cls* p) {
     return p->IsClassSameAs("VolumeBox_cls");
+}
+bool IsStreamline(SceneObj_cls* p) {
+    return p->IsClassSameAs("Streamline_cls");
 }
 bool IsAnyObject(SceneObj_cls*) {
     return true;
@@ -73,6 +79,12 @@ void RegisterModifierServices() {
         return static_cast<ArrayCopy_cls*>(p)->GetCopyOffset(copyIndex, t, out);
     };
     RegisterAttribute<ParticleMerge_cls, KindTable_cls::GROUP_DATA_PROC>("ParticleMerge_cls", IsParticle);
+    // The stream lines' data processes: the object copies their keys into its preparation.
+    RegisterAttribute<StreamFiltering_cls, KindTable_cls::GROUP_DATA_PROC>("StreamFiltering_cls",
+                                                                           IsStreamline);
+    RegisterAttribute<StreamSetAlpha_cls, KindTable_cls::GROUP_DATA_PROC>("StreamSetAlpha_cls", IsStreamline);
+    RegisterAttribute<StreamTransform_cls, KindTable_cls::GROUP_DATA_PROC>("StreamTransform_cls",
+                                                                           IsStreamline);
     // Objects with textures: the scene has no common base for them, so any object takes it.
     RegisterAttribute<TexSpaceMod_cls>("TexSpaceMod_cls", IsAnyObject);
 

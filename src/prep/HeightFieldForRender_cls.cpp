@@ -1,5 +1,7 @@
 #include "HeightFieldForRender_cls.h"
 
+#include "DataSerial_cls.h"
+
 #include "HeightFieldSnap_cls.h"
 
 #include <cmath>
@@ -8,6 +10,7 @@ void HeightFieldForRender_cls::Clear() {
     mWidth = mHeight = 0;
     mXYZ.clear();
     mNormal.clear();
+    mHeightValue.clear();
     mIndex.clear();
 }
 
@@ -17,6 +20,7 @@ bool HeightFieldForRender_cls::PrepareData(const HeightFieldSnap_cls* pA, const 
     mLastStep = step;
     mLastInterp = static_cast<float>(t);
     ++mDataCounter;
+    mSerial = DataSerial_cls::Next();
     if (!pA || pA->mWidth < 1 || pA->mHeight < 1 || pA->mHeights.empty())
         return false;
     const int w = pA->mWidth;
@@ -28,6 +32,7 @@ bool HeightFieldForRender_cls::PrepareData(const HeightFieldSnap_cls* pA, const 
     const size_t n = static_cast<size_t>(w) * h;
     mXYZ.resize(n * 3);
     mNormal.resize(n * 3);
+    mHeightValue.resize(n);
     const double dx = w > 1 ? s.mSizeX / (w - 1) : 0.0;
     const double dy = h > 1 ? s.mSizeY / (h - 1) : 0.0;
     for (int y = 0; y < h; ++y)
@@ -39,6 +44,7 @@ bool HeightFieldForRender_cls::PrepareData(const HeightFieldSnap_cls* pA, const 
             mXYZ[3 * i] = static_cast<float>(w > 1 ? x * dx - 0.5 * s.mSizeX : 0.0);
             mXYZ[3 * i + 1] = static_cast<float>(h > 1 ? y * dy - 0.5 * s.mSizeY : 0.0);
             mXYZ[3 * i + 2] = static_cast<float>(z * s.mHeightScale);
+            mHeightValue[i] = static_cast<float>(z);
         }
     auto zAt = [&](int x, int y) {
         return static_cast<double>(mXYZ[3 * (static_cast<size_t>(y) * w + x) + 2]);

@@ -1,9 +1,9 @@
 // The prepared grid of one height-field frame, the arrays a drawer uploads: a vertex per grid
 // point (mXYZ, mNormal, 3 floats each; x fastest) and two triangles per cell (mIndex, counter-
-// clockwise seen from above). The grid spans mSizeX by mSizeY around the origin in x and y; z is
-// the height times the scale. Between two steps of equal size heights are blended linearly; steps
-// of different size show step A. Normals come from central differences of the blended heights
-// (one-sided at the border).
+// clockwise seen from above), and the height itself (mHeightValue, for the colour). The grid spans mSizeX by
+// mSizeY around the origin in x and y; z is the height times the scale. Between two steps of equal size
+// heights are blended linearly; steps of different size show step A. Normals come from central differences of
+// the blended heights (one-sided at the border).
 #pragma once
 
 #include <vector>
@@ -39,8 +39,10 @@ public:
     int mHeight = 0;
     std::vector<float> mXYZ;
     std::vector<float> mNormal;
+    std::vector<float> mHeightValue;  // the blended height per vertex, before the scale
     std::vector<unsigned int> mIndex; // 6 per cell
     int mLastStep = -1;
     float mLastInterp = -1.0f;
     int mDataCounter = 0;
+    long long mSerial = 0; // DataSerial_cls: new with each preparation
 };

@@ -1,5 +1,7 @@
 #include "IsosurfaceForRender_cls.h"
 
+#include "DataSerial_cls.h"
+
 #include "VolumeSnap_cls.h"
 
 #include <algorithm>
@@ -10,6 +12,7 @@ bool IsosurfaceForRender_cls::PrepareData(const VolumeSnap_cls* pSnap, int step,
     mLastStep = step;
     mLastIso = iso;
     ++mDataCounter;
+    mSerial = DataSerial_cls::Next();
     if (!pSnap || !pSnap->mIsAllocated || !pSnap->mData)
         return false;
     const int sx = pSnap->mSizeX, sy = pSnap->mSizeY, sz = pSnap->mSizeZ;

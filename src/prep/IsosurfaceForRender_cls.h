@@ -32,4 +32,5 @@ public:
     int mLastStep = -1;
     float mLastIso = 0.0f;
     int mDataCounter = 0;
+    long long mSerial = 0; // DataSerial_cls: new with each preparation
 };

@@ -1,6 +1,10 @@
 #include "StreamlineForRender_cls.h"
 
+#include "DataSerial_cls.h"
+
 #include "StreamlineSnap_cls.h"
+
+#include <wx/arrstr.h>
 
 #include <algorithm>
 #include <cmath>
@@ -21,10 +25,107 @@ bool IsInside(const float* p, const StreamlineSetting_cls& s) {
 
 } // namespace
 
+bool StreamlineProc_cls::ParseIndexList(const wxString& str, std::vector<int>& vRange, wxString& strWhy) {
+    vRange.clear();
+    wxString strAll(str);
+    strAll.Replace(",", " ");
+    strAll.Replace("\t", " ");
+    for (const wxString& strField : wxSplit(strAll, ' ', '\0')) {
+        if (strField.empty())
+            continue;
+        long first = 0, last = 0;
+        const int dash = strField.Find('-', false);
+        const bool bOK = dash > 0 ? strField.Left(dash).ToLong(&first) && strField.Mid(dash + 1).ToLong(&last)
+                                  : strField.ToLong(&first);
+        if (!bOK || first < 0 || (dash > 0 && last < first)) {
+            strWhy = wxString::Format("\"%s\" is no line index or range", strField);
+            return false;
+        }
+        vRange.push_back(static_cast<int>(first));
+        vRange.push_back(static_cast<int>(dash > 0 ? last : first));
+    }
+    return true;
+}
+
+StreamlineProc_cls StreamlineProc_cls::MakeFilter(int type, const std::vector<int>& vRange) {
+    StreamlineProc_cls p;
+    p.mKind = PROC_FILTER;
+    p.mType = type;
+    p.mVRange = vRange;
+    return p;
+}
+
+StreamlineProc_cls StreamlineProc_cls::MakeAlpha(int type, float crit) {
+    StreamlineProc_cls p;
+    p.mKind = PROC_ALPHA;
+    p.mType = type;
+    p.mCrit = crit;
+    return p;
+}
+
+StreamlineProc_cls StreamlineProc_cls::MakeTransform(const double* offset, const double* rotateDeg, int order,
+                                                     const double* scale) {
+    StreamlineProc_cls p;
+    p.mKind = PROC_TRANSFORM;
+    // R as a 3x3, row-major: each turn multiplies from the left in the order of application.
+    double r[9] = {1, 0, 0, 0, 1, 0, 0, 0, 1};
+    const int axes[2][3] = {{0, 1, 2}, {2, 1, 0}};
+    for (int a : axes[order == 1 ? 1 : 0]) {
+        const double rad = rotateDeg[a] * M_PI / 180.0, c = std::cos(rad), s = std::sin(rad);
+        double m[9] = {1, 0, 0, 0, 1, 0, 0, 0, 1};
+        const int i = (a + 1) % 3, j = (a + 2) % 3; // the plane the turn moves
+        m[3 * i + i] = c;
+        m[3 * i + j] = -s;
+        m[3 * j + i] = s;
+        m[3 * j + j] = c;
+        double out[9];
+        for (int row = 0; row < 3; ++row)
+            for (int col = 0; col < 3; ++col)
+                out[3 * row + col] =
+                    m[3 * row] * r[col] + m[3 * row + 1] * r[3 + col] + m[3 * row + 2] * r[6 + col];
+        std::copy(out, out + 9, r);
+    }
+    for (int row = 0; row < 3; ++row) {
+        for (int col = 0; col < 3; ++col)
+            p.mMatrix[4 * row + col] = r[3 * row + col] * scale[col];
+        p.mMatrix[4 * row + 3] = offset[row];
+    }
+    return p;
+}
+
+bool StreamlineProc_cls::IsLineKept(int index) const {
+    if (mKind != PROC_FILTER || mVRange.empty())
+        return true;
+    bool bListed = false;
+    for (size_t i = 0; i + 1 < mVRange.size() && !bListed; i += 2)
+        bListed = index >= mVRange[i] && index <= mVRange[i + 1];
+    return mType == 1 ? !bListed : bListed;
+}
+
+float StreamlineProc_cls::GetAlpha(float value) const {
+    if (mKind != PROC_ALPHA)
+        return 1.0f;
+    switch (mType) {
+    case 0:
+        return value < mCrit ? 0.0f : 1.0f;
+    case 1:
+        return value > mCrit ? 0.0f : 1.0f;
+    default:
+        return mCrit > 0.0f ? std::clamp(value / mCrit, 0.0f, 1.0f) : 1.0f;
+    }
+}
+
+void StreamlineProc_cls::Transform(const float* p, float* out) const {
+    for (int row = 0; row < 3; ++row)
+        out[row] = static_cast<float>(mMatrix[4 * row] * p[0] + mMatrix[4 * row + 1] * p[1] +
+                                      mMatrix[4 * row + 2] * p[2] + mMatrix[4 * row + 3]);
+}
+
 void StreamlineForRender_cls::Clear() {
     mOffsets.clear();
     mXYZ.clear();
     mValue.clear();
+    mAlpha.clear();
 }
 
 void StreamlineForRender_cls::ResampleByArcLength(const float* pXYZ, const float* pValue, int count, int n,
@@ -54,17 +155,36 @@ void StreamlineForRender_cls::ResampleByArcLength(const float* pXYZ, const float
 
 void StreamlineForRender_cls::AppendLine(const float* pXYZ, const float* pValue, int count,
                                          const StreamlineSetting_cls& setting) {
+    // The data processes' moves, in stack order, before anything looks at the points.
+    std::vector<float> vMoved;
+    for (const StreamlineProc_cls& proc : setting.mVProc) {
+        if (proc.mKind != StreamlineProc_cls::PROC_TRANSFORM)
+            continue;
+        vMoved.resize(static_cast<size_t>(count) * 3);
+        for (int i = 0; i < count; ++i) {
+            const float p[3] = {pXYZ[3 * i], pXYZ[3 * i + 1], pXYZ[3 * i + 2]};
+            proc.Transform(p, vMoved.data() + 3 * static_cast<size_t>(i));
+        }
+        pXYZ = vMoved.data();
+    }
+    const bool bAlpha =
+        std::any_of(setting.mVProc.begin(), setting.mVProc.end(),
+                    [](const StreamlineProc_cls& p) { return p.mKind == StreamlineProc_cls::PROC_ALPHA; });
     double arc = 0.0;
     int runStart = -1; // index in mXYZ (points) where the open run began
     auto closeRun = [&]() {
         if (runStart < 0)
             return;
         const int points = GetPointCount() - runStart;
-        if (points >= 2) {
+        // A line of one point stays (drawn as a point); a run of one point that the clip box
+        // cut off goes.
+        if (points >= 2 || !setting.mbClip) {
             mOffsets.push_back(GetPointCount());
         } else {
             mXYZ.resize(static_cast<size_t>(runStart) * 3);
             mValue.resize(static_cast<size_t>(runStart));
+            if (!mAlpha.empty())
+                mAlpha.resize(static_cast<size_t>(runStart));
         }
         runStart = -1;
     };
@@ -80,6 +200,12 @@ void StreamlineForRender_cls::AppendLine(const float* pXYZ, const float* pValue,
             runStart = GetPointCount();
         mXYZ.insert(mXYZ.end(), p, p + 3);
         mValue.push_back(setting.mValueType == 1 ? static_cast<float>(arc) : pValue ? pValue[i] : 0.0f);
+        if (bAlpha) {
+            float alpha = 1.0f;
+            for (const StreamlineProc_cls& proc : setting.mVProc)
+                alpha *= proc.GetAlpha(mValue.back());
+            mAlpha.push_back(alpha);
+        }
     }
     closeRun();
 }
@@ -90,6 +216,7 @@ bool StreamlineForRender_cls::PrepareData(const StreamlineSnap_cls* pA, const St
     mLastStep = step;
     mLastInterp = static_cast<float>(t);
     ++mDataCounter;
+    mSerial = DataSerial_cls::Next();
     if (!pA)
         return false;
     mOffsets.push_back(0);
@@ -99,6 +226,9 @@ bool StreamlineForRender_cls::PrepareData(const StreamlineSnap_cls* pA, const St
     const int linesB = bBlend ? pB->GetLineCount() : 0;
     std::vector<float> xyzA, valA, xyzB, valB, xyz, val;
     for (int k = 0; k < linesA; k += thin) {
+        if (!std::all_of(setting.mVProc.begin(), setting.mVProc.end(),
+                         [k](const StreamlineProc_cls& p) { return p.IsLineKept(k); }))
+            continue;
         const int nA = pA->GetLinePointCount(k);
         const float* pXA = pA->mXYZ.data() + 3 * static_cast<size_t>(pA->mOffsets[k]);
         const float* pVA = pA->HasValue() ? pA->mValue.data() + pA->mOffsets[k] : nullptr;

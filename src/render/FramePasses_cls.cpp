@@ -11,6 +11,7 @@
 #include "GLDrawKinds_cls.h"
 #include "GLDrawStatus_cls.h"
 #include "GLInfo_cls.h"
+#include "GLKindResources_cls.h"
 #include "GLPerspective_cls.h"
 #include "GetPC_cls.h"
 #include "Hittest_cls.h"
@@ -115,6 +116,7 @@ void FramePasses_cls::InitializeGLIfNot() {
     mpCTextDraw = std::make_unique<TextDraw_cls>();
     mpCParticleDraw = std::make_unique<ParticleDraw_cls>(GpCTextureProvider);
     mpCVolumeDraw = std::make_unique<VolumeDraw_cls>(GpCTextureProvider1D);
+    mpCKindResources = std::make_unique<GLKindResources_cls>();
     mpCFBODepth = std::make_unique<FBO_cls>(16, 16, this);
     for (int eye = 0; eye < 2; ++eye) {
         mpCFBOEye[eye] = std::make_unique<FBO_cls>(16, 16, this);
@@ -357,6 +359,7 @@ void FramePasses_cls::DrawEachFBO(int ensembleStep, bool bHitTest) {
     status.mpCTextDraw = mpCTextDraw.get();
     status.mpCParticleDraw = mpCParticleDraw.get();
     status.mpCVolumeDraw = mpCVolumeDraw.get();
+    status.mpCKindResources = mpCKindResources.get();
     glDisable(GL_FOG);
     if (GpCShaderCtrl)
         GpCShaderCtrl->mFogMode = 0;

@@ -24,6 +24,7 @@ class GLDrawStatus_cls;
 class MeshDraw_cls;
 class ParticleDraw_cls;
 class VolumeDraw_cls;
+class GLKindResources_cls;
 class TextDraw_cls;
 class View3D_cls;
 
@@ -143,6 +144,7 @@ private:
     std::unique_ptr<TextDraw_cls> mpCTextDraw;
     std::unique_ptr<ParticleDraw_cls> mpCParticleDraw;
     std::unique_ptr<VolumeDraw_cls> mpCVolumeDraw;
+    std::unique_ptr<GLKindResources_cls> mpCKindResources;
     std::unique_ptr<FBO_cls> mpCFBOMain;
     std::unique_ptr<FBO_cls> mpCFBODepth;
     std::unique_ptr<FBO_cls> mpCFBOEye[2];

@@ -6,6 +6,8 @@
 #include "GLDrawTable_cls.h"
 #include "GLPerspective_cls.h"
 #include "GetPC_cls.h"
+#include "HeightFieldDraw_cls.h"
+#include "IsosurfaceDraw_cls.h"
 #include "LightSource_cls.h"
 #include "Material_cls.h"
 #include "MeshDraw_cls.h"
@@ -15,6 +17,7 @@
 #include "Particle_cls.h"
 #include "Primitive_cls.h"
 #include "ShaderCtrl_cls.h"
+#include "StreamlineDraw_cls.h"
 #include "TextDraw_cls.h"
 #include "TextObj_cls.h"
 #include "VBOBaseObject_cls.h"
@@ -62,41 +65,6 @@ GLenum ToGLBlendFactor(MaterialOption_cls::BlendFactor_enum factor) {
     return kFactors[factor];
 }
 
-// Binds the material's image on unit 0 with its wrap, filter, scale and offset, and gives the
-// object program's texture mode: 0 none, 1 modulate, 2 replace. The texture matrix is left set;
-// UnbindMaterialTexture resets it.
-int BindMaterialTexture(Material_cls* p, GLDrawStatus_cls& status) {
-    if (!p || !p->IsTextureUsed() || !status.mpCMeshDraw)
-        return 0;
-    const GLuint texture = status.mpCMeshDraw->GetMaterialTexture(p->mCTextureFile.GetBodySTR());
-    if (texture == 0)
-        return 0;
-    glActiveTexture(GL_TEXTURE0);
-    glBindTexture(GL_TEXTURE_2D, texture);
-    const GLint wrap = p->mCTextureWrap.GetBodyINT() == 1 ? GL_CLAMP_TO_EDGE : GL_REPEAT;
-    const GLint filter = p->mCTextureInterp.GetBodyINT() == 0 ? GL_NEAREST : GL_LINEAR;
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, wrap);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, wrap);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, filter);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filter);
-    // The coordinate on the surface is scaled, then offset.
-    glMatrixMode(GL_TEXTURE);
-    glLoadIdentity();
-    glTranslated(GetOneValue(p, "TexOffset", status.mTime, 0, 0.0),
-                 GetOneValue(p, "TexOffset", status.mTime, 1, 0.0), 0.0);
-    glScaled(GetOneValue(p, "TexScale", status.mTime, 0, 1.0),
-             GetOneValue(p, "TexScale", status.mTime, 1, 1.0), 1.0);
-    glMatrixMode(GL_MODELVIEW);
-    return p->mCTextureMode.GetBodyINT() == 1 ? 2 : 1;
-}
-
-void UnbindMaterialTexture() {
-    glMatrixMode(GL_TEXTURE);
-    glLoadIdentity();
-    glMatrixMode(GL_MODELVIEW);
-    glBindTexture(GL_TEXTURE_2D, 0);
-}
-
 const VBOBaseObject_cls* GetPCShape(int primitiveType) {
     switch (primitiveType) {
     case 0:
@@ -132,6 +100,41 @@ void EndShader() {
 
 } // namespace
 
+int GLDrawKinds_cls::BindMaterialTexture(Material_cls* p, GLDrawStatus_cls& status, int unit) {
+    if (!p || !p->IsTextureUsed() || !status.mpCMeshDraw)
+        return 0;
+    const GLuint texture = status.mpCMeshDraw->GetMaterialTexture(p->mCTextureFile.GetBodySTR());
+    if (texture == 0)
+        return 0;
+    glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
+    glBindTexture(GL_TEXTURE_2D, texture);
+    const GLint wrap = p->mCTextureWrap.GetBodyINT() == 1 ? GL_CLAMP_TO_EDGE : GL_REPEAT;
+    const GLint filter = p->mCTextureInterp.GetBodyINT() == 0 ? GL_NEAREST : GL_LINEAR;
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, wrap);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, wrap);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, filter);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filter);
+    // The coordinate on the surface is scaled, then offset.
+    glMatrixMode(GL_TEXTURE);
+    glLoadIdentity();
+    glTranslated(GetOneValue(p, "TexOffset", status.mTime, 0, 0.0),
+                 GetOneValue(p, "TexOffset", status.mTime, 1, 0.0), 0.0);
+    glScaled(GetOneValue(p, "TexScale", status.mTime, 0, 1.0),
+             GetOneValue(p, "TexScale", status.mTime, 1, 1.0), 1.0);
+    glMatrixMode(GL_MODELVIEW);
+    glActiveTexture(GL_TEXTURE0);
+    return p->mCTextureMode.GetBodyINT() == 1 ? 2 : 1;
+}
+
+void GLDrawKinds_cls::UnbindMaterialTexture(int unit) {
+    glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
+    glMatrixMode(GL_TEXTURE);
+    glLoadIdentity();
+    glMatrixMode(GL_MODELVIEW);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    glActiveTexture(GL_TEXTURE0);
+}
+
 void GLDrawKinds_cls::RegisterAll() {
     GLDrawTable_cls::Register("Primitive_cls", {&GLDrawPrimitive, nullptr});
     GLDrawTable_cls::Register("LightSource_cls", {&GLDrawLightSource, nullptr});
@@ -141,6 +144,9 @@ void GLDrawKinds_cls::RegisterAll() {
     GLDrawTable_cls::Register("TextObj_cls", {&GLDrawText, nullptr});
     GLDrawTable_cls::Register("Particle_cls", {&GLDrawParticle, nullptr});
     GLDrawTable_cls::Register("VolumeBox_cls", {&GLDrawVolumeBox, nullptr});
+    StreamlineDraw_cls::Register();
+    HeightFieldDraw_cls::Register();
+    IsosurfaceDraw_cls::Register();
 }
 
 void GLDrawKinds_cls::SetGuideColor(int selectStatus, float r, float g, float b) {
@@ -205,7 +211,7 @@ void GLDrawKinds_cls::GLDrawPrimitive(SceneObj_cls* pObj, GLDrawStatus_cls& stat
     params.mLightNumber = status.mLightNumber;
     params.mbFlat = pMaterial ? SetMaterial(pMaterial, status.mTime) : 0;
     glEnable(GL_LIGHTING);
-    params.mTextureMode = status.mbHitTest ? 0 : BindMaterialTexture(pMaterial, status);
+    params.mTextureMode = status.mbHitTest ? 0 : BindMaterialTexture(pMaterial, status, 0);
     // Without its program (a shader that did not build) the object draws with the fixed
     // pipeline and the same material.
     if (GpCShaderCtrl)
@@ -213,7 +219,7 @@ void GLDrawKinds_cls::GLDrawPrimitive(SceneObj_cls* pObj, GLDrawStatus_cls& stat
     pShape->Draw();
     EndShader();
     if (params.mTextureMode != 0)
-        UnbindMaterialTexture();
+        UnbindMaterialTexture(0);
     // The selection shows as the object's wire on top of its faces.
     if (status.mSelectStatus > 0 && !status.mbHitTest && !status.mbRecording) {
         glDisable(GL_BLEND);

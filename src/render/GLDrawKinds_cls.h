@@ -1,6 +1,7 @@
 // The draw entries of the object kinds the renderer knows now: primitives with their material,
 // lights (set up as fixed-pipeline lights and drawn as guides), cameras as guides, the world's
-// fog. Meshes and text objects draw nothing until their drawing exists. Main thread only.
+// fog, and the data kinds' drawers (stream lines, height fields, isosurfaces) with their per-view
+// resources. Main thread only.
 #pragma once
 
 class Camera_cls;
@@ -31,6 +32,12 @@ public:
     // Material colours, shininess, blending, faces and shading of the material at t. Returns the
     // flat-shading flag for the object programs.
     static int SetMaterial(Material_cls* pMaterial, double t);
+    // Binds the material's image on the unit with its wrap, filter, scale and offset (the unit's
+    // texture matrix), leaves unit 0 active, and gives the object programs' texture mode: 0 none
+    // (no image, or no mesh drawer to hold it), 1 modulate, 2 replace. UnbindMaterialTexture
+    // resets the matrix and the binding.
+    static int BindMaterialTexture(Material_cls* pMaterial, GLDrawStatus_cls& status, int unit);
+    static void UnbindMaterialTexture(int unit);
     // The colour in which a guide or a highlight is drawn for the select status.
     static void SetGuideColor(int selectStatus, float r, float g, float b);
 };

@@ -4,6 +4,7 @@
 
 #include "PositionAndDirection_cls.h"
 
+class GLKindResources_cls;
 class MeshDraw_cls;
 class ParticleDraw_cls;
 class TextDraw_cls;
@@ -30,6 +31,8 @@ public:
     TextDraw_cls* mpCTextDraw = nullptr;
     ParticleDraw_cls* mpCParticleDraw = nullptr;
     VolumeDraw_cls* mpCVolumeDraw = nullptr;
+    // What the kinds hold in this view (stream lines, height fields, isosurfaces).
+    GLKindResources_cls* mpCKindResources = nullptr;
     // The camera of this sub-pass and of the next frame, in the scene's space: particle objects
     // sort by them.
     PositionAndDirection_cls mPosDirNow;

@@ -39,6 +39,8 @@ public:
     int mDrawStamp = -1;    // draw counter of the sequence when last drawn
     int mIndex;
     bool mReadStarted = false;
+    // Reads begun on this snap (main thread): a prepared frame made from an older read is stale.
+    int mReadCount = 0;
     // Written by the reader thread (release) as its hand-over; read by the main thread (acquire).
     std::atomic<bool> mReadFinished{false};
 

@@ -11,6 +11,7 @@ bool FileSnap_cls::BeginRead() {
     if (mFile.empty() || mFile == "None" || mIndex < 0)
         return false;
     mReadStarted = true;
+    ++mReadCount;
     mReadFinished.store(false, std::memory_order_release);
     mReadFile = mFile;
     FreeArrays();

@@ -171,6 +171,7 @@ int VolumeSnap_cls::PrepareRead() {
         DefaultData();
         mReadFile = mFile;
         mReadStarted = true;
+        ++mReadCount;
         mReadFinished.store(true, std::memory_order_release);
         return 2;
     }
@@ -184,6 +185,7 @@ bool VolumeSnap_cls::ReadData(bool) {
     if (step != 1)
         return step == 2;
     mReadStarted = true;
+    ++mReadCount;
     mReadFinished.store(false, std::memory_order_release);
     std::unique_ptr<VolumeReadBase_cls> pReader;
     if (mZStack)
@@ -202,6 +204,7 @@ bool VolumeSnap_cls::PrefetchData(bool zStack) {
     if (PrepareRead() != 1)
         return false;
     mReadStarted = true;
+    ++mReadCount;
     mReadFinished.store(false, std::memory_order_release);
     std::shared_ptr<VolumeReadBase_cls> pReader;
     if (mZStack)

@@ -9,6 +9,7 @@
 #include <functional>
 #include <vector>
 
+class Attribute_cls;
 class ConfItem_cls;
 class ConfListContainer_cls;
 class SceneObj_cls;
@@ -34,6 +35,20 @@ public:
     // registered (a kind that is not registered gets no entry from here), and the field tables
     // of the modifier kinds.
     static void RegisterPages();
+
+    // ---- what the pages of the kinds share ----
+    // Sets the item's body through its command (tags in step with the owner's name first): a
+    // number field takes plain or arithmetic text, a switch "1"/"true". False without an item or
+    // for a number field whose text is no number.
+    static bool PushItemBody(SceneObj_cls* pObj, ConfItem_cls* pItem, const wxString& strBody);
+    // Shows the item's body in a wxChoice (index), wxCheckBox or wxTextCtrl; disables the control
+    // without an item.
+    static void ShowItem(const ConfItem_cls* pItem, wxWindow* pCtrl);
+    // The entries the user added to a stack (0 modifiers, 1 data processes), in stack order: the
+    // built-in ones and the colour curves are not shown. Not owned.
+    static std::vector<Attribute_cls*> GetVPCStackEntries(SceneObj_cls* pObj, int stack);
+    // The kinds of the stack that the object takes (each kind's maker says so).
+    static wxArrayString GetAStrStackKinds(SceneObj_cls* pObj, int stack);
 
     // A control bound to one key of one of the page's lists; the target numbers the lists as
     // the kind's page does.

@@ -127,19 +127,7 @@ ConfListContainer_cls* PropertyParticle_cls::GetPCList(int target) const {
 }
 
 std::vector<Attribute_cls*> PropertyParticle_cls::GetVPCStackEntries(int stack) const {
-    std::vector<Attribute_cls*> v;
-    Particle_cls* p = GetPCParticle();
-    if (!p)
-        return v;
-    if (stack == STACK_MODIFIER) {
-        int index = 0;
-        for (Attribute_cls* pAttr : p->mLPCModifier)
-            if (index++ >= p->GetIndexModifierInit() && !pAttr->IsAttributeSameAs("ColorCurve_cls"))
-                v.push_back(pAttr);
-    } else {
-        v.assign(p->mLPCDataProc.begin(), p->mLPCDataProc.end());
-    }
-    return v;
+    return PropertyKindPage_cls::GetVPCStackEntries(GetPCParticle(), stack);
 }
 
 // ---- building ----------------------------------------------------------------------------------
@@ -539,18 +527,7 @@ void PropertyParticle_cls::RefreshStacks() {
         // The kinds of the stack that fit a particle object: the kind's maker says so. Asked once
         // for the page: the answer depends on the kind of object only.
         if (p && mpCStackKind[stack]->IsEmpty()) {
-            wxArrayString aStrKind;
-            wxLogNull noLog;
-            const auto group =
-                stack == STACK_MODIFIER ? KindTable_cls::GROUP_MODIFIER : KindTable_cls::GROUP_DATA_PROC;
-            for (const wxString& strClass : KindTable_cls::GetClassWords(group)) {
-                const KindTable_cls::Entry_cls* pKind = KindTable_cls::Find(strClass, group);
-                if (!pKind || !pKind->mFuncMakeAttribute)
-                    continue;
-                std::unique_ptr<Attribute_cls> pProbe(pKind->mFuncMakeAttribute(p, "Probe"));
-                if (pProbe)
-                    aStrKind.Add(strClass);
-            }
+            const wxArrayString aStrKind = GetAStrStackKinds(p, stack);
             mpCStackKind[stack]->Set(aStrKind);
             mpCStackKind[stack]->SetSelection(aStrKind.empty() ? wxNOT_FOUND : 0);
         }

@@ -1,5 +1,6 @@
 #include "HeightField_cls.h"
 
+#include "ColorCurve_cls.h"
 #include "Material_cls.h"
 
 namespace {
@@ -13,7 +14,9 @@ HeightField_cls::HeightField_cls(ParentObj_cls* pParent) : TwoSetViewer_cls(pPar
     Add(&mCSizeX, "SizeX=", "1", kDraw);
     Add(&mCSizeY, "SizeY=", "1", kDraw);
     Add(&mCHeightScale, "HeightScale=", "0.2", kDraw);
+    Add(&mCColorType, "ColorType=", "1", kDraw);
     AddOwnAttribute(new Material_cls("Material", "HeightField_cls"));
+    AddBuiltInModifier(GetPNewColorCurve(this, "ColorCurve"));
 }
 
 HeightFieldSetting_cls HeightField_cls::GetSetting(double) {

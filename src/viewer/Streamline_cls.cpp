@@ -1,6 +1,10 @@
 #include "Streamline_cls.h"
 
+#include "Attribute_cls.h"
+#include "ColorCurve_cls.h"
 #include "Material_cls.h"
+
+#include <wx/log.h>
 
 namespace {
 const wxString kDraw = "VIEW3D";
@@ -14,7 +18,11 @@ Streamline_cls::Streamline_cls(ParentObj_cls* pParent) : TwoSetViewer_cls(pParen
     Add(&mCClipHigh, "ClipHigh=", "1 1 1", kDraw);
     Add(&mCValueType, "ValueType=", "0", kDraw);
     Add(&mCLineWidth, "LineWidth=", "1", kDraw);
+    Add(&mCDrawType, "DrawType=", "0", kDraw);
+    Add(&mCColorType, "ColorType=", "0", kDraw);
+    Add(&mCMappingType, "MappingType=", "0", kDraw);
     AddOwnAttribute(new Material_cls("Material", "Streamline_cls"));
+    AddBuiltInModifier(GetPNewColorCurve(this, "ColorCurve"));
 }
 
 StreamlineSetting_cls Streamline_cls::GetSetting(double) {
@@ -31,6 +39,41 @@ StreamlineSetting_cls Streamline_cls::GetSetting(double) {
             s.mClipHigh[i] = static_cast<float>(high[i]);
     }
     s.mValueType = static_cast<int>(mCValueType.GetBodyINT());
+    // The data processes of the stream-line family, read by their keys in stack order (the kinds
+    // live in the modifier layer above).
+    for (int i = 0; Attribute_cls* p = GetPCDataProcFromIndex(i); ++i) {
+        auto item = [p](const char* pHead) { return p->GetPCItem(pHead); };
+        if (ConfItem_cls* pValid = item("Validity="); pValid && !pValid->GetBodyBOOL())
+            continue;
+        auto vec3 = [&item](const char* pHead, double fallback, double* out) {
+            std::vector<double> v = item(pHead) ? item(pHead)->GetBodyFLOATARRAY() : std::vector<double>();
+            for (size_t k = 0; k < 3; ++k)
+                out[k] = k < v.size() ? v[k] : fallback;
+        };
+        auto integer = [&item](const char* pHead) {
+            return item(pHead) ? static_cast<int>(item(pHead)->GetBodyINT()) : 0;
+        };
+        if (p->IsAttributeSameAs("StreamFiltering_cls")) {
+            std::vector<int> vRange;
+            wxString strWhy;
+            const wxString strList = item("FilteringString=") ? item("FilteringString=")->GetBodySTR() : "";
+            if (!StreamlineProc_cls::ParseIndexList(strList, vRange, strWhy) && strWhy != mStrLastFilterWhy)
+                wxLogWarning("%s: %s: %s", GetStrName(), p->GetStrName(), strWhy);
+            mStrLastFilterWhy = strWhy;
+            s.mVProc.push_back(StreamlineProc_cls::MakeFilter(integer("FilteringType="), vRange));
+        } else if (p->IsAttributeSameAs("StreamSetAlpha_cls")) {
+            const double crit = item("Crit=") ? item("Crit=")->GetBodyDOUBLE() : 0.0;
+            s.mVProc.push_back(
+                StreamlineProc_cls::MakeAlpha(integer("SetAlphaType="), static_cast<float>(crit)));
+        } else if (p->IsAttributeSameAs("StreamTransform_cls")) {
+            double offset[3], rotate[3], scale[3];
+            vec3("Offset=", 0.0, offset);
+            vec3("Rotate=", 0.0, rotate);
+            vec3("Scale=", 1.0, scale);
+            s.mVProc.push_back(
+                StreamlineProc_cls::MakeTransform(offset, rotate, integer("RotateOrder="), scale));
+        }
+    }
     return s;
 }
 

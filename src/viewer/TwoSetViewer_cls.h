@@ -43,8 +43,10 @@ public:
         // A read may free a snap's arrays (a changed file or channel): not under the worker.
         if (mCThreadNext.IsStarted() && !mCThreadNext.IsFinished())
             return false;
-        if (IsPathChanged())
+        if (IsPathChanged()) {
+            mCurrentKey.mbValid = false;
             CheckFileSequence();
+        }
         return PrefetchSequence();
     }
 
@@ -74,8 +76,10 @@ public:
         // The spare set and the snaps are the worker's until it is joined.
         const bool bNextDone = mbNextStarted && mCThreadNext.Join();
         mbNextStarted = false;
-        if (IsPathChanged())
+        if (IsPathChanged()) {
+            mCurrentKey.mbValid = false;
             CheckFileSequence();
+        }
         if (!GpCTimeCtrl)
             return false;
         const double nt = GpCTimeCtrl->GetCurrentNT(false);
@@ -89,14 +93,19 @@ public:
             return false;
         const Setting_T setting = GetSetting(nt);
         const bool bPlaying = GpCTimeCtrl->IsPlaying();
+        const FrameKey_cls key{a, t, pA, pB, pA->mReadCount, pB ? pB->mReadCount : 0, setting, true};
         if (bPlaying && bNextDone && mNextStep == a && mNextInterp == t && mNextSetting == setting) {
             std::swap(mpCCurrent, mpCNext);
             wxLogMessage("Swap Render Snap");
-        } else {
+        } else if (!(mCurrentKey == key)) {
+            // A frame drawn again (a second sub-pass, a repaint) keeps its prepared set: the
+            // surface of an isosurface is not made twice for one frame.
             wxLogMessage("Not Swap");
+            mCurrentKey.mbValid = false;
             if (!mpCCurrent->PrepareFrame(pA, pB, t, a, setting, false))
                 return false;
         }
+        mCurrentKey = key;
         if (bPlaying)
             PrepareDataNext(GpCTimeCtrl->GetNextNT(false));
         return true;
@@ -149,6 +158,23 @@ protected:
     static bool IsReady(Snap_T* p) { return p && p->mReadStarted && !p->IsReading(); }
 
 private:
+    // What the shown set was prepared from; the same key again needs no preparation.
+    class FrameKey_cls {
+    public:
+        int mStep = -1;
+        double mInterp = -1.0;
+        const Snap_T* mpA = nullptr;
+        const Snap_T* mpB = nullptr;
+        int mReadA = 0;
+        int mReadB = 0;
+        Setting_T mSetting;
+        bool mbValid = false;
+        bool operator==(const FrameKey_cls& o) const {
+            return mbValid && o.mbValid && mStep == o.mStep && mInterp == o.mInterp && mpA == o.mpA &&
+                   mpB == o.mpB && mReadA == o.mReadA && mReadB == o.mReadB && mSetting == o.mSetting;
+        }
+    };
+    FrameKey_cls mCurrentKey;
     bool mbNextStarted = false;
     int mNextStep = -1;
     double mNextInterp = -1.0;

@@ -7,6 +7,8 @@
 #include <wx/log.h>
 #include <wx/string.h>
 
+#include <algorithm>
+#include <cmath>
 #include <initializer_list>
 #include <ostream>
 #include <random>
@@ -99,6 +101,25 @@ inline std::string ReadBytes(const wxString& strPath) {
         out.append(buf, n);
     fclose(fp);
     return out;
+}
+
+// A df3 volume of n voxels a side (three big-endian 16-bit sizes, then the bytes) holding a ball:
+// 128 + 8 (radius - distance from the centre), rounded and clamped to 0 .. 255.
+inline std::string BallDF3(int n, double radius) {
+    std::string s;
+    for (int k = 0; k < 3; ++k) {
+        s.push_back(static_cast<char>((n >> 8) & 0xff));
+        s.push_back(static_cast<char>(n & 0xff));
+    }
+    const double c = 0.5 * (n - 1);
+    for (int z = 0; z < n; ++z)
+        for (int y = 0; y < n; ++y)
+            for (int x = 0; x < n; ++x) {
+                const double r = std::sqrt((x - c) * (x - c) + (y - c) * (y - c) + (z - c) * (z - c));
+                s.push_back(
+                    static_cast<char>(std::lround(std::clamp(128.0 + 8.0 * (radius - r), 0.0, 255.0))));
+            }
+    return s;
 }
 
 // size random bytes from the seed; without zero bytes when a text is wanted that is read whole.

@@ -141,6 +141,75 @@ TEST(StreamlinePrepareTest, ThinningClipBoxAndValues) {
     EXPECT_EQ(set.mValue, std::vector<float>(8, 0.0f));
 }
 
+TEST(StreamlinePrepareTest, DataProcessesFilterMoveAndFadeInStackOrder) {
+    // Four lines of two points; line k at y = k, values k and k + 0.5; a line of one point last.
+    const auto a = Lines("0 0 0 0\n1 0 0 0.5\n\n0 1 0 1\n1 1 0 1.5\n\n0 2 0 2\n1 2 0 2.5\n\n"
+                         "0 3 0 3\n1 3 0 3.5\n\n7 7 7 4\n");
+    const double none[3] = {0, 0, 0}, one[3] = {1, 1, 1};
+    const double turnZ[3] = {0, 0, 90}, offset[3] = {10, 0, 0}, twice[3] = {2, 2, 2};
+    std::vector<int> vFirstTwo, vOdd;
+    wxString strWhy;
+    ASSERT_TRUE(StreamlineProc_cls::ParseIndexList("0-1", vFirstTwo, strWhy));
+    ASSERT_TRUE(StreamlineProc_cls::ParseIndexList(" 1, 3\t", vOdd, strWhy));
+    EXPECT_EQ(vOdd, (std::vector<int>{1, 1, 3, 3}));
+    struct Case {
+        const char* name;
+        std::vector<StreamlineProc_cls> vProc;
+        std::vector<float> first; // x and y of each kept line's first point
+        std::vector<float> alpha; // empty: no opacity
+    };
+    const std::vector<float> all = {0, 0, 0, 1, 0, 2, 0, 3, 7, 7};
+    const Case cases[] = {
+        {"none", {}, all, {}},
+        {"keep 0-1", {StreamlineProc_cls::MakeFilter(0, vFirstTwo)}, {0, 0, 0, 1}, {}},
+        {"drop 1 and 3", {StreamlineProc_cls::MakeFilter(1, vOdd)}, {0, 0, 0, 2, 7, 7}, {}},
+        {"both filters",
+         {StreamlineProc_cls::MakeFilter(0, vFirstTwo), StreamlineProc_cls::MakeFilter(1, vOdd)},
+         {0, 0},
+         {}},
+        {"an empty list changes nothing", {StreamlineProc_cls::MakeFilter(0, {})}, all, {}},
+        // (0, k) scaled by 2, turned a quarter about z to (-2k, 0), then moved by 10 in x.
+        {"scale, turn, move",
+         {StreamlineProc_cls::MakeTransform(offset, turnZ, 0, twice)},
+         {10, 0, 8, 0, 6, 0, 4, 0, -4, 14},
+         {}},
+        {"moved twice in order",
+         {StreamlineProc_cls::MakeTransform(none, none, 0, twice),
+          StreamlineProc_cls::MakeTransform(offset, none, 0, one)},
+         {10, 0, 10, 2, 10, 4, 10, 6, 24, 14},
+         {}},
+        {"hide below 1.5",
+         {StreamlineProc_cls::MakeFilter(0, vFirstTwo), StreamlineProc_cls::MakeAlpha(0, 1.5f)},
+         {0, 0, 0, 1},
+         {0, 0, 0, 1}},
+        {"hide above 1",
+         {StreamlineProc_cls::MakeFilter(0, vFirstTwo), StreamlineProc_cls::MakeAlpha(1, 1.0f)},
+         {0, 0, 0, 1},
+         {1, 1, 1, 0}},
+        {"fade in up to 2",
+         {StreamlineProc_cls::MakeFilter(0, vFirstTwo), StreamlineProc_cls::MakeAlpha(2, 2.0f)},
+         {0, 0, 0, 1},
+         {0, 0.25f, 0.5f, 0.75f}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        StreamlineSetting_cls s;
+        s.mVProc = c.vProc;
+        StreamlineForRender_cls set;
+        ASSERT_TRUE(set.PrepareData(a.get(), nullptr, 0.0, 0, s));
+        ASSERT_EQ(set.GetLineCount(), static_cast<int>(c.first.size() / 2));
+        for (int k = 0; k < set.GetLineCount(); ++k)
+            for (int i = 0; i < 2; ++i)
+                EXPECT_NEAR(set.mXYZ[3 * set.mOffsets[k] + i], c.first[2 * k + i], 1e-5) << "line " << k;
+        EXPECT_EQ(set.mAlpha, c.alpha);
+    }
+    // A list that is not one.
+    std::vector<int> vBad;
+    EXPECT_FALSE(StreamlineProc_cls::ParseIndexList("1 two", vBad, strWhy));
+    EXPECT_EQ(strWhy, "\"two\" is no line index or range");
+    EXPECT_FALSE(StreamlineProc_cls::ParseIndexList("5-2", vBad, strWhy));
+}
+
 TEST(HeightFieldPrepareTest, PositionsNormalsAndTriangles) {
     // A tilted plane h = 0.5 x + 2 y on a 5 x 3 grid: central differences are exact.
     const auto g = Grid(5, 3, [](int x, int y) { return 0.5f * x + 2.0f * y; });

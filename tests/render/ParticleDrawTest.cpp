@@ -72,9 +72,6 @@ protected:
         mpPasses.reset();
         mpView.reset();
         mpDraw.reset();
-        mFramebuffer.Reset();
-        mDepth.Reset();
-        mColor.Reset();
         mpMain.reset();
         mpResourceDir.reset();
         RenderFixture::TearDown();
@@ -187,9 +184,6 @@ protected:
     std::unique_ptr<ParticleDraw_cls> mpDraw;
     std::unique_ptr<View3D_cls> mpView;
     std::unique_ptr<FramePasses_cls> mpPasses;
-    GLTexture_cls mColor;
-    GLRenderbuffer_cls mDepth;
-    GLFramebuffer_cls mFramebuffer;
 };
 
 TEST_F(ParticleDrawTest, EachDrawTypePutsItsParticlesOnTheirPixels) {

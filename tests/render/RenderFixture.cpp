@@ -42,6 +42,13 @@ void RenderFixture::TearDown() {
         const ::testing::TestInfo* pInfo = ::testing::UnitTest::GetInstance()->current_test_info();
         SaveFrame(std::string(pInfo->test_suite_name()) + "." + pInfo->name() + ".png");
     }
+    mFramebuffer.Reset();
+    mDepth.Reset();
+    mColor.Reset();
+}
+
+bool RenderFixture::MakeTarget(int size) {
+    return MakeTarget(size, mColor, mDepth, mFramebuffer);
 }
 
 std::vector<Pixel_cls> RenderFixture::ReadTexture(unsigned int texture, int width, int height) {

@@ -50,12 +50,19 @@ protected:
     static bool MakeTarget(int size, GLTexture_cls& color, GLRenderbuffer_cls& depth,
                            GLFramebuffer_cls& framebuffer);
 
+    // A square float RGBA texture with a 24-bit depth buffer in mFramebuffer; false when the
+    // framebuffer is not complete. TearDown frees them.
+    bool MakeTarget(int size);
+
     static std::unique_ptr<EGLContext_cls> mspCContext;
     static std::string msStrSkip;
 
     std::vector<Pixel_cls> mVFrame;
     int mFrameWidth = 0;
     int mFrameHeight = 0;
+    GLTexture_cls mColor;
+    GLRenderbuffer_cls mDepth;
+    GLFramebuffer_cls mFramebuffer;
 };
 
 // Expects a pixel to match the colour within the tolerance.

@@ -54,19 +54,7 @@ protected:
     }
     // A df3 cube of n voxels a side holding a ball: 128 + slope (radius - distance from the centre).
     wxString MakeBall(const wxString& strName, int n, double radius) {
-        std::string s;
-        for (int k = 0; k < 3; ++k) {
-            s.push_back(static_cast<char>((n >> 8) & 0xff));
-            s.push_back(static_cast<char>(n & 0xff));
-        }
-        const double c = 0.5 * (n - 1);
-        for (int z = 0; z < n; ++z)
-            for (int y = 0; y < n; ++y)
-                for (int x = 0; x < n; ++x) {
-                    const double r = std::sqrt((x - c) * (x - c) + (y - c) * (y - c) + (z - c) * (z - c));
-                    s.push_back(
-                        static_cast<char>(std::lround(std::clamp(128.0 + 8.0 * (radius - r), 0.0, 255.0))));
-                }
+        const std::string s = BallDF3(n, radius);
         EXPECT_TRUE(WriteBytes(mDir.Path(strName), s));
         return mDir.Path(strName);
     }
