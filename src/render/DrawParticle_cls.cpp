@@ -4,6 +4,8 @@
 #include "GLCheckError_cls.h"
 #include "ParticleForRender_cls.h"
 #include "ShaderCtrl_cls.h"
+#include "ShadowAdjacency_cls.h"
+#include "ShadowVolumeCtrl_cls.h"
 
 #include <epoxy/gl.h>
 
@@ -166,20 +168,67 @@ void DrawParticle_cls::SetVBOBuffer(const ParticleForRender_cls* pSet, const Par
     SetElementLists(mCList, !bSphere);
 }
 
+void DrawParticle_cls::SetSphereMesh(int depth) {
+    depth = std::max(0, std::min(5, depth));
+    if (depth == mSphereDepth && mSphereMesh)
+        return;
+    const std::vector<float> v = GetVSphereMesh(depth);
+    mSphereMesh = GLBuffer_cls::Make();
+    glBindBuffer(GL_ARRAY_BUFFER, mSphereMesh.Get());
+    glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(v.size() * sizeof(float)), v.data(), GL_STATIC_DRAW);
+    glBindBuffer(GL_ARRAY_BUFFER, 0);
+    mSphereDepth = depth;
+    mSphereVertexCount = static_cast<int>(v.size() / 6);
+    const std::vector<uint32_t> vAdjacency = ShadowAdjacency_cls::GetVAdjacency(v.data(), 6, mSphereVertexCount);
+    mSphereAdjacencyCount = static_cast<int>(vAdjacency.size());
+    mSphereAdjacency = GLBuffer_cls::Make();
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mSphereAdjacency.Get());
+    glBufferData(GL_ELEMENT_ARRAY_BUFFER, static_cast<GLsizeiptr>(vAdjacency.size() * sizeof(uint32_t)),
+                 vAdjacency.data(), GL_STATIC_DRAW);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+}
+
+void DrawParticle_cls::DrawSphereSV(int depth) {
+    mSphereDrawCalls = 0;
+    SetSphereMesh(depth);
+    const int count = mNumElement[0] + mNumElement[1];
+    if (count <= 0 || mSphereAdjacencyCount == 0 || !mInstance || !GpCShadowVolumeCtrl ||
+        !GpCShadowVolumeCtrl->BeginShader())
+        return;
+    const GLint loc = glGetAttribLocation(GpCShaderCtrl->GetCurrentProgram(), "instancePosSize");
+    if (loc >= 0) {
+        glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+        glBindBuffer(GL_ARRAY_BUFFER, mSphereMesh.Get());
+        glEnableClientState(GL_VERTEX_ARRAY);
+        glDisableClientState(GL_NORMAL_ARRAY);
+        glDisableClientState(GL_COLOR_ARRAY);
+        glDisableClientState(GL_TEXTURE_COORD_ARRAY);
+        glVertexPointer(3, GL_FLOAT, 6 * sizeof(float), nullptr);
+        // Every drawn sphere, both lists, at its centre and radius.
+        const GLuint attrib = static_cast<GLuint>(loc);
+        glBindBuffer(GL_ARRAY_BUFFER, mInstance.Get());
+        glEnableVertexAttribArray(attrib);
+        glVertexAttribPointer(attrib, 4, GL_FLOAT, GL_FALSE, kInstanceFloats * sizeof(float), nullptr);
+        glVertexAttribDivisor(attrib, 1);
+        glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mSphereAdjacency.Get());
+        glDrawElementsInstanced(GL_TRIANGLES_ADJACENCY, mSphereAdjacencyCount, GL_UNSIGNED_INT, nullptr, count);
+        ++mSphereDrawCalls;
+        glVertexAttribDivisor(attrib, 0);
+        glDisableVertexAttribArray(attrib);
+        // A plain draw of the program reads the default again: a sphere of radius 1 at 0.
+        glVertexAttrib4f(attrib, 0.f, 0.f, 0.f, 1.f);
+        glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+        glBindBuffer(GL_ARRAY_BUFFER, 0);
+        glPopClientAttrib();
+    }
+    GpCShadowVolumeCtrl->EndShader();
+    GLCheckError_cls::CheckGLError("DrawParticle::DrawSphereSV");
+}
+
 void DrawParticle_cls::DrawSphere(const ParticleDrawSetting_cls& setting, const DrawInput_cls& input,
                                   int depth) {
     mSphereDrawCalls = 0;
-    depth = std::max(0, std::min(5, depth));
-    if (depth != mSphereDepth || !mSphereMesh) {
-        const std::vector<float> v = GetVSphereMesh(depth);
-        mSphereMesh = GLBuffer_cls::Make();
-        glBindBuffer(GL_ARRAY_BUFFER, mSphereMesh.Get());
-        glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(v.size() * sizeof(float)), v.data(),
-                     GL_STATIC_DRAW);
-        glBindBuffer(GL_ARRAY_BUFFER, 0);
-        mSphereDepth = depth;
-        mSphereVertexCount = static_cast<int>(v.size() / 6);
-    }
+    SetSphereMesh(depth);
     BindParticleTexture(input);
     glEnable(GL_DEPTH_TEST);
     glDisable(GL_LIGHTING);

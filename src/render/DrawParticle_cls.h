@@ -17,8 +17,9 @@ public:
     // Spheres of division depth "SphereDepth=": each run of consecutive particles sharing a
     // material in sorted order is one instanced draw of the shared sphere mesh.
     void DrawSphere(const ParticleDrawSetting_cls& setting, const DrawInput_cls& input, int depth);
-    // Shadow volumes of the spheres: shadows are not drawn yet, so this passes through.
-    void DrawSphereSV() {}
+    // Shadow volumes of the spheres of the last SetVBOBuffer, every one as an instance of the
+    // sphere mesh of that depth with its neighbours, through "SVTriangleMesh".
+    void DrawSphereSV(int depth);
     // Deletes every buffer and forgets the stamps: the next SetVBOBuffer uploads all.
     void ClearVBO();
 
@@ -42,7 +43,11 @@ private:
     std::vector<float> mVInstance; // 8 per instance: x, y, z, size, S, T, alpha, bits
     GLBuffer_cls mInstance;
     size_t mInstanceCapacity = 0;
+    // Builds the sphere mesh of the division depth (0 to 5) and its adjacency, unless built.
+    void SetSphereMesh(int depth);
     GLBuffer_cls mSphereMesh;
+    GLBuffer_cls mSphereAdjacency;
+    int mSphereAdjacencyCount = 0;
     int mSphereDepth = -1;
     int mSphereVertexCount = 0;
 };

@@ -440,7 +440,10 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
     const bool bBlur = GpCBlurCtrl && GpCBlurCtrl->IsUseMotionBlur();
     const int blurSamples = GpCBlurCtrl ? GpCBlurCtrl->GetBlurSampleNum() : 1;
     ShadowVolumeCtrl_cls& shadow = GetShadowCtrl();
+    shadow.PrepareSteps(GpCSceneObjCtrl, mTime);
     const bool bShadow = shadow.GetEndStep() - shadow.GetFirstStep() > 1;
+    if (!bShadow)
+        shadow.ClearFBOBuffer();
     if (!bEnsemble && GpCEnsembleCtrl)
         GpCEnsembleCtrl->ClearFBOBuffer();
     if (!bBlur && GpCBlurCtrl)
@@ -496,7 +499,10 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
                         const int first = bDepthPass ? 0 : shadow.GetFirstStep();
                         const int steps = bDepthPass ? 1 : ensembleSamples;
                         for (int shadowStep = first; shadowStep < shadow.GetEndStep(); ++shadowStep) {
-                            // The shadow accumulation buffer is prepared here once shadows exist.
+                            // The depth pass keeps the last step's depth: it adds nothing up.
+                            const bool bShadowSum = bShadow && !bDepthPass;
+                            if (bShadowSum && shadowStep == first)
+                                shadow.PrepareBuffer(pFBO);
                             shadow.SetShadowVolumeStep(shadowStep, first);
                             for (int ensembleStep = 0; ensembleStep < steps; ++ensembleStep) {
                                 const bool bAccumulate = bEnsemble && !bDepthPass && GpCFrameOutput;
@@ -515,8 +521,17 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
                                     wxLogDebug("fbo%d Start %ld ms", part, stopWatch.Time());
                                     DrawEachFBO(ensembleStep, false);
                                     wxLogDebug("fbo%d END %ld ms", part, stopWatch.Time());
-                                    // The stencil steps of the shadow volumes draw here on steps
-                                    // other than 0 once they exist.
+                                    // A shadow-casting light's step: its volumes into the stencil,
+                                    // then the shadowed area drawn again without it. A depth
+                                    // buffer has no stencil.
+                                    if (shadowStep != 0 && !bDepthPass && shadow.IsUseShadow()) {
+                                        shadow.PushState();
+                                        shadow.SetStencilState(mTime);
+                                        DrawEachFBO(ensembleStep, false);
+                                        shadow.SetShadowedArea();
+                                        DrawEachFBO(ensembleStep, false);
+                                        shadow.PopState();
+                                    }
                                 }
                                 pFBO->End();
                                 if (bAccumulate)
@@ -527,7 +542,11 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
                                 GpCFrameOutput->DrawFromBuffer(Accumulation_enum::Ensemble, pFBO);
                             if (GpCEnsembleCtrl)
                                 GpCEnsembleCtrl->SetEnsembleStep(0);
+                            if (bShadowSum && !TimeCtrl_cls::msbForceAbort.load(std::memory_order_acquire))
+                                shadow.DrawOnBuffer(pFBO);
                         }
+                        if (bShadow && !bDepthPass && !TimeCtrl_cls::msbForceAbort.load(std::memory_order_acquire))
+                            shadow.DrawFromBuffer(pFBO);
                         if (bShadow)
                             shadow.SetShadowVolumeStep(0, 0);
                     }
@@ -555,6 +574,8 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
         if (eyes == 2)
             mpCFBOProcessedEye[eye] = GetNewPCFilterProcessed(pTarget, vPasspartout);
     }
+    // What is drawn after the frame (the hit test, the loupe) sees all lights as they are.
+    shadow.FinishSteps();
     // Two eyes are merged into one stereo image here once the stereogram exists; until then
     // the frame shows the left eye.
     mpCFBOProcessed =

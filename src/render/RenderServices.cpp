@@ -53,12 +53,15 @@ void RegisterRenderServices() {
         });
     OwnedService_cls::Register(SVC_TextureProvider, GpCTextureProvider);
     OwnedService_cls::Register(SVC_TextureProvider1D, GpCTextureProvider1D);
-    OwnedService_cls::Register(SVC_ShadowVolumeCtrl, GpCShadowVolumeCtrl);
+    // Its keys are a block of the project.
+    OwnedService_cls::RegisterList(SVC_ShadowVolumeCtrl, RECV_SHADOW_VOLUME_CTRL, GpCShadowVolumeCtrl);
     // The window makes the shared buffers once its context is current and frees every GL object
     // before that context goes: the programs and textures go with fresh services in their place,
     // which build again lazily in a later context.
     ClassProvider_cls::SetGLInstanceMaker(&FramePasses_cls::InitializeGLCommonIfNot, [] {
         FramePasses_cls::DeleteGLCommon();
+        if (GpCShadowVolumeCtrl)
+            GpCShadowVolumeCtrl->ClearFBOBuffer();
         RenewService(GpCShaderCtrl);
         RenewService(GpCTextureProvider);
         RenewService(GpCTextureProvider1D);

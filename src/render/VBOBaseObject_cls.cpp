@@ -1,5 +1,7 @@
 #include "VBOBaseObject_cls.h"
 
+#include "ShadowAdjacency_cls.h"
+
 #include <cmath>
 
 VBOBaseObject_cls::VBOBaseObject_cls(const std::vector<float>& vInterleaved)
@@ -7,6 +9,33 @@ VBOBaseObject_cls::VBOBaseObject_cls(const std::vector<float>& vInterleaved)
     glBindBuffer(GL_ARRAY_BUFFER, mBuffer.Get());
     glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(vInterleaved.size() * sizeof(float)),
                  vInterleaved.data(), GL_STATIC_DRAW);
+    glBindBuffer(GL_ARRAY_BUFFER, 0);
+    const std::vector<uint32_t> vAdjacency =
+        ShadowAdjacency_cls::GetVAdjacency(vInterleaved.data(), kFloatsPerVertex, mVertexCount);
+    mAdjacencyCount = static_cast<int>(vAdjacency.size());
+    if (mAdjacencyCount == 0)
+        return;
+    mAdjacency = GLBuffer_cls::Make();
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mAdjacency.Get());
+    glBufferData(GL_ELEMENT_ARRAY_BUFFER, static_cast<GLsizeiptr>(vAdjacency.size() * sizeof(uint32_t)),
+                 vAdjacency.data(), GL_STATIC_DRAW);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+}
+
+void VBOBaseObject_cls::DrawAdjacency() const {
+    if (mAdjacencyCount == 0)
+        return;
+    glBindBuffer(GL_ARRAY_BUFFER, mBuffer.Get());
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mAdjacency.Get());
+    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glDisableClientState(GL_NORMAL_ARRAY);
+    glDisableClientState(GL_TEXTURE_COORD_ARRAY);
+    glDisableClientState(GL_COLOR_ARRAY);
+    glVertexPointer(3, GL_FLOAT, kFloatsPerVertex * sizeof(float), nullptr);
+    glDrawElements(GL_TRIANGLES_ADJACENCY, mAdjacencyCount, GL_UNSIGNED_INT, nullptr);
+    glPopClientAttrib();
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
 }
 
