@@ -20,7 +20,7 @@ ShadowVolumeCtrl_cls::ShadowVolumeCtrl_cls() {
     Add(&mCUseShadowVolume, "UseShadowVolume=", "0", strTag);
     Add(&mCSoftShadowSampleNum, "SoftShadowSampleNum=", "8", strTag);
     Add(&mCSoftShadowSize, "SoftShadowSize=", "0.2", strTag);
-    Add(&mCShadowLength, "ShadowLength=", "1000", strTag);
+    Add(&mCShadowLength, "ShadowLength=", "0", strTag);
 }
 
 ShadowVolumeCtrl_cls::~ShadowVolumeCtrl_cls() = default;

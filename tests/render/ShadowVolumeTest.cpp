@@ -115,32 +115,65 @@ protected:
 };
 
 TEST_F(ShadowVolumeTest, BoxShadowFallsWhereTheLightIsBlockedAndNowhereElse) {
-    SetShadow(false);
-    const std::vector<Pixel_cls> vPlain = Paint();
-    SetShadow(true);
-    Paint();
-    // Floor points and whether the box stands between them and the light.
-    const struct {
+    struct Point_cls {
         double x, z;
-        bool bShadow;
-    } points[] = {{2.0, 0.0, true},   {1.3, 0.3, true},   {2.7, -0.3, true}, {1.6, -0.35, true},
-                  {3.4, 0.0, false},  {2.0, 0.9, false},  {2.0, -0.9, false}, {-2.0, 0.0, false},
-                  {-1.2, 0.3, false}, {4.0, -3.0, false}, {0.8, 2.0, false}};
-    const float lit = Grey(AtFloor(vPlain, 3.4, 0.0));
-    for (const auto& q : points) {
-        SCOPED_TRACE(wxString::Format("x %g z %g", q.x, q.z).ToStdString());
-        const Pixel_cls plain = AtFloor(vPlain, q.x, q.z);
-        const Pixel_cls now = Floor(q.x, q.z);
-        if (q.bShadow) {
-            EXPECT_LT(Grey(now), lit - 0.25f) << "dark under the box";
-            EXPECT_NEAR(now.a, 1.f, 1e-3);
-        } else {
-            EXPECT_TRUE(PixelNear(now, plain.r, plain.g, plain.b, plain.a, 1e-3f)) << "as without shadows";
+        bool bShadow; // the box stands between the floor point and the light
+    };
+    // The parallel light of the set-up, and a point light at (-4, 6, 0), which throws the box's
+    // shadow from x = 0.67 to 3.71, wider where it is farther.
+    const struct {
+        const char* name;
+        const char* type;
+        std::vector<Point_cls> points;
+    } cases[] = {
+        {"parallel",
+         "0",
+         {{2.0, 0.0, true},
+          {1.3, 0.3, true},
+          {2.7, -0.3, true},
+          {1.6, -0.35, true},
+          {3.4, 0.0, false},
+          {2.0, 0.9, false},
+          {2.0, -0.9, false},
+          {-2.0, 0.0, false},
+          {-1.2, 0.3, false},
+          {4.0, -3.0, false},
+          {0.8, 2.0, false}}},
+        {"point",
+         "1",
+         {{2.0, 0.0, true},
+          {1.0, 0.0, true},
+          {3.3, 0.0, true},
+          {2.5, 0.5, true},
+          {4.2, 0.0, false},
+          {2.0, 1.2, false},
+          {2.0, -1.2, false},
+          {-2.0, 0.0, false}}},
+    };
+    SetGroup(mpLight, "", "Position", -4, 6, 0);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        mpLight->mCLightType.SetBodyFromData(c.type);
+        SetShadow(false);
+        const std::vector<Pixel_cls> vPlain = Paint();
+        SetShadow(true);
+        Paint();
+        const float lit = Grey(AtFloor(vPlain, 2.0, 0.0));
+        for (const auto& q : c.points) {
+            SCOPED_TRACE(wxString::Format("x %g z %g", q.x, q.z).ToStdString());
+            const Pixel_cls plain = AtFloor(vPlain, q.x, q.z);
+            const Pixel_cls now = Floor(q.x, q.z);
+            if (q.bShadow) {
+                EXPECT_LT(Grey(now), lit - 0.25f) << "dark under the box";
+                EXPECT_NEAR(now.a, 1.f, 1e-3);
+            } else {
+                EXPECT_TRUE(PixelNear(now, plain.r, plain.g, plain.b, plain.a, 1e-3f)) << "as without shadows";
+            }
         }
+        // The box itself keeps its colour where the camera sees it.
+        const Pixel_cls box = vPlain[128 * 256 + 128];
+        EXPECT_TRUE(PixelNear(At(128, 128), box.r, box.g, box.b, 1.f, 1e-3f));
     }
-    // The lit box itself keeps its colour where it faces the light and the camera.
-    EXPECT_TRUE(PixelNear(At(128, 128), vPlain[128 * 256 + 128].r, vPlain[128 * 256 + 128].g,
-                          vPlain[128 * 256 + 128].b, 1.f, 1e-3f));
 }
 
 TEST_F(ShadowVolumeTest, MaterialAndLightSwitchesRemoveTheShadow) {
