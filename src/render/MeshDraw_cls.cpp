@@ -189,19 +189,8 @@ void MeshDraw_cls::DrawSV(MeshObj_cls& obj) {
     if (it == mMapMesh.end())
         return;
     const Mesh_cls& mesh = it->second->mBuffer ? *it->second : *GetDefaultMesh();
-    if (mesh.mAdjacencyCount == 0)
-        return;
-    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
-    glBindBuffer(GL_ARRAY_BUFFER, mesh.mBuffer.Get());
-    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mesh.mAdjacency.Get());
-    glEnableClientState(GL_VERTEX_ARRAY);
-    glDisableClientState(GL_NORMAL_ARRAY);
-    glDisableClientState(GL_TEXTURE_COORD_ARRAY);
-    glVertexPointer(3, GL_FLOAT, kFloatsPerVertex * sizeof(float), nullptr);
-    glDrawElements(GL_TRIANGLES_ADJACENCY, mesh.mAdjacencyCount, GL_UNSIGNED_INT, nullptr);
-    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
-    glBindBuffer(GL_ARRAY_BUFFER, 0);
-    glPopClientAttrib();
+    ShadowVolumeCtrl_cls::DrawAdjacency(mesh.mBuffer.Get(), kFloatsPerVertex * sizeof(float), mesh.mAdjacency.Get(),
+                                        mesh.mAdjacencyCount);
 }
 
 void MeshDraw_cls::DrawMesh(const Mesh_cls& mesh, MeshObj_cls& obj, double t) {

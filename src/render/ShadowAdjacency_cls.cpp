@@ -7,7 +7,12 @@
 #include <utility>
 
 std::vector<uint32_t> ShadowAdjacency_cls::GetVAdjacency(const float* pPos, int stride, int vertexCount) {
-    const int triangles = vertexCount / 3;
+    return GetVAdjacencyIndexed(pPos, stride, nullptr, vertexCount);
+}
+
+std::vector<uint32_t> ShadowAdjacency_cls::GetVAdjacencyIndexed(const float* pPos, int stride,
+                                                                const uint32_t* pIndex, int cornerCount) {
+    const int triangles = cornerCount / 3;
     std::vector<uint32_t> vOut;
     if (!pPos || stride < 3 || triangles <= 0)
         return vOut;
@@ -16,10 +21,11 @@ std::vector<uint32_t> ShadowAdjacency_cls::GetVAdjacency(const float* pPos, int 
     std::map<std::array<long, 3>, uint32_t> mapPoint;
     std::vector<uint32_t> vPoint(static_cast<size_t>(triangles) * 3);
     for (size_t i = 0; i < vPoint.size(); ++i) {
-        const float* p = pPos + i * static_cast<size_t>(stride);
+        const uint32_t vertex = pIndex ? pIndex[i] : static_cast<uint32_t>(i);
+        const float* p = pPos + static_cast<size_t>(vertex) * static_cast<size_t>(stride);
         const std::array<long, 3> grid = {std::lround(p[0] * 1e5), std::lround(p[1] * 1e5),
                                           std::lround(p[2] * 1e5)};
-        vPoint[i] = mapPoint.emplace(grid, static_cast<uint32_t>(i)).first->second;
+        vPoint[i] = mapPoint.emplace(grid, vertex).first->second;
     }
     // A triangle with two corners on one point (a pole of a sphere) has no area and no edges.
     auto degenerate = [&](int t) {

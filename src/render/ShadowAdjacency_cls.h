@@ -16,6 +16,9 @@ public:
     // pPos: vertexCount positions, each three floats at the start of a record of stride floats,
     // three vertices per triangle in order. Indices point at the first vertex of each position.
     static std::vector<uint32_t> GetVAdjacency(const float* pPos, int stride, int vertexCount);
+    // The same over indexed triangles: cornerCount indices into the positions, three per triangle.
+    static std::vector<uint32_t> GetVAdjacencyIndexed(const float* pPos, int stride, const uint32_t* pIndex,
+                                                      int cornerCount);
     // The number of edges that found no neighbour (for tests and the log): those indices whose
     // neighbour repeats the edge's corner.
     static int CountOpenEdges(const std::vector<uint32_t>& vAdjacency);

@@ -209,6 +209,23 @@ void ShadowVolumeCtrl_cls::DrawShapeSV(const VBOBaseObject_cls& shape) {
     EndShader();
 }
 
+void ShadowVolumeCtrl_cls::DrawAdjacency(GLuint positions, int strideBytes, GLuint adjacency, int count) {
+    if (count <= 0)
+        return;
+    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+    glBindBuffer(GL_ARRAY_BUFFER, positions);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, adjacency);
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glDisableClientState(GL_NORMAL_ARRAY);
+    glDisableClientState(GL_TEXTURE_COORD_ARRAY);
+    glDisableClientState(GL_COLOR_ARRAY);
+    glVertexPointer(3, GL_FLOAT, strideBytes, nullptr);
+    glDrawElements(GL_TRIANGLES_ADJACENCY, count, GL_UNSIGNED_INT, nullptr);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+    glBindBuffer(GL_ARRAY_BUFFER, 0);
+    glPopClientAttrib();
+}
+
 void ShadowVolumeCtrl_cls::PrepareBuffer(FBO_cls* pLike) {
     if (!pLike)
         return;

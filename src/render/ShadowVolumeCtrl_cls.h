@@ -17,6 +17,8 @@
 
 #include "ConfListContainer_cls.h"
 
+#include <epoxy/gl.h>
+
 #include <functional>
 #include <memory>
 #include <vector>
@@ -89,6 +91,10 @@ public:
     void EndShader();
     // Draws the shape's volume with the current model-view (primitives).
     void DrawShapeSV(const VBOBaseObject_cls& shape);
+    // GL_TRIANGLES_ADJACENCY of count indices from the element buffer over the positions (three
+    // floats at the start of each record of strideBytes) of the array buffer, through the bound
+    // program. Every binding is restored.
+    static void DrawAdjacency(GLuint positions, int strideBytes, GLuint adjacency, int count);
 
     // ---- the sum of the steps ----
     // The buffer takes the size of like; the first step clears it.

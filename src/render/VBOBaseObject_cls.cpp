@@ -1,6 +1,7 @@
 #include "VBOBaseObject_cls.h"
 
 #include "ShadowAdjacency_cls.h"
+#include "ShadowVolumeCtrl_cls.h"
 
 #include <cmath>
 
@@ -23,20 +24,8 @@ VBOBaseObject_cls::VBOBaseObject_cls(const std::vector<float>& vInterleaved)
 }
 
 void VBOBaseObject_cls::DrawAdjacency() const {
-    if (mAdjacencyCount == 0)
-        return;
-    glBindBuffer(GL_ARRAY_BUFFER, mBuffer.Get());
-    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mAdjacency.Get());
-    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
-    glEnableClientState(GL_VERTEX_ARRAY);
-    glDisableClientState(GL_NORMAL_ARRAY);
-    glDisableClientState(GL_TEXTURE_COORD_ARRAY);
-    glDisableClientState(GL_COLOR_ARRAY);
-    glVertexPointer(3, GL_FLOAT, kFloatsPerVertex * sizeof(float), nullptr);
-    glDrawElements(GL_TRIANGLES_ADJACENCY, mAdjacencyCount, GL_UNSIGNED_INT, nullptr);
-    glPopClientAttrib();
-    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
-    glBindBuffer(GL_ARRAY_BUFFER, 0);
+    ShadowVolumeCtrl_cls::DrawAdjacency(mBuffer.Get(), kFloatsPerVertex * sizeof(float), mAdjacency.Get(),
+                                        mAdjacencyCount);
 }
 
 void VBOBaseObject_cls::Draw() const {

@@ -3,6 +3,10 @@
 // x = 1 to 3 and z = -0.5 to 0.5. Frames are read back and compared with the frame without
 // shadows, pixel by pixel.
 #include "FBO_cls.h"
+#include "GLDrawKinds_cls.h"
+#include "GLDrawTable_cls.h"
+#include "HeightFieldForRender_cls.h"
+#include "HeightFieldSV_cls.h"
 #include "LightSource_cls.h"
 #include "Main_cls.h"
 #include "Material_cls.h"
@@ -45,6 +49,28 @@ int PixelY(double z) {
 
 float Grey(const Pixel_cls& p) {
     return (p.r + p.g + p.b) / 3.f;
+}
+
+// A flat grid of 4 by 4 cells over -1..1 in x and y, as a height field prepares it, and the
+// drawer of its volume; drawn in place of the box's volume.
+HeightFieldForRender_cls gGrid;
+std::unique_ptr<HeightFieldSV_cls> gpGridSV;
+void DrawGridSV(SceneObj_cls* pObj, GLDrawStatus_cls&) {
+    if (pObj->GetStrName() == "Box")
+        gpGridSV->Draw(gGrid);
+}
+void MakeGrid() {
+    gGrid.Clear();
+    gGrid.mWidth = gGrid.mHeight = 5;
+    for (int j = 0; j < 5; ++j)
+        for (int i = 0; i < 5; ++i)
+            gGrid.mXYZ.insert(gGrid.mXYZ.end(), {i * 0.5f - 1.f, j * 0.5f - 1.f, 0.f});
+    for (unsigned j = 0; j < 4; ++j)
+        for (unsigned i = 0; i < 4; ++i) {
+            const unsigned a = j * 5 + i;
+            gGrid.mIndex.insert(gGrid.mIndex.end(), {a, a + 1, a + 6, a, a + 6, a + 5});
+        }
+    ++gGrid.mDataCounter;
 }
 
 } // namespace
@@ -201,6 +227,51 @@ TEST_F(ShadowVolumeTest, MaterialAndLightSwitchesRemoveTheShadow) {
     }
 }
 
+TEST_F(ShadowVolumeTest, MeshesAndHeightFieldGridsCastToo) {
+    SetShadow(false);
+    const std::vector<Pixel_cls> vPlain = Paint();
+    const float lit = Grey(AtFloor(vPlain, 2.0, 0.0));
+    SetShadow(true);
+    // A unit cube from a file where the box stood, the box hidden: the same shadow.
+    Obj("Box")->mCVisible.SetBodyFromDataBOOL(false);
+    RunCommandText(*mpMain, "SceneObjCtrl::New::MeshObj_cls::ANY::Mesh");
+    SceneObj_cls* pMesh = Obj("Mesh");
+    pMesh->GetPCItem("FileName")->SetBodyFromData(wxString(ORV_TEST_DATA_DIR) + "/obj/cube.obj");
+    SetGroup(pMesh, "", "Position", 0, 2, 0);
+    GpCSceneObjCtrl->Select("", false, false, false);
+    Paint();
+    EXPECT_LT(Grey(Floor(2.0, 0.0)), lit - 0.25f) << "the mesh's shadow";
+    EXPECT_NEAR(Grey(Floor(3.4, 0.0)), Grey(AtFloor(vPlain, 3.4, 0.0)), 1e-3f);
+    pMesh->GetPCMaterial()->mCCastShadow.SetBodyFromData("0");
+    Paint();
+    EXPECT_NEAR(Grey(Floor(2.0, 0.0)), lit, 1e-3f) << "no shadow from a mesh that casts none";
+    pMesh->mCVisible.SetBodyFromDataBOOL(false);
+
+    // The grid lies flat at y = 2 (the box's frame turned so that its z is up) and takes the place
+    // of the box's volume: a sheet of x, z in -0.5..0.5 throws its shadow from x = 1.5 to 2.5.
+    MakeGrid();
+    gpGridSV = std::make_unique<HeightFieldSV_cls>();
+    Obj("Box")->mCVisible.SetBodyFromDataBOOL(true);
+    SetGroup(Obj("Box"), "", "RotationEuler", -90, 0, 0);
+    GLDrawTable_cls::Register("Primitive_cls", {&GLDrawKinds_cls::GLDrawPrimitive, nullptr, &DrawGridSV, true});
+    Paint();
+    GLDrawKinds_cls::RegisterAll();
+    EXPECT_EQ(gpGridSV->GetAdjacencyCount(), 4 * 4 * 2 * 6);
+    const struct {
+        double x, z;
+        bool bShadow;
+    } points[] = {{2.0, 0.0, true}, {1.7, 0.3, true}, {2.3, -0.3, true},
+                  {1.2, 0.0, false}, {2.8, 0.0, false}, {2.0, 0.8, false}};
+    for (const auto& q : points) {
+        SCOPED_TRACE(wxString::Format("x %g z %g", q.x, q.z).ToStdString());
+        if (q.bShadow)
+            EXPECT_LT(Grey(Floor(q.x, q.z)), lit - 0.25f);
+        else
+            EXPECT_NEAR(Grey(Floor(q.x, q.z)), Grey(AtFloor(vPlain, q.x, q.z)), 1e-3f);
+    }
+    gpGridSV.reset();
+}
+
 TEST_F(ShadowVolumeTest, ShadowsOffLeaveTheFrameBitForBit) {
     // The plain road: no controller at all, the key off, and the key on with no casting light.
     ShadowVolumeCtrl_cls* pCtrl = GpCShadowVolumeCtrl;
@@ -341,6 +412,18 @@ TEST_F(ShadowVolumeTest, ParticleSphereCastsARoundShadow) {
     p->mCCastShadow.SetBodyFromData("0");
     Paint();
     EXPECT_NEAR(Grey(Floor(2.0, 0.0)), lit, 1e-3f);
+}
+
+TEST(ShadowAdjacencyTest, IndexedGridIsOneSheetWithItsRimOpen) {
+    MakeGrid();
+    const std::vector<uint32_t> vAdj = ShadowAdjacency_cls::GetVAdjacencyIndexed(
+        gGrid.mXYZ.data(), 3, gGrid.mIndex.data(), static_cast<int>(gGrid.mIndex.size()));
+    ASSERT_EQ(vAdj.size(), 32u * 6);
+    EXPECT_EQ(ShadowAdjacency_cls::CountOpenEdges(vAdj), 16) << "four cells along each side";
+    // The first cell's diagonal (0 -> 6) has the second triangle's far corner 5 across it.
+    EXPECT_EQ(vAdj[0], 0u);
+    EXPECT_EQ(vAdj[4], 6u);
+    EXPECT_EQ(vAdj[5], 5u);
 }
 
 TEST(ShadowAdjacencyTest, ClosedShapesFindEveryNeighbourAndOpenOnesTheirRim) {
