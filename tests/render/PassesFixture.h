@@ -18,6 +18,13 @@
 
 class PassesFixture : public RenderFixture {
 protected:
+    static void SetUpTestSuite() {
+        RenderFixture::SetUpTestSuite();
+        // A suite before may have left the shared buffers of its own, gone context: forget them
+        // (their names mean nothing in this one), so that the first frame makes them here.
+        if (mspCContext && mspCContext->IsValid())
+            FramePasses_cls::DeleteGLCommon();
+    }
     static void TearDownTestSuite() {
         if (mspCContext && mspCContext->IsValid()) {
             mspCContext->MakeCurrent();
