@@ -217,7 +217,9 @@ TEST_F(ShadowVolumeTest, MaterialAndLightSwitchesRemoveTheShadow) {
                  {"UseShadowVolume=", &GpCShadowVolumeCtrl->mCUseShadowVolume}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        SetShadow(true);
+        // The key reaches the controller as a line of the project, and is written with it.
+        RunCommandText(*mpMain, "ConfItemList::Begin::ShadowVolumeCtrl\nUseShadowVolume=1\nConfItemList::End");
+        EXPECT_TRUE(mpMain->SerializeProject().Contains("ConfItemList::Begin::ShadowVolumeCtrl\nUseShadowVolume=1"));
         Paint();
         ASSERT_LT(Grey(Floor(2.0, 0.0)), Grey(plain) - 0.25f) << "the shadow is there";
         c.pItem->SetBodyFromData("0");
