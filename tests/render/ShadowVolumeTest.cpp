@@ -416,6 +416,17 @@ TEST_F(ShadowVolumeTest, ParticleSphereCastsARoundShadow) {
     EXPECT_NEAR(Grey(Floor(2.0, 0.0)), lit, 1e-3f);
 }
 
+TEST_F(ShadowVolumeTest, ExampleProjectShowsTheBoxsShadowBesideIt) {
+    ASSERT_TRUE(mpMain->OpenProject(wxString(ORV_SOURCE_DIR) + "/examples/shadows/shadows.ovp"));
+    ASSERT_TRUE(GpCShadowVolumeCtrl->mCUseShadowVolume.GetBodyBOOL());
+    GpCSceneObjCtrl->Select("", false, false, false);
+    Paint();
+    const float lit = Grey(Floor(-1.5, 0.0));
+    EXPECT_LT(Grey(Floor(1.5, 0.0)), lit - 0.25f) << "the shadow, x 0.5 to 2.5";
+    EXPECT_NEAR(Grey(Floor(1.5, 1.0)), lit, 0.01f) << "beside it";
+    EXPECT_NEAR(Grey(Floor(3.0, 0.0)), lit, 0.01f) << "beyond it";
+}
+
 TEST(ShadowAdjacencyTest, IndexedGridIsOneSheetWithItsRimOpen) {
     MakeGrid();
     const std::vector<uint32_t> vAdj = ShadowAdjacency_cls::GetVAdjacencyIndexed(
