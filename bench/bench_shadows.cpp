@@ -136,7 +136,12 @@ void BM_ShadowsOverPlainRatio(benchmark::State& state) {
     state.counters["shadow_ms"] = shadow / state.iterations();
     state.counters["ratio"] = shadow / plain;
 }
-BENCHMARK(BM_ShadowsOverPlainRatio)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(5);
+BENCHMARK(BM_ShadowsOverPlainRatio)
+    ->Arg(0)
+    ->Arg(1)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->Iterations(5);
 
 } // namespace
 

@@ -175,11 +175,13 @@ void DrawParticle_cls::SetSphereMesh(int depth) {
     const std::vector<float> v = GetVSphereMesh(depth);
     mSphereMesh = GLBuffer_cls::Make();
     glBindBuffer(GL_ARRAY_BUFFER, mSphereMesh.Get());
-    glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(v.size() * sizeof(float)), v.data(), GL_STATIC_DRAW);
+    glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(v.size() * sizeof(float)), v.data(),
+                 GL_STATIC_DRAW);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
     mSphereDepth = depth;
     mSphereVertexCount = static_cast<int>(v.size() / 6);
-    const std::vector<uint32_t> vAdjacency = ShadowAdjacency_cls::GetVAdjacency(v.data(), 6, mSphereVertexCount);
+    const std::vector<uint32_t> vAdjacency =
+        ShadowAdjacency_cls::GetVAdjacency(v.data(), 6, mSphereVertexCount);
     mSphereAdjacencyCount = static_cast<int>(vAdjacency.size());
     mSphereAdjacency = GLBuffer_cls::Make();
     glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mSphereAdjacency.Get());
@@ -211,7 +213,8 @@ void DrawParticle_cls::DrawSphereSV(int depth) {
         glVertexAttribPointer(attrib, 4, GL_FLOAT, GL_FALSE, kInstanceFloats * sizeof(float), nullptr);
         glVertexAttribDivisor(attrib, 1);
         glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mSphereAdjacency.Get());
-        glDrawElementsInstanced(GL_TRIANGLES_ADJACENCY, mSphereAdjacencyCount, GL_UNSIGNED_INT, nullptr, count);
+        glDrawElementsInstanced(GL_TRIANGLES_ADJACENCY, mSphereAdjacencyCount, GL_UNSIGNED_INT, nullptr,
+                                count);
         ++mSphereDrawCalls;
         glVertexAttribDivisor(attrib, 0);
         glDisableVertexAttribArray(attrib);

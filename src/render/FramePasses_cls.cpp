@@ -545,7 +545,8 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
                             if (bShadowSum && !TimeCtrl_cls::msbForceAbort.load(std::memory_order_acquire))
                                 shadow.DrawOnBuffer(pFBO);
                         }
-                        if (bShadow && !bDepthPass && !TimeCtrl_cls::msbForceAbort.load(std::memory_order_acquire))
+                        if (bShadow && !bDepthPass &&
+                            !TimeCtrl_cls::msbForceAbort.load(std::memory_order_acquire))
                             shadow.DrawFromBuffer(pFBO);
                         if (bShadow)
                             shadow.SetShadowVolumeStep(0, 0);

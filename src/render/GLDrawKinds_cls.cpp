@@ -137,7 +137,8 @@ bool IsLightOnlyStep() {
 
 // Outside the stencil phases (and on the plain road).
 bool IsOutsideStencil() {
-    return !GpCShadowVolumeCtrl || GpCShadowVolumeCtrl->GetPhase() == 0 || GpCShadowVolumeCtrl->GetPhase() == 3;
+    return !GpCShadowVolumeCtrl || GpCShadowVolumeCtrl->GetPhase() == 0 ||
+           GpCShadowVolumeCtrl->GetPhase() == 3;
 }
 
 // In the shadowed area an object that takes no shadow keeps what the lit phase drew.

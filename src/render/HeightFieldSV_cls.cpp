@@ -20,8 +20,8 @@ void HeightFieldSV_cls::Draw(const HeightFieldForRender_cls& set) {
             static_cast<int>(set.mIndex.size()));
         mPosition = GLBuffer_cls::Make();
         glBindBuffer(GL_ARRAY_BUFFER, mPosition.Get());
-        glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(set.mXYZ.size() * sizeof(float)), set.mXYZ.data(),
-                     GL_STATIC_DRAW);
+        glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(set.mXYZ.size() * sizeof(float)),
+                     set.mXYZ.data(), GL_STATIC_DRAW);
         glBindBuffer(GL_ARRAY_BUFFER, 0);
         mAdjacency = GLBuffer_cls::Make();
         glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mAdjacency.Get());
@@ -37,6 +37,7 @@ void HeightFieldSV_cls::Draw(const HeightFieldForRender_cls& set) {
     }
     if (mAdjacencyCount == 0 || !GpCShadowVolumeCtrl->BeginShader())
         return;
-    ShadowVolumeCtrl_cls::DrawAdjacency(mPosition.Get(), 3 * sizeof(float), mAdjacency.Get(), mAdjacencyCount);
+    ShadowVolumeCtrl_cls::DrawAdjacency(mPosition.Get(), 3 * sizeof(float), mAdjacency.Get(),
+                                        mAdjacencyCount);
     GpCShadowVolumeCtrl->EndShader();
 }

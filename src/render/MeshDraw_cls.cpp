@@ -1,7 +1,7 @@
 #include "MeshDraw_cls.h"
 
-#include "Material_cls.h"
 #include "GetPC_cls.h"
+#include "Material_cls.h"
 #include "MeshObj_cls.h"
 #include "ShadowAdjacency_cls.h"
 #include "ShadowVolumeCtrl_cls.h"
@@ -189,8 +189,8 @@ void MeshDraw_cls::DrawSV(MeshObj_cls& obj) {
     if (it == mMapMesh.end())
         return;
     const Mesh_cls& mesh = it->second->mBuffer ? *it->second : *GetDefaultMesh();
-    ShadowVolumeCtrl_cls::DrawAdjacency(mesh.mBuffer.Get(), kFloatsPerVertex * sizeof(float), mesh.mAdjacency.Get(),
-                                        mesh.mAdjacencyCount);
+    ShadowVolumeCtrl_cls::DrawAdjacency(mesh.mBuffer.Get(), kFloatsPerVertex * sizeof(float),
+                                        mesh.mAdjacency.Get(), mesh.mAdjacencyCount);
 }
 
 void MeshDraw_cls::DrawMesh(const Mesh_cls& mesh, MeshObj_cls& obj, double t) {

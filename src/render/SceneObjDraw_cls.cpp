@@ -38,7 +38,8 @@ void SceneObjDraw_cls::GLDraw(SceneObjInstance_cls* pInstance, GLDrawStatus_cls&
     if (!p->mbToBeDrawn)
         return;
     const GLDrawTable_cls::Entry_cls* pEntry = GLDrawTable_cls::GetPCEntry(p->mStrClassWord);
-    GLDrawTable_cls::DrawFunc func = pEntry ? (bXray ? pEntry->mFuncGLDrawXray : pEntry->mFuncGLDraw) : nullptr;
+    GLDrawTable_cls::DrawFunc func =
+        pEntry ? (bXray ? pEntry->mFuncGLDrawXray : pEntry->mFuncGLDraw) : nullptr;
     if (GpCShadowVolumeCtrl && pEntry) {
         // The volume phase draws volumes only; the shadowed area and the later steps draw what
         // light shades.

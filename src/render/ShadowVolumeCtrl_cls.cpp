@@ -26,7 +26,8 @@ ShadowVolumeCtrl_cls::ShadowVolumeCtrl_cls() {
 ShadowVolumeCtrl_cls::~ShadowVolumeCtrl_cls() = default;
 
 int ShadowVolumeCtrl_cls::GetSoftSampleNum() const {
-    return static_cast<int>(std::max<long long>(1, std::min<long long>(256, mCSoftShadowSampleNum.GetBodyINT())));
+    return static_cast<int>(
+        std::max<long long>(1, std::min<long long>(256, mCSoftShadowSampleNum.GetBodyINT())));
 }
 
 void ShadowVolumeCtrl_cls::PrepareSteps(SceneObjCtrl_cls* pScene, double t) {
@@ -84,8 +85,8 @@ void ShadowVolumeCtrl_cls::GetLightFactor(const SceneObj_cls* pLight, float& amb
     }
     const Step_cls* pStep = GetPCStep();
     // In the shadowed area the step's light is what the shadow takes away.
-    direct = pStep && pStep->mpCLight == pLight && mPhase != 2 ? 1.f / static_cast<float>(pStep->mSampleNum)
-                                                               : 0.f;
+    direct =
+        pStep && pStep->mpCLight == pLight && mPhase != 2 ? 1.f / static_cast<float>(pStep->mSampleNum) : 0.f;
 }
 
 void ShadowVolumeCtrl_cls::GetLightPosition(const SceneObj_cls* pLight, int lightType, float* out) const {

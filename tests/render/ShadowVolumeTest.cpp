@@ -9,8 +9,8 @@
 #include "HeightFieldSV_cls.h"
 #include "LightSource_cls.h"
 #include "Main_cls.h"
-#include "Material_cls.h"
 #include "MaterialParticle_cls.h"
+#include "Material_cls.h"
 #include "ParamGroup_cls.h"
 #include "Particle_cls.h"
 #include "PassesFixture.h"
@@ -121,7 +121,9 @@ protected:
         ASSERT_NE(pGroup, nullptr) << strGroup;
         pGroup->SetInitValue(a, b, c);
     }
-    static void SetShadow(bool bOn) { GpCShadowVolumeCtrl->mCUseShadowVolume.SetBodyFromData(bOn ? "1" : "0"); }
+    static void SetShadow(bool bOn) {
+        GpCShadowVolumeCtrl->mCUseShadowVolume.SetBodyFromData(bOn ? "1" : "0");
+    }
     // One frame; the main buffer is read back and returned.
     std::vector<Pixel_cls> Paint() {
         FBO_cls target(64, 64, nullptr);
@@ -193,7 +195,8 @@ TEST_F(ShadowVolumeTest, BoxShadowFallsWhereTheLightIsBlockedAndNowhereElse) {
                 EXPECT_LT(Grey(now), lit - 0.25f) << "dark under the box";
                 EXPECT_NEAR(now.a, 1.f, 1e-3);
             } else {
-                EXPECT_TRUE(PixelNear(now, plain.r, plain.g, plain.b, plain.a, 1e-3f)) << "as without shadows";
+                EXPECT_TRUE(PixelNear(now, plain.r, plain.g, plain.b, plain.a, 1e-3f))
+                    << "as without shadows";
             }
         }
         // The box itself keeps its colour where the camera sees it.
@@ -218,8 +221,10 @@ TEST_F(ShadowVolumeTest, MaterialAndLightSwitchesRemoveTheShadow) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         // The key reaches the controller as a line of the project, and is written with it.
-        RunCommandText(*mpMain, "ConfItemList::Begin::ShadowVolumeCtrl\nUseShadowVolume=1\nConfItemList::End");
-        EXPECT_TRUE(mpMain->SerializeProject().Contains("ConfItemList::Begin::ShadowVolumeCtrl\nUseShadowVolume=1"));
+        RunCommandText(*mpMain,
+                       "ConfItemList::Begin::ShadowVolumeCtrl\nUseShadowVolume=1\nConfItemList::End");
+        EXPECT_TRUE(
+            mpMain->SerializeProject().Contains("ConfItemList::Begin::ShadowVolumeCtrl\nUseShadowVolume=1"));
         Paint();
         ASSERT_LT(Grey(Floor(2.0, 0.0)), Grey(plain) - 0.25f) << "the shadow is there";
         c.pItem->SetBodyFromData("0");
@@ -255,14 +260,15 @@ TEST_F(ShadowVolumeTest, MeshesAndHeightFieldGridsCastToo) {
     gpGridSV = std::make_unique<HeightFieldSV_cls>();
     Obj("Box")->mCVisible.SetBodyFromDataBOOL(true);
     SetGroup(Obj("Box"), "", "RotationEuler", -90, 0, 0);
-    GLDrawTable_cls::Register("Primitive_cls", {&GLDrawKinds_cls::GLDrawPrimitive, nullptr, &DrawGridSV, true});
+    GLDrawTable_cls::Register("Primitive_cls",
+                              {&GLDrawKinds_cls::GLDrawPrimitive, nullptr, &DrawGridSV, true});
     Paint();
     GLDrawKinds_cls::RegisterAll();
     EXPECT_EQ(gpGridSV->GetAdjacencyCount(), 4 * 4 * 2 * 6);
     const struct {
         double x, z;
         bool bShadow;
-    } points[] = {{2.0, 0.0, true}, {1.7, 0.3, true}, {2.3, -0.3, true},
+    } points[] = {{2.0, 0.0, true},  {1.7, 0.3, true},  {2.3, -0.3, true},
                   {1.2, 0.0, false}, {2.8, 0.0, false}, {2.0, 0.8, false}};
     for (const auto& q : points) {
         SCOPED_TRACE(wxString::Format("x %g z %g", q.x, q.z).ToStdString());
@@ -406,8 +412,8 @@ TEST_F(ShadowVolumeTest, ParticleSphereCastsARoundShadow) {
             if (rc.second)
                 EXPECT_LT(Grey(Floor(x, z)), lit - 0.25f);
             else
-                EXPECT_TRUE(PixelNear(Floor(x, z), AtFloor(vPlain, x, z).r, AtFloor(vPlain, x, z).g, AtFloor(vPlain, x, z).b,
-                                      1.f, 1e-3f));
+                EXPECT_TRUE(PixelNear(Floor(x, z), AtFloor(vPlain, x, z).r, AtFloor(vPlain, x, z).g,
+                                      AtFloor(vPlain, x, z).b, 1.f, 1e-3f));
         }
     }
     // "CastShadow=" of the particle object.
@@ -449,7 +455,8 @@ TEST(ShadowAdjacencyTest, ClosedShapesFindEveryNeighbourAndOpenOnesTheirRim) {
     } cases[] = {
         {"cube", VBOBaseObject_cls::GetVCube(), 8, 12, 0},
         {"plane", VBOPlane_cls::GetVPlane(), 8, 2, 4},
-        {"lat-long sphere with poles and a seam", VBOSphere_cls::GetVSphere(16, 8), 8, 16 * 8 * 2 - 2 * 16, 0},
+        {"lat-long sphere with poles and a seam", VBOSphere_cls::GetVSphere(16, 8), 8, 16 * 8 * 2 - 2 * 16,
+         0},
         {"cone", VBOCone_cls::GetVCone(12), 8, 24, 0},
         {"cylinder", VBOCylinder_cls::GetVCylinder(12), 8, 48, 0},
         {"particle icosphere", DrawParticle_cls::GetVSphereMesh(2), 6, 320, 0},
