@@ -8,6 +8,7 @@
 #include "FramePasses_cls.h"
 #include "GLBenchProcess_cls.h"
 #include "GLDrawKinds_cls.h"
+#include "GLPassesStage_cls.h"
 #include "GLPerspective_cls.h"
 #include "Main_cls.h"
 #include "Material_cls.h"
@@ -35,31 +36,17 @@ namespace {
 constexpr int kSize = 1024;
 constexpr int kSide = 10; // kSide cubed boxes
 
-// The process up to the renderer, a context, a view looking at the boxes and a target.
-class Stage_cls {
+// The process up to the renderer, a context, a view looking at the boxes, a target and the
+// buffer of the direct draw.
+class Stage_cls : public GLPassesStage_cls {
 public:
-    Stage_cls() {
-        if (!mCProcess.IsValid())
-            return;
-        mView.mCBufSizeIdx.SetBodyFromData(wxString("2"));
-        mView.mCDispLightCam.SetBodyFromData(wxString("0"));
-        mView.mCDispGrid.SetBodyFromData(wxString("0"));
-        mpPasses = std::make_unique<FramePasses_cls>(&mView);
-        mpTarget = std::make_unique<FBO_cls>(kSize, kSize, nullptr);
-        mpTarget->MakeFBO(true, false);
-        mpDirect = std::make_unique<FBO_cls>(kSize, kSize, nullptr);
-        mpDirect->MakeFBO(true, false);
-        FramePasses_cls::InitializeGLCommonIfNot();
-        mbValid = true;
-    }
-    ~Stage_cls() {
+    Stage_cls() : GLPassesStage_cls(kSize) {
         if (!mbValid)
             return;
-        mpPasses.reset();
-        mpTarget.reset();
-        mpDirect.reset();
-        FramePasses_cls::DeleteGLCommon();
+        mpDirect = std::make_unique<FBO_cls>(kSize, kSize, nullptr);
+        mpDirect->MakeFBO(true, false);
     }
+    ~Stage_cls() { mpDirect.reset(); }
 
     // The boxes, each with a material of its own colour; the default box goes.
     void MakeBoxes() {
@@ -85,12 +72,6 @@ public:
         GpCSceneObjCtrl->Clear();
         mVPBox.clear();
         mVMatrix.clear();
-    }
-
-    void PaintPasses() {
-        mpPasses->RefreshEX();
-        mpPasses->PaintDirectly(kSize, kSize, kSize, kSize, mpTarget->GetFramebuffer());
-        glFinish();
     }
 
     // The same boxes with the same program and materials into one buffer, copied once.
@@ -124,11 +105,6 @@ public:
         glFinish();
     }
 
-    GLBenchProcess_cls<> mCProcess; // first: it goes last
-    bool mbValid = false;
-    View3D_cls mView;
-    std::unique_ptr<FramePasses_cls> mpPasses;
-    std::unique_ptr<FBO_cls> mpTarget;
     std::unique_ptr<FBO_cls> mpDirect;
     std::vector<Primitive_cls*> mVPBox;
     std::vector<double> mVMatrix;

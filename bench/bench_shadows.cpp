@@ -6,6 +6,7 @@
 #include "FBO_cls.h"
 #include "FramePasses_cls.h"
 #include "GLBenchProcess_cls.h"
+#include "GLPassesStage_cls.h"
 #include "LightSource_cls.h"
 #include "Main_cls.h"
 #include "ParamGroup_cls.h"
@@ -25,27 +26,9 @@ namespace {
 constexpr int kSize = 1024;
 constexpr int kSide = 5; // kSide squared boxes in a layer, kSide layers
 
-class Stage_cls {
+class Stage_cls : public GLPassesStage_cls {
 public:
-    Stage_cls() {
-        if (!mCProcess.IsValid())
-            return;
-        mView.mCBufSizeIdx.SetBodyFromData(wxString("2"));
-        mView.mCDispLightCam.SetBodyFromData(wxString("0"));
-        mView.mCDispGrid.SetBodyFromData(wxString("0"));
-        mpPasses = std::make_unique<FramePasses_cls>(&mView);
-        mpTarget = std::make_unique<FBO_cls>(kSize, kSize, nullptr);
-        mpTarget->MakeFBO(true, false);
-        FramePasses_cls::InitializeGLCommonIfNot();
-        mbValid = true;
-    }
-    ~Stage_cls() {
-        if (!mbValid)
-            return;
-        mpPasses.reset();
-        mpTarget.reset();
-        FramePasses_cls::DeleteGLCommon();
-    }
+    Stage_cls() : GLPassesStage_cls(kSize) {}
 
     void MakeScene() {
         SceneObjCtrl_cls* pScene = GpCSceneObjCtrl;
@@ -81,11 +64,7 @@ public:
         GpCShadowVolumeCtrl->mCUseShadowVolume.SetBodyFromData(wxString(bOn ? "1" : "0"));
         mpLight->mCSoftShadow.SetBodyFromData(wxString(bSoft ? "1" : "0"));
     }
-    void Paint() {
-        mpPasses->RefreshEX();
-        mpPasses->PaintDirectly(kSize, kSize, kSize, kSize, mpTarget->GetFramebuffer());
-        glFinish();
-    }
+    void Paint() { PaintPasses(); }
     double PaintMillis(bool bOn, bool bSoft) {
         SetShadow(bOn, bSoft);
         const auto start = std::chrono::steady_clock::now();
@@ -93,11 +72,6 @@ public:
         return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
     }
 
-    GLBenchProcess_cls<> mCProcess; // first: it goes last
-    bool mbValid = false;
-    View3D_cls mView;
-    std::unique_ptr<FramePasses_cls> mpPasses;
-    std::unique_ptr<FBO_cls> mpTarget;
     LightSource_cls* mpLight = nullptr;
 };
 

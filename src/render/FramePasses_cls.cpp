@@ -497,6 +497,7 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
                         const bool bDepthPass = pass == 1;
                         FBO_cls* pFBO = bDepthPass ? mpCFBODepth.get() : pTarget;
                         const int first = bDepthPass ? 0 : shadow.GetFirstStep();
+                        shadow.SetSumming(!bDepthPass);
                         const int steps = bDepthPass ? 1 : ensembleSamples;
                         for (int shadowStep = first; shadowStep < shadow.GetEndStep(); ++shadowStep) {
                             // The depth pass keeps the last step's depth: it adds nothing up.

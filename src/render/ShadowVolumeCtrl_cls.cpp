@@ -227,6 +227,13 @@ void ShadowVolumeCtrl_cls::DrawAdjacency(GLuint positions, int strideBytes, GLui
     glPopClientAttrib();
 }
 
+void ShadowVolumeCtrl_cls::DrawWhole(const FBO_cls& source, const FBO_cls& target) {
+    glColor4f(1.f, 1.f, 1.f, 1.f);
+    GLPerspective_cls::Push2DMatrix(target.GetWidth(), target.GetHeight());
+    source.DrawOnScreen2D(0, 0, target.GetWidth(), target.GetHeight(), true, GL_REPLACE);
+    GLPerspective_cls::Pop2DMatrix();
+}
+
 void ShadowVolumeCtrl_cls::PrepareBuffer(FBO_cls* pLike) {
     if (!pLike)
         return;
@@ -251,11 +258,7 @@ void ShadowVolumeCtrl_cls::DrawOnBuffer(FBO_cls* pImage) {
     glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, IsFirstStep() ? GL_TRUE : GL_FALSE);
     glEnable(GL_BLEND);
     glBlendFunc(GL_ONE, GL_ONE);
-    glColor4f(1.f, 1.f, 1.f, 1.f);
-    const int w = mpCFBOBuffer->GetWidth(), h = mpCFBOBuffer->GetHeight();
-    GLPerspective_cls::Push2DMatrix(w, h);
-    pImage->DrawOnScreen2D(0, 0, w, h, true, GL_REPLACE);
-    GLPerspective_cls::Pop2DMatrix();
+    DrawWhole(*pImage, *mpCFBOBuffer);
     glPopAttrib();
     mpCFBOBuffer->End();
 }
@@ -268,11 +271,7 @@ void ShadowVolumeCtrl_cls::DrawFromBuffer(FBO_cls* pTarget) {
     if (GpCShaderCtrl)
         GpCShaderCtrl->EndShader();
     glDisable(GL_BLEND);
-    glColor4f(1.f, 1.f, 1.f, 1.f);
-    const int w = pTarget->GetWidth(), h = pTarget->GetHeight();
-    GLPerspective_cls::Push2DMatrix(w, h);
-    mpCFBOBuffer->DrawOnScreen2D(0, 0, w, h, true, GL_REPLACE);
-    GLPerspective_cls::Pop2DMatrix();
+    DrawWhole(*mpCFBOBuffer, *pTarget);
     glPopAttrib();
     pTarget->End();
 }

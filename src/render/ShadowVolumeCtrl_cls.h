@@ -47,6 +47,7 @@ public:
     // After the frame's loops: the plain road until the next PrepareSteps.
     void FinishSteps() {
         mbActive = false;
+        mbSumming = true;
         SetShadowVolumeStep(0, 0);
     }
     void SetShadowVolumeStep(int step, int first) {
@@ -60,7 +61,10 @@ public:
     // A later step of a frame with shadows: only light is added, so whatever is drawn without
     // light (lines, text, points, the background) is left out, and ambient light and emission
     // are black.
-    bool IsLightOnlyStep() const { return mbActive && mStep != mFirst; }
+    bool IsLightOnlyStep() const { return mbActive && mbSumming && mStep != mFirst; }
+    // Whether the steps of this pass are added up (the colour pass); the depth pass keeps the
+    // depth of its last step, so each of its steps draws everything.
+    void SetSumming(bool bSumming) { mbSumming = bSumming; }
     // 0 outside the stencil phases, 1 volumes, 2 shadowed area, 3 after them.
     int GetPhase() const { return mPhase; }
 
@@ -126,10 +130,13 @@ private:
         double mMatrix[16];
     };
     const Step_cls* GetPCStep() const;
+    // The source over the whole target bound now, texels as they are, with the blending set.
+    static void DrawWhole(const FBO_cls& source, const FBO_cls& target);
     // Whether the light casts (and so has steps of its own).
     bool IsCasting(const SceneObj_cls* pLight) const;
 
     bool mbActive = false;
+    bool mbSumming = true;
     int mFirstStep = 0;
     int mStep = 0;
     int mFirst = 0;

@@ -75,14 +75,6 @@ bool IsGreen(const Pixel_cls& p) {
 class FramePassesTest : public PassesFixture {
 protected:
     static void Set(ConfItem_cls& item, const wxString& strBody) { item.SetBodyFromData(strBody); }
-    static SceneObj_cls* Obj(const wxString& strName) { return GpCSceneObjCtrl->GetPCFromName(strName); }
-    static void SetGroup(SceneObj_cls* p, const wxString& strAttr, const wxString& strGroup, double a,
-                         double b = 0.0, double c = 0.0) {
-        ParamGroup_cls* pGroup = strAttr.empty() ? p->GetPCParamGroup(strAttr, strGroup)
-                                                 : p->GetPCAttribute(strAttr, 0)->GetPCParamGroup(strGroup);
-        ASSERT_NE(pGroup, nullptr) << strGroup;
-        pGroup->SetInitValue(a, b, c);
-    }
     // A primitive that shines in one colour whatever the light.
     SceneObj_cls* AddGlowing(const wxString& strKind, const wxString& strName, double r, double g, double b) {
         RunCommandText(*mpMain, "SceneObjCtrl::New::Primitive_cls::" + strKind + "::" + strName);

@@ -3,10 +3,13 @@
 // cameras, nothing selected. The shared primitive buffers go with the suite's context.
 #pragma once
 
+#include "Attribute_cls.h"
 #include "FramePasses_cls.h"
 #include "Main_cls.h"
+#include "ParamGroup_cls.h"
 #include "RenderFixture.h"
 #include "SceneObjCtrl_cls.h"
+#include "SceneObj_cls.h"
 #include "ServiceRegistry.h"
 #include "ShaderItem_cls.h"
 #include "TestSupport.h"
@@ -39,6 +42,15 @@ protected:
         mStrOldResourceDir = ShaderItem_cls::msStrResourceDir;
         ShaderItem_cls::msStrResourceDir = wxString(ORV_SOURCE_DIR) + "/Resource";
         StartServices();
+    }
+    static SceneObj_cls* Obj(const wxString& strName) { return GpCSceneObjCtrl->GetPCFromName(strName); }
+    // The initial values of a group of the object (strAttr empty) or of one of its attributes.
+    static void SetGroup(SceneObj_cls* p, const wxString& strAttr, const wxString& strGroup, double a,
+                         double b = 0.0, double c = 0.0) {
+        ParamGroup_cls* pGroup = strAttr.empty() ? p->GetPCParamGroup(strAttr, strGroup)
+                                                 : p->GetPCAttribute(strAttr, 0)->GetPCParamGroup(strGroup);
+        ASSERT_NE(pGroup, nullptr) << strGroup;
+        pGroup->SetInitValue(a, b, c);
     }
     void StartServices() {
         RegisterServices<ServiceLayer_enum::Render>();

@@ -113,14 +113,6 @@ protected:
         ASSERT_NEAR(dir[2], 0.0, 1e-6);
         GpCSceneObjCtrl->Select("", false, false, false);
     }
-    static SceneObj_cls* Obj(const wxString& strName) { return GpCSceneObjCtrl->GetPCFromName(strName); }
-    static void SetGroup(SceneObj_cls* p, const wxString& strAttr, const wxString& strGroup, double a,
-                         double b = 0.0, double c = 0.0) {
-        ParamGroup_cls* pGroup = strAttr.empty() ? p->GetPCParamGroup(strAttr, strGroup)
-                                                 : p->GetPCAttribute(strAttr, 0)->GetPCParamGroup(strGroup);
-        ASSERT_NE(pGroup, nullptr) << strGroup;
-        pGroup->SetInitValue(a, b, c);
-    }
     static void SetShadow(bool bOn) {
         GpCShadowVolumeCtrl->mCUseShadowVolume.SetBodyFromData(bOn ? "1" : "0");
     }
