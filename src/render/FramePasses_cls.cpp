@@ -527,7 +527,7 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
                                     // buffer has no stencil.
                                     if (shadowStep != 0 && !bDepthPass && shadow.IsUseShadow()) {
                                         shadow.PushState();
-                                        shadow.SetStencilState(mTime);
+                                        shadow.SetStencilState();
                                         DrawEachFBO(ensembleStep, false);
                                         shadow.SetShadowedArea();
                                         DrawEachFBO(ensembleStep, false);

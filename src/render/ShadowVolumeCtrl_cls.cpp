@@ -118,8 +118,7 @@ void ShadowVolumeCtrl_cls::PushState() {
     glPushAttrib(GL_ALL_ATTRIB_BITS);
 }
 
-void ShadowVolumeCtrl_cls::SetStencilState(double t) {
-    (void)t;
+void ShadowVolumeCtrl_cls::SetStencilState() {
     mPhase = 1;
     glClear(GL_STENCIL_BUFFER_BIT);
     glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);

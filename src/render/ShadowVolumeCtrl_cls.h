@@ -83,7 +83,7 @@ public:
     // Phase 1: colour and depth writes off, the stencil counts the volumes of the step's light
     // (back faces behind the scene up, front faces behind it down), which goes to GL_LIGHT0 in
     // the current (view) model-view.
-    void SetStencilState(double t);
+    void SetStencilState();
     // Phase 2: colour on, the receivers again where the stencil is not 0, at their own depth.
     void SetShadowedArea();
     void PopState();
