@@ -358,9 +358,10 @@ void ParticleDraw_cls::GLDraw(Particle_cls& obj, GLDrawStatus_cls& status) {
         obj.WaitPrepareNext();
         return;
     }
-    // Points and billboards are drawn without light: neither volumes nor later shadow steps.
+    // Points and billboards are drawn without light: once, in the lit phase of the first step.
     const bool bVolumePhase = pShadow && pShadow->GetPhase() == 1;
-    if (!bSphere && (bVolumePhase || (pShadow && pShadow->IsLightOnlyStep()))) {
+    const bool bStencilPhase = pShadow && (pShadow->GetPhase() == 1 || pShadow->GetPhase() == 2);
+    if (!bSphere && (bStencilPhase || (pShadow && pShadow->IsLightOnlyStep()))) {
         obj.WaitPrepareNext();
         return;
     }
