@@ -4,7 +4,7 @@
 // SetParameter GL_GEOMETRY_VERTICES_OUT_EXT=18
 // The lines above are read by the host for drivers of the old extension; the layout below is
 // what GLSL 1.50 uses. Each silhouette edge (lit triangle, unlit neighbour) becomes a quad pushed
-// shadowLength away from the light; a closed mesh (forClosed) also gets its caps. cullingSide
+// shadowLength away from the light (to infinity when it is 0); a closed mesh (forClosed) also gets its caps. cullingSide
 // picks which faces count as lit; offsetFactor moves the volume off the surface.
 layout(triangles_adjacency) in;
 layout(triangle_strip, max_vertices = 18) out;
@@ -17,13 +17,36 @@ vec3 LightDir(vec3 p) {
     vec4 l = gl_LightSource[0].position;
     return normalize(p * l.w - l.xyz);
 }
+bool Less(vec3 u, vec3 v) {
+    return u.x < v.x || (u.x == v.x && (u.y < v.y || (u.y == v.y && u.z < v.z)));
+}
+// A triangle is judged by its own invocation and by each neighbour's: all start from the same
+// corner, so that they compute alike and agree on every edge of the silhouette.
 bool Lit(vec3 a, vec3 b, vec3 c) {
+    if (Less(b, a) && Less(b, c)) {
+        vec3 t = a;
+        a = b;
+        b = c;
+        c = t;
+    } else if (Less(c, a) && Less(c, b)) {
+        vec3 t = c;
+        c = b;
+        b = a;
+        a = t;
+    }
     vec3 n = cross(b - a, c - a);
     float side = dot(n, -LightDir((a + b + c) / 3.0));
     return cullingSide == 0 ? side > 0.0 : side < 0.0;
 }
 void Emit(vec3 p) {
     gl_Position = gl_ProjectionMatrix * vec4(p, 1.0);
+    EmitVertex();
+}
+// The far end of the volume: shadowLength away from the light, or at infinity along the light
+// (w = 0) when it is 0 or less; depth clamping keeps either inside the depth range.
+void EmitFar(vec3 p, vec3 d) {
+    gl_Position = shadowLength > 0.0 ? gl_ProjectionMatrix * vec4(p + d * shadowLength, 1.0)
+                                     : gl_ProjectionMatrix * vec4(d, 0.0);
     EmitVertex();
 }
 void main() {
@@ -42,9 +65,9 @@ void main() {
             vec3 oa = p[a] + LightDir(p[a]) * offsetFactor;
             vec3 ob = p[b] + LightDir(p[b]) * offsetFactor;
             Emit(oa);
-            Emit(oa + LightDir(p[a]) * shadowLength);
+            EmitFar(oa, LightDir(p[a]));
             Emit(ob);
-            Emit(ob + LightDir(p[b]) * shadowLength);
+            EmitFar(ob, LightDir(p[b]));
             EndPrimitive();
         }
     }
@@ -53,7 +76,7 @@ void main() {
             Emit(p[i] + LightDir(p[i]) * offsetFactor);
         EndPrimitive();
         for (int i = 4; i >= 0; i -= 2)
-            Emit(p[i] + LightDir(p[i]) * (offsetFactor + shadowLength));
+            EmitFar(p[i] + LightDir(p[i]) * offsetFactor, LightDir(p[i]));
         EndPrimitive();
     }
 }

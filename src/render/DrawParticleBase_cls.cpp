@@ -3,6 +3,7 @@
 #include "ClassProvider_cls.h"
 #include "GLCheckError_cls.h"
 #include "ShaderCtrl_cls.h"
+#include "ShadowAdjacency_cls.h"
 
 #include <epoxy/gl.h>
 
@@ -314,23 +315,35 @@ std::vector<float> DrawParticleBase_cls::GetVSphereMesh(int depth) {
     return out;
 }
 
+void DrawParticleBase_cls::SetSphereMesh(int depth) {
+    depth = std::max(0, std::min(5, depth));
+    if (depth == mSphereDepth && mSphereMesh)
+        return;
+    const std::vector<float> v = GetVSphereMesh(depth);
+    mSphereMesh = GLBuffer_cls::Make();
+    glBindBuffer(GL_ARRAY_BUFFER, mSphereMesh.Get());
+    glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(v.size() * sizeof(float)), v.data(),
+                 GL_STATIC_DRAW);
+    glBindBuffer(GL_ARRAY_BUFFER, 0);
+    mSphereDepth = depth;
+    mSphereVertexCount = static_cast<int>(v.size() / 6);
+    const std::vector<uint32_t> vAdjacency =
+        ShadowAdjacency_cls::GetVAdjacency(v.data(), 6, mSphereVertexCount);
+    mSphereAdjacencyCount = static_cast<int>(vAdjacency.size());
+    mSphereAdjacency = GLBuffer_cls::Make();
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mSphereAdjacency.Get());
+    glBufferData(GL_ELEMENT_ARRAY_BUFFER, static_cast<GLsizeiptr>(vAdjacency.size() * sizeof(uint32_t)),
+                 vAdjacency.data(), GL_STATIC_DRAW);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+}
+
 void DrawParticleBase_cls::DrawSphere(const ParticleDrawSetting_cls& setting, const DrawInput_cls& input,
                                       int depth) {
     mSphereDrawCalls = 0;
     SphereAttribute_cls source[SPHERE_ATTRIBUTE_COUNT];
     int listBase[2] = {0, 0};
     GetSphereSource(source, listBase);
-    depth = std::max(0, std::min(5, depth));
-    if (depth != mSphereDepth || !mSphereMesh) {
-        const std::vector<float> v = GetVSphereMesh(depth);
-        mSphereMesh = GLBuffer_cls::Make();
-        glBindBuffer(GL_ARRAY_BUFFER, mSphereMesh.Get());
-        glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(v.size() * sizeof(float)), v.data(),
-                     GL_STATIC_DRAW);
-        glBindBuffer(GL_ARRAY_BUFFER, 0);
-        mSphereDepth = depth;
-        mSphereVertexCount = static_cast<int>(v.size() / 6);
-    }
+    SetSphereMesh(depth);
     BindParticleTexture(input);
     glEnable(GL_DEPTH_TEST);
     glDisable(GL_LIGHTING);

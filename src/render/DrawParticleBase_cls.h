@@ -162,7 +162,11 @@ protected:
     bool mbSequential[2] = {false, false};
     unsigned int mSequentialFirst[2] = {0, 0};
     bool mbTwist = false; // the twist buffer holds data
+    // Builds the sphere mesh of the division depth (0 to 5) and its adjacency, unless built.
+    void SetSphereMesh(int depth);
     GLBuffer_cls mSphereMesh;
+    GLBuffer_cls mSphereAdjacency;
+    int mSphereAdjacencyCount = 0;
     int mSphereDepth = -1;
     int mSphereVertexCount = 0;
 };

@@ -3,6 +3,8 @@
 #include "ClassProvider_cls.h"
 #include "GLCheckError_cls.h"
 #include "ParticleForRender_cls.h"
+#include "ShaderCtrl_cls.h"
+#include "ShadowVolumeCtrl_cls.h"
 
 #include <epoxy/gl.h>
 
@@ -122,4 +124,42 @@ void DrawParticle_cls::GetSphereSource(SphereAttribute_cls* pAttribute, int* pLi
     // The records of the second list follow those of the first.
     pListBase[0] = 0;
     pListBase[1] = mNumElement[0];
+}
+
+void DrawParticle_cls::DrawSphereSV(int depth) {
+    mSphereDrawCalls = 0;
+    SetSphereMesh(depth);
+    const int count = mNumElement[0] + mNumElement[1];
+    if (count <= 0 || mSphereAdjacencyCount == 0 || !mInstance || !GpCShadowVolumeCtrl ||
+        !GpCShadowVolumeCtrl->BeginShader())
+        return;
+    const GLint loc = glGetAttribLocation(GpCShaderCtrl->GetCurrentProgram(), "instancePosSize");
+    if (loc >= 0) {
+        glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+        glBindBuffer(GL_ARRAY_BUFFER, mSphereMesh.Get());
+        glEnableClientState(GL_VERTEX_ARRAY);
+        glDisableClientState(GL_NORMAL_ARRAY);
+        glDisableClientState(GL_COLOR_ARRAY);
+        glDisableClientState(GL_TEXTURE_COORD_ARRAY);
+        glVertexPointer(3, GL_FLOAT, 6 * sizeof(float), nullptr);
+        // Every drawn sphere, both lists, at its centre and radius.
+        const GLuint attrib = static_cast<GLuint>(loc);
+        glBindBuffer(GL_ARRAY_BUFFER, mInstance.Get());
+        glEnableVertexAttribArray(attrib);
+        glVertexAttribPointer(attrib, 4, GL_FLOAT, GL_FALSE, kInstanceFloats * sizeof(float), nullptr);
+        glVertexAttribDivisor(attrib, 1);
+        glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mSphereAdjacency.Get());
+        glDrawElementsInstanced(GL_TRIANGLES_ADJACENCY, mSphereAdjacencyCount, GL_UNSIGNED_INT, nullptr,
+                                count);
+        ++mSphereDrawCalls;
+        glVertexAttribDivisor(attrib, 0);
+        glDisableVertexAttribArray(attrib);
+        // A plain draw of the program reads the default again: a sphere of radius 1 at 0.
+        glVertexAttrib4f(attrib, 0.f, 0.f, 0.f, 1.f);
+        glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+        glBindBuffer(GL_ARRAY_BUFFER, 0);
+        glPopClientAttrib();
+    }
+    GpCShadowVolumeCtrl->EndShader();
+    GLCheckError_cls::CheckGLError("DrawParticle::DrawSphereSV");
 }

@@ -14,8 +14,9 @@ public:
     // per-instance data of the sphere draw instead of the point buffers.
     void SetVBOBuffer(const ParticleForRender_cls* pSet, const ParticleDrawSetting_cls& setting,
                       bool bSphere);
-    // Shadow volumes of the spheres: shadows are not drawn yet, so this passes through.
-    void DrawSphereSV() {}
+    // Shadow volumes of the spheres of the last SetVBOBuffer, every one as an instance of the
+    // sphere mesh of that depth with its neighbours, through "SVTriangleMesh".
+    void DrawSphereSV(int depth);
     // Deletes every buffer and forgets the stamps: the next SetVBOBuffer uploads all.
     void ClearVBO();
 

@@ -470,7 +470,10 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
     const bool bBlur = GpCBlurCtrl && GpCBlurCtrl->IsUseMotionBlur();
     const int blurSamples = GpCBlurCtrl ? GpCBlurCtrl->GetBlurSampleNum() : 1;
     ShadowVolumeCtrl_cls& shadow = GetShadowCtrl();
+    shadow.PrepareSteps(GpCSceneObjCtrl, mTime);
     const bool bShadow = shadow.GetEndStep() - shadow.GetFirstStep() > 1;
+    if (!bShadow)
+        shadow.ClearFBOBuffer();
     if (!bEnsemble && GpCEnsembleCtrl)
         GpCEnsembleCtrl->ClearFBOBuffer();
     if (!bBlur && GpCBlurCtrl)
@@ -533,9 +536,13 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
                                         : pWide    ? pWide->GetPCFBO(cameraType, part, pTarget)
                                                    : pTarget;
                         const int first = bDepthPass ? 0 : shadow.GetFirstStep();
+                        shadow.SetSumming(!bDepthPass);
                         const int steps = bDepthPass ? 1 : ensembleSamples;
                         for (int shadowStep = first; shadowStep < shadow.GetEndStep(); ++shadowStep) {
-                            // The shadow accumulation buffer is prepared here once shadows exist.
+                            // The depth pass keeps the last step's depth: it adds nothing up.
+                            const bool bShadowSum = bShadow && !bDepthPass;
+                            if (bShadowSum && shadowStep == first)
+                                shadow.PrepareBuffer(pFBO);
                             shadow.SetShadowVolumeStep(shadowStep, first);
                             for (int ensembleStep = 0; ensembleStep < steps; ++ensembleStep) {
                                 const bool bAccumulate = bEnsemble && !bDepthPass && GpCFrameOutput;
@@ -558,8 +565,17 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
                                     wxLogDebug("fbo%d Start %ld ms", part, stopWatch.Time());
                                     DrawEachFBO(ensembleStep, false);
                                     wxLogDebug("fbo%d END %ld ms", part, stopWatch.Time());
-                                    // The stencil steps of the shadow volumes draw here on steps
-                                    // other than 0 once they exist.
+                                    // A shadow-casting light's step: its volumes into the stencil,
+                                    // then the shadowed area drawn again without it. A depth
+                                    // buffer has no stencil.
+                                    if (shadowStep != 0 && !bDepthPass && shadow.IsUseShadow()) {
+                                        shadow.PushState();
+                                        shadow.SetStencilState();
+                                        DrawEachFBO(ensembleStep, false);
+                                        shadow.SetShadowedArea();
+                                        DrawEachFBO(ensembleStep, false);
+                                        shadow.PopState();
+                                    }
                                 }
                                 pFBO->End();
                                 if (bAccumulate)
@@ -570,7 +586,12 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
                                 GpCFrameOutput->DrawFromBuffer(Accumulation_enum::Ensemble, pFBO);
                             if (GpCEnsembleCtrl)
                                 GpCEnsembleCtrl->SetEnsembleStep(0);
+                            if (bShadowSum && !TimeCtrl_cls::msbForceAbort.load(std::memory_order_acquire))
+                                shadow.DrawOnBuffer(pFBO);
                         }
+                        if (bShadow && !bDepthPass &&
+                            !TimeCtrl_cls::msbForceAbort.load(std::memory_order_acquire))
+                            shadow.DrawFromBuffer(pFBO);
                         if (bShadow)
                             shadow.SetShadowVolumeStep(0, 0);
                     }
@@ -604,6 +625,8 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
         if (eyes == 2)
             mpCFBOProcessedEye[eye] = GetNewPCFilterProcessed(pTarget, vPasspartout);
     }
+    // What is drawn after the frame (the hit test, the loupe) sees all lights as they are.
+    shadow.FinishSteps();
     // Two eyes: the anaglyphs and side by side are merged into a stereogram of the frame's own;
     // the other types show the left eye here (the scan-line type draws both on the window).
     const bool bMerge = eyes == 2 && GpCStereogram && (eyeType == 4 || eyeType == 5 || eyeType == 6);

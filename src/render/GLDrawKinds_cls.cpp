@@ -17,6 +17,7 @@
 #include "Particle_cls.h"
 #include "Primitive_cls.h"
 #include "ShaderCtrl_cls.h"
+#include "ShadowVolumeCtrl_cls.h"
 #include "StreamlineDraw_cls.h"
 #include "TextDraw_cls.h"
 #include "TextObj_cls.h"
@@ -52,10 +53,11 @@ void SetMaterialColor(Material_cls* p, GLenum what, const wxString& strGroup, do
     glMaterialfv(GL_FRONT_AND_BACK, what, v);
 }
 
-void SetLightColor(Material_cls* p, GLenum light, GLenum what, const wxString& strGroup, double t) {
+void SetLightColor(Material_cls* p, GLenum light, GLenum what, const wxString& strGroup, double t,
+                   float factor) {
     const std::vector<double> c = p->GetColor(strGroup, t);
-    const GLfloat v[4] = {static_cast<GLfloat>(c[0]), static_cast<GLfloat>(c[1]), static_cast<GLfloat>(c[2]),
-                          1.f};
+    const GLfloat v[4] = {static_cast<GLfloat>(c[0] * factor), static_cast<GLfloat>(c[1] * factor),
+                          static_cast<GLfloat>(c[2] * factor), 1.f};
     glLightfv(light, what, v);
 }
 
@@ -98,6 +100,23 @@ void EndShader() {
         GpCShaderCtrl->EndShader();
 }
 
+// A later shadow step adds light only: what shines by itself was drawn on the first.
+bool IsLightOnlyStep() {
+    return GpCShadowVolumeCtrl && GpCShadowVolumeCtrl->IsLightOnlyStep();
+}
+
+// Outside the stencil phases (and on the plain road).
+bool IsOutsideStencil() {
+    return !GpCShadowVolumeCtrl || GpCShadowVolumeCtrl->GetPhase() == 0 ||
+           GpCShadowVolumeCtrl->GetPhase() == 3;
+}
+
+// In the shadowed area an object that takes no shadow keeps what the lit phase drew.
+bool IsSkippedInShadowedArea(const Material_cls* pMaterial) {
+    return GpCShadowVolumeCtrl && GpCShadowVolumeCtrl->GetPhase() == 2 && pMaterial &&
+           !pMaterial->mCReceiveShadow.GetBodyBOOL();
+}
+
 } // namespace
 
 int GLDrawKinds_cls::BindMaterialTexture(Material_cls* p, GLDrawStatus_cls& status, int unit) {
@@ -136,13 +155,15 @@ void GLDrawKinds_cls::UnbindMaterialTexture(int unit) {
 }
 
 void GLDrawKinds_cls::RegisterAll() {
-    GLDrawTable_cls::Register("Primitive_cls", {&GLDrawPrimitive, nullptr});
-    GLDrawTable_cls::Register("LightSource_cls", {&GLDrawLightSource, nullptr});
+    // Lit kinds take part in every shadow step; the lights and the world's fog set up each of them.
+    GLDrawTable_cls::Register("Primitive_cls", {&GLDrawPrimitive, nullptr, &GLDrawPrimitiveSV, true});
+    GLDrawTable_cls::Register("LightSource_cls", {&GLDrawLightSource, nullptr, nullptr, true});
     GLDrawTable_cls::Register("Camera_cls", {&GLDrawCamera, nullptr});
-    GLDrawTable_cls::Register("World_cls", {&GLDrawWorld, nullptr});
-    GLDrawTable_cls::Register("MeshObj_cls", {&GLDrawMesh, nullptr});
+    GLDrawTable_cls::Register("World_cls", {&GLDrawWorld, nullptr, nullptr, true});
+    GLDrawTable_cls::Register("MeshObj_cls", {&GLDrawMesh, nullptr, &GLDrawMeshSV, true});
     GLDrawTable_cls::Register("TextObj_cls", {&GLDrawText, nullptr});
-    GLDrawTable_cls::Register("Particle_cls", {&GLDrawParticle, nullptr});
+    // The particle drawing tells the phases apart itself (spheres cast, points do not).
+    GLDrawTable_cls::Register("Particle_cls", {&GLDrawParticle, nullptr, &GLDrawParticle, true});
     GLDrawTable_cls::Register("VolumeBox_cls", {&GLDrawVolumeBox, nullptr});
     StreamlineDraw_cls::Register();
     HeightFieldDraw_cls::Register();
@@ -163,7 +184,12 @@ int GLDrawKinds_cls::SetMaterial(Material_cls* p, double t) {
     SetMaterialColor(p, GL_AMBIENT, "Ambient", t, alpha);
     SetMaterialColor(p, GL_DIFFUSE, "Diffuse", t, alpha);
     SetMaterialColor(p, GL_SPECULAR, "Specular", t, alpha);
-    SetMaterialColor(p, GL_EMISSION, "Emission", t, alpha);
+    if (IsLightOnlyStep()) {
+        const GLfloat black[4] = {0.f, 0.f, 0.f, alpha};
+        glMaterialfv(GL_FRONT_AND_BACK, GL_EMISSION, black);
+    } else {
+        SetMaterialColor(p, GL_EMISSION, "Emission", t, alpha);
+    }
     glMaterialf(
         GL_FRONT_AND_BACK, GL_SHININESS,
         static_cast<GLfloat>(std::min(128.0, std::max(0.0, GetOneValue(p, "Shininess", t, 0, 32.0)))));
@@ -206,6 +232,10 @@ void GLDrawKinds_cls::GLDrawPrimitive(SceneObj_cls* pObj, GLDrawStatus_cls& stat
         return;
     }
     Material_cls* pMaterial = p->GetPCMaterial();
+    if (IsSkippedInShadowedArea(pMaterial)) {
+        glPopAttrib();
+        return;
+    }
     ObjectPhongParam_cls params;
     params.mEnsembleStep = status.mEnsembleStep;
     params.mLightNumber = status.mLightNumber;
@@ -221,7 +251,8 @@ void GLDrawKinds_cls::GLDrawPrimitive(SceneObj_cls* pObj, GLDrawStatus_cls& stat
     if (params.mTextureMode != 0)
         UnbindMaterialTexture(0);
     // The selection shows as the object's wire on top of its faces.
-    if (status.mSelectStatus > 0 && !status.mbHitTest && !status.mbRecording) {
+    if (status.mSelectStatus > 0 && !status.mbHitTest && !status.mbRecording && !IsLightOnlyStep() &&
+        IsOutsideStencil()) {
         glDisable(GL_BLEND);
         glDisable(GL_CULL_FACE);
         glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
@@ -240,15 +271,22 @@ void GLDrawKinds_cls::GLDrawLightSource(SceneObj_cls* pObj, GLDrawStatus_cls& st
         const GLenum light = GL_LIGHT0 + static_cast<GLenum>(status.mLightNumber);
         const int type = p->GetLightType();
         // The light shines along its local -z; a parallel light comes from +z, infinitely far.
-        const GLfloat position[4] = {0.f, 0.f, type == 0 ? 1.f : 0.f, type == 0 ? 0.f : 1.f};
+        // A shadow step keeps the light's ambient on the first step only and its own light on
+        // its own steps, at the sample's position.
+        GLfloat position[4] = {0.f, 0.f, type == 0 ? 1.f : 0.f, type == 0 ? 0.f : 1.f};
+        float ambient = 1.f, direct = 1.f;
+        if (GpCShadowVolumeCtrl) {
+            GpCShadowVolumeCtrl->GetLightFactor(p, ambient, direct);
+            GpCShadowVolumeCtrl->GetLightPosition(p, type, position);
+        }
         glLightfv(light, GL_POSITION, position);
         const GLfloat direction[3] = {0.f, 0.f, -1.f};
         glLightfv(light, GL_SPOT_DIRECTION, direction);
         if (Material_cls* pMaterial = p->GetPCMaterial()) {
             const double t = status.mTime;
-            SetLightColor(pMaterial, light, GL_AMBIENT, "Ambient", t);
-            SetLightColor(pMaterial, light, GL_DIFFUSE, "Diffuse", t);
-            SetLightColor(pMaterial, light, GL_SPECULAR, "Specular", t);
+            SetLightColor(pMaterial, light, GL_AMBIENT, "Ambient", t, ambient);
+            SetLightColor(pMaterial, light, GL_DIFFUSE, "Diffuse", t, direct);
+            SetLightColor(pMaterial, light, GL_SPECULAR, "Specular", t, direct);
             glLightf(light, GL_SPOT_CUTOFF,
                      type == 2 ? static_cast<GLfloat>(GetOneValue(pMaterial, "SpotCutoff", t, 0, 30.0))
                                : 180.f);
@@ -265,7 +303,7 @@ void GLDrawKinds_cls::GLDrawLightSource(SceneObj_cls* pObj, GLDrawStatus_cls& st
         glEnable(light);
         ++status.mLightNumber;
     }
-    if (!status.mbLightCam || !GpCVBOEmpty)
+    if (!status.mbLightCam || !GpCVBOEmpty || !IsOutsideStencil())
         return;
     glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT | GL_LINE_BIT);
     BeginLines(status);
@@ -300,7 +338,8 @@ void GLDrawKinds_cls::GLDrawWorld(SceneObj_cls* pObj, GLDrawStatus_cls& status) 
     if (type < 1 || type > 3)
         return;
     const double t = status.mTime;
-    const std::vector<double> c = pFog->GetFogColor(t);
+    // On a later shadow step the fog only dims the light added: its colour was added once.
+    const std::vector<double> c = IsLightOnlyStep() ? std::vector<double>(3, 0.0) : pFog->GetFogColor(t);
     const GLfloat colour[4] = {static_cast<GLfloat>(c[0]), static_cast<GLfloat>(c[1]),
                                static_cast<GLfloat>(c[2]), 1.f};
     const std::vector<double> range = pFog->GetFogRange(t);
@@ -316,10 +355,33 @@ void GLDrawKinds_cls::GLDrawWorld(SceneObj_cls* pObj, GLDrawStatus_cls& status) 
         GpCShaderCtrl->mFogMode = type;
 }
 
+void GLDrawKinds_cls::GLDrawPrimitiveSV(SceneObj_cls* pObj, GLDrawStatus_cls&) {
+    Primitive_cls* p = static_cast<Primitive_cls*>(pObj);
+    const VBOBaseObject_cls* pShape = GetPCShape(p->GetPrimitiveType());
+    const Material_cls* pMaterial = p->GetPCMaterial();
+    if (!pShape || !GpCShadowVolumeCtrl || (pMaterial && !pMaterial->mCCastShadow.GetBodyBOOL()))
+        return;
+    GpCShadowVolumeCtrl->DrawShapeSV(*pShape);
+}
+
 void GLDrawKinds_cls::GLDrawMesh(SceneObj_cls* pObj, GLDrawStatus_cls& status) {
+    auto* p = static_cast<MeshObj_cls*>(pObj);
+    if (IsSkippedInShadowedArea(p->GetPCMaterial()))
+        return;
     // The object's matrix is on the model-view already.
     if (status.mpCMeshDraw)
-        status.mpCMeshDraw->Draw(*static_cast<MeshObj_cls*>(pObj), nullptr, status.mTime);
+        status.mpCMeshDraw->Draw(*p, nullptr, status.mTime);
+}
+
+void GLDrawKinds_cls::GLDrawMeshSV(SceneObj_cls* pObj, GLDrawStatus_cls& status) {
+    auto* p = static_cast<MeshObj_cls*>(pObj);
+    const Material_cls* pMaterial = p->GetPCMaterial();
+    if (!status.mpCMeshDraw || !GpCShadowVolumeCtrl || (pMaterial && !pMaterial->mCCastShadow.GetBodyBOOL()))
+        return;
+    if (!GpCShadowVolumeCtrl->BeginShader())
+        return;
+    status.mpCMeshDraw->DrawSV(*p);
+    GpCShadowVolumeCtrl->EndShader();
 }
 
 void GLDrawKinds_cls::GLDrawText(SceneObj_cls* pObj, GLDrawStatus_cls& status) {

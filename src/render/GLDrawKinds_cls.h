@@ -15,11 +15,14 @@ public:
     static void RegisterAll();
 
     static void GLDrawPrimitive(SceneObj_cls* pObj, GLDrawStatus_cls& status);
+    // The shadow volume of a primitive whose material casts.
+    static void GLDrawPrimitiveSV(SceneObj_cls* pObj, GLDrawStatus_cls& status);
     static void GLDrawLightSource(SceneObj_cls* pObj, GLDrawStatus_cls& status);
     static void GLDrawCamera(SceneObj_cls* pObj, GLDrawStatus_cls& status);
     static void GLDrawWorld(SceneObj_cls* pObj, GLDrawStatus_cls& status);
     // Meshes and text objects, through the drawers of the frame passes that draw them.
     static void GLDrawMesh(SceneObj_cls* pObj, GLDrawStatus_cls& status);
+    static void GLDrawMeshSV(SceneObj_cls* pObj, GLDrawStatus_cls& status);
     static void GLDrawText(SceneObj_cls* pObj, GLDrawStatus_cls& status);
     // Particle objects, through the particle drawing of the frame passes.
     static void GLDrawParticle(SceneObj_cls* pObj, GLDrawStatus_cls& status);

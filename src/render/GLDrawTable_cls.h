@@ -17,6 +17,12 @@ public:
         DrawFunc mFuncGLDraw = nullptr;
         // The pass after all objects, without depth test.
         DrawFunc mFuncGLDrawXray = nullptr;
+        // The shadow volumes of the object (the volume phase of a shadow step); none: it casts
+        // no shadow.
+        DrawFunc mFuncGLDrawSV = nullptr;
+        // Its colour comes from the lights: it is drawn on every shadow step and again in the
+        // shadowed area. A kind drawn without light is drawn on the first step only.
+        bool mbLit = false;
     };
 
     // Puts the entry on the kind's own entry of the kind table (made there when the scene has

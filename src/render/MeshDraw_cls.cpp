@@ -1,7 +1,10 @@
 #include "MeshDraw_cls.h"
 
+#include "GetPC_cls.h"
 #include "Material_cls.h"
 #include "MeshObj_cls.h"
+#include "ShadowAdjacency_cls.h"
+#include "ShadowVolumeCtrl_cls.h"
 #include "TextureProvider_cls.h"
 #include "WavefrontLoader_cls.h"
 
@@ -33,6 +36,9 @@ struct MeshDraw_cls::Run_cls {
 
 struct MeshDraw_cls::Mesh_cls {
     GLBuffer_cls mBuffer;
+    // The triangles with their neighbours, for the shadow volumes.
+    GLBuffer_cls mAdjacency;
+    GLsizei mAdjacencyCount = 0;
     std::vector<Run_cls> mVRun;
     int mNumUser = 0;
 };
@@ -76,6 +82,16 @@ MeshDraw_cls::Mesh_cls* MeshDraw_cls::Upload(const WavefrontLoader_cls& loader, 
     glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(vData.size() * sizeof(float)), vData.data(),
                  GL_STATIC_DRAW);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
+    const std::vector<uint32_t> vAdjacency =
+        ShadowAdjacency_cls::GetVAdjacency(vData.data(), kFloatsPerVertex, static_cast<int>(numVertex));
+    if (!vAdjacency.empty()) {
+        pMesh->mAdjacency = GLBuffer_cls::Make();
+        pMesh->mAdjacencyCount = static_cast<GLsizei>(vAdjacency.size());
+        glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, pMesh->mAdjacency.Get());
+        glBufferData(GL_ELEMENT_ARRAY_BUFFER, static_cast<GLsizeiptr>(vAdjacency.size() * sizeof(uint32_t)),
+                     vAdjacency.data(), GL_STATIC_DRAW);
+        glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+    }
     for (const WavefrontGroup_cls& group : loader.mVGroup) {
         Run_cls run;
         run.mFirstVertex = static_cast<GLint>(group.mFirstTriangle * 3);
@@ -164,6 +180,19 @@ void MeshDraw_cls::Draw(MeshObj_cls& obj, const double* pMatrix16, double t) {
     glPopMatrix();
 }
 
+void MeshDraw_cls::DrawSV(MeshObj_cls& obj) {
+    // The object was drawn in the lit phase of this step, which found its mesh.
+    auto itObj = mMapObjKey.find(&obj);
+    if (itObj == mMapObjKey.end())
+        return;
+    auto it = mMapMesh.find(itObj->second);
+    if (it == mMapMesh.end())
+        return;
+    const Mesh_cls& mesh = it->second->mBuffer ? *it->second : *GetDefaultMesh();
+    ShadowVolumeCtrl_cls::DrawAdjacency(mesh.mBuffer.Get(), kFloatsPerVertex * sizeof(float),
+                                        mesh.mAdjacency.Get(), mesh.mAdjacencyCount);
+}
+
 void MeshDraw_cls::DrawMesh(const Mesh_cls& mesh, MeshObj_cls& obj, double t) {
     GLint program = 0;
     glGetIntegerv(GL_CURRENT_PROGRAM, &program);
@@ -208,6 +237,9 @@ void MeshDraw_cls::DrawMesh(const Mesh_cls& mesh, MeshObj_cls& obj, double t) {
             get("Specular", specular);
             get("Emission", emission);
         }
+        // A later shadow step adds light only.
+        if (GpCShadowVolumeCtrl && GpCShadowVolumeCtrl->IsLightOnlyStep())
+            std::fill_n(emission, 3, 0.0f);
         ambient[3] = specular[3] = emission[3] = diffuse[3];
         // GL takes shininess up to 128; .mtl files write up to 1000.
         shininess = std::min(std::max(shininess, 0.0f), 128.0f);

@@ -34,6 +34,9 @@ public:
     // sets that program's "textureMode" to 1 (modulate) or 0. Every GL state it changes is
     // restored. An object that is not valid draws nothing.
     void Draw(MeshObj_cls& obj, const double* pMatrix16, double t);
+    // The shadow volume of the object's mesh through the program bound now (GL_TRIANGLES_ADJACENCY,
+    // positions only), with the current model-view. Nothing before the object was drawn once.
+    void DrawSV(MeshObj_cls& obj);
     // Forgets the object's buffers; the buffers of a file go with the last object using them.
     void Release(const MeshObj_cls* pObj);
     // The texture of an image file that a scene material names (the primitives' materials), read

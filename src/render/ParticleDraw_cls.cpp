@@ -337,7 +337,11 @@ void ParticleDraw_cls::GLDraw(Particle_cls& obj, GLDrawStatus_cls& status) {
         return;
     Object_cls& o = GetObject(&obj);
     obj.SetCameraPoses(status.mPosDirNow, status.mPosDirNext);
-    if (!obj.PrepareDraw(status.mEnsembleStep, 0)) {
+    // The later draws of a frame with shadows (other steps, the stencil phases) use the set that
+    // the first one prepared, as later ensemble steps do.
+    const ShadowVolumeCtrl_cls* pShadow = GpCShadowVolumeCtrl;
+    const bool bShadowRepeat = pShadow && (pShadow->GetPhase() != 0 || !pShadow->IsFirstStep());
+    if (!obj.PrepareDraw(bShadowRepeat ? std::max(1, status.mEnsembleStep) : status.mEnsembleStep, 0)) {
         // A missing snap: not drawn in this frame, and nothing is said.
         obj.WaitPrepareNext();
         return;
@@ -351,6 +355,13 @@ void ParticleDraw_cls::GLDraw(Particle_cls& obj, GLDrawStatus_cls& status) {
     if (!strProblem.empty() || (!bPoint && !bBillboard && !bSphere)) {
         // Nothing of an earlier frame may be drawn from the buffers later.
         o.mCNormal.ClearVBO();
+        obj.WaitPrepareNext();
+        return;
+    }
+    // Points and billboards are drawn without light: once, in the lit phase of the first step.
+    const bool bVolumePhase = pShadow && pShadow->GetPhase() == 1;
+    const bool bStencilPhase = pShadow && (pShadow->GetPhase() == 1 || pShadow->GetPhase() == 2);
+    if (!bSphere && (bStencilPhase || (pShadow && pShadow->IsLightOnlyStep()))) {
         obj.WaitPrepareNext();
         return;
     }
@@ -377,9 +388,11 @@ void ParticleDraw_cls::GLDraw(Particle_cls& obj, GLDrawStatus_cls& status) {
     glEnable(GL_DEPTH_TEST);
     if (!obj.mCDepthMask.GetBodyBOOL())
         glDepthMask(GL_FALSE);
-    if (bSphere && GpCShadowVolumeCtrl && GpCShadowVolumeCtrl->GetPhase() == 1) {
-        if (obj.mCCastShadow.GetBodyBOOL())
-            o.mCNormal.DrawSphereSV();
+    if (bSphere && bVolumePhase) {
+        if (obj.mCCastShadow.GetBodyBOOL()) {
+            o.mCNormal.SetVBOBuffer(obj.mpCCurrent.get(), setting, true);
+            o.mCNormal.DrawSphereSV(static_cast<int>(obj.mCSphereDepth.GetBodyINT()));
+        }
     } else {
         const DrawType_enum type = bSphere ? DRAW_SPHERE : bBillboard ? DRAW_BILLBOARD : DRAW_POINT;
         DrawAll(obj, o, setting, input, type);

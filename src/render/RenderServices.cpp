@@ -56,7 +56,8 @@ void RegisterRenderServices() {
         });
     OwnedService_cls::Register(SVC_TextureProvider, GpCTextureProvider);
     OwnedService_cls::Register(SVC_TextureProvider1D, GpCTextureProvider1D);
-    OwnedService_cls::Register(SVC_ShadowVolumeCtrl, GpCShadowVolumeCtrl);
+    // Its keys are a block of the project.
+    OwnedService_cls::RegisterList(SVC_ShadowVolumeCtrl, RECV_SHADOW_VOLUME_CTRL, GpCShadowVolumeCtrl);
     // The wide camera's faces and display lists are made in the frame, on the GL thread.
     OwnedService_cls::Register(SVC_WideCamera, GpCWideCamera);
     OwnedService_cls::Register(SVC_ImageComposer, GpCImageComposer);
@@ -66,6 +67,8 @@ void RegisterRenderServices() {
     // which build again lazily in a later context.
     ClassProvider_cls::SetGLInstanceMaker(&FramePasses_cls::InitializeGLCommonIfNot, [] {
         FramePasses_cls::DeleteGLCommon();
+        if (GpCShadowVolumeCtrl)
+            GpCShadowVolumeCtrl->ClearFBOBuffer();
         RenewService(GpCShaderCtrl);
         RenewService(GpCTextureProvider);
         RenewService(GpCTextureProvider1D);

@@ -3,10 +3,12 @@
 #include "GLCheckError_cls.h"
 #include "GLDrawStatus_cls.h"
 #include "GLDrawTable_cls.h"
+#include "GetPC_cls.h"
 #include "Hittest_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObjInstance_cls.h"
 #include "SceneObj_cls.h"
+#include "ShadowVolumeCtrl_cls.h"
 
 #include <epoxy/gl.h>
 
@@ -36,8 +38,17 @@ void SceneObjDraw_cls::GLDraw(SceneObjInstance_cls* pInstance, GLDrawStatus_cls&
     if (!p->mbToBeDrawn)
         return;
     const GLDrawTable_cls::Entry_cls* pEntry = GLDrawTable_cls::GetPCEntry(p->mStrClassWord);
-    const GLDrawTable_cls::DrawFunc func =
+    GLDrawTable_cls::DrawFunc func =
         pEntry ? (bXray ? pEntry->mFuncGLDrawXray : pEntry->mFuncGLDraw) : nullptr;
+    if (GpCShadowVolumeCtrl && pEntry) {
+        // The volume phase draws volumes only; the shadowed area and the later steps draw what
+        // light shades.
+        const ShadowVolumeCtrl_cls& shadow = *GpCShadowVolumeCtrl;
+        if (shadow.GetPhase() == 1)
+            func = bXray ? nullptr : pEntry->mFuncGLDrawSV;
+        else if ((shadow.GetPhase() == 2 || shadow.IsLightOnlyStep()) && (bXray || !pEntry->mbLit))
+            func = nullptr;
+    }
     if (!func)
         return;
     // A copy of an array draws at the object's matrix moved by its own offset.
@@ -61,6 +72,8 @@ void SceneObjDraw_cls::GLDrawObjects(SceneObjCtrl_cls* pCtrl, GLDrawStatus_cls& 
     status.mPosDirNow = posDirNow;
     status.mPosDirNext = posDirNext;
     std::vector<SceneObjInstance_cls*> vInstances = GetVNewPCSortedInstance(pCtrl, posDirNow, status.mTime);
+    if (GpCShadowVolumeCtrl)
+        GpCShadowVolumeCtrl->SetLightModelForStep();
     GLCheckError_cls::CheckGLError("SceneObjCtrl::GLDrawBegin");
     const GLuint count = static_cast<GLuint>(vInstances.size());
     for (GLuint i = 0; i < count; ++i) {

@@ -1,5 +1,8 @@
 #include "VBOBaseObject_cls.h"
 
+#include "ShadowAdjacency_cls.h"
+#include "ShadowVolumeCtrl_cls.h"
+
 #include <cmath>
 
 VBOBaseObject_cls::VBOBaseObject_cls(const std::vector<float>& vInterleaved)
@@ -8,6 +11,21 @@ VBOBaseObject_cls::VBOBaseObject_cls(const std::vector<float>& vInterleaved)
     glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(vInterleaved.size() * sizeof(float)),
                  vInterleaved.data(), GL_STATIC_DRAW);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
+    const std::vector<uint32_t> vAdjacency =
+        ShadowAdjacency_cls::GetVAdjacency(vInterleaved.data(), kFloatsPerVertex, mVertexCount);
+    mAdjacencyCount = static_cast<int>(vAdjacency.size());
+    if (mAdjacencyCount == 0)
+        return;
+    mAdjacency = GLBuffer_cls::Make();
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mAdjacency.Get());
+    glBufferData(GL_ELEMENT_ARRAY_BUFFER, static_cast<GLsizeiptr>(vAdjacency.size() * sizeof(uint32_t)),
+                 vAdjacency.data(), GL_STATIC_DRAW);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+}
+
+void VBOBaseObject_cls::DrawAdjacency() const {
+    ShadowVolumeCtrl_cls::DrawAdjacency(mBuffer.Get(), kFloatsPerVertex * sizeof(float), mAdjacency.Get(),
+                                        mAdjacencyCount);
 }
 
 void VBOBaseObject_cls::Draw() const {

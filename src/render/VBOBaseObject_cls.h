@@ -18,7 +18,12 @@ public:
 
     // Draws the triangles through whatever program and matrices are current.
     void Draw() const;
+    // Draws the triangles with their neighbours (GL_TRIANGLES_ADJACENCY), positions only: the
+    // input of the shadow-volume programs.
+    void DrawAdjacency() const;
     int GetVertexCount() const { return mVertexCount; }
+    // Six indices per triangle, see ShadowAdjacency_cls.
+    int GetAdjacencyCount() const { return mAdjacencyCount; }
 
     // The cube from -1 to 1 on each axis.
     static std::vector<float> GetVCube();
@@ -34,4 +39,6 @@ public:
 protected:
     GLBuffer_cls mBuffer;
     int mVertexCount = 0;
+    GLBuffer_cls mAdjacency;
+    int mAdjacencyCount = 0;
 };

@@ -8,6 +8,7 @@
 #include "PropertyObject_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObj_cls.h"
+#include "ShadowVolumeCtrl_cls.h"
 #include "TimeCtrl_cls.h"
 
 #include <wx/button.h>
@@ -53,6 +54,12 @@ PropertyFilter_cls::PropertyFilter_cls(wxWindow* pParent) : wxPanelEX(pParent, _
     pSampling->AddSpacer(0);
     pSampling->Add(new wxStaticText(this, wxID_ANY, _("Quality")), 0, wxALIGN_CENTER_VERTICAL);
     pSampling->Add(mpCBlurQuality);
+    // Shadow volumes; the samples are those of each soft light.
+    mpCUseShadow = new wxCheckBox(this, wxID_ANY, _("Shadows"));
+    mpCSoftShadowSampleNum = numberField();
+    pSampling->Add(mpCUseShadow, 0, wxALIGN_CENTER_VERTICAL);
+    pSampling->Add(new wxStaticText(this, wxID_ANY, _("Soft samples")), 0, wxALIGN_CENTER_VERTICAL);
+    pSampling->Add(mpCSoftShadowSampleNum);
     pSizer->Add(pSampling, 0, wxALL, 4);
     // Each control writes its item through the undo road; the item is found when the event comes,
     // so a registry made after the page is the one written.
@@ -86,6 +93,14 @@ PropertyFilter_cls::PropertyFilter_cls(wxWindow* pParent) : wxPanelEX(pParent, _
              [] { return GpCBlurCtrl ? static_cast<ConfItem_cls*>(&GpCBlurCtrl->mCBlurLength) : nullptr; });
     bindText(mpCBlurQuality,
              [] { return GpCBlurCtrl ? static_cast<ConfItem_cls*>(&GpCBlurCtrl->mCBlurQuality) : nullptr; });
+    bindCheck(mpCUseShadow, [] {
+        return GpCShadowVolumeCtrl ? static_cast<ConfItem_cls*>(&GpCShadowVolumeCtrl->mCUseShadowVolume)
+                                   : nullptr;
+    });
+    bindText(mpCSoftShadowSampleNum, [] {
+        return GpCShadowVolumeCtrl ? static_cast<ConfItem_cls*>(&GpCShadowVolumeCtrl->mCSoftShadowSampleNum)
+                                   : nullptr;
+    });
 
     auto* pAddRow = new wxBoxSizer(wxHORIZONTAL);
     mpCClass = new wxChoice(this, wxID_ANY);
@@ -176,6 +191,12 @@ void PropertyFilter_cls::RefreshSampling() {
         mpCUseMotionBlur->SetValue(GpCBlurCtrl->IsUseMotionBlur());
         mpCBlurLength->ChangeValue(GpCBlurCtrl->mCBlurLength.GetBodySTR());
         mpCBlurQuality->ChangeValue(GpCBlurCtrl->mCBlurQuality.GetBodySTR());
+    }
+    mpCUseShadow->Enable(GpCShadowVolumeCtrl != nullptr);
+    mpCSoftShadowSampleNum->Enable(GpCShadowVolumeCtrl != nullptr);
+    if (GpCShadowVolumeCtrl) {
+        mpCUseShadow->SetValue(GpCShadowVolumeCtrl->mCUseShadowVolume.GetBodyBOOL());
+        mpCSoftShadowSampleNum->ChangeValue(GpCShadowVolumeCtrl->mCSoftShadowSampleNum.GetBodySTR());
     }
 }
 

@@ -47,6 +47,8 @@ public:
     wxCheckBox* mpCUseMotionBlur = nullptr;
     wxTextCtrl* mpCBlurLength = nullptr;
     wxTextCtrl* mpCBlurQuality = nullptr;
+    wxCheckBox* mpCUseShadow = nullptr;
+    wxTextCtrl* mpCSoftShadowSampleNum = nullptr;
 
     wxListBox* mpCChain = nullptr;
     wxChoice* mpCClass = nullptr;

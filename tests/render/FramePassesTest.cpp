@@ -75,7 +75,6 @@ bool IsGreen(const Pixel_cls& p) {
 class FramePassesTest : public PassesFixture {
 protected:
     static void Set(ConfItem_cls& item, const wxString& strBody) { item.SetBodyFromData(strBody); }
-    static SceneObj_cls* Obj(const wxString& strName) { return GpCSceneObjCtrl->GetPCFromName(strName); }
     void LookFrom(double x, double y, double z, const double* tgt, const double* top) {
         PositionAndDirection_cls pose;
         pose.mPos[0] = x, pose.mPos[1] = y, pose.mPos[2] = z;

@@ -3,6 +3,7 @@
 // cameras, nothing selected.
 #pragma once
 
+#include "Attribute_cls.h"
 #include "CommandText.h"
 #include "FramePasses_cls.h"
 #include "Main_cls.h"
@@ -21,6 +22,20 @@
 
 class PassesFixture : public RenderFixture {
 protected:
+    static void SetUpTestSuite() {
+        RenderFixture::SetUpTestSuite();
+        // A suite before may have left the shared buffers of its own, gone context: forget them
+        // (their names mean nothing in this one), so that the first frame makes them here.
+        if (mspCContext && mspCContext->IsValid())
+            FramePasses_cls::DeleteGLCommon();
+    }
+    static void TearDownTestSuite() {
+        if (mspCContext && mspCContext->IsValid()) {
+            mspCContext->MakeCurrent();
+            FramePasses_cls::DeleteGLCommon();
+        }
+        RenderFixture::TearDownTestSuite();
+    }
     void SetUp() override {
         RenderFixture::SetUp();
         if (IsSkipped())
@@ -28,6 +43,15 @@ protected:
         mStrOldResourceDir = ShaderItem_cls::msStrResourceDir;
         ShaderItem_cls::msStrResourceDir = wxString(ORV_SOURCE_DIR) + "/Resource";
         StartServices();
+    }
+    static SceneObj_cls* Obj(const wxString& strName) { return GpCSceneObjCtrl->GetPCFromName(strName); }
+    // The initial values of a group of the object (strAttr empty) or of one of its attributes.
+    static void SetGroup(SceneObj_cls* p, const wxString& strAttr, const wxString& strGroup, double a,
+                         double b = 0.0, double c = 0.0) {
+        ParamGroup_cls* pGroup = strAttr.empty() ? p->GetPCParamGroup(strAttr, strGroup)
+                                                 : p->GetPCAttribute(strAttr, 0)->GetPCParamGroup(strGroup);
+        ASSERT_NE(pGroup, nullptr) << strGroup;
+        pGroup->SetInitValue(a, b, c);
     }
     void StartServices() {
         RegisterServices<ServiceLayer_enum::Render>();
@@ -50,18 +74,10 @@ protected:
         RenderFixture::TearDown();
     }
 
-    // Sets the first values of a group of the object, or of its attribute when one is named.
-    static void SetGroup(SceneObj_cls* p, const wxString& strAttr, const wxString& strGroup, double a,
-                         double b = 0.0, double c = 0.0) {
-        ParamGroup_cls* pGroup = strAttr.empty() ? p->GetPCParamGroup(strAttr, strGroup)
-                                                 : p->GetPCAttribute(strAttr, 0)->GetPCParamGroup(strGroup);
-        ASSERT_NE(pGroup, nullptr) << strGroup;
-        pGroup->SetInitValue(a, b, c);
-    }
     // A primitive that shines in one colour whatever the light.
     SceneObj_cls* AddGlowing(const wxString& strKind, const wxString& strName, double r, double g, double b) {
         RunCommandText(*mpMain, "SceneObjCtrl::New::Primitive_cls::" + strKind + "::" + strName);
-        SceneObj_cls* p = GpCSceneObjCtrl->GetPCFromName(strName);
+        SceneObj_cls* p = Obj(strName);
         for (const char* group : {"Ambient", "Diffuse", "Specular"})
             SetGroup(p, "Material", group, 0, 0, 0);
         SetGroup(p, "Material", "Emission", r, g, b);

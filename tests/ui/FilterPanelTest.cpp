@@ -6,6 +6,7 @@
 #include "FilterCtrl_cls.h"
 #include "MotionBlurCtrl_cls.h"
 #include "PropertyFilter_cls.h"
+#include "ShadowVolumeCtrl_cls.h"
 
 #include <wx/button.h>
 #include <wx/checkbox.h>
@@ -126,6 +127,7 @@ TEST_F(FilterPanelTest, LegendChoosesAmongTheObjectsWithAColourCurve) {
 TEST_F(FilterPanelTest, SamplingOfTheSceneIsSetOnThePageAndUndoes) {
     ASSERT_NE(GpCEnsembleCtrl, nullptr);
     ASSERT_NE(GpCBlurCtrl, nullptr);
+    ASSERT_NE(GpCShadowVolumeCtrl, nullptr);
     struct Step_cls {
         const char* strWhat;
         std::function<void()> funcEdit;
@@ -142,6 +144,10 @@ TEST_F(FilterPanelTest, SamplingOfTheSceneIsSetOnThePageAndUndoes) {
          [] { return GpCBlurCtrl->GetBlurLength() == 0.25; }},
         {"blur quality", [&] { SendTextEnter(mpFilterPage->mpCBlurQuality, "6"); },
          [] { return GpCBlurCtrl->GetBlurSampleNum() == 6; }},
+        {"shadows on", [&] { SendCheck(mpFilterPage->mpCUseShadow, true); },
+         [] { return GpCShadowVolumeCtrl->mCUseShadowVolume.GetBodyBOOL(); }},
+        {"sixteen soft samples", [&] { SendTextEnter(mpFilterPage->mpCSoftShadowSampleNum, "16"); },
+         [] { return GpCShadowVolumeCtrl->GetSoftSampleNum() == 16; }},
     };
     for (const Step_cls& step : steps) {
         SCOPED_TRACE(step.strWhat);
@@ -157,8 +163,9 @@ TEST_F(FilterPanelTest, SamplingOfTheSceneIsSetOnThePageAndUndoes) {
     EXPECT_EQ(GpCUndo->GetCount(), before);
     EXPECT_EQ(mpFilterPage->mpCBlurQuality->GetValue(), "6");
     // Undo walks back through every step, and the page shows it.
-    for (int i = 0; i < 5; ++i)
+    for (size_t i = 0; i < std::size(steps); ++i)
         GpCUndo->Undo();
+    EXPECT_FALSE(GpCShadowVolumeCtrl->mCUseShadowVolume.GetBodyBOOL());
     EXPECT_FALSE(GpCEnsembleCtrl->IsUseEnsemble());
     EXPECT_FALSE(GpCBlurCtrl->IsUseMotionBlur());
     mpFilterPage->RefreshSampling();
