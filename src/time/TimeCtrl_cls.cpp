@@ -548,6 +548,10 @@ bool TimeCtrl_cls::ProcPlay() {
         return true;
     }
     SetPosition(frame, sub);
+    // A recorded frame holds the clock until the output has taken it: without this the clock
+    // could step twice between two paints and a file would be missing from the run.
+    if (bOutput)
+        mbFrameWritten = false;
     UpdatePanels(msStrUpdateList);
     return true;
 }

@@ -103,6 +103,12 @@ TEST_F(ProcPlayTest, StoppedOrWaitingForTheWriterDoesNothing) {
     EXPECT_TRUE(mpTime->ProcPlay());
     EXPECT_EQ(Pos(), std::make_pair(12, 1));
     EXPECT_TRUE(mpTime->GetExpectTime().IsRunning());
+    // The step holds the clock again until the new frame is recorded: no frame is skipped.
+    EXPECT_FALSE(mpTime->ProcPlay());
+    EXPECT_EQ(Pos(), std::make_pair(12, 1));
+    mpTime->mbFrameWritten = true;
+    EXPECT_TRUE(mpTime->ProcPlay());
+    EXPECT_EQ(Pos(), std::make_pair(13, 0));
 }
 
 TEST_F(ProcPlayTest, AbortFromAnotherThreadStopsAndClearsTheFlag) {

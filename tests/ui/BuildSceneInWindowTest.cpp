@@ -184,11 +184,8 @@ TEST_F(BuildSceneInWindowTest, SceneFromTheWindowAloneRendersAndReopensIdentical
         EXPECT_TRUE(r.mbOk) << r.mStrPath;
     wxArrayString files;
     wxDir::GetAllFiles(strFolder, &files, wxEmptyString, wxDIR_FILES);
-    // Known fault of the recording road, not of the pages: on a busy machine a run of this scene
-    // sometimes writes two of its three frames (any one may be missing). Until it is mended the
-    // test asks for the first frame and for nothing but the three names.
-    EXPECT_GE(files.GetCount(), 2u) << wxJoin(files, ' ');
-    EXPECT_TRUE(wxFileExists(strFolder + "/f0000.png"));
+    // Every frame of the work area is written, and nothing else.
+    EXPECT_EQ(files.GetCount(), 3u) << wxJoin(files, ' ');
     for (const wxString& strFile : files) {
         const wxString strName = wxFileName(strFile).GetFullName();
         EXPECT_TRUE(strName == "f0000.png" || strName == "f0080.png" || strName == "f0160.png") << strName;
