@@ -13,7 +13,7 @@
 #include <vector>
 
 void HeightFieldDraw_cls::Register() {
-    RegisterGLKindDraw<HeightFieldDraw_cls, HeightField_cls>("HeightField_cls");
+    RegisterGLKindDraw<HeightFieldDraw_cls, HeightField_cls, true>("HeightField_cls");
 }
 
 bool HeightFieldDraw_cls::GetTriangles(const HeightField_cls& obj, Triangles_cls& out) {
@@ -94,6 +94,16 @@ void HeightFieldDraw_cls::Upload(Object_cls& o, const HeightFieldForRender_cls& 
     glBindTexture(GL_TEXTURE_2D, 0);
     o.mIndexCount = static_cast<int>(set.mIndex.size());
     ++o.mUploadCount;
+}
+
+void HeightFieldDraw_cls::GLDrawSV(HeightField_cls& obj, GLDrawStatus_cls& status) {
+    Material_cls* pMaterial = obj.GetPCMaterial();
+    if (!status.mbData || (pMaterial && !pMaterial->mCCastShadow.GetBodyBOOL()))
+        return;
+    // The grid of the frame the lit draw of this step prepared.
+    if (!obj.PrepareDraw() || !obj.mpCCurrent || obj.mpCCurrent->mIndex.empty())
+        return;
+    mMapObject[&obj].mCSV.Draw(*obj.mpCCurrent);
 }
 
 void HeightFieldDraw_cls::GLDraw(HeightField_cls& obj, GLDrawStatus_cls& status) {

@@ -9,6 +9,7 @@
 
 #include "DataDrawBase_cls.h"
 #include "GLObject_cls.h"
+#include "HeightFieldSV_cls.h"
 
 #include <map>
 
@@ -40,6 +41,8 @@ public:
     // Prepares the object's frame and draws it with its matrix on the model-view; nothing when
     // the frame has no grid.
     void GLDraw(HeightField_cls& obj, GLDrawStatus_cls& status);
+    // The shadow volume of the object's grid, unless its material casts none.
+    void GLDrawSV(HeightField_cls& obj, GLDrawStatus_cls& status);
     // The buffers of the object's last upload (positions, then elements); false without them.
     bool GetBuffers(const HeightField_cls* p, GLuint& position, GLuint& element, int& indexCount) const;
     int GetUploadCount(const HeightField_cls* p) const;
@@ -56,6 +59,7 @@ private:
         wxString mStrStamp;
         wxString mStrTableStamp;
         int mUploadCount = 0;
+        HeightFieldSV_cls mCSV;
     };
     void Upload(Object_cls& o, const HeightFieldForRender_cls& set, HeightField_cls& obj, double nt);
 

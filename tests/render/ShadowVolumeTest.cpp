@@ -7,6 +7,7 @@
 #include "GLDrawTable_cls.h"
 #include "HeightFieldForRender_cls.h"
 #include "HeightFieldSV_cls.h"
+#include "HeightField_cls.h"
 #include "LightSource_cls.h"
 #include "Main_cls.h"
 #include "MaterialParticle_cls.h"
@@ -270,6 +271,39 @@ TEST_F(ShadowVolumeTest, MeshesAndHeightFieldGridsCastToo) {
             EXPECT_NEAR(Grey(Floor(q.x, q.z)), Grey(AtFloor(vPlain, q.x, q.z)), 1e-3f);
     }
     gpGridSV.reset();
+}
+
+TEST_F(ShadowVolumeTest, HeightFieldObjectCastsThroughItsDrawEntry) {
+    SetShadow(false);
+    Obj("Box")->mCVisible.SetBodyFromDataBOOL(false);
+    const std::vector<Pixel_cls> vPlain = Paint();
+    const float lit = Grey(AtFloor(vPlain, 2.0, 0.0));
+    // A level grid of 3 by 3 heights, 1 by 1 units, where the box stood and turned like the
+    // sheet above: its shadow falls from x = 1.5 to 2.5.
+    std::string bytes = "HF32";
+    const uint32_t head[2] = {3, 3};
+    bytes.append(reinterpret_cast<const char*>(head), sizeof(head));
+    const float heights[9] = {};
+    bytes.append(reinterpret_cast<const char*>(heights), sizeof(heights));
+    ASSERT_TRUE(WriteBytes(mDir.Path("level.f32"), bytes));
+    RunCommandText(*mpMain, "SceneObjCtrl::New::HeightField_cls::ANY::Field");
+    auto* pField = dynamic_cast<HeightField_cls*>(Obj("Field"));
+    ASSERT_NE(pField, nullptr);
+    pField->mCPath.SetBodyFromData(mDir.Path("level.f32"));
+    pField->mCUseSequence.SetBodyFromData("0");
+    pField->mCSizeX.SetBodyFromData("1");
+    pField->mCSizeY.SetBodyFromData("1");
+    pField->mCHeightScale.SetBodyFromData("0");
+    SetGroup(pField, "", "Position", 0, 2, 0);
+    SetGroup(pField, "", "RotationEuler", -90, 0, 0);
+    GpCSceneObjCtrl->Select("", false, false, false);
+    SetShadow(true);
+    Paint();
+    EXPECT_LT(Grey(Floor(2.0, 0.0)), lit - 0.25f) << "the height field's shadow";
+    EXPECT_NEAR(Grey(Floor(3.4, 0.0)), Grey(AtFloor(vPlain, 3.4, 0.0)), 1e-3f);
+    pField->GetPCMaterial()->mCCastShadow.SetBodyFromData("0");
+    Paint();
+    EXPECT_NEAR(Grey(Floor(2.0, 0.0)), lit, 1e-3f) << "no shadow from a field that casts none";
 }
 
 TEST_F(ShadowVolumeTest, ShadowsOffLeaveTheFrameBitForBit) {
