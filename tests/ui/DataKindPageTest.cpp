@@ -1,7 +1,7 @@
 // The property pages of stream-line, height-field and isosurface objects: each kind's page comes
 // from its kind-table slot, its controls edit the object, its material, its iso value, its colour
 // curve and its stacks (the entry chosen shows its own keys) through commands that undo and redo.
-#include "UiFixture.h"
+#include "PropertyPageFixture.h"
 
 #include "Attribute_cls.h"
 #include "ClassProvider_cls.h"
@@ -24,26 +24,8 @@
 
 namespace {
 
-class DataKindPageTest : public UiFixture {
+class DataKindPageTest : public PropertyPageFixture {
 protected:
-    void RegisterLayers() override {
-        RegisterServices<ServiceLayer_enum::Headless>();
-        RegisterPanelMakers();
-    }
-    void SetUp() override {
-        UiFixture::SetUp();
-        if (IsSkipped())
-            return;
-        ReadFrameLayout(Leaf("PROPERTY"));
-        for (wxPanelEX* p : Leaves())
-            if (auto* pProperty = dynamic_cast<Property_cls*>(p))
-                mpProperty = pProperty;
-        ASSERT_NE(mpProperty, nullptr);
-    }
-    void TearDown() override {
-        UiFixture::TearDown();
-        UnregisterPanelMakers();
-    }
     // Adds an object of the kind, makes it active and returns its page.
     PropertyDataKind_cls* Add(const char* pKind) {
         mStrName = GpCSceneObjCtrl->AppendSceneObjCommand(pKind, wxString());
@@ -74,7 +56,6 @@ protected:
     }
     wxString Body(const char* pKey) { return Obj()->GetPCItem(pKey)->GetBodySTR(); }
 
-    Property_cls* mpProperty = nullptr;
     wxString mStrName;
 };
 

@@ -2,7 +2,7 @@
 // follows the selection, its controls edit the object, its format, its materials and its stacks
 // through commands (each edit undoes and redoes), the LAMMPS preset with a picked dump of
 // examples/lammps reads the atoms, and the curve choice shows the curve's colours.
-#include "UiFixture.h"
+#include "PropertyPageFixture.h"
 
 #include "ClassProvider_cls.h"
 #include "ColorCurve_cls.h"
@@ -33,33 +33,18 @@ namespace {
 
 const wxString gStrExamples = wxString(ORV_SOURCE_DIR) + "/examples";
 
-class ParticlePageTest : public UiFixture {
+class ParticlePageTest : public PropertyPageFixture {
 protected:
-    void RegisterLayers() override {
-        RegisterServices<ServiceLayer_enum::Headless>();
-        RegisterPanelMakers();
-    }
-
     void SetUp() override {
-        UiFixture::SetUp();
-        if (IsSkipped())
+        PropertyPageFixture::SetUp();
+        if (IsSkipped() || HasFatalFailure())
             return;
-        ReadFrameLayout(Leaf("PROPERTY"));
-        for (wxPanelEX* p : Leaves())
-            if (auto* pProperty = dynamic_cast<Property_cls*>(p))
-                mpProperty = pProperty;
-        ASSERT_NE(mpProperty, nullptr);
         mStrName = GpCSceneObjCtrl->AppendSceneObjCommand("Particle", wxString());
         ASSERT_FALSE(mStrName.empty());
         SelectObject(mStrName);
         mpPage = dynamic_cast<PropertyParticle_cls*>(mpProperty->mpCPageKind);
         ASSERT_NE(mpPage, nullptr);
         GpCUndo->Clear();
-    }
-
-    void TearDown() override {
-        UiFixture::TearDown();
-        UnregisterPanelMakers();
     }
 
     void SelectObject(const wxString& strName) {
@@ -99,7 +84,6 @@ protected:
         Sync();
     }
 
-    Property_cls* mpProperty = nullptr;
     PropertyParticle_cls* mpPage = nullptr;
     wxString mStrName;
 };

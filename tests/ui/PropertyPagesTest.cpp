@@ -3,7 +3,7 @@
 // number fields take arithmetic and Lua, values are held to the field's range, the key button
 // sets a key at the current time, and the preferences and shortcuts go through the settings
 // file and come back.
-#include "UiFixture.h"
+#include "PropertyPageFixture.h"
 
 #include "ClassProvider_cls.h"
 #include "KindTable_cls.h"
@@ -66,26 +66,8 @@ wxString RowValue(PropertyFieldPanel_cls& panel, int field, int member) {
         "%g", pGroup->mVCParam[static_cast<size_t>(member)].GetValue(TimeCtrl_cls::GetClockNT()));
 }
 
-class PropertyPagesTest : public UiFixture {
+class PropertyPagesTest : public PropertyPageFixture {
 protected:
-    void RegisterLayers() override {
-        RegisterServices<ServiceLayer_enum::Headless>();
-        RegisterPanelMakers();
-    }
-    void SetUp() override {
-        UiFixture::SetUp();
-        if (IsSkipped())
-            return;
-        ReadFrameLayout(Leaf("PROPERTY"));
-        for (wxPanelEX* p : Leaves())
-            if (auto* pProperty = dynamic_cast<Property_cls*>(p))
-                mpProperty = pProperty;
-        ASSERT_NE(mpProperty, nullptr);
-    }
-    void TearDown() override {
-        UiFixture::TearDown();
-        UnregisterPanelMakers();
-    }
     void Select(const wxString& strName) {
         GpCSceneObjCtrl->Select(strName, false, true, false);
         GCClassProvider->ProcAfterMath("SelectObject", strName);
@@ -96,7 +78,6 @@ protected:
         GpCSceneObjCtrl->GetPCFromName(strName)->Serialize(str);
         return str;
     }
-    Property_cls* mpProperty = nullptr;
 };
 
 } // namespace

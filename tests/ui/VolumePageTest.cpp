@@ -1,7 +1,7 @@
 // The property page of a volume object: it comes with the active volume through the kind table,
 // each control edits the object, its material or its colour curve through commands (each edit
 // undoes and redoes), and a picked slice of an image stack becomes the two-number pattern.
-#include "UiFixture.h"
+#include "PropertyPageFixture.h"
 
 #include "ClassProvider_cls.h"
 #include "ColorCurveProvider_cls.h"
@@ -23,21 +23,12 @@
 
 namespace {
 
-class VolumePageTest : public UiFixture {
+class VolumePageTest : public PropertyPageFixture {
 protected:
-    void RegisterLayers() override {
-        RegisterServices<ServiceLayer_enum::Headless>();
-        RegisterPanelMakers();
-    }
     void SetUp() override {
-        UiFixture::SetUp();
-        if (IsSkipped())
+        PropertyPageFixture::SetUp();
+        if (IsSkipped() || HasFatalFailure())
             return;
-        ReadFrameLayout(Leaf("PROPERTY"));
-        for (wxPanelEX* p : Leaves())
-            if (auto* pProperty = dynamic_cast<Property_cls*>(p))
-                mpProperty = pProperty;
-        ASSERT_NE(mpProperty, nullptr);
         mStrName = GpCSceneObjCtrl->AppendSceneObjCommand("VolumeBox", wxString());
         ASSERT_FALSE(mStrName.empty());
         GpCSceneObjCtrl->Select(mStrName, false, true, false);
@@ -46,10 +37,6 @@ protected:
         mpPage = dynamic_cast<PropertyVolume_cls*>(mpProperty->mpCPageKind);
         ASSERT_NE(mpPage, nullptr);
         GpCUndo->Clear();
-    }
-    void TearDown() override {
-        UiFixture::TearDown();
-        UnregisterPanelMakers();
     }
     void Sync() {
         Flush();
@@ -69,7 +56,6 @@ protected:
         return p;
     }
 
-    Property_cls* mpProperty = nullptr;
     PropertyVolume_cls* mpPage = nullptr;
     wxString mStrName;
 };
