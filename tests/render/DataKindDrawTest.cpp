@@ -14,7 +14,7 @@
 #include "Material_cls.h"
 #include "MeshDraw_cls.h"
 #include "ParamGroup_cls.h"
-#include "RenderFixture.h"
+#include "RenderProcessFixture.h"
 #include "SceneObjCtrl_cls.h"
 #include "ServiceRegistry.h"
 #include "ShaderCtrl_cls.h"
@@ -35,7 +35,6 @@
 
 namespace {
 
-const wxString kResourceDir = wxString(ORV_SOURCE_DIR) + "/Resource";
 constexpr int kSize = 64;
 
 // World x (or y) of the centre of pixel i.
@@ -54,27 +53,19 @@ void PutU32(std::string& s, uint32_t v) {
 
 } // namespace
 
-class DataKindDrawTest : public RenderFixture {
+class DataKindDrawTest : public RenderProcessFixture {
 protected:
     void SetUp() override {
-        RenderFixture::SetUp();
+        RenderProcessFixture::SetUp();
         if (IsSkipped())
             return;
-        mpResourceDir = std::make_unique<ResourceDir_cls>(kResourceDir);
-        RegisterServices<ServiceLayer_enum::Render>();
-        mpMain = std::make_unique<Main_cls>(mDir.mStrPath);
-        mpMain->CreateSingleton();
         SetFrame(1, 0);
         mpResources = std::make_unique<GLKindResources_cls>();
         ASSERT_TRUE(MakeTarget(kSize));
     }
     void TearDown() override {
-        if (getenv("ORV_SAVE_FRAMES") && !mVFrame.empty())
-            SaveFrame(std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + ".png");
         mpResources.reset();
-        mpMain.reset();
-        mpResourceDir.reset();
-        RenderFixture::TearDown();
+        RenderProcessFixture::TearDown();
     }
 
     static void SetFrame(long long frameMax, long long frame) {
@@ -178,9 +169,6 @@ protected:
     }
     template <class T> T* Drawer(const char* pClass) { return mpResources->GetPC<T>(pClass); }
 
-    TempDir_cls mDir;
-    std::unique_ptr<ResourceDir_cls> mpResourceDir;
-    std::unique_ptr<Main_cls> mpMain;
     std::unique_ptr<GLKindResources_cls> mpResources;
     MeshDraw_cls* mpMeshDraw = nullptr; // the images of materials, when a test gives one
 };

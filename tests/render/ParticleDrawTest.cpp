@@ -11,7 +11,7 @@
 #include "ParamGroup_cls.h"
 #include "ParticleDraw_cls.h"
 #include "Particle_cls.h"
-#include "RenderFixture.h"
+#include "RenderProcessFixture.h"
 #include "SceneObjCtrl_cls.h"
 #include "ServiceRegistry.h"
 #include "ShaderItem_cls.h"
@@ -31,7 +31,6 @@
 
 namespace {
 
-const wxString kResourceDir = wxString(ORV_SOURCE_DIR) + "/Resource";
 constexpr int kSize = 64;
 
 struct Atom_cls {
@@ -51,30 +50,22 @@ bool IsEmpty(const Pixel_cls& p) {
 
 } // namespace
 
-class ParticleDrawTest : public RenderFixture {
+class ParticleDrawTest : public RenderProcessFixture {
 protected:
     void SetUp() override {
-        RenderFixture::SetUp();
+        RenderProcessFixture::SetUp();
         if (IsSkipped())
             return;
-        mpResourceDir = std::make_unique<ResourceDir_cls>(kResourceDir);
-        RegisterServices<ServiceLayer_enum::Render>();
-        mpMain = std::make_unique<Main_cls>(mDir.mStrPath);
-        mpMain->CreateSingleton();
         GpCTimeCtrl->mCFrameMax.SetBodyFromData(1LL);
         GpCTimeCtrl->mCFrameCurrent.SetBodyFromData(0LL);
         mpDraw = std::make_unique<ParticleDraw_cls>(GpCTextureProvider);
-        ASSERT_TRUE(MakeTarget(kSize, mColor, mDepth, mFramebuffer));
+        ASSERT_TRUE(MakeTarget(kSize));
     }
     void TearDown() override {
-        if (getenv("ORV_SAVE_FRAMES") && !mVFrame.empty())
-            SaveFrame(std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + ".png");
         mpPasses.reset();
         mpView.reset();
         mpDraw.reset();
-        mpMain.reset();
-        mpResourceDir.reset();
-        RenderFixture::TearDown();
+        RenderProcessFixture::TearDown();
     }
 
     // A particle object over one text file of the atoms (x y z type size per line).
@@ -178,9 +169,6 @@ protected:
         return n;
     }
 
-    TempDir_cls mDir;
-    std::unique_ptr<ResourceDir_cls> mpResourceDir;
-    std::unique_ptr<Main_cls> mpMain;
     std::unique_ptr<ParticleDraw_cls> mpDraw;
     std::unique_ptr<View3D_cls> mpView;
     std::unique_ptr<FramePasses_cls> mpPasses;

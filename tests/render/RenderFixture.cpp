@@ -47,10 +47,6 @@ void RenderFixture::TearDown() {
     mColor.Reset();
 }
 
-bool RenderFixture::MakeTarget(int size) {
-    return MakeTarget(size, mColor, mDepth, mFramebuffer);
-}
-
 std::vector<Pixel_cls> RenderFixture::ReadTexture(unsigned int texture, int width, int height) {
     mVFrame.assign(static_cast<size_t>(width) * height, Pixel_cls{-1.f, -1.f, -1.f, -1.f});
     mFrameWidth = width;
@@ -107,21 +103,20 @@ void RenderFixture::SaveFrame(const std::string& strName) const {
                                          << ") is not (" << r << ", " << g << ", " << b << ", " << a << ")";
 }
 
-bool RenderFixture::MakeTarget(int size, GLTexture_cls& color, GLRenderbuffer_cls& depth,
-                               GLFramebuffer_cls& framebuffer) {
-    color = GLTexture_cls::Make();
-    glBindTexture(GL_TEXTURE_2D, color.Get());
+bool RenderFixture::MakeTarget(int size) {
+    mColor = GLTexture_cls::Make();
+    glBindTexture(GL_TEXTURE_2D, mColor.Get());
     glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA32F, size, size, 0, GL_RGBA, GL_FLOAT, nullptr);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
     glBindTexture(GL_TEXTURE_2D, 0);
-    depth = GLRenderbuffer_cls::Make();
-    glBindRenderbuffer(GL_RENDERBUFFER, depth.Get());
+    mDepth = GLRenderbuffer_cls::Make();
+    glBindRenderbuffer(GL_RENDERBUFFER, mDepth.Get());
     glRenderbufferStorage(GL_RENDERBUFFER, GL_DEPTH_COMPONENT24, size, size);
-    framebuffer = GLFramebuffer_cls::Make();
-    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer.Get());
-    glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, color.Get(), 0);
-    glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_DEPTH_ATTACHMENT, GL_RENDERBUFFER, depth.Get());
+    mFramebuffer = GLFramebuffer_cls::Make();
+    glBindFramebuffer(GL_FRAMEBUFFER, mFramebuffer.Get());
+    glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, mColor.Get(), 0);
+    glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_DEPTH_ATTACHMENT, GL_RENDERBUFFER, mDepth.Get());
     const bool bComplete = glCheckFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
     return bComplete;

@@ -45,11 +45,6 @@ protected:
     // Writes the remembered frame to a PNG (8 bits, clamped) under the given name, in the folder
     // ORV_FRAME_DIR (the test log's, under ctest) or /tmp.
     void SaveFrame(const std::string& strName) const;
-    // A square buffer to draw into: float RGBA colour (nearest filters) and a 24-bit depth
-    // buffer; false when it is not complete.
-    static bool MakeTarget(int size, GLTexture_cls& color, GLRenderbuffer_cls& depth,
-                           GLFramebuffer_cls& framebuffer);
-
     // A square float RGBA texture with a 24-bit depth buffer in mFramebuffer; false when the
     // framebuffer is not complete. TearDown frees them.
     bool MakeTarget(int size);

@@ -10,7 +10,7 @@
 #include "ParamGroup_cls.h"
 #include "ParticleDraw_cls.h"
 #include "Particle_cls.h"
-#include "RenderFixture.h"
+#include "RenderProcessFixture.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObjDraw_cls.h"
 #include "ServiceRegistry.h"
@@ -31,7 +31,6 @@
 
 namespace {
 
-const wxString kResourceDir = wxString(ORV_SOURCE_DIR) + "/Resource";
 constexpr int kSize = 64;
 constexpr int kN = 16; // voxels per side
 
@@ -55,37 +54,26 @@ bool IsEmpty(const Pixel_cls& p) {
 
 } // namespace
 
-class VolumeDrawTest : public RenderFixture {
+class VolumeDrawTest : public RenderProcessFixture {
 protected:
     void SetUp() override {
-        RenderFixture::SetUp();
+        RenderProcessFixture::SetUp();
         if (IsSkipped())
             return;
-        mpResourceDir = std::make_unique<ResourceDir_cls>(kResourceDir);
-        RegisterServices<ServiceLayer_enum::Render>();
-        mpMain = std::make_unique<Main_cls>(mDir.mStrPath);
-        mpMain->CreateSingleton();
         GpCTimeCtrl->mCFrameMax.SetBodyFromData(2LL);
         GpCTimeCtrl->mCFrameCurrent.SetBodyFromData(0LL);
         GpCTimeCtrl->mCSubFrameMax.SetBodyFromData(1LL);
         GpCSceneObjCtrl->GetPCFromName("Box")->mCVisible.SetBodyFromDataBOOL(false);
         mpDraw = std::make_unique<VolumeDraw_cls>(GpCTextureProvider1D);
         mpParticleDraw = std::make_unique<ParticleDraw_cls>(GpCTextureProvider);
-        ASSERT_TRUE(MakeTarget(kSize, mColor, mDepth, mFramebuffer));
+        ASSERT_TRUE(MakeTarget(kSize));
     }
     void TearDown() override {
-        if (getenv("ORV_SAVE_FRAMES") && !mVFrame.empty())
-            SaveFrame(std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + ".png");
         if (GpCTimeCtrl)
             GpCTimeCtrl->mPlayDirection = 0;
         mpDraw.reset();
         mpParticleDraw.reset();
-        mFramebuffer.Reset();
-        mDepth.Reset();
-        mColor.Reset();
-        mpMain.reset();
-        mpResourceDir.reset();
-        RenderFixture::TearDown();
+        RenderProcessFixture::TearDown();
     }
 
     // A volume object over the df3 files (one per step, named <name>NNN.df3), its box 32 units
@@ -158,14 +146,8 @@ protected:
         return n;
     }
 
-    TempDir_cls mDir;
-    std::unique_ptr<ResourceDir_cls> mpResourceDir;
-    std::unique_ptr<Main_cls> mpMain;
     std::unique_ptr<VolumeDraw_cls> mpDraw;
     std::unique_ptr<ParticleDraw_cls> mpParticleDraw;
-    GLTexture_cls mColor;
-    GLRenderbuffer_cls mDepth;
-    GLFramebuffer_cls mFramebuffer;
 };
 
 TEST_F(VolumeDrawTest, BrightBlockShowsWhereTheBoxPutsItInEachProgram) {
