@@ -13,6 +13,18 @@ flat in int vImage;
 flat in int vSquare;
 //##FUNC_FOG_EFFECT##
 //##FUNC_ENSEMBLE_DITHERING##
+#if defined(SQUARE) || defined(CIRCLE)
+// One shape, no image, no light: the premultiplied colour as it came, the circle cut round. A
+// square has no discard at all, which keeps the depth test ahead of the shader.
+void main() {
+#ifdef CIRCLE
+    vec2 pc = gl_PointCoord * 2.0 - 1.0;
+    if (dot(pc, pc) > 1.0)
+        discard;
+#endif
+    gl_FragColor = vColor;
+}
+#else
 void main() {
     vec2 pc = gl_PointCoord * 2.0 - 1.0;
     float r2 = dot(pc, pc);
@@ -48,3 +60,4 @@ void main() {
     gl_FragColor = vec4(outColor.rgb * outColor.a, outColor.a);
 #endif
 }
+#endif

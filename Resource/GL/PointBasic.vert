@@ -3,7 +3,9 @@
 // pointSizeFactor turns it into pixels, and with baseDistance above 0 the size falls with the
 // eye distance (nominal at baseDistance). Below one pixel a point keeps one pixel and fades by the
 // area it would cover; a point whose alpha falls below alphaCrit is not drawn. paramBit: bit 1 and
-// 2 the point's image (0: none, 1 to 3: textureImage[0 to 2]), bit 3 a square point.
+// 2 the point's image (0: none, 1 to 3: textureImage[0 to 2]), bit 3 a square point. Built once
+// more with SQUARE or CIRCLE (and PLAIN) for points of one shape without an image, which hand
+// their colour over premultiplied.
 uniform vec4 viewport;
 uniform float baseDistance;
 uniform float pointSizeFactor;
@@ -33,6 +35,10 @@ void main() {
     gl_PointSize = px;
     vColor = texture2DLod(textureColorCurve, vec2(colorCurveS, colorCurveT), 0.0);
     vColor.a *= a;
+#if defined(SQUARE) || defined(CIRCLE)
+    // The whole point has one colour: premultiplied here once, not in each fragment.
+    vColor.rgb *= vColor.a;
+#endif
     vImage = (paramBit >> 1) & 3;
     vSquare = (paramBit >> 3) & 1;
     gl_Position = gl_ProjectionMatrix * eye;

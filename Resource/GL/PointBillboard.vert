@@ -36,13 +36,23 @@ void main() {
     vCenter = eye.xyz;
     vHalf = halfSide;
     vec4 clip = gl_ProjectionMatrix * eye;
-    // The square's reach across the screen and in depth; in perspective its nearer corners reach
-    // further, the more so off the axis: the sprite takes that bound on the plane of the centre.
+    // The square's reach across the screen and in depth. In perspective the sprite takes the
+    // farthest of its corners as the eye sees them on the plane of the centre (with a hair of
+    // margin), so it spends no fragments beyond the square.
     float reach = halfSide * max(abs(vAxisU.x) + abs(vAxisV.x), abs(vAxisU.y) + abs(vAxisV.y));
     float deep = halfSide * (abs(vAxisU.z) + abs(vAxisV.z));
-    float depth = max(-eye.z, 1e-6);
     bool perspective = gl_ProjectionMatrix[3][3] == 0.0;
-    float halfExtent = perspective ? (reach * depth + max(abs(eye.x), abs(eye.y)) * deep) / max(depth - deep, 1e-6) : reach;
+    float halfExtent = reach;
+    if (perspective && -eye.z > deep) {
+        halfExtent = 0.0;
+        for (int k = 0; k < 4; ++k) {
+            vec2 s = vec2((k & 1) != 0 ? 1.0 : -1.0, (k & 2) != 0 ? 1.0 : -1.0);
+            vec3 corner = eye.xyz + halfSide * (s.x * vAxisU + s.y * vAxisV);
+            vec2 off = corner.xy * (eye.z / corner.z) - eye.xy;
+            halfExtent = max(halfExtent, max(abs(off.x), abs(off.y)));
+        }
+        halfExtent *= 1.001;
+    }
     float pixelsPerUnit = gl_ProjectionMatrix[1][1] * 0.5 * viewport.w / max(abs(clip.w), 1e-6);
     float px = clamp(2.0 * halfExtent * pixelsPerUnit, 1.0, 4096.0);
     gl_PointSize = px;

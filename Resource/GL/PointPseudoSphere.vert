@@ -24,11 +24,19 @@ void main() {
     vRadius = radius;
     vec4 clip = gl_ProjectionMatrix * eye;
     bool perspective = gl_ProjectionMatrix[3][3] == 0.0;
-    // In perspective the outline is wider than the radius at the centre's depth, the more so off the
-    // axis: the sprite takes the sphere's bounding box as seen on the plane of the centre. A pixel
-    // is drawn when its centre lies in the sprite, so no margin is needed beyond that.
+    // In perspective the outline is wider than the radius at the centre's depth and lies off the
+    // centre, the more so off the axis. Its reach on the plane of the centre, along x and along y,
+    // comes from the two planes through the eye that touch the sphere: the sprite takes the larger,
+    // with a hair of margin, so it spends no fragments beyond the outline. A pixel is drawn when its
+    // centre lies in the sprite.
     float depth = max(-eye.z, 1e-6);
-    float halfExtent = perspective ? radius * (depth + max(abs(eye.x), abs(eye.y))) / max(depth - radius, 1e-6) : radius;
+    float halfExtent = radius;
+    if (perspective) {
+        float d2 = max(depth * depth - radius * radius, 1e-12);
+        vec2 off = abs(eye.xy);
+        vec2 reach = radius * (off * radius + depth * sqrt(off * off + d2)) / d2;
+        halfExtent = max(reach.x, reach.y) * 1.001;
+    }
     float pixelsPerUnit = gl_ProjectionMatrix[1][1] * 0.5 * viewport.w / max(abs(clip.w), 1e-6);
     float px = clamp(2.0 * halfExtent * pixelsPerUnit, 1.0, 4096.0);
     gl_PointSize = px;

@@ -242,6 +242,9 @@ void DrawParticleBase_cls::DrawLists(const ParticleDrawSetting_cls& setting, con
             params.mAlphaCrit = input.mAlphaCrit;
             if (prog == ParticleDrawSetting_cls::PROG_PSEUDO_SPHERE)
                 GpCShaderCtrl->BeginPointPseudoSphere(&params);
+            else if (prog == ParticleDrawSetting_cls::PROG_POINT_SQUARE ||
+                     prog == ParticleDrawSetting_cls::PROG_POINT_CIRCLE)
+                GpCShaderCtrl->BeginPointShape(&params, prog == ParticleDrawSetting_cls::PROG_POINT_CIRCLE);
             else
                 GpCShaderCtrl->BeginPointBasic(&params);
         }

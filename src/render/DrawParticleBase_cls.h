@@ -22,7 +22,9 @@ public:
     // The program a material's particles are drawn with; PROG_NONE leaves them out.
     enum Program_enum {
         PROG_NONE = 0,
-        PROG_POINT,         // "Point" and "Circle"
+        PROG_POINT,         // "Point" and "Circle" with an image
+        PROG_POINT_SQUARE,  // "Point" without an image
+        PROG_POINT_CIRCLE,  // "Circle" without an image
         PROG_PSEUDO_SPHERE, // ray-cast spheres, of points and of billboards
         PROG_BILLBOARD,
         PROG_SPHERE_GOURAUD,

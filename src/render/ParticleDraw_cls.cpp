@@ -150,7 +150,6 @@ ParticleDrawSetting_cls ParticleDraw_cls::GetSetting(Particle_cls& obj, double n
             const long long type = p->mCShaderTypeSphere.GetBodyINT();
             prog = type >= 0 && type < 4 ? kSphere[type] : S::PROG_NONE;
         }
-        setting.mProgram[m] = prog;
         setting.mBlend[m] =
             static_cast<int>(std::max<long long>(0, std::min<long long>(2, p->mCBlendType.GetBodyINT())));
         const double alpha = p->GetAlpha(nt);
@@ -165,6 +164,10 @@ ParticleDrawSetting_cls ParticleDraw_cls::GetSetting(Particle_cls& obj, double n
             bits |= (image + 1) << S::SHIFT_IMAGE;
         if (base == 0 && p->mCShaderTypePoint.GetBodyINT() == 0)
             bits |= S::BIT_SQUARE;
+        // Points of one shape without an image take the program of that shape alone.
+        if (prog == S::PROG_POINT && !bImage)
+            prog = (bits & S::BIT_SQUARE) ? S::PROG_POINT_SQUARE : S::PROG_POINT_CIRCLE;
+        setting.mProgram[m] = prog;
         setting.mBits[m] = bits;
         setting.mbOpaque[m] = setting.mBlend[m] == 0 && alpha >= 1.0 && !bImage;
         setting.mFlat[m] = p->mCShaderFlat.GetBodyBOOL() ? 1 : 0;

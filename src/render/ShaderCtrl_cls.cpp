@@ -43,6 +43,8 @@ enum ProgramIndex_enum {
     PRG_PointBasicPlain,
     PRG_PointPseudoSpherePlain,
     PRG_PointBillboardPlain,
+    PRG_PointSquarePlain,
+    PRG_PointCirclePlain,
 };
 
 struct ProgramRow_cls {
@@ -209,6 +211,9 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
         {"PointBasicPlain", "GL/PointBasic", false, false, point, pointAttributes, "PLAIN"},
         {"PointPseudoSpherePlain", "GL/PointPseudoSphere", false, false, point, pointAttributes, "PLAIN"},
         {"PointBillboardPlain", "GL/PointBillboard", false, false, billboard, billboardAttributes, "PLAIN"},
+        // Plain points of one shape and no image: the colour premultiplied once per point.
+        {"PointSquarePlain", "GL/PointBasic", false, false, point, pointAttributes, "PLAIN\n#define SQUARE"},
+        {"PointCirclePlain", "GL/PointBasic", false, false, point, pointAttributes, "PLAIN\n#define CIRCLE"},
     };
     return table;
 }
@@ -617,6 +622,14 @@ bool ShaderCtrl_cls::IsPlain(const ShaderParamEnsemble_cls* p) const {
 
 void ShaderCtrl_cls::BeginPointBasic(PointBasicParam_cls* p) {
     BeginPoint(IsPlain(p) ? PRG_PointBasicPlain : PRG_PointBasic, p);
+}
+
+void ShaderCtrl_cls::BeginPointShape(PointBasicParam_cls* p, bool bCircle) {
+    if (!IsPlain(p)) {
+        BeginPointBasic(p);
+        return;
+    }
+    BeginPoint(bCircle ? PRG_PointCirclePlain : PRG_PointSquarePlain, p);
 }
 
 void ShaderCtrl_cls::BeginPointPseudoSphere(PointBasicParam_cls* p) {

@@ -43,6 +43,9 @@ public:
     // keeps the uniforms of the last draw (the sphere walk switches programs per particle). The
     // point programs bind their plain variant for draws without lights, fog, dissolve or images.
     void BeginPointBasic(PointBasicParam_cls* pParams);
+    // "Point" (square) or "Circle" points without an image: in a plain draw the variant of that one
+    // shape, else BeginPointBasic.
+    void BeginPointShape(PointBasicParam_cls* pParams, bool bCircle);
     void BeginPointBillboard(PointBillboardParam_cls* pParams);
     // The ray-cast sphere of a point ("PseudoSphere"): writes each fragment's true depth.
     void BeginPointPseudoSphere(PointBasicParam_cls* pParams);
