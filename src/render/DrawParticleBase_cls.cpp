@@ -128,6 +128,19 @@ void DrawParticleBase_cls::SetElementLists(const ParticleElementList_cls& list, 
     }
 }
 
+void DrawParticleBase_cls::SetSequentialList(int count, int m) {
+    ParticleRun_cls run;
+    run.mCount = count;
+    run.mMaterial = m;
+    mNumElement[0] = count;
+    mNumElement[1] = 0;
+    mVRun[0].assign(1, run);
+    mVRun[1].clear();
+    mbSequential[0] = true;
+    mbSequential[1] = false;
+    mSequentialFirst[0] = mSequentialFirst[1] = 0;
+}
+
 void DrawParticleBase_cls::ClearVBOBase() {
     for (int b = 0; b < BUF_COUNT; ++b) {
         mBuffer[b].Reset();
@@ -141,6 +154,7 @@ void DrawParticleBase_cls::ClearVBOBase() {
         mbSequential[list] = false;
     }
     mbTwist = false;
+    mbConstantBits = false;
 }
 
 // ---- drawing -----------------------------------------------------------------------------------
@@ -253,6 +267,10 @@ void DrawParticleBase_cls::DrawLists(const ParticleDrawSetting_cls& setting, con
             return;
         for (int b = BUF_S; b < BUF_COUNT; ++b) {
             const GLint loc = glGetAttribLocation(name, kAttributeName[b]);
+            if (loc >= 0 && b == BUF_BITS && mbConstantBits) {
+                glVertexAttribI1i(static_cast<GLuint>(loc), mConstantBits);
+                continue;
+            }
             // twistID at location 0 counts as absent: kept as the billboards have always read it.
             if (loc < 0 || (b == BUF_TWIST && (loc == 0 || !mbTwist)) || !mBuffer[b])
                 continue;

@@ -154,6 +154,9 @@ protected:
     // Takes the counts and runs of the lists and uploads them, when bUpload; a list of
     // consecutive entries is drawn without its element buffer.
     void SetElementLists(const ParticleElementList_cls& list, bool bUpload);
+    // The first list as entries 0 to count - 1 in one run of material m, drawn as arrays; the
+    // second list empty.
+    void SetSequentialList(int count, int m);
 
     GLBuffer_cls mBuffer[BUF_COUNT];
     size_t mCapacity[BUF_COUNT] = {};
@@ -164,6 +167,9 @@ protected:
     bool mbSequential[2] = {false, false};
     unsigned int mSequentialFirst[2] = {0, 0};
     bool mbTwist = false; // the twist buffer holds data
+    // Every particle has the same paramBit: it goes to the programs as one value, not a buffer.
+    bool mbConstantBits = false;
+    int mConstantBits = 0;
     // Builds the sphere mesh of the division depth (0 to 5) and its adjacency, unless built.
     void SetSphereMesh(int depth);
     GLBuffer_cls mSphereMesh;

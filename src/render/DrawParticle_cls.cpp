@@ -55,10 +55,12 @@ void DrawParticle_cls::SetVBOBuffer(const ParticleForRender_cls* pSet, const Par
     const ArrayAndIndex_cls* pOrder = pSet->mOrder.get();
     const unsigned char* pType = pSet->mType.get();
     const float* pAlpha = pSet->mAlpha.get();
-    for (size_t k = 0; k < count; ++k) {
-        const int i = pOrder[k].mIndex;
-        mCList.Add(setting, static_cast<unsigned int>(i), pType[i], pAlpha[i]);
-    }
+    const int sequentialMaterial = bSphere ? -1 : GetSequentialMaterial(pSet, setting);
+    if (sequentialMaterial < 0)
+        for (size_t k = 0; k < count; ++k) {
+            const int i = pOrder[k].mIndex;
+            mCList.Add(setting, static_cast<unsigned int>(i), pType[i], pAlpha[i]);
+        }
 
     if (bSphere) {
         // One record per drawn particle, the first list then the second, in sorted order.
@@ -96,7 +98,12 @@ void DrawParticle_cls::SetVBOBuffer(const ParticleForRender_cls* pSet, const Par
             Upload(mBuffer[BUF_SIZE], mCapacity[BUF_SIZE], GL_ARRAY_BUFFER, pSet->mSize.get(),
                    count * sizeof(float));
         }
-        if (!bSameData || !bSameSetting || !mBuffer[BUF_BITS]) {
+        int bits = setting.mBits[0];
+        mbConstantBits = true;
+        for (int m = 1; m < setting.mMaterialCount; ++m)
+            mbConstantBits = mbConstantBits && setting.mBits[m] == bits;
+        mConstantBits = bits;
+        if (!mbConstantBits && (!bSameData || !bSameSetting || !mBuffer[BUF_BITS])) {
             mVParamBit.resize(count);
             for (size_t i = 0; i < count; ++i)
                 mVParamBit[i] = setting.mBits[setting.GetMaterial(pType[i])];
@@ -113,7 +120,29 @@ void DrawParticle_cls::SetVBOBuffer(const ParticleForRender_cls* pSet, const Par
                    count * sizeof(float));
         }
     }
-    SetElementLists(mCList, !bSphere);
+    if (sequentialMaterial >= 0)
+        SetSequentialList(static_cast<int>(count), sequentialMaterial);
+    else
+        SetElementLists(mCList, !bSphere);
+}
+
+int DrawParticle_cls::GetSequentialMaterial(const ParticleForRender_cls* pSet,
+                                            const ParticleDrawSetting_cls& setting) {
+    // Every material the types can reach must draw in the first list with one program and blending.
+    const int first = setting.GetMaterial(0);
+    for (int m = 0; m < setting.mMaterialCount; ++m)
+        if (!setting.IsDrawn(m) || setting.mProgram[m] != setting.mProgram[first] ||
+            setting.mBlend[m] != setting.mBlend[first] ||
+            (setting.mbTwoPass && (setting.mBits[m] & ParticleDrawSetting_cls::BIT_SECOND_PASS)))
+            return -1;
+    const ArrayAndIndex_cls* pOrder = pSet->mOrder.get();
+    const float* pAlpha = pSet->mAlpha.get();
+    const long long n = pSet->mNumber;
+    // The order unsorted and no particle hidden: the lists would only restate 0 to n - 1.
+    for (long long k = 0; k < n; ++k)
+        if (pOrder[k].mIndex != k || pAlpha[k] == 0.f)
+            return -1;
+    return setting.GetMaterial(pSet->mType[0]);
 }
 
 void DrawParticle_cls::GetSphereSource(SphereAttribute_cls* pAttribute, int* pListBase) const {

@@ -26,6 +26,12 @@ protected:
     void GetSphereSource(SphereAttribute_cls* pAttribute, int* pListBase) const override;
 
 private:
+    // The material of the first particle when every particle is drawn, in its own order, in the
+    // first list by one program and blending (the lists are then 0 to n - 1 in one run); -1
+    // otherwise, and the lists are built entry by entry.
+    static int GetSequentialMaterial(const ParticleForRender_cls* pSet,
+                                     const ParticleDrawSetting_cls& setting);
+
     const ParticleForRender_cls* mpCStampSet = nullptr; // not owned: only compared
     int mStampData = -1;
     int mStampSort = -1;
