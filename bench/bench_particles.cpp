@@ -3,9 +3,8 @@
 // the same point size (the least any drawing of these points can cost), both measured in the
 // same iteration. Then the upload of ten million prepared particles against a memcpy of the same
 // arrays, and the bytes a frame whose data did not change uploads (none).
+#include "DrawBenchStage_cls.h"
 #include "DrawParticle_cls.h"
-#include "FBO_cls.h"
-#include "GLBenchProcess_cls.h"
 #include "GLDrawStatus_cls.h"
 #include "Main_cls.h"
 #include "MaterialParticle_cls.h"
@@ -18,7 +17,6 @@
 #include "ShaderCtrl_cls.h"
 #include "ShaderItem_cls.h"
 #include "TextureProvider_cls.h"
-#include "TimeCtrl_cls.h"
 
 #include <benchmark/benchmark.h>
 #include <epoxy/gl.h>
@@ -26,7 +24,6 @@
 #include <wx/init.h>
 #include <wx/log.h>
 
-#include <chrono>
 #include <cstring>
 #include <fstream>
 #include <memory>
@@ -51,26 +48,20 @@ const char* const kFloorVert = "#version 130\n"
 const char* const kFloorFrag = "#version 130\n"
                                "void main() { gl_FragColor = vec4(1.0); }\n";
 
-// The process up to the renderer, a context, a buffer of 1024 squared and one particle object
-// of a million particles read from a binary file.
-class Stage_cls {
+// The process up to the renderer, a buffer of 1024 squared and one particle object of a million
+// particles read from a binary file.
+class Stage_cls : public DrawBenchStage_cls {
 public:
-    Stage_cls() {
-        if (!mCProcess.IsValid())
+    Stage_cls() : DrawBenchStage_cls(kSize, kFloorVert, kFloorFrag) {
+        if (!IsProcessValid())
             return;
-        GpCTimeCtrl->mCFrameMax.SetBodyFromData(1LL);
-        mpTarget = std::make_unique<FBO_cls>(kSize, kSize, nullptr);
-        mpTarget->MakeFBO(true, false);
         mpDraw = std::make_unique<ParticleDraw_cls>(GpCTextureProvider);
         MakeParticles();
-        MakeFloor();
         mbValid = mpParticle != nullptr;
     }
-    ~Stage_cls() {
+    ~Stage_cls() override {
         mpDraw.reset();
-        mFloorProgram.Reset();
         mFloorBuffer.Reset();
-        mpTarget.reset();
     }
 
     // Binary particles in the default layout: count, time; x y z, type, size per particle.
@@ -100,7 +91,6 @@ public:
         mpParticle->mCAlphaCrit.SetBodyFromData(wxString("0"));
         mpParticle->mCPointSizeFactor.SetBodyFromData(wxString::Format("%g", kPixels));
     }
-    void MakeFloor() { mFloorProgram = MakeBenchProgram(kFloorVert, kFloorFrag); }
     MaterialParticle_cls* Material() { return mpParticle->GetPCMaterialParticle(0); }
     // base: 0 point, 1 billboard, 2 sphere; shader: the shader key of that base type.
     void SetType(int base, int shader) {
@@ -116,20 +106,11 @@ public:
         mpParticle->mCSphereDepth.SetBodyFromData(wxString("0"));
     }
 
-    void Begin() {
-        mpTarget->Begin(true, false);
-        glClearColor(0.f, 0.f, 0.f, 0.f);
-        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-        mpTarget->SetProjection();
+    void SetCamera() override {
         mpTarget->SetFrustum(45.0, 0.1, 100.0);
         glMatrixMode(GL_MODELVIEW);
         glLoadIdentity();
         glTranslated(0, 0, -25.0);
-        glEnable(GL_DEPTH_TEST);
-    }
-    void End() {
-        mpTarget->End();
-        glFinish();
     }
     void PaintParticles() {
         Begin();
@@ -161,12 +142,8 @@ public:
         End();
     }
 
-    GLBenchProcess_cls<> mCProcess; // first: it goes last
-    bool mbValid = false;
-    std::unique_ptr<FBO_cls> mpTarget;
     std::unique_ptr<ParticleDraw_cls> mpDraw;
     Particle_cls* mpParticle = nullptr;
-    GLProgram_cls mFloorProgram;
     GLBuffer_cls mFloorBuffer;
 };
 
@@ -176,7 +153,7 @@ bool Ready(benchmark::State& state) {
     return IsStageReady(state, GpStage);
 }
 
-// One draw type against the floor, in turn in each iteration, so a noisy machine weighs on both.
+// One draw type against the floor.
 // With batch, the frame goes in batches of that many particles.
 void DrawAgainstFloor(benchmark::State& state, int base, int shader, int batch = 0) {
     if (!Ready(state))
@@ -185,11 +162,8 @@ void DrawAgainstFloor(benchmark::State& state, int base, int shader, int batch =
     GpStage->SetType(base, shader);
     GpStage->PaintParticles(); // the frame is read, prepared and uploaded once
     GpStage->PaintFloor();
-    double draw = 0.0, floor = 0.0;
-    for (auto _ : state) {
-        draw += MillisOf([] { GpStage->PaintParticles(); });
-        floor += MillisOf([] { GpStage->PaintFloor(); });
-    }
+    const auto [draw, floor] = TimeAgainstFloor(
+        state, [] { GpStage->PaintParticles(); }, [] { GpStage->PaintFloor(); });
     state.counters["draw_ms"] = draw / state.iterations();
     state.counters["floor_ms"] = floor / state.iterations();
     state.counters["ratio"] = draw / floor;

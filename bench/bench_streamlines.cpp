@@ -2,20 +2,17 @@
 // and as ribbons by the stream-line drawing (a frame already prepared and uploaded), against a
 // bare glMultiDrawArrays of the same line strips from one buffer with a minimal program, both in
 // the same iteration. Lines per second, and the ratio to the floor, are the counters.
-#include "FBO_cls.h"
-#include "GLBenchProcess_cls.h"
+#include "DrawBenchStage_cls.h"
 #include "GLDrawStatus_cls.h"
 #include "GLDrawTable_cls.h"
 #include "GLKindResources_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "ShaderCtrl_cls.h"
 #include "Streamline_cls.h"
-#include "TimeCtrl_cls.h"
 
 #include <benchmark/benchmark.h>
 #include <epoxy/gl.h>
 
-#include <chrono>
 #include <cmath>
 #include <fstream>
 #include <memory>
@@ -32,24 +29,18 @@ const char* const kFloorVert = "#version 130\n"
 const char* const kFloorFrag = "#version 130\n"
                                "void main() { gl_FragColor = vec4(1.0); }\n";
 
-class Stage_cls {
+class Stage_cls : public DrawBenchStage_cls {
 public:
-    Stage_cls() {
-        if (!mCProcess.IsValid())
+    Stage_cls() : DrawBenchStage_cls(kSize, kFloorVert, kFloorFrag) {
+        if (!IsProcessValid())
             return;
-        GpCTimeCtrl->mCFrameMax.SetBodyFromData(1LL);
-        mpTarget = std::make_unique<FBO_cls>(kSize, kSize, nullptr);
-        mpTarget->MakeFBO(true, false);
         mpResources = std::make_unique<GLKindResources_cls>();
         MakeLines();
-        mFloorProgram = MakeBenchProgram(kFloorVert, kFloorFrag);
         mbValid = mpLines != nullptr && mpEntry != nullptr;
     }
-    ~Stage_cls() {
+    ~Stage_cls() override {
         mpResources.reset();
-        mFloorProgram.Reset();
         mFloorBuffer.Reset();
-        mpTarget.reset();
     }
 
     // Helices around a grid of seeds, with a value along each.
@@ -73,20 +64,11 @@ public:
             mpLines->mCPath.SetBodyFromData(strPath);
         mpEntry = GLDrawTable_cls::GetPCEntry("Streamline_cls");
     }
-    void Begin() {
-        mpTarget->Begin(true, false);
-        glClearColor(0.f, 0.f, 0.f, 0.f);
-        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-        mpTarget->SetProjection();
+    void SetCamera() override {
         mpTarget->SetFrustum(45.0, 0.1, 100.0);
         glMatrixMode(GL_MODELVIEW);
         glLoadIdentity();
         glTranslated(0, 0, -30.0);
-        glEnable(GL_DEPTH_TEST);
-    }
-    void End() {
-        mpTarget->End();
-        glFinish();
     }
     void PaintLines(int drawType) {
         mpLines->mCDrawType.SetBodyFromData(wxString::Format("%d", drawType));
@@ -124,13 +106,9 @@ public:
         End();
     }
 
-    GLBenchProcess_cls<> mCProcess; // first: it goes last
-    bool mbValid = false;
-    std::unique_ptr<FBO_cls> mpTarget;
     std::unique_ptr<GLKindResources_cls> mpResources;
     Streamline_cls* mpLines = nullptr;
     const GLDrawTable_cls::Entry_cls* mpEntry = nullptr; // the kind table's draw entry
-    GLProgram_cls mFloorProgram;
     GLBuffer_cls mFloorBuffer;
     std::vector<GLint> mVFirst;
     std::vector<GLsizei> mVCount;
@@ -138,22 +116,13 @@ public:
 
 Stage_cls* GpStage = nullptr;
 
-template <class Func> double Millis(Func func) {
-    const auto start = std::chrono::steady_clock::now();
-    func();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
 void DrawAgainstFloor(benchmark::State& state, int drawType) {
     if (!IsStageReady(state, GpStage))
         return;
     GpStage->PaintLines(drawType); // the frame is read, prepared and uploaded once
     GpStage->PaintFloor();
-    double draw = 0.0, floor = 0.0;
-    for (auto _ : state) {
-        draw += Millis([drawType] { GpStage->PaintLines(drawType); });
-        floor += Millis([] { GpStage->PaintFloor(); });
-    }
+    const auto [draw, floor] = TimeAgainstFloor(
+        state, [drawType] { GpStage->PaintLines(drawType); }, [] { GpStage->PaintFloor(); });
     const double seconds = draw / 1000.0;
     state.counters["draw_ms"] = draw / state.iterations();
     state.counters["floor_ms"] = floor / state.iterations();

@@ -2,21 +2,18 @@
 // against the same slices drawn as textured polygons with a trivial program (one texture read,
 // no curve, no samples between slices) in the same run: slices per second, and their ratio.
 #include "ColorCurve_cls.h"
-#include "FBO_cls.h"
-#include "GLBenchProcess_cls.h"
+#include "DrawBenchStage_cls.h"
 #include "GLDrawStatus_cls.h"
 #include "ParamGroup_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "ShaderCtrl_cls.h"
 #include "TextureProvider1D_cls.h"
-#include "TimeCtrl_cls.h"
 #include "VolumeBox_cls.h"
 #include "VolumeDraw_cls.h"
 
 #include <benchmark/benchmark.h>
 #include <epoxy/gl.h>
 
-#include <chrono>
 #include <cmath>
 #include <fstream>
 #include <memory>
@@ -38,24 +35,16 @@ const char* const kFloorFrag =
 
 // The process up to the renderer, a buffer of 1024 squared, one volume object over a df3 file of
 // a soft ball, seen along a slant so the slices are cut as hexagons.
-class Stage_cls {
+class Stage_cls : public DrawBenchStage_cls {
 public:
-    Stage_cls() {
-        if (!mCProcess.IsValid())
+    Stage_cls() : DrawBenchStage_cls(kSize, kFloorVert, kFloorFrag) {
+        if (!IsProcessValid())
             return;
-        GpCTimeCtrl->mCFrameMax.SetBodyFromData(1LL);
-        mpTarget = std::make_unique<FBO_cls>(kSize, kSize, nullptr);
-        mpTarget->MakeFBO(true, false);
         mpDraw = std::make_unique<VolumeDraw_cls>(GpCTextureProvider1D);
         MakeVolume();
-        mFloorProgram = MakeBenchProgram(kFloorVert, kFloorFrag);
         mbValid = mpVolume != nullptr;
     }
-    ~Stage_cls() {
-        mpDraw.reset();
-        mFloorProgram.Reset();
-        mpTarget.reset();
-    }
+    ~Stage_cls() override { mpDraw.reset(); }
 
     void MakeVolume() {
         const wxString strPath = mCProcess.mStrDir + "/ball.df3";
@@ -80,22 +69,13 @@ public:
             mpVolume->mCUseSequence.SetBodyFromDataBOOL(false);
         }
     }
-    void Begin() {
-        mpTarget->Begin(true, false);
-        glClearColor(0.f, 0.f, 0.f, 0.f);
-        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-        mpTarget->SetProjection();
+    void SetCamera() override {
         glOrtho(-1.0, 1.0, -1.0, 1.0, -10.0, 10.0);
         glMatrixMode(GL_MODELVIEW);
         glLoadIdentity();
         glRotated(30.0, 1.0, 0.0, 0.0);
         glRotated(40.0, 0.0, 1.0, 0.0);
         glScaled(1.2, 1.2, 1.2);
-        glEnable(GL_DEPTH_TEST);
-    }
-    void End() {
-        mpTarget->End();
-        glFinish();
     }
     void PaintVolume() {
         Begin();
@@ -124,17 +104,13 @@ public:
         End();
     }
 
-    GLBenchProcess_cls<> mCProcess; // first: it goes last
-    bool mbValid = false;
-    std::unique_ptr<FBO_cls> mpTarget;
     std::unique_ptr<VolumeDraw_cls> mpDraw;
     VolumeBox_cls* mpVolume = nullptr;
-    GLProgram_cls mFloorProgram;
 };
 
 Stage_cls* GpStage = nullptr;
 
-// One shader against the floor, in turn in each iteration, so a noisy machine weighs on both.
+// One shader against the floor.
 void DrawAgainstFloor(benchmark::State& state, int shader) {
     if (!IsStageReady(state, GpStage))
         return;
@@ -142,11 +118,8 @@ void DrawAgainstFloor(benchmark::State& state, int shader) {
     GpStage->PaintVolume(); // read, mixed, uploaded and compiled once
     GpStage->PaintFloor();
     const double slices = GpStage->mpDraw->GetNumSlices(GpStage->mpVolume);
-    double draw = 0.0, floor = 0.0;
-    for (auto _ : state) {
-        draw += MillisOf([] { GpStage->PaintVolume(); });
-        floor += MillisOf([] { GpStage->PaintFloor(); });
-    }
+    const auto [draw, floor] = TimeAgainstFloor(
+        state, [] { GpStage->PaintVolume(); }, [] { GpStage->PaintFloor(); });
     const double n = static_cast<double>(state.iterations());
     state.counters["slices"] = slices;
     state.counters["slices_per_s"] = slices * n / (draw / 1000.0);
