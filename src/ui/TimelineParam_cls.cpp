@@ -112,6 +112,11 @@ void TimelineParam_cls::UpdateDisplay(wxDC& dc) {
     const wxSize size = GetClientSize();
     mCRows.UpdateGeometry(size.x);
     mCRows.UpdateRows();
+    // Rows that shrank below the scroll offset pull it back; the owner's scroll bar follows.
+    const int rowsHeight = static_cast<int>(mCRows.mVCRow.size()) * mCRows.GetLineHeight();
+    mCRows.mScrollY = std::clamp(mCRows.mScrollY, 0, std::max(rowsHeight - size.y, 0));
+    if (mFuncScrolled)
+        mFuncScrolled(rowsHeight, size.y, mCRows.mScrollY);
     // The geometry of the base draws the current time and the work area over the key area.
     static_cast<TLPanelGeom_cls&>(*this) = mCRows;
     dc.SetBackground(wxBrush(kBack));

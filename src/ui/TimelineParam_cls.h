@@ -8,6 +8,7 @@
 #include "TLParamLogic_cls.h"
 #include "TimelineBase_cls.h"
 
+#include <functional>
 #include <vector>
 
 class wxTextCtrl;
@@ -39,6 +40,8 @@ public:
     wxTextCtrl* GetPCValueTextCtrl() const { return mpCValueText; }
     // The row a right click was on, for the items of the row menu; -1 for none.
     int mMenuRow = -1;
+    // Told after each drawing: the height of all rows, of the strip, and the scroll offset.
+    std::function<void(int rowsHeight, int viewHeight, int scrollY)> mFuncScrolled;
     void OnRename(wxCommandEvent& event);
     void OnInsertKey(wxCommandEvent& event);
 

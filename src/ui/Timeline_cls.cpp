@@ -16,6 +16,7 @@
 
 #include <wx/button.h>
 #include <wx/menu.h>
+#include <wx/scrolbar.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
@@ -85,7 +86,22 @@ Timeline_cls::Timeline_cls(SplittableWindow_cls* pOwner)
     addBar(2, new wxStaticText(this, wxID_ANY, _("Work Area")), mpCWA);
 
     mpCParam = new TimelineParam_cls(this, &mCConf, update);
-    pSizer->Add(mpCParam, 1, wxEXPAND);
+    mpCScroll = new wxScrollBar(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSB_VERTICAL);
+    auto* pRows = new wxBoxSizer(wxHORIZONTAL);
+    pRows->Add(mpCParam, 1, wxEXPAND);
+    pRows->Add(mpCScroll, 0, wxEXPAND);
+    pSizer->Add(pRows, 1, wxEXPAND);
+    mpCParam->mFuncScrolled = [this](int rowsHeight, int viewHeight, int scrollY) {
+        // Only a change reaches the bar, so a repaint of the rows never loops through it.
+        if (mpCScroll->GetRange() != rowsHeight || mpCScroll->GetThumbSize() != viewHeight ||
+            mpCScroll->GetThumbPosition() != scrollY)
+            mpCScroll->SetScrollbar(scrollY, viewHeight, rowsHeight, viewHeight);
+    };
+    auto bindScroll = [this](const auto&... types) {
+        (mpCScroll->Bind(types, &Timeline_cls::OnScroll, this), ...);
+    };
+    bindScroll(wxEVT_SCROLL_TOP, wxEVT_SCROLL_BOTTOM, wxEVT_SCROLL_LINEUP, wxEVT_SCROLL_LINEDOWN,
+               wxEVT_SCROLL_PAGEUP, wxEVT_SCROLL_PAGEDOWN, wxEVT_SCROLL_THUMBTRACK, wxEVT_SCROLL_CHANGED);
     SetSizer(pSizer);
 
     Bind(wxEVT_BUTTON, &Timeline_cls::OnTicsMode, this, ID_TL_TICS_MODE);
@@ -371,6 +387,19 @@ void Timeline_cls::OnRowsRightDown(wxMouseEvent& event) {
     std::unique_ptr<wxMenu> pMenu(CreateRowMenu());
     // The menu's commands come to this panel, which binds their ids.
     mpCParam->PopupMenu(pMenu.get(), event.GetPosition());
+}
+
+void Timeline_cls::OnScroll(wxScrollEvent& event) {
+    // A line of the bar is one row.
+    const int h = mpCParam->mCRows.GetLineHeight();
+    int y = event.GetPosition();
+    if (event.GetEventType() == wxEVT_SCROLL_LINEUP || event.GetEventType() == wxEVT_SCROLL_LINEDOWN)
+        y = mpCParam->mCRows.mScrollY + (event.GetEventType() == wxEVT_SCROLL_LINEUP ? -h : h);
+    y = std::clamp(y, 0, std::max(mpCScroll->GetRange() - mpCScroll->GetThumbSize(), 0));
+    if (y != mpCParam->mCRows.mScrollY) {
+        mpCParam->mCRows.mScrollY = y;
+        mpCParam->Refresh();
+    }
 }
 
 void Timeline_cls::OnKeyDown(wxKeyEvent& event) {

@@ -14,6 +14,8 @@ class TimelineParam_cls;
 class TimelineTics_cls;
 class TimelineWA_cls;
 class wxSizerItem;
+class wxScrollBar;
+class wxScrollEvent;
 class wxTextCtrl;
 
 enum TimelineId_enum {
@@ -65,6 +67,7 @@ public:
     TimelineTics_cls* GetPCTics() const { return mpCTics; }
     wxTextCtrl* GetPCFrameCurrent() const { return mpCFrameCurrent; }
     wxTextCtrl* GetPCFrameMax() const { return mpCFrameMax; }
+    wxScrollBar* GetPCScroll() const { return mpCScroll; }
 
     // ---- handlers; tests call them as the events would ----
     void OnTicsMode(wxCommandEvent& event);
@@ -92,6 +95,7 @@ public:
     wxMenu* CreateRowMenu();
     void OnRowsRightDown(wxMouseEvent& event);
     void OnKeyDown(wxKeyEvent& event);
+    void OnScroll(wxScrollEvent& event);
 
     TimelineConf_cls mCConf;
 
@@ -111,6 +115,7 @@ private:
     TimelineParam_cls* mpCParam = nullptr;
     wxTextCtrl* mpCFrameCurrent = nullptr;
     wxTextCtrl* mpCFrameMax = nullptr;
+    wxScrollBar* mpCScroll = nullptr; // beside the rows, in pixels of the rows' height
     // The spacers in front of the three bars; owned by their sizers.
     wxSizerItem* mpCSpacer[3] = {};
     int mLastSashX = -1;

@@ -20,12 +20,14 @@
 
 #include <wx/dcmemory.h>
 #include <wx/menu.h>
+#include <wx/scrolbar.h>
 #include <wx/textctrl.h>
 #include <wx/uiaction.h>
 
 #include <array>
 #include <functional>
 #include <memory>
+#include <tuple>
 
 namespace {
 
@@ -292,4 +294,44 @@ TEST_F(TimelinePanelTest, DropMenusAndRowItemsReachTheirActions) {
     const size_t keys = x.mVCKey.size();
     SendMenu(pRows, TimelineParam_cls::ID_TL_INSERT_KEY);
     EXPECT_EQ(x.mVCKey.size(), keys + 1) << "a key at the current frame 10";
+}
+
+TEST_F(TimelinePanelTest, ScrollBarFollowsTheRowsAndScrollsThem) {
+    // Every row open, at the largest row font: more rows than the strip shows.
+    for (int pass = 0; pass < 4; ++pass)
+        for (const TLRow_cls& row : (Rows().UpdateRows(), Rows().mVCRow))
+            if (row.mbOpenable)
+                Rows().mSetOpen.insert(row.mStrTag);
+    mpTimeline->Zoom(6);
+    TimelineParam_cls* pRows = mpTimeline->GetPCParam();
+    auto paint = [&] {
+        pRows->Refresh();
+        pRows->Update();
+        RunLoop(100);
+    };
+    paint();
+    const int h = Rows().GetLineHeight();
+    const int rowsHeight = static_cast<int>(Rows().mVCRow.size()) * h;
+    const int viewHeight = pRows->GetClientSize().y;
+    ASSERT_GT(rowsHeight, viewHeight + 2 * h);
+    wxScrollBar* pBar = mpTimeline->GetPCScroll();
+    EXPECT_EQ(pBar->GetRange(), rowsHeight);
+    EXPECT_EQ(pBar->GetThumbSize(), viewHeight);
+    // The bar moves the rows: two rows down, then a line (one row) further.
+    for (const auto& [type, position, scrollY] :
+         {std::tuple{wxEVT_SCROLL_THUMBTRACK, 2 * h, 2 * h}, std::tuple{wxEVT_SCROLL_LINEDOWN, 0, 3 * h},
+          std::tuple{wxEVT_SCROLL_THUMBTRACK, rowsHeight, rowsHeight - viewHeight}}) {
+        wxScrollEvent event(type, pBar->GetId(), position, wxVERTICAL);
+        event.SetEventObject(pBar);
+        pBar->ProcessWindowEvent(event);
+        EXPECT_EQ(Rows().mScrollY, scrollY);
+    }
+    // The wheel moves the rows, and the bar follows at the next drawing.
+    wxMouseEvent wheel(wxEVT_MOUSEWHEEL);
+    wheel.m_wheelRotation = 120;
+    wheel.m_wheelDelta = 120;
+    pRows->ProcessWindowEvent(wheel);
+    paint();
+    EXPECT_EQ(Rows().mScrollY, rowsHeight - viewHeight - 3 * h);
+    EXPECT_EQ(pBar->GetThumbPosition(), Rows().mScrollY);
 }
