@@ -238,6 +238,8 @@ TLRect_cls TLParamLogic_cls::GetButtonRect(int row, int hit) const {
         return r.mKind == TLRow_cls::ROW_GROUP ? slot(3) : TLRect_cls();
     case HIT_LINK:
         return r.mKind == TLRow_cls::ROW_GROUP ? slot(4) : TLRect_cls();
+    case HIT_TEXT:
+        return r.mKind == TLRow_cls::ROW_GROUP ? slot(5) : TLRect_cls();
     case HIT_TIMEDEPEND:
         return r.mKind == TLRow_cls::ROW_PARAM && mpCConf->IsTimeDepend() ? slot(3) : TLRect_cls();
     default:
@@ -248,7 +250,8 @@ TLRect_cls TLParamLogic_cls::GetButtonRect(int row, int hit) const {
 int TLParamLogic_cls::HitButton(int row, int x, int y) const {
     if (std::abs(x - mpCConf->GetSashX()) <= 3)
         return HIT_SASH;
-    for (int hit : {HIT_OPEN, HIT_LINK, HIT_EXPR, HIT_TIMEDEPEND, HIT_KEY_PREV, HIT_KEY_NEXT, HIT_KEY_TOGGLE})
+    for (int hit :
+         {HIT_OPEN, HIT_LINK, HIT_EXPR, HIT_TEXT, HIT_TIMEDEPEND, HIT_KEY_PREV, HIT_KEY_NEXT, HIT_KEY_TOGGLE})
         if (GetButtonRect(row, hit).Contains(x, y))
             return hit;
     return x < mpCConf->GetSashX() ? HIT_NAME : HIT_NONE;
@@ -293,6 +296,12 @@ void TLParamLogic_cls::ToggleExpr(int row) {
     const TLRow_cls& r = mVCRow[row];
     if (r.mpCGroup && GCClassProvider)
         GCClassProvider->SetParamGroupConfCommand(r.mStrTag, "UseExpr=", !r.mpCGroup->IsUseExpr());
+}
+
+void TLParamLogic_cls::PushText(int row) {
+    // The text editor panels take the group as the property pages' "Expr" buttons give it.
+    if (row >= 0 && row < static_cast<int>(mVCRow.size()) && mVCRow[row].mpCGroup && GCClassProvider)
+        GCClassProvider->ProcAfterMath("SelectExpression", mVCRow[row].mStrTag);
 }
 
 void TLParamLogic_cls::ToggleTimeDepend(int row) {
@@ -483,6 +492,9 @@ void TLParamLogic_cls::PressRows(int x, int y, bool bAdditive, bool bToggle) {
         return;
     case HIT_EXPR:
         ToggleExpr(row);
+        return;
+    case HIT_TEXT:
+        PushText(row);
         return;
     case HIT_TIMEDEPEND:
         ToggleTimeDepend(row);

@@ -72,6 +72,7 @@ public:
         HIT_KEY_PREV,
         HIT_KEY_NEXT,
         HIT_KEY_TOGGLE,
+        HIT_TEXT,
         HIT_NAME
     };
     // Half the width in pixels of a key mark.
@@ -103,6 +104,8 @@ public:
     void ToggleLink(int row);
     void ToggleExpr(int row);
     void ToggleTimeDepend(int row);
+    // Opens a group row's expression in the text editor.
+    void PushText(int row);
     // The time goes to the neighbouring key of the row (direction 1 next, -1 previous).
     void MoveKey(int direction, int row);
     // Adds a key at the current time, or removes the one there (unless bInsertOnly).

@@ -193,6 +193,8 @@ void TimelineParam_cls::DrawItem(wxDC& dc, const TLRow_cls& row, int& y) {
     if (row.mpCGroup && row.mKind == TLRow_cls::ROW_GROUP) {
         button(TLParamLogic_cls::HIT_LINK, "L", row.mpCGroup->IsLinked());
         button(TLParamLogic_cls::HIT_EXPR, "E", row.mpCGroup->IsUseExpr());
+        // Bright when the group has an expression text.
+        button(TLParamLogic_cls::HIT_TEXT, "{", !row.mpCGroup->mCExpression.GetBodySTR().empty());
     }
     if (row.mpCParam)
         button(TLParamLogic_cls::HIT_TIMEDEPEND, "T", row.mpCParam->IsTimeDepend());

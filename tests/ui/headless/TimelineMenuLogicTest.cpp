@@ -1,13 +1,16 @@
 // What the timeline's menus and row items do to the scene and to the filter chain with no
 // display: each action on the selected keys or objects is one undo step, reaches the filters'
-// channels as well as the scene's, and undoes back to where it started.
+// channels as well as the scene's, and undoes back to where it started. And the ribbon tools' help,
+// which names their keys.
 #include "ServicesFixture.h"
 
 #include "FilterCtrl_cls.h"
 #include "Main_cls.h"
 #include "ParamGroup_cls.h"
+#include "RibbonUI_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObj_cls.h"
+#include "Shortcut_cls.h"
 #include "TLParamLogic_cls.h"
 #include "TimeCtrl_cls.h"
 #include "TimelineConf_cls.h"
@@ -145,6 +148,13 @@ TEST_F(TimelineMenuLogicTest, RowItemsRenameObjectsAndInsertKeysOnce) {
     EXPECT_EQ(rows.mSetOpen.count("SceneObjCtrl::Obj::Crate"), 1u);
     GpCUndo->Undo();
     EXPECT_NE(GpCSceneObjCtrl->GetPCFromName("Box"), nullptr);
+    // The text button of a group row, left of its link button; a channel row has none there.
+    const int groupRow = RowOf(rows, kBoxPosition);
+    const TLRect_cls text = rows.GetButtonRect(groupRow, TLParamLogic_cls::HIT_TEXT);
+    const TLRect_cls link = rows.GetButtonRect(groupRow, TLParamLogic_cls::HIT_LINK);
+    EXPECT_EQ(text.mX + text.mW, link.mX);
+    EXPECT_EQ(rows.HitButton(groupRow, text.mX + 2, rows.GetYPos(groupRow) + 2), TLParamLogic_cls::HIT_TEXT);
+    EXPECT_EQ(rows.HitButton(xRow, text.mX + 2, rows.GetYPos(xRow) + 2), TLParamLogic_cls::HIT_NAME);
     // "Insert Key" adds a key at the current time, and a second one there adds nothing.
     rows.UpdateRows();
     ASSERT_EQ(RowOf(rows, wxString(kBoxPosition) + "::x"), xRow) << "Box is open again after the undo";
@@ -156,4 +166,14 @@ TEST_F(TimelineMenuLogicTest, RowItemsRenameObjectsAndInsertKeysOnce) {
     rows.ToggleKey(xRow, true);
     EXPECT_EQ(BoxX().mVCKey.size(), keys + 1);
     EXPECT_EQ(GpCUndo->GetCurrent(), undoBefore);
+}
+
+TEST(RibbonHelp, ToolsWithAKeyNameItInTheirHelp) {
+    Shortcut_cls keys;
+    EXPECT_EQ(keys.GetStrRbnHelp(ID_RBN_BOX, "Box"), "Box (Shift+B)");
+    EXPECT_EQ(keys.GetStrRbnHelp(ID_RBN_UNDO, "Undo"), "Undo") << "a tool without a key of this table";
+    keys.mVEntry[static_cast<size_t>(keys.FindEntry("Add Box"))].mStrKey = "F3";
+    EXPECT_EQ(keys.GetStrRbnHelp(ID_RBN_BOX, "Box"), "Box (F3)");
+    keys.mVEntry[static_cast<size_t>(keys.FindEntry("Add Box"))].mStrKey.clear();
+    EXPECT_EQ(keys.GetStrRbnHelp(ID_RBN_BOX, "Box"), "Box");
 }
