@@ -1,5 +1,6 @@
 #include "IsosurfaceDraw_cls.h"
 
+#include "DataViewerBase_cls.h"
 #include "GLCheckError_cls.h"
 #include "GLDrawKinds_cls.h"
 #include "GLDrawStatus_cls.h"
@@ -54,7 +55,8 @@ void IsosurfaceDraw_cls::GLDraw(Isosurface_cls& obj, GLDrawStatus_cls& status) {
     if (!status.mbData)
         return;
     Object_cls& o = mMapObject[&obj];
-    if (!obj.PrepareDraw() || !obj.mpCCurrent || obj.mpCCurrent->GetTriangleCount() == 0) {
+    if (!DataViewerBase_cls::PrepareDrawByKind(&obj, status.mCompositeIndex) || !obj.mpCCurrent ||
+        obj.mpCCurrent->GetTriangleCount() == 0) {
         o.mTriangleCount = 0;
         o.mStrStamp.clear();
         return;

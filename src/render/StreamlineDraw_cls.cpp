@@ -2,6 +2,7 @@
 
 #include "ClassProvider_cls.h"
 #include "ColorCurve_cls.h"
+#include "DataViewerBase_cls.h"
 #include "GLCheckError_cls.h"
 #include "GLDrawKinds_cls.h"
 #include "GLDrawStatus_cls.h"
@@ -134,7 +135,8 @@ void StreamlineDraw_cls::GLDraw(Streamline_cls& obj, GLDrawStatus_cls& status) {
         return;
     Object_cls& o = mMapObject[&obj];
     // A frame without data draws nothing, not the lines of an earlier frame.
-    if (!obj.PrepareDraw() || !obj.mpCCurrent || obj.mpCCurrent->GetPointCount() == 0) {
+    if (!DataViewerBase_cls::PrepareDrawByKind(&obj, status.mCompositeIndex) || !obj.mpCCurrent ||
+        obj.mpCCurrent->GetPointCount() == 0) {
         o.mPointCount = 0;
         o.mStrStamp.clear();
         return;

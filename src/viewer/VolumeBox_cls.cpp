@@ -3,6 +3,8 @@
 #include "ColorCurve_cls.h"
 #include "Material_cls.h"
 
+#include <wx/log.h>
+
 namespace {
 const wxString kDraw = "VIEW3D";
 const wxString kSeq = "VIEW3D::PROPERTY_OBJECT::PROPERTY_INFO::TIMELINE";
@@ -46,10 +48,13 @@ ColorCurve_cls* VolumeBox_cls::GetPCColorCurve() {
     return static_cast<ColorCurve_cls*>(GetPCAttributeFromAttribName("ColorCurve_cls", 0));
 }
 
-void VolumeBox_cls::Reload() {
-    WaitPrepareNext();
-    mpCCurrent = std::make_unique<VolumeFoRender_cls>();
-    mpCNext = std::make_unique<VolumeFoRender_cls>();
+void VolumeBox_cls::LogSteps(double nt, int a, int b, double t, int composite, bool bAdjusted) {
+    // The frame road's trace: the texts are the program's own, the missing space before
+    // "interp=" of the second line included.
+    if (!bAdjusted)
+        wxLogDebug("VolumeTime NT=%f frame1=%d interp=%f", nt, a, t);
+    else
+        wxLogDebug("Adjusted frame1=%d frame2=%dinterp=%f composit=%d", a, b, t, composite);
 }
 
 VolumeSnap_cls* VolumeBox_cls::LoadSnapNow(int index) {
