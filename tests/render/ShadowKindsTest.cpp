@@ -190,14 +190,16 @@ TEST_F(ShadowKindsTest, ReceiversShowTheirShadowOnce) {
     RunCommandText(*mpMain, "SceneObjCtrl::New::LightSource_cls::PointLight::Fill");
     SetGroup(Obj("Fill"), "", "Position", 0, 6, 4);
     GpCSceneObjCtrl->Select("", false, false, false);
+    // A ball straddles the shadow's edge at z 0.5.
     const struct {
         const char* name;
         std::function<void(bool bOn)> funcSet;
         double x, z;         // a point of the receiver in the shadow, as the floor maps it
+        double ox, oz;       // and one out of it
         bool bShadowChanges; // else the shadow leaves it as it is
     } cases[] = {
         {"half transparent floor", [&](bool bOn) { SetGroup(mpFloor, "Material", "Alpha", bOn ? 0.5 : 1.0); },
-         2.0, 0.0, true},
+         2.0, 0.0, 2.0, 1.5, true},
         {"image in place of the floor's light",
          [&](bool bOn) {
              Material_cls* p = mpFloor->GetPCMaterial();
@@ -205,13 +207,13 @@ TEST_F(ShadowKindsTest, ReceiversShowTheirShadowOnce) {
              p->mCTextureFile.SetBodyFromData(wxString(ORV_TEST_DATA_DIR) + "/png/rgb8_000.png");
              p->mCTextureMode.SetBodyFromData("1");
          },
-         2.0, 0.0, false},
+         2.0, 0.0, 2.0, 1.5, false},
         {"isosurface ball on the floor",
          [&](bool) {
              auto* p = AddData<Isosurface_cls>("Isosurface", "ball.df3", BallDF3(24, 8.0));
-             SetGroup(p, "", "Position", 2, 0.4, 0);
+             SetGroup(p, "", "Position", 2, 0.4, 0.5);
          },
-         2.15, 0.0, true},
+         2.1, 0.3, 2.1, 0.7, true},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -220,7 +222,7 @@ TEST_F(ShadowKindsTest, ReceiversShowTheirShadowOnce) {
         // receiver keeps all but the casting light.
         const std::vector<Pixel_cls> vPlain = Paint(false);
         const std::vector<Pixel_cls> vShadow = Paint(true);
-        for (const auto& xz : {std::pair<double, double>{-3.0, 2.0}, {4.0, -3.0}, {2.0, 1.5}}) {
+        for (const auto& xz : {std::pair<double, double>{-3.0, 2.0}, {4.0, -3.0}, {c.ox, c.oz}}) {
             SCOPED_TRACE(wxString::Format("outside x %g z %g", xz.first, xz.second).ToStdString());
             const Pixel_cls p = AtFloor(vPlain, xz.first, xz.second);
             EXPECT_TRUE(PixelNear(AtFloor(vShadow, xz.first, xz.second), p.r, p.g, p.b, p.a, 3e-3f));
