@@ -213,6 +213,15 @@ bool ShadowVolumeCtrl_cls::BeginShaderHF(int channel) {
     return GpCShaderCtrl->GetCurrentProgram() != 0;
 }
 
+bool ShadowVolumeCtrl_cls::BeginShaderRibbon(const StreamlineTriangleParam_cls& ribbon) {
+    if (!GpCShaderCtrl)
+        return false;
+    ShaderSVTriangleMesh_cls params;
+    params.mShadowLength = GetShadowLength();
+    GpCShaderCtrl->BeginSVStreamlineTriangle(&params, ribbon);
+    return GpCShaderCtrl->GetCurrentProgram() != 0;
+}
+
 void ShadowVolumeCtrl_cls::EndShader() {
     if (GpCShaderCtrl)
         GpCShaderCtrl->EndShader();

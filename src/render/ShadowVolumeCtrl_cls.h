@@ -28,6 +28,7 @@ class FBO_cls;
 class SceneObj_cls;
 class SceneObjCtrl_cls;
 class ShaderSVTriangleMesh_cls;
+class StreamlineTriangleParam_cls;
 class VBOBaseObject_cls;
 
 class ShadowVolumeCtrl_cls : public ConfListContainer_cls {
@@ -101,6 +102,8 @@ public:
     // Binds "SVTriangleMesh" with this frame's length; false when the program is missing.
     bool BeginShader();
     bool BeginShaderHF(int channel);
+    // The volumes of stream-line ribbons as the ribbon's record draws them.
+    bool BeginShaderRibbon(const StreamlineTriangleParam_cls& ribbon);
     void EndShader();
     // Draws the shape's volume with the current model-view (primitives).
     void DrawShapeSV(const VBOBaseObject_cls& shape);

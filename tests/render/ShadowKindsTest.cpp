@@ -115,8 +115,9 @@ TEST_F(ShadowKindsTest, CastersShadowTheFloorWhicheverSideFacesTheLight) {
     };
     const float level[3] = {0.f, 0.f, 0.f}, ramp[3] = {0.f, 0.5f, 1.f};
     // Sheets of 1 by 1 at height 2 shadow x 1.5 .. 2.5; the ramp rising from 2 to 3 along x
-    // shadows x 1.5 .. 3.5 (only 1.5 .. 2.5 if its grid were not lifted); the ball of radius 0.35
-    // an ellipse around x 2.
+    // shadows x 1.5 .. 3.5 (only 1.5 .. 2.5 if its grid were not lifted); the ribbon along z,
+    // 0.56 units wide at that distance, x 1.72 .. 2.28; the ball of radius 0.35 an ellipse around
+    // x 2.
     const std::vector<Point_cls> vSheet = {{2.0, 0.0, true},   {1.7, 0.3, true},  {2.3, -0.3, true},
                                            {1.2, 0.0, false},  {2.8, 0.0, false}, {2.0, 0.8, false},
                                            {-2.0, 0.0, false}, {3.3, 0.0, false}};
@@ -150,6 +151,19 @@ TEST_F(ShadowKindsTest, CastersShadowTheFloorWhicheverSideFacesTheLight) {
           {3.7, 0.0, false},
           {1.2, 0.0, false},
           {3.0, 0.8, false}}},
+        {"stream-line ribbon, 9 pixels wide",
+         [&] {
+             auto* p = AddData<Streamline_cls>("Streamline", "ribbon_000.txt", "0 2 -0.5\n0 2 0.5\n");
+             p->mCDrawType.SetBodyFromData("1");
+             p->mCLineWidth.SetBodyFromData("9");
+             return p;
+         },
+         {{2.0, 0.0, true},
+          {2.0, 0.3, true},
+          {2.15, -0.3, true},
+          {2.5, 0.0, false},
+          {1.5, 0.0, false},
+          {2.0, 0.8, false}}},
         {"isosurface",
          [&] {
              auto* p = AddData<Isosurface_cls>("Isosurface", "ball.df3", BallDF3(24, 8.0));
@@ -190,7 +204,8 @@ TEST_F(ShadowKindsTest, ReceiversShowTheirShadowOnce) {
     RunCommandText(*mpMain, "SceneObjCtrl::New::LightSource_cls::PointLight::Fill");
     SetGroup(Obj("Fill"), "", "Position", 0, 6, 4);
     GpCSceneObjCtrl->Select("", false, false, false);
-    // A ball straddles the shadow's edge at z 0.5.
+    // A ribbon and a ball straddle the shadow's edge at z 0.5.
+    Streamline_cls* pRibbon = nullptr;
     const struct {
         const char* name;
         std::function<void(bool bOn)> funcSet;
@@ -208,6 +223,19 @@ TEST_F(ShadowKindsTest, ReceiversShowTheirShadowOnce) {
              p->mCTextureMode.SetBodyFromData("1");
          },
          2.0, 0.0, 2.0, 1.5, false},
+        {"stream-line ribbon over the floor, its colour its own",
+         [&](bool bOn) {
+             if (bOn) {
+                 pRibbon = AddData<Streamline_cls>("Streamline", "over_000.txt", "2 0.5 -0.3\n2 0.5 1.5\n");
+                 if (!pRibbon)
+                     return;
+                 pRibbon->mCDrawType.SetBodyFromData("1");
+                 pRibbon->mCLineWidth.SetBodyFromData("9");
+             } else if (pRibbon) {
+                 pRibbon->mCVisible.SetBodyFromDataBOOL(false);
+             }
+         },
+         2.1, 0.0, 2.1, 1.0, false},
         {"isosurface ball on the floor",
          [&](bool) {
              auto* p = AddData<Isosurface_cls>("Isosurface", "ball.df3", BallDF3(24, 8.0));
