@@ -120,6 +120,8 @@ void HeightFieldDraw_cls::GLDraw(HeightField_cls& obj, GLDrawStatus_cls& status)
     }
     const double nt = status.mTime;
     Upload(o, *obj.mpCCurrent, obj, nt);
+    if (GLDrawKinds_cls::IsSkippedInShadowedArea(obj.GetPCMaterial()))
+        return;
     const bool bCurve = obj.mCColorType.GetBodyINT() == 1 && GetPCCurve(obj);
     const GLuint table = UpdateColorTable(&o, obj, bCurve, nt, o.mStrTableStamp);
 

@@ -238,7 +238,7 @@ void MeshDraw_cls::DrawMesh(const Mesh_cls& mesh, MeshObj_cls& obj, double t) {
             get("Emission", emission);
         }
         // A later shadow step adds light only.
-        if (GpCShadowVolumeCtrl && GpCShadowVolumeCtrl->IsLightOnlyStep())
+        if (GpCShadowVolumeCtrl && GpCShadowVolumeCtrl->IsLightOnlyDraw())
             std::fill_n(emission, 3, 0.0f);
         ambient[3] = specular[3] = emission[3] = diffuse[3];
         // GL takes shininess up to 128; .mtl files write up to 1000.
@@ -249,12 +249,7 @@ void MeshDraw_cls::DrawMesh(const Mesh_cls& mesh, MeshObj_cls& obj, double t) {
             glMaterialfv(GL_FRONT_AND_BACK, colour.first, colour.second);
         glMaterialf(GL_FRONT_AND_BACK, GL_SHININESS, shininess);
         glColor4fv(diffuse);
-        if (diffuse[3] < 1.0f) {
-            glEnable(GL_BLEND);
-            glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-        } else {
-            glDisable(GL_BLEND);
-        }
+        ShadowVolumeCtrl_cls::SetBlend(diffuse[3] < 1.0f, GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
         if (run.mTexture != 0) {
             glBindTexture(GL_TEXTURE_2D, run.mTexture);
             glEnable(GL_TEXTURE_2D);
