@@ -31,6 +31,14 @@ bool MeshObj_cls::LoadMesh() {
 
 namespace {
 const wxString kMtlPrefix = "Mtl_";
+
+// The loader keeps floats; the material takes the number as the file wrote it (0.8, not
+// 0.800000011920929), so that its command texts give back exactly what they were made from.
+double AsWritten(float value) {
+    double d = 0.0;
+    wxString::Format("%.7g", value).ToCDouble(&d);
+    return d;
+}
 } // namespace
 
 wxString MeshObj_cls::GetStrMtlAttribute(const wxString& strMtl) {
@@ -71,9 +79,9 @@ void MeshObj_cls::AdoptMtlMaterials() {
                                                                 {"Specular", m.mSpecular},
                                                                 {"Emission", m.mEmission}};
         for (const auto& [pGroup, c] : colours)
-            p->GetPCParamGroup(pGroup)->SetInitValue(c[0], c[1], c[2], 0.0);
-        p->GetPCParamGroup("Shininess")->SetInitValue(m.mShininess, 0.0, 0.0, 0.0);
-        p->GetPCParamGroup("Alpha")->SetInitValue(m.mAlpha, 0.0, 0.0, 0.0);
+            p->GetPCParamGroup(pGroup)->SetInitValue(AsWritten(c[0]), AsWritten(c[1]), AsWritten(c[2]), 0.0);
+        p->GetPCParamGroup("Shininess")->SetInitValue(AsWritten(m.mShininess), 0.0, 0.0, 0.0);
+        p->GetPCParamGroup("Alpha")->SetInitValue(AsWritten(m.mAlpha), 0.0, 0.0, 0.0);
         if (!m.mStrTexture.empty()) {
             // Texture names in a library are relative to the folder of the mesh file.
             wxFileName fn(m.mStrTexture);
