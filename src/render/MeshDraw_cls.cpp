@@ -244,9 +244,11 @@ void MeshDraw_cls::DrawMesh(const Mesh_cls& mesh, MeshObj_cls& obj, double t) {
                 float value[4];
                 get("Shininess", value);
                 shininess = value[0];
-                texture = pMaterial->IsTextureUsed()
-                              ? GetMaterialTexture(pMaterial->mCTextureFile.GetBodySTR())
-                              : 0;
+                // The file's own picture keeps the run's reference; another one is taken once.
+                const wxString strTexture = pMaterial->mCTextureFile.GetBodySTR();
+                texture = !pMaterial->IsTextureUsed()     ? 0
+                          : strTexture == run.mStrTexture ? run.mTexture
+                                                          : GetMaterialTexture(strTexture);
             }
         }
         // A later shadow step adds light only.

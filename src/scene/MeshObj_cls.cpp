@@ -68,7 +68,10 @@ wxArrayString MeshObj_cls::GetAStrMtlNames() {
 }
 
 void MeshObj_cls::AdoptMtlMaterials() {
-    const wxString strDir = wxFileName(mStrLoadedPath).GetPath();
+    // The folder as the drawing finds it, so that both name a picture by the same path.
+    wxFileName fnMesh(mStrLoadedPath);
+    fnMesh.Normalize(wxPATH_NORM_DOTS | wxPATH_NORM_ABSOLUTE | wxPATH_NORM_TILDE);
+    const wxString strDir = fnMesh.GetPath();
     for (const WavefrontMaterial_cls& m : mCLoader.mVMaterial) {
         const wxString strAttr = GetStrMtlAttribute(m.mStrName);
         if (IsAttributeExist(strAttr))

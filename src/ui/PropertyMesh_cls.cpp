@@ -8,6 +8,9 @@
 #include <wx/sizer.h>
 #include <wx/statbox.h>
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 using F = PropertyField_cls;
 using W = PropertyField_cls::Widget_enum;
@@ -37,15 +40,18 @@ PropertyField_cls::Table_type PropertyMesh_cls::GetVField() {
 }
 
 PropertyField_cls::Table_type PropertyMesh_cls::GetVMtlField(const wxString& strAttr) {
-    // Shininess as .mtl files write it (up to 1000); the drawing holds it to what GL takes.
-    return {F::Group(strAttr, "Ambient", "Ambient", 0.0, 1.0),
-            F::Group(strAttr, "Diffuse", "Diffuse", 0.0, 1.0),
-            F::Group(strAttr, "Specular", "Specular", 0.0, 1.0),
-            F::Group(strAttr, "Emission", "Emission", 0.0, 1.0),
-            F::Group(strAttr, "Shininess", "Shininess", 0.0, 1000.0),
-            F::Group(strAttr, "Alpha", "Alpha", 0.0, 1.0),
-            F::Item(strAttr, "UseTexture=", "Use Texture", W::WIDGET_CHECK),
-            F::Item(strAttr, "TextureFile=", "Texture File", W::WIDGET_FILE)};
+    // The material rows of what the drawing takes from a .mtl material; shininess as .mtl files
+    // write it (up to 1000), the drawing holds it to what GL takes.
+    static const wxString vStrKey[] = {"Ambient",   "Diffuse", "Specular",    "Emission",
+                                       "Shininess", "Alpha",   "UseTexture=", "TextureFile="};
+    F::Table_type v;
+    for (F f : GetVMaterialFields(false))
+        if (std::find(std::begin(vStrKey), std::end(vStrKey), f.mStrKey) != std::end(vStrKey)) {
+            f.mStrAttr = strAttr;
+            f.mMax = f.mStrKey == "Shininess" ? 1000.0 : f.mMax;
+            v.push_back(f);
+        }
+    return v;
 }
 
 MeshObj_cls* PropertyMesh_cls::GetPCMesh() const {
