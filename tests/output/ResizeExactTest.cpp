@@ -43,8 +43,9 @@ TEST(ResizeExactTest, EverySampleIsTheAverageOfItsRectangle) {
         int side, channels, width, height;
     };
     // Wider and taller than square, shrinking and enlarging, sizes that do not divide the side.
-    const Case_cls cases[] = {{64, 3, 40, 23}, {64, 4, 23, 40}, {64, 3, 64, 64},   {32, 4, 77, 45},
-                              {48, 3, 7, 5},   {50, 4, 50, 3},  {16, 3, 100, 100}, {64, 4, 63, 63}};
+    const Case_cls cases[] = {{64, 3, 40, 23},   {64, 4, 23, 40}, {64, 3, 64, 64},
+                              {32, 4, 77, 45},   {48, 3, 7, 5},   {50, 4, 50, 3},
+                              {16, 3, 100, 100}, {64, 4, 63, 63}, {40, 1, 30, 17}};
     for (const Case_cls& c : cases) {
         SCOPED_TRACE(testing::Message()
                      << c.side << " -> " << c.width << "x" << c.height << ", " << c.channels << " channels");
