@@ -49,19 +49,27 @@ void EmitFar(vec3 p, vec3 d) {
                                      : gl_ProjectionMatrix * vec4(d, 0.0);
     EmitVertex();
 }
+// Every triangle casts, whichever side faces the light: one that faces away is taken in the
+// reverse order, so that its volume too points away from the light and is closed the right way
+// round. An edge is a wall where the mesh ends or where the two triangles face the light with
+// different sides; between two triangles facing alike the walls would cancel and are left out.
 void main() {
     vec3 p[6];
     for (int i = 0; i < 6; ++i)
         p[i] = vEye[i].xyz;
-    if (!Lit(p[0], p[2], p[4]))
-        return;
+    bool lit = Lit(p[0], p[2], p[4]);
     for (int e = 0; e < 3; ++e) {
         int a = e * 2;
         int b = (e * 2 + 2) % 6;
         int adj = e * 2 + 1;
         // An edge without neighbour (open mesh) repeats a vertex of the triangle.
         bool open = p[adj] == p[a] || p[adj] == p[b];
-        if (open || !Lit(p[a], p[adj], p[b])) {
+        if (open || Lit(p[a], p[adj], p[b]) != lit) {
+            if (!lit) {
+                int t = a;
+                a = b;
+                b = t;
+            }
             vec3 oa = p[a] + LightDir(p[a]) * offsetFactor;
             vec3 ob = p[b] + LightDir(p[b]) * offsetFactor;
             Emit(oa);
@@ -72,11 +80,17 @@ void main() {
         }
     }
     if (forClosed != 0) {
-        for (int i = 0; i < 6; i += 2)
+        int first = lit ? 0 : 4;
+        int step = lit ? 2 : -2;
+        for (int k = 0; k < 3; ++k) {
+            int i = first + k * step;
             Emit(p[i] + LightDir(p[i]) * offsetFactor);
+        }
         EndPrimitive();
-        for (int i = 4; i >= 0; i -= 2)
+        for (int k = 2; k >= 0; --k) {
+            int i = first + k * step;
             EmitFar(p[i] + LightDir(p[i]) * offsetFactor, LightDir(p[i]));
+        }
         EndPrimitive();
     }
 }

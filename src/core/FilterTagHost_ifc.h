@@ -7,6 +7,7 @@
 #include <wx/string.h>
 
 #include <functional>
+#include <vector>
 
 class ParamGroup_cls;
 class Parameter_cls;
@@ -33,6 +34,9 @@ public:
     // The selected keys of every filter, each as commands.
     virtual void MoveSelectedTLKeyCommand(double dx, double dy) = 0;
     virtual void SetSelectedTLKeyTypeCommand(int type, double ease) = 0;
+    virtual void DeleteSelectedTLKeyCommand() = 0;
+    // The tags of every channel of every filter, in the chain's own head.
+    virtual void GetVstrParamTag(std::vector<wxString>& vStrTag) = 0;
 
     // The installed chain, or null.
     static FilterTagHost_ifc* GetPCInstalled() { return msFuncGet ? msFuncGet() : nullptr; }

@@ -381,6 +381,11 @@ void FilterCtrl_cls::SetSelectedTLKeyTypeCommand(int type, double ease) {
         p->SetSelectedTLKeyTypeCommand(GetStrSelf() + p->GetStrName(), type, ease);
 }
 
+void FilterCtrl_cls::DeleteSelectedTLKeyCommand() {
+    for (FilterBase_cls* p : mLPCFilter)
+        p->DeleteSelectedTLKeyCommand(GetStrSelf() + p->GetStrName());
+}
+
 // ---- reading and writing ------------------------------------------------------------------
 
 bool FilterCtrl_cls::ReadStrLine(std::wistream& stream, const wxString& strHead, const wxString& strRest) {

@@ -70,7 +70,7 @@ public:
     Parameter_cls* GetPCParameter(wxString strTag) const override;
     bool IsFilterTag(const wxString& strTag) const override;
     wxString GetStrCommandParamGroup(const wxString& strTag) const override;
-    void GetVstrParamTag(std::vector<wxString>& vStrTag);
+    void GetVstrParamTag(std::vector<wxString>& vStrTag) override;
     int GetCount() const { return static_cast<int>(mLPCFilter.size()); }
     const std::list<FilterBase_cls*>& GetListFilter() const { return mLPCFilter; }
 
@@ -87,6 +87,7 @@ public:
     bool SetFilterParamCommand(const wxString& strName, const wxString& strGroup, int member, double value);
     void MoveSelectedTLKeyCommand(double dx, double dy) override;
     void SetSelectedTLKeyTypeCommand(int type, double ease) override;
+    void DeleteSelectedTLKeyCommand() override;
 
     // ---- reading and writing ----
     bool ReadStrLine(std::wistream& stream, const wxString& strHead, const wxString& strRest);

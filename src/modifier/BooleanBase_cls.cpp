@@ -45,3 +45,6 @@ wxString BooleanBase_cls::GetStrProcCounterForTgtObj(double t) {
 
 ParticleBoolean_cls::ParticleBoolean_cls(const wxString& strName)
     : BooleanBase_cls("ParticleBoolean_cls", strName, "VIEW3D::PROPERTY_DATAPROC") {}
+
+VolumeBoolean_cls::VolumeBoolean_cls(const wxString& strName)
+    : BooleanBase_cls("VolumeBoolean_cls", strName, "VIEW3D::PROPERTY_DATAPROC") {}

@@ -33,3 +33,10 @@ class ParticleBoolean_cls : public BooleanBase_cls {
 public:
     explicit ParticleBoolean_cls(const wxString& strName);
 };
+
+// "VolumeBoolean_cls": the data process of a volume that clears voxels by the same shapes, in the
+// box's own space (-0.5 to 0.5 on each axis).
+class VolumeBoolean_cls : public BooleanBase_cls {
+public:
+    explicit VolumeBoolean_cls(const wxString& strName);
+};

@@ -21,6 +21,7 @@
 #include "Tracking_cls.h"
 #include "Trimming_cls.h"
 #include "VolumeCoord_cls.h"
+#include "VolumeDownsize_cls.h"
 #include "VolumeMask_cls.h"
 
 namespace {
@@ -66,6 +67,9 @@ void RegisterModifierServices() {
     // The two volume kinds that act inside the volume programs.
     RegisterAttribute<VolumeCoord_cls>("VolumeCoord_cls", IsVolume);
     RegisterAttribute<VolumeMask_cls>("VolumeMask_cls", IsVolume);
+    // The two volume kinds that change the prepared voxels: the volume reads their keys.
+    RegisterAttribute<VolumeBoolean_cls, KindTable_cls::GROUP_DATA_PROC>("VolumeBoolean_cls", IsVolume);
+    RegisterAttribute<VolumeDownsize_cls, KindTable_cls::GROUP_DATA_PROC>("VolumeDownsize_cls", IsVolume);
     // The two kinds that act inside the object's own operations: the transform and the instances.
     RegisterAttribute<Tracking_cls>("Tracking_cls", IsAnyObject).mFuncTransform =
         [](SceneObj_cls* pObj, Attribute_cls* p, double* C, double* P, double t) {

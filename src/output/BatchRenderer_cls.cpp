@@ -171,6 +171,9 @@ int BatchRenderer_cls::Run(const std::string& strProjectText) {
     // Recording as the window's render button starts it, without playback: the frames are set here.
     time.mbOutputRunning = true;
     ImageIO_cls& io = *GpCImageIO;
+    // One set of passes for the run: its buffers are cleared by every frame and its uploads are
+    // keyed by the data they hold, so only what a frame changes is made again.
+    FramePasses_cls passes(&view);
     for (size_t i = 0; i < vPositions.size(); ++i) {
         if (TimeCtrl_cls::msbForceAbort.load(std::memory_order_acquire))
             break;
@@ -216,11 +219,8 @@ int BatchRenderer_cls::Run(const std::string& strProjectText) {
         ForgetEarlierFrames();
         io.mTag = static_cast<int>(i);
         const long long savesBefore = io.mSaveCount;
-        {
-            FramePasses_cls passes(&view);
-            passes.RefreshEX();
-            passes.PaintDirectly(size.x, size.y, size.x, size.y, target.GetFramebuffer());
-        }
+        passes.RefreshEX();
+        passes.PaintDirectly(size.x, size.y, size.x, size.y, target.GetFramebuffer());
         pending.mRemaining = io.mSaveCount - savesBefore;
         if (pending.mRemaining == 0) {
             pending.mRemaining = 1;

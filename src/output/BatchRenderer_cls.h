@@ -1,8 +1,9 @@
 // The core of the batch renderer: renders the positions of one shard of a loaded project through
 // the same frame passes and record path as recording in the window, with a surfaceless GL
-// context current. Every frame is prepared as if it were the first (new passes, no buffer,
-// pose or accumulation kept from an earlier frame), so each file is byte-identical whichever
-// worker renders it and in whatever order. Claims let several workers share one folder.
+// context current. Every frame is prepared as if it were the first (no pose, sort or
+// accumulation kept from an earlier frame; the passes' buffers are cleared by each frame and
+// their uploads keyed by the data they hold), so each file is byte-identical whichever worker
+// renders it and in whatever order. Claims let several workers share one folder.
 // Main (GL) thread only.
 #pragma once
 

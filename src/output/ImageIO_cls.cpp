@@ -63,8 +63,7 @@ ImageIO_cls::Slot_cls* ImageIO_cls::TakeNextSlot() {
 
 bool ImageIO_cls::ReadBack(FBO_cls* pFBO, bool bAlpha, const std::string& strPath,
                            ThreadImageSave_cls& thread, bool bSecondEye) {
-    ImageFile_cls& source =
-        bSecondEye ? static_cast<ThreadImageSaveScanline_cls&>(thread).mCSource1 : thread.mCSource;
+    ImageFile_cls& source = thread.GetSource(bSecondEye ? 1 : 0);
     SampleType_enum type = SampleType_enum::UInt8;
     if (!ImageFile_cls::GetSampleTypeForPath(strPath, mPNGBitDepth, type)) {
         fprintf(stderr, "image not saved: no writer for the extension of %s\n", strPath.c_str());
@@ -75,6 +74,18 @@ bool ImageIO_cls::ReadBack(FBO_cls* pFBO, bool bAlpha, const std::string& strPat
     source.mHeight = side;
     source.mChannels = bAlpha ? 4 : 3;
     source.mType = type;
+    pFBO->Bind();
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    if (type != SampleType_enum::Float && pFBO->GetColorDepthBuilt() == 16 && side <= msRawSideMax &&
+        GetTable()) {
+        // A plain copy here; the writer converts it as the driver would have.
+        std::vector<uint16_t>& vRaw = thread.mVRaw[bSecondEye ? 1 : 0];
+        vRaw.resize(static_cast<size_t>(side) * side * 4);
+        glGetTexImage(GL_TEXTURE_2D, 0, GL_RGBA, GL_HALF_FLOAT, vRaw.data());
+        glBindTexture(GL_TEXTURE_2D, 0);
+        thread.mpCTable = mpCTable;
+        return true;
+    }
     const size_t count = static_cast<size_t>(side) * side * source.mChannels;
     const GLenum format = bAlpha ? GL_RGBA : GL_RGB;
     void* pData = nullptr;
@@ -96,11 +107,17 @@ bool ImageIO_cls::ReadBack(FBO_cls* pFBO, bool bAlpha, const std::string& strPat
         printf("*pBuffer == NULL\n");
         return false;
     }
-    pFBO->Bind();
-    glPixelStorei(GL_PACK_ALIGNMENT, 1);
     glGetTexImage(GL_TEXTURE_2D, 0, format, glType, pData);
     glBindTexture(GL_TEXTURE_2D, 0);
     return true;
+}
+
+const ReadBackTable_cls* ImageIO_cls::GetTable() {
+    if (!mbTableAsked) {
+        mbTableAsked = true;
+        mpCTable = ReadBackTable_cls::MakeFromDriver();
+    }
+    return mpCTable.get();
 }
 
 void ImageIO_cls::Start(Slot_cls& slot, std::unique_ptr<ThreadImageSave_cls> pThread,

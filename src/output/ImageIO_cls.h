@@ -14,6 +14,7 @@
 #include <vector>
 
 class FBO_cls;
+class ReadBackTable_cls;
 class ThreadImageSave_cls;
 
 class ImageIO_cls {
@@ -67,7 +68,13 @@ private:
     };
     // Waits for the slot's writer, 3 ms at a time, and frees it.
     void Reclaim(Slot_cls& slot);
-    // Reads the colour texture of the buffer into the writer's source.
+    // Above this side the driver converts on this thread: raw half samples would take the
+    // writers' memory from 3 to 8 bytes a pixel.
+    static constexpr int msRawSideMax = 4096;
+    // The driver's conversion as a table, asked once; null if the driver cannot give one.
+    const ReadBackTable_cls* GetTable();
+    // Reads the colour texture of the buffer into the writer's source: half-float buffers raw,
+    // for the writer to convert; others (and float files) converted by the driver here.
     bool ReadBack(FBO_cls* pFBO, bool bAlpha, const std::string& strPath, ThreadImageSave_cls& thread,
                   bool bSecondEye);
     Slot_cls* TakeNextSlot();
@@ -78,5 +85,7 @@ private:
     Slot_cls mSlots[msSlotNum];
     int mNextSlot = 0;
     std::vector<Result_cls> mVResults;
+    std::shared_ptr<const ReadBackTable_cls> mpCTable;
+    bool mbTableAsked = false;
     double mProjection[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
 };

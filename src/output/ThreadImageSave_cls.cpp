@@ -61,6 +61,13 @@ void ThreadImageSaveScanline_cls::Resize(ImageFile_cls& out) const {
 }
 
 void ThreadImageSave_cls::Entry() {
+    for (int eye = 0; eye < 2 && mpCTable; ++eye) {
+        if (mVRaw[eye].empty())
+            continue;
+        ImageFile_cls& source = GetSource(eye);
+        mpCTable->Convert(mVRaw[eye].data(), mVRaw[eye].size() / 4, source);
+        std::vector<uint16_t>().swap(mVRaw[eye]);
+    }
     ImageFile_cls out;
     out.mWidth = mOutputWidth;
     out.mHeight = mOutputHeight;

@@ -4,8 +4,10 @@
 #pragma once
 
 #include "ImageFile_cls.h"
+#include "ReadBackTable_cls.h"
 
 #include <atomic>
+#include <memory>
 #include <string>
 
 class ThreadImageSave_cls {
@@ -17,6 +19,10 @@ public:
                        bool bAlpha, int pngCompression);
     // The source samples, side * side * channels, rows bottom to top.
     ImageFile_cls mCSource;
+    // Or, with a table, the buffers' raw RGBA half samples (one per eye), which the writer
+    // converts into the sources (their channels and type are set) before anything else.
+    std::shared_ptr<const ReadBackTable_cls> mpCTable;
+    std::vector<uint16_t> mVRaw[2];
     // Set (release) when the work is done; mbOk tells how it went. Not owned: the ring's slot.
     std::atomic<bool>* mpbFinished = nullptr;
     std::atomic<bool>* mpbOk = nullptr;
@@ -26,6 +32,9 @@ public:
 
     // Written beside the target under a hidden name, then renamed onto it.
     static std::string GetTemporaryPath(const std::string& strPath);
+
+    // The source of an eye: 0, or 1 for the second eye of a merged picture.
+    virtual ImageFile_cls& GetSource(int /*eye*/) { return mCSource; }
 
 protected:
     virtual void Resize(ImageFile_cls& out) const;
@@ -45,6 +54,7 @@ class ThreadImageSaveScanline_cls : public ThreadImageSave_cls {
 public:
     // The second eye's samples, laid out as mCSource.
     ImageFile_cls mCSource1;
+    ImageFile_cls& GetSource(int eye) override { return eye == 0 ? mCSource : mCSource1; }
 
 protected:
     void Resize(ImageFile_cls& out) const override;

@@ -65,3 +65,69 @@ bool VolumeFoRender_cls::PrepareData(const VolumeSnap_cls* pA, const VolumeSnap_
     ++mDataCounter;
     return true;
 }
+
+bool VolumeSetting_cls::Boolean_cls::IsInside(const double* q) const {
+    if (mShape == SHAPE_SPHERE) {
+        double sum = 0.0;
+        for (int k = 0; k < 3; ++k) {
+            const double radius = 0.5 * (mMax[k] - mMin[k]);
+            if (radius <= 0.0)
+                return false;
+            const double d = (q[k] - 0.5 * (mMin[k] + mMax[k])) / radius;
+            sum += d * d;
+        }
+        return sum <= 1.0;
+    }
+    for (int k = 0; k < 3; ++k)
+        if (q[k] < mMin[k] || q[k] > mMax[k])
+            return false;
+    return true;
+}
+
+void VolumeFoRender_cls::ApplyBoolean(const std::vector<VolumeSetting_cls::Boolean_cls>& vBoolean) {
+    if (vBoolean.empty() || mData.empty())
+        return;
+    using B = VolumeSetting_cls::Boolean_cls;
+    const int size[3] = {mWidth, mHeight, mDepth};
+    size_t i = 0;
+    for (int z = 0; z < mDepth; ++z)
+        for (int y = 0; y < mHeight; ++y)
+            for (int x = 0; x < mWidth; ++x, ++i) {
+                const int cell[3] = {x, y, z};
+                double q[3];
+                for (int k = 0; k < 3; ++k)
+                    q[k] = (cell[k] + 0.5) / size[k] - 0.5;
+                bool bKeep = true;
+                for (const B& b : vBoolean) {
+                    const bool bInside = b.IsInside(q);
+                    bKeep = b.mType == B::TYPE_INTERSECT    ? bKeep && bInside
+                            : b.mType == B::TYPE_DIFFERENCE ? bKeep && !bInside
+                                                            : bKeep || bInside;
+                }
+                if (!bKeep)
+                    mData[i] = 0;
+            }
+}
+
+void VolumeFoRender_cls::ApplyDownsize(const int* factor) {
+    const int f[3] = {std::max(factor[0], 1), std::max(factor[1], 1), std::max(factor[2], 1)};
+    if ((f[0] == 1 && f[1] == 1 && f[2] == 1) || mData.empty())
+        return;
+    const int w = (mWidth + f[0] - 1) / f[0], h = (mHeight + f[1] - 1) / f[1], d = (mDepth + f[2] - 1) / f[2];
+    std::vector<unsigned char> vOut(static_cast<size_t>(w) * h * d);
+    size_t o = 0;
+    for (int z = 0; z < d; ++z)
+        for (int y = 0; y < h; ++y)
+            for (int x = 0; x < w; ++x, ++o) {
+                unsigned long sum = 0, count = 0;
+                for (int zz = z * f[2]; zz < std::min((z + 1) * f[2], mDepth); ++zz)
+                    for (int yy = y * f[1]; yy < std::min((y + 1) * f[1], mHeight); ++yy)
+                        for (int xx = x * f[0]; xx < std::min((x + 1) * f[0], mWidth); ++xx, ++count)
+                            sum += mData[(static_cast<size_t>(zz) * mHeight + yy) * mWidth + xx];
+                vOut[o] = static_cast<unsigned char>(count ? sum / count : 0);
+            }
+    mData.swap(vOut);
+    mWidth = w;
+    mHeight = h;
+    mDepth = d;
+}

@@ -17,6 +17,22 @@ class VolumeSnap_cls;
 // parameters, made by the object on the main thread and copied for the worker.
 class VolumeSetting_cls {
 public:
+    // A shape that clears voxels, in the box's own space (-0.5 to 0.5 on each axis).
+    class Boolean_cls {
+    public:
+        enum Type_enum { TYPE_INTERSECT, TYPE_DIFFERENCE, TYPE_ADD };
+        enum Shape_enum { SHAPE_BOX, SHAPE_SPHERE };
+        int mType = TYPE_INTERSECT;
+        int mShape = SHAPE_BOX;
+        double mMin[3] = {-1.0, -1.0, -1.0};
+        double mMax[3] = {1.0, 1.0, 1.0};
+        // Whether the voxel centre q lies in the shape; the sphere is the ellipsoid inscribed in
+        // the box of the bounds.
+        bool IsInside(const double* q) const;
+    };
+    // The data processes in stack order; what they are enters mStrProcCounter too.
+    std::vector<Boolean_cls> mVBoolean;
+    int mDownsize[3] = {1, 1, 1}; // blocks of voxels averaged into one, per axis
     wxString mStrProcCounter;
     bool operator==(const VolumeSetting_cls& o) const { return mStrProcCounter == o.mStrProcCounter; }
 };
@@ -34,8 +50,18 @@ public:
         if (!mData.empty() && IsSameStep(step, static_cast<float>(t)) &&
             mStrProcCounter == setting.mStrProcCounter)
             return true;
-        return PrepareData(pA, pB, step, static_cast<float>(t), setting.mStrProcCounter);
+        if (!PrepareData(pA, pB, step, static_cast<float>(t), setting.mStrProcCounter))
+            return false;
+        ApplyBoolean(setting.mVBoolean);
+        ApplyDownsize(setting.mDownsize);
+        return true;
     }
+    // Clears the voxels that the shapes, taken in order, leave out: an intersection keeps the
+    // voxels inside, a difference those outside, and an addition brings back those inside.
+    void ApplyBoolean(const std::vector<VolumeSetting_cls::Boolean_cls>& vBoolean);
+    // Each block of factor[0] x factor[1] x factor[2] voxels becomes their mean (blocks at the
+    // far edges are smaller); the size shrinks to match, at least 1.
+    void ApplyDownsize(const int* factor);
     // Whether the set holds exactly that step and factor.
     bool IsSameStep(int frame, float factor) const { return mFrame == frame && mFactor == factor; }
 

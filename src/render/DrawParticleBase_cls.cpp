@@ -4,6 +4,7 @@
 #include "GLCheckError_cls.h"
 #include "ShaderCtrl_cls.h"
 #include "ShadowAdjacency_cls.h"
+#include "ShadowVolumeCtrl_cls.h"
 
 #include <epoxy/gl.h>
 
@@ -169,17 +170,16 @@ void DrawParticleBase_cls::BindParticleTexture(const DrawInput_cls& input) {
 }
 
 void DrawParticleBase_cls::SetBlend(int blendType) {
-    glEnable(GL_BLEND);
     // The programs write premultiplied colour.
     switch (blendType) {
     case 1: // "Additive"
-        glBlendFunc(GL_ONE, GL_ONE);
+        ShadowVolumeCtrl_cls::SetBlend(true, GL_ONE, GL_ONE);
         break;
     case 2: // "Mix": what is behind shows through by the particle's own colour
-        glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_COLOR);
+        ShadowVolumeCtrl_cls::SetBlend(true, GL_ONE, GL_ONE_MINUS_SRC_COLOR);
         break;
     default: // "Alpha Blend"
-        glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+        ShadowVolumeCtrl_cls::SetBlend(true, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
         break;
     }
 }

@@ -252,8 +252,13 @@ void FramePasses_cls::SetModelViewForEachFBO(int eyeType, int eye, int part, int
         pCamera->GetPCFocalBlurProp()->BlurRotate(&mPosDirDrawNext, ensembleStep, mTime);
     }
     const double tilt = IsCameraDriving() ? pCamera->GetPCCameraProp()->GetDomeTilt(mTime) : 0.0;
-    WideCamera_cls::ModifyCamera(&mPosDirDrawNow, part, wideType, tilt);
-    WideCamera_cls::ModifyCamera(&mPosDirDrawNext, part, wideType, tilt);
+    // The tilted pose is the camera's own, the centre of a wide image: the filters and the pick
+    // see that one, not the face drawn last.
+    WideCamera_cls::ModifyCamera(&mPosDirDrawNow, -1, wideType, tilt);
+    WideCamera_cls::ModifyCamera(&mPosDirDrawNext, -1, wideType, tilt);
+    mPosDirFront = mPosDirDrawNow;
+    WideCamera_cls::ModifyCamera(&mPosDirDrawNow, part, wideType, 0.0);
+    WideCamera_cls::ModifyCamera(&mPosDirDrawNext, part, wideType, 0.0);
     GLPerspective_cls::SetModelView(mPosDirDrawNow, mPosDirDrawNow);
 }
 
@@ -333,7 +338,7 @@ void FramePasses_cls::DrawGrid() {
     glPopAttrib();
 }
 
-void FramePasses_cls::DrawEachFBO(int ensembleStep, bool bHitTest) {
+void FramePasses_cls::DrawEachFBO(int ensembleStep, int compositeIndex, bool bHitTest) {
     ++mDrawCount;
     CheckGLError("BEGIN GRID");
     glEnable(GL_DEPTH_TEST);
@@ -355,6 +360,7 @@ void FramePasses_cls::DrawEachFBO(int ensembleStep, bool bHitTest) {
     status.mbRecording = GpCTimeCtrl && GpCTimeCtrl->IsOutputRunning();
     status.mTime = mTime;
     status.mEnsembleStep = ensembleStep;
+    status.mCompositeIndex = compositeIndex;
     status.mpCMeshDraw = mpCMeshDraw.get();
     status.mpCTextDraw = mpCTextDraw.get();
     status.mpCParticleDraw = mpCParticleDraw.get();
@@ -390,7 +396,7 @@ FBO_cls* FramePasses_cls::GetNewPCFilterProcessed(FBO_cls* pSource, const std::v
         return pSource;
     // Without the depth pass of this paint the depth buffer of the last one is used.
     FBO_cls* pDepth = mpCFBODepth && mpCFBODepth->GetPCDepthTexture() ? mpCFBODepth.get() : nullptr;
-    return pChain->GetNewPCFilterProcessed(pSource, vPasspartout, mPosDirDrawNow, GetPCCamera(), pDepth);
+    return pChain->GetNewPCFilterProcessed(pSource, vPasspartout, mPosDirFront, GetPCCamera(), pDepth);
 }
 
 void FramePasses_cls::ReleaseProcessed() {
@@ -416,25 +422,82 @@ void FramePasses_cls::ProcHitTest(int cameraType) {
     if (!mpCHittest)
         mpCHittest = std::make_unique<Hittest_cls>();
     // The window shows a square cut of the buffer: the mouse goes to the buffer's unit square.
-    const double aspect = static_cast<double>(mVisibleWidth) / mVisibleHeight;
-    const double centreX = 0.5 + (mMouseX - 0.5) * GetModByAspectX();
-    const double centreY = 0.5 + (mMouseY - 0.5) * GetModByAspectY();
-    const int side = GetFitIndex(cameraType, aspect) == 0 ? mVisibleWidth : mVisibleHeight;
-    const double size = msHitTestPixels / side;
-    const std::vector<double> vMinMax = GetVMinMax();
+    const int fit = GetFitIndex(cameraType, static_cast<double>(mVisibleWidth) / mVisibleHeight);
+    double x = mMouseX, y = mMouseY;
+    if (fit == 0)
+        y = 0.5 + (mMouseY - 0.5) * mVisibleHeight / mVisibleWidth;
+    else
+        x = 0.5 + (mMouseX - 0.5) * mVisibleWidth / mVisibleHeight;
     const bool bSelect = mbHitTestPending;
-    mpCHittest->HitTestBegin(centreX, centreY, bSelect ? size : size * 8.0, GetViewAngle(), vMinMax[0],
-                             vMinMax[1], bSelect);
+    // The side of the small window, as a part of the buffer's side.
+    const double size = msHitTestPixels / (fit == 0 ? mVisibleWidth : mVisibleHeight) * (bSelect ? 1.0 : 8.0);
+    const std::vector<double> vMinMax = GetVMinMax();
+    const double angle = GetViewAngle();
+    PositionAndDirection_cls pose = mPosDirFront;
+    if (WideCamera_cls::GetFBONum(cameraType) > 1) {
+        // A wide image has no one frustum: the pick looks along the ray of the point through a
+        // frustum as wide as the window's part of the image.
+        double dir[3];
+        if (!WideCamera_cls::GetDirectionAt(cameraType, 2.0 * x - 1.0, 2.0 * y - 1.0, angle, dir)) {
+            if (bSelect)
+                mStrLastHit.clear();
+            return;
+        }
+        LookAlong(pose, dir);
+        const double across = cameraType == 2 || cameraType == 3 ? angle : 360.0;
+        mpCHittest->HitTestBegin(0.5, 0.5, 1.0, std::max(0.01, across * size), vMinMax[0], vMinMax[1],
+                                 bSelect);
+    } else {
+        mpCHittest->HitTestBegin(x, y, size, WideCamera_cls::GetDegreeV(cameraType, angle), vMinMax[0],
+                                 vMinMax[1], bSelect);
+    }
     if (!bSelect)
         ClearBuffer("GLBG");
-    GLPerspective_cls::SetModelView(mPosDirDrawNow, mPosDirDrawNow);
-    DrawEachFBO(0, bSelect);
+    GLPerspective_cls::SetModelView(pose, pose);
+    DrawEachFBO(0, 0, bSelect);
     const wxString strHit = mpCHittest->HitTestEnd();
     if (!bSelect)
         return;
     mStrLastHit = strHit;
     if (!strHit.empty() && GpCSceneObjCtrl)
         GpCSceneObjCtrl->Select(strHit, mbHitToggle, true, mbHitToggle);
+}
+
+bool FramePasses_cls::DrawQuadBuffered(unsigned int targetFramebuffer, int clientWidth, int clientHeight,
+                                       int fit, int yOffset) {
+    GLboolean bStereo = GL_FALSE;
+    if (targetFramebuffer == 0)
+        glGetBooleanv(GL_STEREO, &bStereo);
+    if (!bStereo) {
+        if (!mbQuadFallbackLogged)
+            wxLogMessage("QUAD BUFFERING: the window has no stereo buffers; the left eye is shown");
+        mbQuadFallbackLogged = true;
+        return false;
+    }
+    const GLenum buffers[2] = {GL_BACK_LEFT, GL_BACK_RIGHT};
+    for (int eye = 0; eye < 2; ++eye) {
+        glDrawBuffer(buffers[eye]);
+        mpCFBOProcessedEye[eye]->DrawOnScreen2DFit(clientWidth, clientHeight, fit, false, yOffset);
+    }
+    glDrawBuffer(GL_BACK);
+    return true;
+}
+
+void FramePasses_cls::LookAlong(PositionAndDirection_cls& pose, const double* dir) {
+    // dir is in the pose's own frame: x right, y up, -z ahead. Up stays the pose's up, unless
+    // the ray runs along it: then the old target serves.
+    double tgt[3], top[3];
+    const bool bVertical =
+        std::fabs(dir[1]) > 0.999 * std::sqrt(dir[0] * dir[0] + dir[1] * dir[1] + dir[2] * dir[2]);
+    for (int k = 0; k < 3; ++k) {
+        tgt[k] = dir[0] * pose.mRight[k] + dir[1] * pose.mTop[k] - dir[2] * pose.mTgt[k];
+        top[k] = bVertical ? (dir[1] > 0.0 ? -pose.mTgt[k] : pose.mTgt[k]) : pose.mTop[k];
+    }
+    for (int k = 0; k < 3; ++k) {
+        pose.mTgt[k] = tgt[k];
+        pose.mTop[k] = top[k];
+    }
+    pose.Normalize();
 }
 
 void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visibleWidth, int visibleHeight,
@@ -490,7 +553,8 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
     const int cameraType = GetCameraType();
     // Record buffers: one, or one per eye for the scan-line type and for a file per eye.
     const int stereoOutput = GpCFrameOutput ? GpCFrameOutput->GetStereoOutput() : 0;
-    const int recordCount = eyes == 2 && (eyeType == 3 || stereoOutput == 1) ? 2 : 1;
+    // "QUAD BUFFERING" has no merged picture: its files are one per eye.
+    const int recordCount = eyes == 2 && (eyeType == 3 || eyeType == 7 || stereoOutput == 1) ? 2 : 1;
     FBO_cls* pRecords[2] = {nullptr, nullptr};
     for (int i = 0; GpCFrameOutput && i < recordCount; ++i)
         pRecords[i] = GpCFrameOutput->GetPCNewFBOForRecord(size, this);
@@ -563,7 +627,7 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
                                     GpCFrameOutput->PrepareViewportInfo();
                                 if (!TimeCtrl_cls::msbForceAbort.load(std::memory_order_acquire)) {
                                     wxLogDebug("fbo%d Start %ld ms", part, stopWatch.Time());
-                                    DrawEachFBO(ensembleStep, false);
+                                    DrawEachFBO(ensembleStep, composite, false);
                                     wxLogDebug("fbo%d END %ld ms", part, stopWatch.Time());
                                     // A shadow-casting light's step: its volumes into the stencil,
                                     // then the shadowed area drawn again without it. A depth
@@ -571,9 +635,9 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
                                     if (shadowStep != 0 && !bDepthPass && shadow.IsUseShadow()) {
                                         shadow.PushState();
                                         shadow.SetStencilState();
-                                        DrawEachFBO(ensembleStep, false);
+                                        DrawEachFBO(ensembleStep, composite, false);
                                         shadow.SetShadowedArea();
-                                        DrawEachFBO(ensembleStep, false);
+                                        DrawEachFBO(ensembleStep, composite, false);
                                         shadow.PopState();
                                     }
                                 }
@@ -655,7 +719,8 @@ void FramePasses_cls::PaintDirectly(int clientWidth, int clientHeight, int visib
     const int yOffset = static_cast<int>((clientHeight - visibleHeight) * 0.5);
     if (eyes == 2 && eyeType == 3 && GpCStereogram)
         GpCStereogram->DrawScanLineOnScreen(mpCFBOProcessedEye, clientWidth, clientHeight, fit, yOffset);
-    else
+    else if (!(eyes == 2 && eyeType == 7 &&
+               DrawQuadBuffered(targetFramebuffer, clientWidth, clientHeight, fit, yOffset)))
         mpCFBOProcessed->DrawOnScreen2DFit(clientWidth, clientHeight, fit, false, yOffset);
     ReleaseProcessed();
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, 0);

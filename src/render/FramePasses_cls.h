@@ -126,7 +126,8 @@ private:
     void BeginFBOAndSetStatus(FBO_cls* pFBO, const wxString& strClearColor, double angle, double zNear,
                               double zFar, bool bDepthTexture);
     void ClearBuffer(const wxString& strColorName);
-    void DrawEachFBO(int ensembleStep, bool bHitTest);
+    // compositeIndex: which of the composer's two images is drawn (0 without composing).
+    void DrawEachFBO(int ensembleStep, int compositeIndex, bool bHitTest);
     void DrawGrid();
     // The result of the filter chain over the source: a buffer of the frame's own when a chain is
     // installed, the source itself otherwise.
@@ -136,6 +137,12 @@ private:
     // With "Loupe=" on or a pick pending: the scene once more through a small window of the
     // frustum at the mouse, drawn into the loupe or picked; a hit is selected.
     void ProcHitTest(int cameraType);
+    // Turns the pose to look along dir, given in the pose's own frame (x right, y up, -z ahead).
+    static void LookAlong(PositionAndDirection_cls& pose, const double* dir);
+    // "QUAD BUFFERING": each eye into its back buffer of the window, when the window's visual
+    // has them; false otherwise (logged once), and the caller shows the left eye.
+    bool DrawQuadBuffered(unsigned int targetFramebuffer, int clientWidth, int clientHeight, int fit,
+                          int yOffset);
     const ColorProvider_cls& GetColorProvider() const;
 
     View3D_cls* mpCView;
@@ -160,6 +167,10 @@ private:
     // Used when the process has no colour provider (a bare renderer).
     std::unique_ptr<ColorProvider_cls> mpCDefaultColors;
     std::unique_ptr<Hittest_cls> mpCHittest;
+    // The camera's own pose of the last sub-pass (its eye, tilted, before the turn to a face of
+    // a wide type): what the filters and the pick see.
+    PositionAndDirection_cls mPosDirFront;
+    bool mbQuadFallbackLogged = false;
     double mMouseX = 0.5;
     double mMouseY = 0.5;
     wxString mStrLastHit;

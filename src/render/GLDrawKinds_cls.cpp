@@ -105,19 +105,23 @@ bool IsLightOnlyStep() {
     return GpCShadowVolumeCtrl && GpCShadowVolumeCtrl->IsLightOnlyStep();
 }
 
+// Light alone: a later step, or the shadowed area, which takes that light off.
+bool IsLightOnlyDraw() {
+    return GpCShadowVolumeCtrl && GpCShadowVolumeCtrl->IsLightOnlyDraw();
+}
+
 // Outside the stencil phases (and on the plain road).
 bool IsOutsideStencil() {
     return !GpCShadowVolumeCtrl || GpCShadowVolumeCtrl->GetPhase() == 0 ||
            GpCShadowVolumeCtrl->GetPhase() == 3;
 }
 
-// In the shadowed area an object that takes no shadow keeps what the lit phase drew.
-bool IsSkippedInShadowedArea(const Material_cls* pMaterial) {
+} // namespace
+
+bool GLDrawKinds_cls::IsSkippedInShadowedArea(const Material_cls* pMaterial) {
     return GpCShadowVolumeCtrl && GpCShadowVolumeCtrl->GetPhase() == 2 && pMaterial &&
            !pMaterial->mCReceiveShadow.GetBodyBOOL();
 }
-
-} // namespace
 
 int GLDrawKinds_cls::BindMaterialTexture(Material_cls* p, GLDrawStatus_cls& status, int unit) {
     if (!p || !p->IsTextureUsed() || !status.mpCMeshDraw)
@@ -184,7 +188,7 @@ int GLDrawKinds_cls::SetMaterial(Material_cls* p, double t) {
     SetMaterialColor(p, GL_AMBIENT, "Ambient", t, alpha);
     SetMaterialColor(p, GL_DIFFUSE, "Diffuse", t, alpha);
     SetMaterialColor(p, GL_SPECULAR, "Specular", t, alpha);
-    if (IsLightOnlyStep()) {
+    if (IsLightOnlyDraw()) {
         const GLfloat black[4] = {0.f, 0.f, 0.f, alpha};
         glMaterialfv(GL_FRONT_AND_BACK, GL_EMISSION, black);
     } else {
@@ -193,13 +197,11 @@ int GLDrawKinds_cls::SetMaterial(Material_cls* p, double t) {
     glMaterialf(
         GL_FRONT_AND_BACK, GL_SHININESS,
         static_cast<GLfloat>(std::min(128.0, std::max(0.0, GetOneValue(p, "Shininess", t, 0, 32.0)))));
-    MaterialOption_cls::BlendFactor_enum src, dst;
-    if (p->SetBlendFunc(src, dst)) {
-        glEnable(GL_BLEND);
-        glBlendFunc(ToGLBlendFactor(src), ToGLBlendFactor(dst));
-    } else {
-        glDisable(GL_BLEND);
-    }
+    MaterialOption_cls::BlendFactor_enum src = MaterialOption_cls::BlendFactor_enum(),
+                                         dst = MaterialOption_cls::BlendFactor_enum();
+    const bool bBlend = p->SetBlendFunc(src, dst);
+    ShadowVolumeCtrl_cls::SetBlend(bBlend, bBlend ? ToGLBlendFactor(src) : GL_ONE,
+                                   bBlend ? ToGLBlendFactor(dst) : GL_ZERO);
     if (p->mCTwoSide.GetBodyBOOL()) {
         glDisable(GL_CULL_FACE);
         glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, GL_TRUE);
@@ -242,6 +244,17 @@ void GLDrawKinds_cls::GLDrawPrimitive(SceneObj_cls* pObj, GLDrawStatus_cls& stat
     params.mbFlat = pMaterial ? SetMaterial(pMaterial, status.mTime) : 0;
     glEnable(GL_LIGHTING);
     params.mTextureMode = status.mbHitTest ? 0 : BindMaterialTexture(pMaterial, status, 0);
+    if (params.mTextureMode == 2 && IsLightOnlyDraw()) {
+        // An image in place of the lit colour shines by itself: the first step drew it. Later
+        // steps add nothing to it, and the shadow takes nothing off, but it still hides what lies
+        // behind it.
+        UnbindMaterialTexture(0);
+        params.mTextureMode = 0;
+        const GLfloat black[4] = {
+            0.f, 0.f, 0.f, static_cast<GLfloat>(GetOneValue(pMaterial, "Alpha", status.mTime, 0, 1.0))};
+        for (GLenum colour : {GL_AMBIENT, GL_DIFFUSE, GL_SPECULAR, GL_EMISSION})
+            glMaterialfv(GL_FRONT_AND_BACK, colour, black);
+    }
     // Without its program (a shader that did not build) the object draws with the fixed
     // pipeline and the same material.
     if (GpCShaderCtrl)
@@ -339,7 +352,7 @@ void GLDrawKinds_cls::GLDrawWorld(SceneObj_cls* pObj, GLDrawStatus_cls& status) 
         return;
     const double t = status.mTime;
     // On a later shadow step the fog only dims the light added: its colour was added once.
-    const std::vector<double> c = IsLightOnlyStep() ? std::vector<double>(3, 0.0) : pFog->GetFogColor(t);
+    const std::vector<double> c = IsLightOnlyDraw() ? std::vector<double>(3, 0.0) : pFog->GetFogColor(t);
     const GLfloat colour[4] = {static_cast<GLfloat>(c[0]), static_cast<GLfloat>(c[1]),
                                static_cast<GLfloat>(c[2]), 1.f};
     const std::vector<double> range = pFog->GetFogRange(t);

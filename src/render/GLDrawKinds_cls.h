@@ -41,6 +41,9 @@ public:
     // resets the matrix and the binding.
     static int BindMaterialTexture(Material_cls* pMaterial, GLDrawStatus_cls& status, int unit);
     static void UnbindMaterialTexture(int unit);
+    // In the shadowed area of a shadow step an object whose material takes no shadow keeps what
+    // the lit phase drew: its draw entry draws nothing then.
+    static bool IsSkippedInShadowedArea(const Material_cls* pMaterial);
     // The colour in which a guide or a highlight is drawn for the select status.
     static void SetGuideColor(int selectStatus, float r, float g, float b);
 };

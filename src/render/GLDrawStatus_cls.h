@@ -19,6 +19,9 @@ public:
     bool mbRecording = false;
     double mTime = 0.0; // normalised time of the draw
     int mEnsembleStep = 0;
+    // Which of the composer's two images of the frame is drawn: the data objects show the step
+    // before (0) or after (1) the time, each unblended.
+    int mCompositeIndex = 0;
     // The next free fixed-pipeline light, counted from GL_LIGHT0; the objects' shaders light
     // with the lights 0 to mLightNumber - 1.
     int mLightNumber = 0;

@@ -1,6 +1,7 @@
 #include "HeightFieldDraw_cls.h"
 
 #include "ColorCurve_cls.h"
+#include "DataViewerBase_cls.h"
 #include "GLCheckError_cls.h"
 #include "GLDrawKinds_cls.h"
 #include "GLDrawStatus_cls.h"
@@ -101,7 +102,8 @@ void HeightFieldDraw_cls::GLDrawSV(HeightField_cls& obj, GLDrawStatus_cls& statu
     if (!status.mbData || (pMaterial && !pMaterial->mCCastShadow.GetBodyBOOL()))
         return;
     // The grid of the frame the lit draw of this step prepared.
-    if (!obj.PrepareDraw() || !obj.mpCCurrent || obj.mpCCurrent->mIndex.empty())
+    if (!DataViewerBase_cls::PrepareDrawByKind(&obj, status.mCompositeIndex) || !obj.mpCCurrent ||
+        obj.mpCCurrent->mIndex.empty())
         return;
     mMapObject[&obj].mCSV.Draw(*obj.mpCCurrent);
 }
@@ -110,13 +112,16 @@ void HeightFieldDraw_cls::GLDraw(HeightField_cls& obj, GLDrawStatus_cls& status)
     if (!status.mbData)
         return;
     Object_cls& o = mMapObject[&obj];
-    if (!obj.PrepareDraw() || !obj.mpCCurrent || obj.mpCCurrent->mIndex.empty()) {
+    if (!DataViewerBase_cls::PrepareDrawByKind(&obj, status.mCompositeIndex) || !obj.mpCCurrent ||
+        obj.mpCCurrent->mIndex.empty()) {
         o.mIndexCount = 0;
         o.mStrStamp.clear();
         return;
     }
     const double nt = status.mTime;
     Upload(o, *obj.mpCCurrent, obj, nt);
+    if (GLDrawKinds_cls::IsSkippedInShadowedArea(obj.GetPCMaterial()))
+        return;
     const bool bCurve = obj.mCColorType.GetBodyINT() == 1 && GetPCCurve(obj);
     const GLuint table = UpdateColorTable(&o, obj, bCurve, nt, o.mStrTableStamp);
 

@@ -1,5 +1,6 @@
 #include "IsosurfaceDraw_cls.h"
 
+#include "DataViewerBase_cls.h"
 #include "GLCheckError_cls.h"
 #include "GLDrawKinds_cls.h"
 #include "GLDrawStatus_cls.h"
@@ -7,12 +8,14 @@
 #include "Isosurface_cls.h"
 #include "Material_cls.h"
 #include "ShaderCtrl_cls.h"
+#include "ShadowAdjacency_cls.h"
+#include "ShadowVolumeCtrl_cls.h"
 
 #include <memory>
 #include <vector>
 
 void IsosurfaceDraw_cls::Register() {
-    RegisterGLKindDraw<IsosurfaceDraw_cls, Isosurface_cls>("Isosurface_cls");
+    RegisterGLKindDraw<IsosurfaceDraw_cls, Isosurface_cls, true>("Isosurface_cls");
 }
 
 int IsosurfaceDraw_cls::GetUploadCount(const Isosurface_cls* p) const {
@@ -54,12 +57,15 @@ void IsosurfaceDraw_cls::GLDraw(Isosurface_cls& obj, GLDrawStatus_cls& status) {
     if (!status.mbData)
         return;
     Object_cls& o = mMapObject[&obj];
-    if (!obj.PrepareDraw() || !obj.mpCCurrent || obj.mpCCurrent->GetTriangleCount() == 0) {
+    if (!DataViewerBase_cls::PrepareDrawByKind(&obj, status.mCompositeIndex) || !obj.mpCCurrent ||
+        obj.mpCCurrent->GetTriangleCount() == 0) {
         o.mTriangleCount = 0;
         o.mStrStamp.clear();
         return;
     }
     Upload(o, *obj.mpCCurrent);
+    if (GLDrawKinds_cls::IsSkippedInShadowedArea(obj.GetPCMaterial()))
+        return;
     glPushAttrib(GL_ALL_ATTRIB_BITS);
     glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
     ObjectPhongParam_cls params;
@@ -86,4 +92,36 @@ void IsosurfaceDraw_cls::GLDraw(Isosurface_cls& obj, GLDrawStatus_cls& status) {
     glPopClientAttrib();
     glPopAttrib();
     GLCheckError_cls::CheckGLError("IsosurfaceDraw::GLDraw");
+}
+
+void IsosurfaceDraw_cls::GLDrawSV(Isosurface_cls& obj, GLDrawStatus_cls& status) {
+    const Material_cls* pMaterial = obj.GetPCMaterial();
+    if (!status.mbData || !GpCShadowVolumeCtrl || (pMaterial && !pMaterial->mCCastShadow.GetBodyBOOL()))
+        return;
+    auto it = mMapObject.find(&obj);
+    if (it == mMapObject.end() || it->second.mTriangleCount == 0 || !it->second.mBuffer)
+        return;
+    Object_cls& o = it->second;
+    if (o.mStrAdjacencyStamp != o.mStrStamp) {
+        const IsosurfaceForRender_cls* pSet = obj.mpCCurrent.get();
+        if (!pSet)
+            return;
+        const std::vector<float>& xyz = pSet->mCSurface.mXYZ;
+        const std::vector<uint32_t> vAdjacency =
+            ShadowAdjacency_cls::GetVAdjacency(xyz.data(), 3, static_cast<int>(xyz.size() / 3));
+        if (!o.mAdjacency)
+            o.mAdjacency = GLBuffer_cls::Make();
+        glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, o.mAdjacency.Get());
+        glBufferData(GL_ELEMENT_ARRAY_BUFFER, static_cast<GLsizeiptr>(vAdjacency.size() * sizeof(uint32_t)),
+                     vAdjacency.data(), GL_STATIC_DRAW);
+        glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+        o.mAdjacencyCount = static_cast<int>(vAdjacency.size());
+        o.mStrAdjacencyStamp = o.mStrStamp;
+    }
+    if (o.mAdjacencyCount == 0 || !GpCShadowVolumeCtrl->BeginShader())
+        return;
+    // The buffer's records are position and normal: the indices count vertices of the surface.
+    ShadowVolumeCtrl_cls::DrawAdjacency(o.mBuffer.Get(), 6 * sizeof(float), o.mAdjacency.Get(),
+                                        o.mAdjacencyCount);
+    GpCShadowVolumeCtrl->EndShader();
 }

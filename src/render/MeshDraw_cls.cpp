@@ -217,7 +217,12 @@ void MeshDraw_cls::DrawMesh(const Mesh_cls& mesh, MeshObj_cls& obj, double t) {
 
     for (const Run_cls& run : mesh.mVRun) {
         float ambient[4], diffuse[4], specular[4], emission[4], shininess = 0.0f;
-        if (run.mbHasMaterial) {
+        // A run of a .mtl material takes the object's material of that name, as the user edited
+        // it; the file's own values serve until the object has it.
+        Material_cls* pMaterial =
+            run.mbHasMaterial ? obj.GetPCMtlMaterial(run.mMaterial.mStrName) : obj.GetPCMaterial();
+        GLuint texture = run.mTexture;
+        if (run.mbHasMaterial && !pMaterial) {
             const WavefrontMaterial_cls& m = run.mMaterial;
             std::copy_n(m.mAmbient, 3, ambient);
             std::copy_n(m.mDiffuse, 3, diffuse);
@@ -226,7 +231,6 @@ void MeshDraw_cls::DrawMesh(const Mesh_cls& mesh, MeshObj_cls& obj, double t) {
             diffuse[3] = m.mAlpha;
             shininess = m.mShininess;
         } else {
-            Material_cls* pMaterial = obj.GetPCMaterial();
             auto get = [&](const char* strGroup, float* pOut) {
                 std::vector<double> v = pMaterial ? pMaterial->GetColor(strGroup, t) : std::vector<double>();
                 for (size_t k = 0; k < 4; ++k)
@@ -236,9 +240,19 @@ void MeshDraw_cls::DrawMesh(const Mesh_cls& mesh, MeshObj_cls& obj, double t) {
             get("Diffuse", diffuse);
             get("Specular", specular);
             get("Emission", emission);
+            if (run.mbHasMaterial) {
+                float value[4];
+                get("Shininess", value);
+                shininess = value[0];
+                // The file's own picture keeps the run's reference; another one is taken once.
+                const wxString strTexture = pMaterial->mCTextureFile.GetBodySTR();
+                texture = !pMaterial->IsTextureUsed()     ? 0
+                          : strTexture == run.mStrTexture ? run.mTexture
+                                                          : GetMaterialTexture(strTexture);
+            }
         }
         // A later shadow step adds light only.
-        if (GpCShadowVolumeCtrl && GpCShadowVolumeCtrl->IsLightOnlyStep())
+        if (GpCShadowVolumeCtrl && GpCShadowVolumeCtrl->IsLightOnlyDraw())
             std::fill_n(emission, 3, 0.0f);
         ambient[3] = specular[3] = emission[3] = diffuse[3];
         // GL takes shininess up to 128; .mtl files write up to 1000.
@@ -249,14 +263,9 @@ void MeshDraw_cls::DrawMesh(const Mesh_cls& mesh, MeshObj_cls& obj, double t) {
             glMaterialfv(GL_FRONT_AND_BACK, colour.first, colour.second);
         glMaterialf(GL_FRONT_AND_BACK, GL_SHININESS, shininess);
         glColor4fv(diffuse);
-        if (diffuse[3] < 1.0f) {
-            glEnable(GL_BLEND);
-            glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-        } else {
-            glDisable(GL_BLEND);
-        }
-        if (run.mTexture != 0) {
-            glBindTexture(GL_TEXTURE_2D, run.mTexture);
+        ShadowVolumeCtrl_cls::SetBlend(diffuse[3] < 1.0f, GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+        if (texture != 0) {
+            glBindTexture(GL_TEXTURE_2D, texture);
             glEnable(GL_TEXTURE_2D);
             glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
         } else {
@@ -264,7 +273,7 @@ void MeshDraw_cls::DrawMesh(const Mesh_cls& mesh, MeshObj_cls& obj, double t) {
             glDisable(GL_TEXTURE_2D);
         }
         if (locTextureMode >= 0)
-            glUniform1i(locTextureMode, run.mTexture != 0 ? 1 : 0);
+            glUniform1i(locTextureMode, texture != 0 ? 1 : 0);
         glDrawArrays(GL_TRIANGLES, run.mFirstVertex, run.mNumVertex);
     }
     glBindBuffer(GL_ARRAY_BUFFER, 0);

@@ -344,7 +344,8 @@ void ParticleDraw_cls::GLDraw(Particle_cls& obj, GLDrawStatus_cls& status) {
     // the first one prepared, as later ensemble steps do.
     const ShadowVolumeCtrl_cls* pShadow = GpCShadowVolumeCtrl;
     const bool bShadowRepeat = pShadow && (pShadow->GetPhase() != 0 || !pShadow->IsFirstStep());
-    if (!obj.PrepareDraw(bShadowRepeat ? std::max(1, status.mEnsembleStep) : status.mEnsembleStep, 0)) {
+    if (!obj.PrepareDraw(bShadowRepeat ? std::max(1, status.mEnsembleStep) : status.mEnsembleStep,
+                         status.mCompositeIndex)) {
         // A missing snap: not drawn in this frame, and nothing is said.
         obj.WaitPrepareNext();
         return;

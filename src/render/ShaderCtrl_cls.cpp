@@ -45,6 +45,7 @@ enum ProgramIndex_enum {
     PRG_PointBillboardPlain,
     PRG_PointSquarePlain,
     PRG_PointCirclePlain,
+    PRG_SVStreamlineTriangles,
 };
 
 struct ProgramRow_cls {
@@ -214,6 +215,14 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
         // Plain points of one shape and no image: the colour premultiplied once per point.
         {"PointSquarePlain", "GL/PointBasic", false, false, point, pointAttributes, "PLAIN\n#define SQUARE"},
         {"PointCirclePlain", "GL/PointBasic", false, false, point, pointAttributes, "PLAIN\n#define CIRCLE"},
+        // The shadow volumes of stream-line ribbons: the ribbon's quads, closed.
+        {"SVStreamlineTriangles",
+         "GL/SVStreamlineTriangles",
+         false,
+         false,
+         with(sv,
+              {"lineWidth", "viewport", "useClip", "clipBoxMin", "clipBoxMax", "matrix16", "thinningFactor"}),
+         {}},
     };
     return table;
 }
@@ -711,6 +720,21 @@ void ShaderCtrl_cls::BeginSVTrinagleMesh(ShaderSVTriangleMesh_cls* p) {
 }
 void ShaderCtrl_cls::BeginSVTrinagleMeshHF(ShaderSVTriangleMesh_cls* p) {
     BeginSV(PRG_SVTriangleMeshHF, p);
+}
+void ShaderCtrl_cls::BeginSVStreamlineTriangle(ShaderSVTriangleMesh_cls* p,
+                                               const StreamlineTriangleParam_cls& ribbon) {
+    BeginSV(PRG_SVStreamlineTriangles, p);
+    ShaderItem_cls& item = Item(PRG_SVStreamlineTriangles);
+    if (!item.IsValid() || mCurrentProgram != item.GetProgram())
+        return;
+    auto loc = [&item](const char* strName) { return item.GetLocationByName(strName); };
+    glUniform1f(loc("lineWidth"), ribbon.mLineWidth);
+    glUniform4fv(loc("viewport"), 1, ribbon.mViewport);
+    glUniform1i(loc("useClip"), ribbon.mUseClip);
+    glUniform3fv(loc("clipBoxMin"), 1, ribbon.mClipBoxMin);
+    glUniform3fv(loc("clipBoxMax"), 1, ribbon.mClipBoxMax);
+    glUniformMatrix4fv(loc("matrix16"), 1, GL_FALSE, ribbon.mMatrix16);
+    glUniform1f(loc("thinningFactor"), ribbon.mThinningFactor);
 }
 
 void ShaderCtrl_cls::BeginHF(ShaderHF_cls* p) {

@@ -58,6 +58,9 @@ public:
     void BeginSVTrinagleMeshHF(ShaderSVTriangleMesh_cls* pParams);
     void BeginStreamlineBasic(StreamlineBasicParam_cls* pParams);
     void BeginStreamlineTriangle(StreamlineTriangleParam_cls* pParams);
+    // The shadow volumes of ribbons drawn with the ribbon's record.
+    void BeginSVStreamlineTriangle(ShaderSVTriangleMesh_cls* pParams,
+                                   const StreamlineTriangleParam_cls& ribbon);
     void EndShader();
     // cullingSide of the two shadow volume programs, while bound; bFlat of "HF".
     void SetCullingSide(int side);

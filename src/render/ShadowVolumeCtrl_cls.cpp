@@ -78,15 +78,14 @@ void ShadowVolumeCtrl_cls::GetLightFactor(const SceneObj_cls* pLight, float& amb
     ambient = direct = 1.f;
     if (!mbActive)
         return;
-    ambient = IsFirstStep() ? 1.f : 0.f;
+    ambient = IsLightOnlyDraw() ? 0.f : 1.f;
     if (mStep == 0) {
         direct = IsCasting(pLight) ? 0.f : 1.f;
         return;
     }
+    // In the shadowed area too the step's light alone shines: that is what the shadow takes away.
     const Step_cls* pStep = GetPCStep();
-    // In the shadowed area the step's light is what the shadow takes away.
-    direct =
-        pStep && pStep->mpCLight == pLight && mPhase != 2 ? 1.f / static_cast<float>(pStep->mSampleNum) : 0.f;
+    direct = pStep && pStep->mpCLight == pLight ? 1.f / static_cast<float>(pStep->mSampleNum) : 0.f;
 }
 
 void ShadowVolumeCtrl_cls::GetLightPosition(const SceneObj_cls* pLight, int lightType, float* out) const {
@@ -108,7 +107,7 @@ void ShadowVolumeCtrl_cls::GetLightPosition(const SceneObj_cls* pLight, int ligh
 }
 
 void ShadowVolumeCtrl_cls::SetLightModelForStep() const {
-    if (!IsLightOnlyStep())
+    if (!IsLightOnlyDraw())
         return;
     const GLfloat black[4] = {0.f, 0.f, 0.f, 1.f};
     glLightModelfv(GL_LIGHT_MODEL_AMBIENT, black);
@@ -162,6 +161,24 @@ void ShadowVolumeCtrl_cls::SetShadowedArea() {
     glDepthFunc(GL_LEQUAL);
     glStencilFunc(GL_NOTEQUAL, 0, ~0u);
     glStencilOp(GL_KEEP, GL_KEEP, GL_KEEP);
+    // What a receiver draws now is the light it added in phase 0; a kind that sets no blending
+    // of its own is opaque.
+    glBlendEquation(GL_FUNC_REVERSE_SUBTRACT);
+    SetBlend(false, GL_ONE, GL_ZERO);
+}
+
+void ShadowVolumeCtrl_cls::SetBlend(bool bBlend, GLenum src, GLenum dst) {
+    if (GpCShadowVolumeCtrl && GpCShadowVolumeCtrl->GetPhase() == 2) {
+        glEnable(GL_BLEND);
+        glBlendFuncSeparate(bBlend ? src : GL_ONE, GL_ONE, GL_ZERO, GL_ONE);
+        return;
+    }
+    if (!bBlend) {
+        glDisable(GL_BLEND);
+        return;
+    }
+    glEnable(GL_BLEND);
+    glBlendFunc(src, dst);
 }
 
 void ShadowVolumeCtrl_cls::PopState() {
@@ -196,6 +213,15 @@ bool ShadowVolumeCtrl_cls::BeginShaderHF(int channel) {
     return GpCShaderCtrl->GetCurrentProgram() != 0;
 }
 
+bool ShadowVolumeCtrl_cls::BeginShaderRibbon(const StreamlineTriangleParam_cls& ribbon) {
+    if (!GpCShaderCtrl)
+        return false;
+    ShaderSVTriangleMesh_cls params;
+    params.mShadowLength = GetShadowLength();
+    GpCShaderCtrl->BeginSVStreamlineTriangle(&params, ribbon);
+    return GpCShaderCtrl->GetCurrentProgram() != 0;
+}
+
 void ShadowVolumeCtrl_cls::EndShader() {
     if (GpCShaderCtrl)
         GpCShaderCtrl->EndShader();
@@ -209,7 +235,8 @@ void ShadowVolumeCtrl_cls::DrawShapeSV(const VBOBaseObject_cls& shape) {
     EndShader();
 }
 
-void ShadowVolumeCtrl_cls::DrawAdjacency(GLuint positions, int strideBytes, GLuint adjacency, int count) {
+void ShadowVolumeCtrl_cls::DrawAdjacency(GLuint positions, int strideBytes, GLuint adjacency, int count,
+                                         int texCoordBytes) {
     if (count <= 0)
         return;
     glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
@@ -220,6 +247,12 @@ void ShadowVolumeCtrl_cls::DrawAdjacency(GLuint positions, int strideBytes, GLui
     glDisableClientState(GL_TEXTURE_COORD_ARRAY);
     glDisableClientState(GL_COLOR_ARRAY);
     glVertexPointer(3, GL_FLOAT, strideBytes, nullptr);
+    if (texCoordBytes >= 0) {
+        glClientActiveTexture(GL_TEXTURE0);
+        glEnableClientState(GL_TEXTURE_COORD_ARRAY);
+        glTexCoordPointer(2, GL_FLOAT, strideBytes,
+                          reinterpret_cast<const void*>(static_cast<size_t>(texCoordBytes)));
+    }
     glDrawElements(GL_TRIANGLES_ADJACENCY, count, GL_UNSIGNED_INT, nullptr);
     glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
     glBindBuffer(GL_ARRAY_BUFFER, 0);

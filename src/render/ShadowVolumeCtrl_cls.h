@@ -7,9 +7,10 @@
 //
 // A step other than 0 draws the scene three times: lit (phase 0), then the shadow volumes of the
 // step's light counted into the stencil (phase 1, depth-fail, so the camera may stand inside a
-// shadow), then the receivers again without the step's light where the count is not 0 (phase 2);
-// after PopState the phase is 3. With shadows off there is one step, 0 to 1, always in phase 0,
-// and nothing here touches GL: the frame is the plain one.
+// shadow), then where the count is not 0 the receivers again with the step's light alone, taken
+// off what phase 0 drew (phase 2): a transparent receiver loses the light its own layer added and
+// keeps what shows through it. After PopState the phase is 3. With shadows off there is one step, 0 to 1,
+// always in phase 0, and nothing here touches GL: the frame is the plain one.
 //
 // The keys are the block "ShadowVolumeCtrl" of the project: "UseShadowVolume=", the samples and
 // size of soft lights, the length of the volumes. Main thread only; the GL calls on the GL thread.
@@ -27,6 +28,7 @@ class FBO_cls;
 class SceneObj_cls;
 class SceneObjCtrl_cls;
 class ShaderSVTriangleMesh_cls;
+class StreamlineTriangleParam_cls;
 class VBOBaseObject_cls;
 
 class ShadowVolumeCtrl_cls : public ConfListContainer_cls {
@@ -62,6 +64,13 @@ public:
     // light (lines, text, points, the background) is left out, and ambient light and emission
     // are black.
     bool IsLightOnlyStep() const { return mbActive && mbSumming && mStep != mFirst; }
+    // A draw of light alone, without ambient light, emission or fog colour: a later step, or
+    // the shadowed area, whose draw is taken off.
+    bool IsLightOnlyDraw() const { return IsLightOnlyStep() || (mbActive && mPhase == 2); }
+    // Blending of a lit kind's draw (bBlend: with the source and destination factors; else
+    // opaque). In the shadowed area the draw is taken off by its source factor instead, and the
+    // alpha kept.
+    static void SetBlend(bool bBlend, GLenum src, GLenum dst);
     // Whether the steps of this pass are added up (the colour pass); the depth pass keeps the
     // depth of its last step, so each of its steps draws everything.
     void SetSumming(bool bSumming) { mbSumming = bSumming; }
@@ -84,7 +93,8 @@ public:
     // (back faces behind the scene up, front faces behind it down), which goes to GL_LIGHT0 in
     // the current (view) model-view.
     void SetStencilState();
-    // Phase 2: colour on, the receivers again where the stencil is not 0, at their own depth.
+    // Phase 2: colour on, the receivers again where the stencil is not 0, at their own depth,
+    // subtracted.
     void SetShadowedArea();
     void PopState();
 
@@ -92,13 +102,17 @@ public:
     // Binds "SVTriangleMesh" with this frame's length; false when the program is missing.
     bool BeginShader();
     bool BeginShaderHF(int channel);
+    // The volumes of stream-line ribbons as the ribbon's record draws them.
+    bool BeginShaderRibbon(const StreamlineTriangleParam_cls& ribbon);
     void EndShader();
     // Draws the shape's volume with the current model-view (primitives).
     void DrawShapeSV(const VBOBaseObject_cls& shape);
     // GL_TRIANGLES_ADJACENCY of count indices from the element buffer over the positions (three
     // floats at the start of each record of strideBytes) of the array buffer, through the bound
-    // program. Every binding is restored.
-    static void DrawAdjacency(GLuint positions, int strideBytes, GLuint adjacency, int count);
+    // program; with texCoordBytes 0 or more, two floats there are texture coordinate 0. Every
+    // binding is restored.
+    static void DrawAdjacency(GLuint positions, int strideBytes, GLuint adjacency, int count,
+                              int texCoordBytes = -1);
 
     // ---- the sum of the steps ----
     // The buffer takes the size of like; the first step clears it.

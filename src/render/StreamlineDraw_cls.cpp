@@ -2,12 +2,14 @@
 
 #include "ClassProvider_cls.h"
 #include "ColorCurve_cls.h"
+#include "DataViewerBase_cls.h"
 #include "GLCheckError_cls.h"
 #include "GLDrawKinds_cls.h"
 #include "GLDrawStatus_cls.h"
 #include "GLKindDraw.h"
 #include "Material_cls.h"
 #include "ShaderCtrl_cls.h"
+#include "ShadowVolumeCtrl_cls.h"
 #include "Streamline_cls.h"
 #include "Trimming_cls.h"
 
@@ -16,7 +18,7 @@
 #include <memory>
 
 void StreamlineDraw_cls::Register() {
-    RegisterGLKindDraw<StreamlineDraw_cls, Streamline_cls>("Streamline_cls");
+    RegisterGLKindDraw<StreamlineDraw_cls, Streamline_cls, true>("Streamline_cls");
 }
 
 StreamlineDraw_cls::~StreamlineDraw_cls() {
@@ -129,12 +131,63 @@ void StreamlineDraw_cls::SetClip(Streamline_cls& obj, double nt, StreamlineBasic
     }
 }
 
+void StreamlineDraw_cls::SetRibbon(Streamline_cls& obj, double nt, StreamlineTriangleParam_cls& params) {
+    SetClip(obj, nt, params);
+    params.mLineWidth = static_cast<float>(std::max(1.0, obj.mCLineWidth.GetBodyDOUBLE()));
+    params.mMappingType = obj.mCMappingType.GetBodyINT() == 1 ? 1 : 0;
+    GLint viewport[4] = {0, 0, 1, 1};
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    for (int i = 0; i < 4; ++i)
+        params.mViewport[i] = static_cast<float>(viewport[i]);
+}
+
+void StreamlineDraw_cls::BindBuffers(const Object_cls& o) {
+    glBindBuffer(GL_ARRAY_BUFFER, o.mPosition.Get());
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glVertexPointer(3, GL_FLOAT, 0, nullptr);
+    glClientActiveTexture(GL_TEXTURE0);
+    glBindBuffer(GL_ARRAY_BUFFER, o.mCoord.Get());
+    glEnableClientState(GL_TEXTURE_COORD_ARRAY);
+    glTexCoordPointer(4, GL_FLOAT, 0, nullptr);
+    glBindBuffer(GL_ARRAY_BUFFER, 0);
+    glDisableClientState(GL_NORMAL_ARRAY);
+    glDisableClientState(GL_COLOR_ARRAY);
+}
+
+void StreamlineDraw_cls::GLDrawSV(Streamline_cls& obj, GLDrawStatus_cls& status) {
+    // Ribbons cast; lines and points are too thin to.
+    const Material_cls* pMaterial = obj.GetPCMaterial();
+    if (!status.mbData || !GpCShadowVolumeCtrl || obj.mCDrawType.GetBodyINT() != 1 ||
+        (pMaterial && !pMaterial->mCCastShadow.GetBodyBOOL()))
+        return;
+    auto it = mMapObject.find(&obj);
+    if (it == mMapObject.end() || it->second.mPointCount == 0 || it->second.mVFirst.empty())
+        return;
+    const Object_cls& o = it->second;
+    StreamlineTriangleParam_cls params;
+    SetRibbon(obj, status.mTime, params);
+    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+    BindBuffers(o);
+    if (GpCShadowVolumeCtrl->BeginShaderRibbon(params)) {
+        glMultiDrawArrays(GL_LINE_STRIP, o.mVFirst.data(), o.mVCount.data(),
+                          static_cast<GLsizei>(o.mVFirst.size()));
+        GpCShadowVolumeCtrl->EndShader();
+    }
+    glPopClientAttrib();
+    GLCheckError_cls::CheckGLError("StreamlineDraw::GLDrawSV");
+}
+
 void StreamlineDraw_cls::GLDraw(Streamline_cls& obj, GLDrawStatus_cls& status) {
     if (!status.mbData)
         return;
+    // The lines' colour is their own, not the lights': the shadow takes nothing off them.
+    const ShadowVolumeCtrl_cls* pShadow = GpCShadowVolumeCtrl;
+    if (pShadow && pShadow->GetPhase() == 2)
+        return;
     Object_cls& o = mMapObject[&obj];
     // A frame without data draws nothing, not the lines of an earlier frame.
-    if (!obj.PrepareDraw() || !obj.mpCCurrent || obj.mpCCurrent->GetPointCount() == 0) {
+    if (!DataViewerBase_cls::PrepareDrawByKind(&obj, status.mCompositeIndex) || !obj.mpCCurrent ||
+        obj.mpCCurrent->GetPointCount() == 0) {
         o.mPointCount = 0;
         o.mStrStamp.clear();
         return;
@@ -144,21 +197,20 @@ void StreamlineDraw_cls::GLDraw(Streamline_cls& obj, GLDrawStatus_cls& status) {
     const bool bCurve = obj.mCColorType.GetBodyINT() == 1 && GetPCCurve(obj);
     const GLuint table = UpdateColorTable(&o, obj, bCurve, nt, o.mStrTableStamp);
     const bool bRibbon = obj.mCDrawType.GetBodyINT() == 1;
-    const float width = static_cast<float>(std::max(1.0, obj.mCLineWidth.GetBodyDOUBLE()));
+    // A later shadow step adds light only: the lines, drawn on the first, are black there and
+    // still hide what lies behind them.
+    const bool bBlack = pShadow && pShadow->IsLightOnlyStep();
     float color[4];
     GetMaterialColor(obj, nt, color);
+    if (bBlack)
+        color[0] = color[1] = color[2] = 0.f;
 
     StreamlineTriangleParam_cls params;
     params.mEnsembleStep = status.mEnsembleStep;
     params.mLightNumber = status.mLightNumber;
-    params.mTextureMode = bCurve ? 1 : 0;
-    SetClip(obj, nt, params);
-    params.mLineWidth = width;
-    params.mMappingType = obj.mCMappingType.GetBodyINT() == 1 ? 1 : 0;
-    GLint viewport[4] = {0, 0, 1, 1};
-    glGetIntegerv(GL_VIEWPORT, viewport);
-    for (int i = 0; i < 4; ++i)
-        params.mViewport[i] = static_cast<float>(viewport[i]);
+    params.mTextureMode = bCurve && !bBlack ? 1 : 0;
+    SetRibbon(obj, nt, params);
+    const float width = params.mLineWidth;
 
     glPushAttrib(GL_ALL_ATTRIB_BITS);
     glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
@@ -172,21 +224,12 @@ void StreamlineDraw_cls::GLDraw(Streamline_cls& obj, GLDrawStatus_cls& status) {
     glActiveTexture(GL_TEXTURE0);
     glBindTexture(GL_TEXTURE_1D, table);
     // A ribbon carries the material's image, stretched or repeated along it.
-    const bool bImage = bRibbon && !status.mbHitTest &&
+    const bool bImage = bRibbon && !status.mbHitTest && !bBlack &&
                         GLDrawKinds_cls::BindMaterialTexture(obj.GetPCMaterial(), status, 1) != 0;
     if (bImage)
         params.mTextureMode |= 2;
 
-    glBindBuffer(GL_ARRAY_BUFFER, o.mPosition.Get());
-    glEnableClientState(GL_VERTEX_ARRAY);
-    glVertexPointer(3, GL_FLOAT, 0, nullptr);
-    glClientActiveTexture(GL_TEXTURE0);
-    glBindBuffer(GL_ARRAY_BUFFER, o.mCoord.Get());
-    glEnableClientState(GL_TEXTURE_COORD_ARRAY);
-    glTexCoordPointer(4, GL_FLOAT, 0, nullptr);
-    glBindBuffer(GL_ARRAY_BUFFER, 0);
-    glDisableClientState(GL_NORMAL_ARRAY);
-    glDisableClientState(GL_COLOR_ARRAY);
+    BindBuffers(o);
 
     if (!o.mVFirst.empty()) {
         if (bRibbon) {

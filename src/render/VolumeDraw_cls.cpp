@@ -2,6 +2,7 @@
 
 #include "ClassProvider_cls.h"
 #include "ColorCurve_cls.h"
+#include "DataViewerBase_cls.h"
 #include "GLCheckError_cls.h"
 #include "GLDrawStatus_cls.h"
 #include "GetPC_cls.h"
@@ -160,7 +161,8 @@ void VolumeDraw_cls::GLDraw(VolumeBox_cls& obj, GLDrawStatus_cls& status) {
     // Volumes cast no shadow volumes: nothing to draw in the stencil phases.
     if (GpCShadowVolumeCtrl && GpCShadowVolumeCtrl->GetPhase() != 0 && GpCShadowVolumeCtrl->GetPhase() != 3)
         return;
-    if (!obj.PrepareDraw() || obj.mpCCurrent->mData.empty()) {
+    if (!DataViewerBase_cls::PrepareDrawByKind(&obj, status.mCompositeIndex) ||
+        obj.mpCCurrent->mData.empty()) {
         // A missing snap: nothing is drawn in this frame.
         obj.WaitPrepareNext();
         return;

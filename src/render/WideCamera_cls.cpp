@@ -215,6 +215,42 @@ bool WideCamera_cls::MapDirection(int type, const double* pDir, double angle, in
     }
 }
 
+bool WideCamera_cls::GetDirectionAt(int type, double x, double y, double angle, double* pDir) {
+    // A disk of diskAngle degrees, looking ahead (sign 1) or back with its right side mirrored.
+    auto disk = [pDir](double dx, double dy, double sign, double diskAngle) {
+        const double r = std::hypot(dx, dy);
+        if (r > 1.0)
+            return false;
+        const double theta = r * diskAngle * 0.5 * kPiExact / 180.0;
+        const double s = r > 0.0 ? sin(theta) / r : 0.0;
+        pDir[0] = dx * s * sign;
+        pDir[1] = dy * s;
+        pDir[2] = -cos(theta) * sign;
+        return true;
+    };
+    switch (type) {
+    case 2:
+    case 3:
+        return disk(x, y, 1.0, angle);
+    case 5:
+        return disk(x, y, 1.0, 360.0);
+    case 4:
+        return x < 0.0 ? disk((x + 0.5) * 2.0, y * 2.0, 1.0, 180.0)
+                       : disk((x - 0.5) * 2.0, y * 2.0, -1.0, 180.0);
+    case 6: {
+        if (std::fabs(y) > 0.5 || std::fabs(x) > 1.0)
+            return false;
+        const double longitude = x * kPiExact, latitude = y * kPiExact;
+        pDir[0] = cos(latitude) * sin(longitude);
+        pDir[1] = sin(latitude);
+        pDir[2] = -cos(latitude) * cos(longitude);
+        return true;
+    }
+    default:
+        return false;
+    }
+}
+
 WideCameraMesh_cls WideCamera_cls::MakeMesh(int type, int part, double angle, int size, int disk) {
     WideCameraMesh_cls mesh;
     if (!IsWide(type) || part < 0 || part >= GetFBONum(type))

@@ -63,6 +63,9 @@ public:
     // of the type, in -1 to 1; false where the type shows no such direction. For the dual
     // fisheye, `disk` chooses the half.
     static bool MapDirection(int type, const double* pDir, double angle, int disk, double* pX, double* pY);
+    // The other way: the direction (unit, in the camera's own frame) that the point (x, y) of
+    // the target shows; false where the type shows nothing (outside the disks or the band).
+    static bool GetDirectionAt(int type, double x, double y, double angle, double* pDir);
 
     // ---- GL thread ----
     // Stores the face size and makes the missing faces (colour depth 8 or 16). The faces join

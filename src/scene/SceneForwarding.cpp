@@ -4,6 +4,7 @@
 #include "FilterTagHost_ifc.h"
 #include "Main_cls.h"
 #include "ParamGroup_cls.h"
+#include "Parser_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "UndoManager_cls.h"
 
@@ -40,6 +41,14 @@ wxString Main_cls::GetStrCommandParamGroup(const wxString& strTag) {
 
 void Main_cls::SetParameterConfCommand(const wxString& strTag, const wxString& strKey, bool bValue,
                                        bool bAll) {
+    if (FilterTagHost_ifc* pHost = GetPCFilterHost(strTag)) {
+        wxString strGroupTag = strTag;
+        const wxString strMember = Parser_cls::PopLastItemFromStrLine(strGroupTag, "::");
+        SceneObjCtrl_cls::PushParameterConf(pHost->GetPCParamGroup(strGroupTag),
+                                            pHost->GetStrCommandParamGroup(strGroupTag), strMember, strKey,
+                                            bValue, bAll);
+        return;
+    }
     if (GpCSceneObjCtrl)
         GpCSceneObjCtrl->SetParameterConfCommand(strTag, strKey, bValue, bAll);
 }

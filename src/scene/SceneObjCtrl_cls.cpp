@@ -537,9 +537,17 @@ bool SceneObjCtrl_cls::SetParameterConfCommand(const wxString& strTag, const wxS
     wxString strGroupTag = strTag;
     const wxString strMember = PopLastItemFromStrLine(strGroupTag, "::");
     ParamGroup_cls* pGroup = GetPCParamGroup(strGroupTag);
-    if (!pGroup || !GpCUndo)
+    if (!pGroup)
         return false;
-    const wxString strCanonical = GetStrCommandParamGroup(strGroupTag, pGroup);
+    return PushParameterConf(pGroup, GetStrCommandParamGroup(strGroupTag, pGroup), strMember, strKey, bValue,
+                             bAll);
+}
+
+bool SceneObjCtrl_cls::PushParameterConf(ParamGroup_cls* pGroup, const wxString& strCanonical,
+                                         const wxString& strMember, const wxString& strKey, bool bValue,
+                                         bool bAll) {
+    if (!pGroup || !GpCUndo || strCanonical.empty())
+        return false;
     const wxString strHead = strKey.EndsWith("=") ? strKey : strKey + "=";
     auto pushOne = [&](Parameter_cls& param) {
         ConfItem_cls* pItem = param.GetPCItem(strHead);

@@ -94,6 +94,10 @@ public:
     // TimeDepend=, Locked= or Extrapolate= of a member (the tag ends at it), or of every member
     // with bAll, in one block.
     bool SetParameterConfCommand(const wxString& strTag, const wxString& strKey, bool bValue, bool bAll);
+    // The same on a group already found, whose commands go to strCanonical (a scene object's or a
+    // filter's group): the member strMember, or every member with bAll.
+    static bool PushParameterConf(ParamGroup_cls* pGroup, const wxString& strCanonical,
+                                  const wxString& strMember, const wxString& strKey, bool bValue, bool bAll);
 
     // ---- native operations ----
     // Takes the object out of the tree; its children take its place in its parent.

@@ -6,6 +6,7 @@
 #include "LightSource_cls.h"
 #include "LuaInterpreter_cls.h"
 #include "Main_cls.h"
+#include "Material_cls.h"
 #include "MeshObj_cls.h"
 #include "OwnedService_cls.h"
 #include "Primitive_cls.h"
@@ -36,6 +37,13 @@ void RegisterSceneServices() {
     KindTable_cls::Clear();
     RegisterObject<Primitive_cls>("Primitive_cls");
     RegisterObject<MeshObj_cls>("MeshObj_cls");
+    // A mesh's further materials are those of its .mtl file, which the file itself brings: the
+    // user adds none.
+    KindTable_cls::Entry_cls& mesh = KindTable_cls::Register("MeshObj_cls", KindTable_cls::GROUP_OBJECT);
+    mesh.mFuncNewMaterial = [](SceneObj_cls*, const wxString& strName) -> Attribute_cls* {
+        return MeshObj_cls::GetPNewMtlMaterial(strName);
+    };
+    mesh.mFuncCanAddMaterial = [](SceneObj_cls*) { return false; };
     RegisterObject<TextObj_cls>("TextObj_cls");
     RegisterObject<LightSource_cls>("LightSource_cls");
     RegisterObject<Camera_cls>("Camera_cls");

@@ -180,29 +180,8 @@ int VolumeSnap_cls::PrepareRead() {
     return 1;
 }
 
-bool VolumeSnap_cls::ReadData(bool) {
-    const int step = PrepareRead();
-    if (step != 1)
-        return step == 2;
-    mReadStarted = true;
-    ++mReadCount;
-    mReadFinished.store(false, std::memory_order_release);
-    std::unique_ptr<VolumeReadBase_cls> pReader;
-    if (mZStack)
-        pReader = std::make_unique<ThreadImgSeqRead>();
-    else
-        pReader = std::make_unique<ThreadDF3Read>();
-    pReader->SetParameters(&mReadFinished, this);
-    mReadFile = mFile;
-    pReader->DoRead();
-    mReadFinished.store(true, std::memory_order_release);
-    return true;
-}
-
-bool VolumeSnap_cls::PrefetchData(bool zStack) {
-    ReadHeader(zStack);
-    if (PrepareRead() != 1)
-        return false;
+// Marks a read as started and makes the reader of this snap's kind (an image stack or a df3 file).
+std::shared_ptr<VolumeReadBase_cls> VolumeSnap_cls::StartRead() {
     mReadStarted = true;
     ++mReadCount;
     mReadFinished.store(false, std::memory_order_release);
@@ -213,6 +192,23 @@ bool VolumeSnap_cls::PrefetchData(bool zStack) {
         pReader = std::make_shared<ThreadDF3Read>();
     pReader->SetParameters(&mReadFinished, this);
     mReadFile = mFile;
+    return pReader;
+}
+
+bool VolumeSnap_cls::ReadData(bool) {
+    const int step = PrepareRead();
+    if (step != 1)
+        return step == 2;
+    StartRead()->DoRead();
+    mReadFinished.store(true, std::memory_order_release);
+    return true;
+}
+
+bool VolumeSnap_cls::PrefetchData(bool zStack) {
+    ReadHeader(zStack);
+    if (PrepareRead() != 1)
+        return false;
+    std::shared_ptr<VolumeReadBase_cls> pReader = StartRead();
     mSequence->PushLock();
     StartReadingThread([pReader]() { pReader->Entry(); });
     return true;

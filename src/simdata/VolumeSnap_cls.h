@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class VolumeReadBase_cls;
 class VolumeSequence_cls;
 
 class VolumeSnap_cls : public DataSnap_cls {
@@ -64,5 +65,6 @@ public:
 private:
     // The read shared by ReadData and PrefetchData, up to the start of the reader.
     int PrepareRead();
+    std::shared_ptr<VolumeReadBase_cls> StartRead();
     void FreeArrays();
 };

@@ -12,11 +12,20 @@ int GLCanvasBase_cls::msCanvasCount = 0;
 namespace {
 // The stencil carries the stripes of the scan-line stereogram on the window.
 const int kAttribList[] = {WX_GL_RGBA, WX_GL_DOUBLEBUFFER, WX_GL_DEPTH_SIZE, 24, WX_GL_STENCIL_SIZE, 8, 0};
+const int kAttribListStereo[] = {
+    WX_GL_RGBA, WX_GL_DOUBLEBUFFER, WX_GL_STEREO, WX_GL_DEPTH_SIZE, 24, WX_GL_STENCIL_SIZE, 8, 0};
+
+// Left and right back buffers where the display offers them, so "QUAD BUFFERING" can show both
+// eyes. One answer for the process: the canvases share one context, and so one kind of visual.
+const int* GetAttribList() {
+    static const bool sbStereo = wxGLCanvas::IsDisplaySupported(kAttribListStereo);
+    return sbStereo ? kAttribListStereo : kAttribList;
+}
 } // namespace
 
 GLCanvasBase_cls::GLCanvasBase_cls(wxWindow* pParent)
-    : wxGLCanvas(pParent, wxID_ANY, kAttribList, wxDefaultPosition, wxDefaultSize, wxFULL_REPAINT_ON_RESIZE,
-                 "GLCanvas") {
+    : wxGLCanvas(pParent, wxID_ANY, GetAttribList(), wxDefaultPosition, wxDefaultSize,
+                 wxFULL_REPAINT_ON_RESIZE, "GLCanvas") {
     ++msCanvasCount;
     // The frame is drawn off screen and swapped: no second buffer at the window level.
     SetDoubleBuffered(false);

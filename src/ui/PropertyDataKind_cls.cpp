@@ -6,6 +6,7 @@
 #include "ColorCurve_cls.h"
 #include "KindTable_cls.h"
 #include "Material_cls.h"
+#include "ModifierStack_cls.h"
 #include "ParamGroup_cls.h"
 #include "Parameter_cls.h"
 #include "PropertyObject_cls.h"
@@ -17,11 +18,11 @@
 
 #include <wx/button.h>
 #include <wx/checkbox.h>
-#include <wx/checklst.h>
 #include <wx/choice.h>
 #include <wx/filedlg.h>
 #include <wx/intl.h>
 #include <wx/notebook.h>
+#include <wx/scrolwin.h>
 #include <wx/sizer.h>
 #include <wx/statbmp.h>
 #include <wx/stattext.h>
@@ -194,46 +195,13 @@ wxWindow* PropertyDataKind_cls::AddRow(wxWindow* pPage, wxFlexGridSizer* pGrid, 
 }
 
 void PropertyDataKind_cls::BuildStackPage() {
-    auto* pPage = new wxPanel(mpCBook);
+    auto* pPage = new wxScrolledWindow(mpCBook, wxID_ANY);
+    mpCStack = new ModifierStack_cls(
+        pPage, [this] { return GetPCObject(); }, true);
     auto* pSizer = new wxBoxSizer(wxVERTICAL);
-    for (int stack = 0; stack < 2; ++stack) {
-        auto* pBox = new wxStaticBoxSizer(wxVERTICAL, pPage,
-                                          stack == 0 ? _("Property Modifier") : _("Property DataProc"));
-        wxWindow* pBoxWindow = pBox->GetStaticBox();
-        mpCStack[stack] = new wxCheckListBox(pBoxWindow, wxID_ANY, wxDefaultPosition, wxSize(-1, 70));
-        mpCStack[stack]->Bind(wxEVT_CHECKLISTBOX, [this, stack](wxCommandEvent& event) {
-            SetStackValidity(stack, event.GetInt(),
-                             mpCStack[stack]->IsChecked(static_cast<unsigned>(event.GetInt())));
-        });
-        mpCStack[stack]->Bind(wxEVT_LISTBOX, [this, stack](wxCommandEvent& event) {
-            SelectStackEntry(stack, event.GetSelection());
-        });
-        pBox->Add(mpCStack[stack], 1, wxEXPAND);
-        auto* pRow = new wxBoxSizer(wxHORIZONTAL);
-        mpCStackKind[stack] = new wxChoice(pBoxWindow, wxID_ANY);
-        pRow->Add(mpCStackKind[stack], 1, wxEXPAND);
-        auto* pAdd =
-            new wxButton(pBoxWindow, wxID_ANY, _("Add"), wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
-        pAdd->Bind(wxEVT_BUTTON, [this, stack](wxCommandEvent&) {
-            AddStackEntry(stack, mpCStackKind[stack]->GetStringSelection());
-        });
-        auto* pRemove =
-            new wxButton(pBoxWindow, wxID_ANY, _("Remove"), wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
-        pRemove->Bind(wxEVT_BUTTON, [this, stack](wxCommandEvent&) {
-            DeleteStackEntry(stack, mpCStack[stack]->GetSelection());
-        });
-        pRow->Add(pAdd, 0, wxLEFT, 2);
-        pRow->Add(pRemove, 0, wxLEFT, 2);
-        pBox->Add(pRow, 0, wxEXPAND | wxTOP, 2);
-        pSizer->Add(pBox, 1, wxEXPAND | wxALL, 4);
-    }
-    // The keys of the entry chosen in either list.
-    mpCEntryPanel = new wxPanel(pPage);
-    mpCEntryGrid = new wxFlexGridSizer(2, wxSize(6, 3));
-    mpCEntryGrid->AddGrowableCol(1);
-    mpCEntryPanel->SetSizer(mpCEntryGrid);
-    pSizer->Add(mpCEntryPanel, 0, wxEXPAND | wxALL, 4);
+    pSizer->Add(mpCStack, 0, wxEXPAND);
     pPage->SetSizer(pSizer);
+    pPage->SetScrollRate(0, 10);
     mpCBook->AddPage(pPage, _("Modifier"));
 }
 
@@ -244,24 +212,11 @@ SceneObj_cls* PropertyDataKind_cls::GetPCObject() const {
     return p && p->IsClassSameAs(mStrClassWord) ? p : nullptr;
 }
 
-Attribute_cls* PropertyDataKind_cls::GetPCEntry() const {
-    const std::vector<Attribute_cls*> v = GetVPCStackEntries(GetPCObject(), mEntryStack);
-    return mEntryRow >= 0 && mEntryRow < static_cast<int>(v.size()) ? v[static_cast<size_t>(mEntryRow)]
-                                                                    : nullptr;
-}
-
 ConfListContainer_cls* PropertyDataKind_cls::GetPCList(int target) const {
     SceneObj_cls* p = GetPCObject();
     if (!p)
         return nullptr;
-    switch (target) {
-    case TARGET_OBJECT:
-        return p;
-    case TARGET_MATERIAL:
-        return p->GetPCMaterial();
-    default:
-        return GetPCEntry();
-    }
+    return target == TARGET_MATERIAL ? static_cast<ConfListContainer_cls*>(p->GetPCMaterial()) : p;
 }
 
 // ---- refreshing ------------------------------------------------------------------------------
@@ -273,9 +228,7 @@ wxString PropertyDataKind_cls::GetStrSignature() const {
     wxString str = p->GetStrName() + "\n" + p->SerializeAll();
     if (Material_cls* pMaterial = p->GetPCMaterial())
         str += pMaterial->SerializeAll();
-    for (int stack = 0; stack < 2; ++stack)
-        for (Attribute_cls* pAttr : GetVPCStackEntries(p, stack))
-            str += pAttr->GetStrName() + pAttr->SerializeAll();
+    str += mpCStack->GetStrSignature();
     if (auto* pCurve = static_cast<ColorCurve_cls*>(p->GetPCAttributeFromAttribName("ColorCurve_cls", 0)))
         str += pCurve->ParamGroup_cls::GetStrProcCounter();
     if (ParamGroup_cls* pIso = p->GetPCParamGroup("Isosurface", "IsoValue"))
@@ -289,6 +242,7 @@ void PropertyDataKind_cls::UpdatePage(const wxString& strName) {
         const bool bTyping = pFocus && dynamic_cast<wxTextCtrl*>(pFocus) && IsDescendant(pFocus);
         if (!bTyping && GetStrSignature() != mStrSignature)
             RefreshFromObject();
+        mpCStack->UpdateIdle();
         return;
     }
     static const wxString vStrOwn[] = {"PROPERTY",          "ALL",
@@ -304,7 +258,6 @@ void PropertyDataKind_cls::RefreshFromObject() {
     mStrSignature = GetStrSignature();
     SceneObj_cls* p = GetPCObject();
     Enable(p != nullptr);
-    RebuildEntryRows();
     RefreshItems();
     if (mpCIso && p) {
         ParamGroup_cls* pIso = p->GetPCParamGroup("Isosurface", "IsoValue");
@@ -318,53 +271,8 @@ void PropertyDataKind_cls::RefreshFromObject() {
         auto* pCurve = static_cast<ColorCurve_cls*>(p->GetPCAttributeFromAttribName("ColorCurve_cls", 0));
         mpCCurveBitmap->SetBitmap(PropertyParticle_cls::GetBitmapOfCurve(pCurve, wxSize(160, 14)));
     }
-    RefreshStacks();
+    mpCStack->RefreshFromObject();
     Layout();
-}
-
-void PropertyDataKind_cls::RefreshStacks() {
-    SceneObj_cls* p = GetPCObject();
-    for (int stack = 0; stack < 2; ++stack) {
-        const std::vector<Attribute_cls*> v = GetVPCStackEntries(p, stack);
-        wxArrayString aStr;
-        for (Attribute_cls* pAttr : v)
-            aStr.Add(pAttr->GetStrName() + "  [" + pAttr->GetStrAttributeName() + "]");
-        if (mpCStack[stack]->GetStrings() != aStr)
-            mpCStack[stack]->Set(aStr);
-        for (size_t i = 0; i < v.size(); ++i) {
-            const ConfItem_cls* pValid = v[i]->GetPCItem("Validity=");
-            mpCStack[stack]->Check(static_cast<unsigned>(i), !pValid || pValid->GetBodyBOOL());
-        }
-        if (stack == mEntryStack && mEntryRow >= 0 && mEntryRow < static_cast<int>(v.size()))
-            mpCStack[stack]->SetSelection(mEntryRow);
-        if (p && mpCStackKind[stack]->IsEmpty()) {
-            mpCStackKind[stack]->Set(GetAStrStackKinds(p, stack));
-            mpCStackKind[stack]->SetSelection(mpCStackKind[stack]->IsEmpty() ? wxNOT_FOUND : 0);
-        }
-    }
-}
-
-void PropertyDataKind_cls::RebuildEntryRows() {
-    // One text row per key of the chosen entry (its switch is the check of its list row).
-    Attribute_cls* pEntry = GetPCEntry();
-    wxArrayString aStrKey;
-    if (pEntry)
-        for (const wxString& strKey : pEntry->GetAstrItemList())
-            if (strKey != "Validity=")
-                aStrKey.Add(strKey);
-    wxArrayString aStrShown;
-    for (const ItemCtrl_cls& item : mVCItem)
-        if (item.mTarget == TARGET_ENTRY)
-            aStrShown.Add(item.mStrKey);
-    if (aStrShown == aStrKey)
-        return;
-    mVCItem.erase(std::remove_if(mVCItem.begin(), mVCItem.end(),
-                                 [](const ItemCtrl_cls& item) { return item.mTarget == TARGET_ENTRY; }),
-                  mVCItem.end());
-    mpCEntryGrid->Clear(true);
-    for (const wxString& strKey : aStrKey)
-        AddRow(mpCEntryPanel, mpCEntryGrid, Row_cls{TARGET_ENTRY, strKey, strKey.BeforeLast('='), {}, false});
-    mpCEntryPanel->Layout();
 }
 
 // ---- edits -----------------------------------------------------------------------------------
@@ -401,57 +309,4 @@ bool PropertyDataKind_cls::ApplyCurvePreset(int preset) {
     pCurve->CopyColorCurveCommand(pPreset, p->GetStrTag(), true);
     RefreshFromObject();
     return true;
-}
-
-bool PropertyDataKind_cls::AddStackEntry(int stack, const wxString& strClass) {
-    SceneObj_cls* p = GetPCObject();
-    if (!p || strClass.empty() || stack < 0 || stack > 1)
-        return false;
-    const size_t before = GetVPCStackEntries(p, stack).size();
-    p->SyncConfListTag();
-    stack == 0 ? p->AddModifierCommand(strClass, wxString()) : p->AddDataProcCommand(strClass, wxString());
-    const size_t after = GetVPCStackEntries(p, stack).size();
-    if (after > before)
-        SelectStackEntry(stack, static_cast<int>(after) - 1);
-    else
-        RefreshFromObject();
-    return after > before;
-}
-
-bool PropertyDataKind_cls::EditStackRow(int stack, int row,
-                                        const std::function<void(SceneObj_cls&, const wxString&)>& edit) {
-    SceneObj_cls* p = GetPCObject();
-    const std::vector<Attribute_cls*> v = GetVPCStackEntries(p, stack);
-    if (row < 0 || row >= static_cast<int>(v.size()))
-        return false;
-    p->SyncConfListTag();
-    edit(*p, v[static_cast<size_t>(row)]->GetStrName());
-    RefreshFromObject();
-    return true;
-}
-
-bool PropertyDataKind_cls::DeleteStackEntry(int stack, int row) {
-    const int shown = mEntryRow;
-    mEntryRow = -1;
-    const bool bOK = EditStackRow(stack, row, [stack](SceneObj_cls& o, const wxString& strName) {
-        stack == 0 ? o.DeleteModifierCommand(strName) : o.DeleteDataProcCommand(strName);
-    });
-    if (!bOK)
-        mEntryRow = shown;
-    return bOK;
-}
-
-bool PropertyDataKind_cls::SetStackValidity(int stack, int row, bool bValid) {
-    return EditStackRow(stack, row, [stack, bValid](SceneObj_cls& o, const wxString& strName) {
-        stack == 0 ? o.SetModifierValidityCommand(strName, bValid)
-                   : o.SetDataProcValidityCommand(strName, bValid);
-    });
-}
-
-void PropertyDataKind_cls::SelectStackEntry(int stack, int row) {
-    mEntryStack = stack;
-    mEntryRow = row;
-    if (stack >= 0 && stack < 2)
-        mpCStack[1 - stack]->SetSelection(wxNOT_FOUND);
-    RefreshFromObject();
 }

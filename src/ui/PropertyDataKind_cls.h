@@ -3,7 +3,7 @@
 // the offset, the look-up script) with the kind's data keys and, for an isosurface, the iso
 // value; the kind's draw keys and its material's colour, shading and texture; the colour curve
 // (shown in colour, a preset applied); and the modifier and data-process stacks, whose selected
-// entry shows its own keys.
+// entry shows its own page.
 //
 // Every change goes through the commands of the object, its material, its curve, its parameter
 // or its stack entries, so it undoes. The page holds no object pointer between events: it works
@@ -20,7 +20,6 @@
 class Attribute_cls;
 class ConfListContainer_cls;
 class wxButton;
-class wxCheckListBox;
 class wxChoice;
 class wxFlexGridSizer;
 class wxNotebook;
@@ -31,8 +30,8 @@ class wxTextCtrl;
 
 class PropertyDataKind_cls : public PropertyKindPage_cls {
 public:
-    // Whose item a row edits: the object, its material, or the stack entry selected.
-    enum Target_enum { TARGET_OBJECT, TARGET_MATERIAL, TARGET_ENTRY };
+    // Whose item a row edits: the object or its material.
+    enum Target_enum { TARGET_OBJECT, TARGET_MATERIAL };
     class Row_cls {
     public:
         int mTarget = TARGET_OBJECT;
@@ -67,15 +66,9 @@ public:
     bool SetIsoValue(const wxString& strValue);
     // Copies the preset's colours into the object's first colour curve.
     bool ApplyCurvePreset(int preset);
-    bool AddStackEntry(int stack, const wxString& strClass);
-    bool DeleteStackEntry(int stack, int row);
-    bool SetStackValidity(int stack, int row, bool bValid);
-    // Shows the keys of the entry in the rows of TARGET_ENTRY.
-    void SelectStackEntry(int stack, int row);
 
     // The active object when it is of the page's kind.
     SceneObj_cls* GetPCObject() const;
-    Attribute_cls* GetPCEntry() const;
     SceneObj_cls* GetPCKindObject() const override { return GetPCObject(); }
     ConfListContainer_cls* GetPCList(int target) const override;
 
@@ -85,23 +78,13 @@ public:
     wxTextCtrl* mpCIso = nullptr;
     wxStaticBitmap* mpCCurveBitmap = nullptr;
     wxChoice* mpCPreset = nullptr;
-    wxCheckListBox* mpCStack[2] = {};
-    wxChoice* mpCStackKind[2] = {};
-    wxPanel* mpCEntryPanel = nullptr;
-    wxFlexGridSizer* mpCEntryGrid = nullptr;
-    int mEntryStack = -1;
-    int mEntryRow = -1;
+    class ModifierStack_cls* mpCStack = nullptr;
     int mRefreshCount = 0;
 
 private:
-    // Runs the edit on the active object with the name of the stack row's entry; false for a row
-    // that is not there.
-    bool EditStackRow(int stack, int row, const std::function<void(SceneObj_cls&, const wxString&)>& edit);
     wxWindow* AddRow(wxWindow* pPage, wxFlexGridSizer* pGrid, const Row_cls& row);
     wxPanel* NewPage(const std::vector<Row_cls>& vRow, const wxString& strLabel, wxFlexGridSizer*& pGrid);
     void BuildStackPage();
-    void RebuildEntryRows();
-    void RefreshStacks();
     wxString GetStrSignature() const;
     wxString mStrSignature;
 };

@@ -9,13 +9,9 @@
 
 #include <vector>
 
-class Attribute_cls;
+class ModifierStack_cls;
 class PropertyFieldPanel_cls;
-class PropertyModifier_cls;
 class SceneObj_cls;
-class wxBoxSizer;
-class wxChoice;
-class wxListBox;
 
 class PropertyFieldPage_cls : public PropertyKindPage_cls {
 public:
@@ -35,21 +31,9 @@ public:
     // The active object when it is of the page's kind.
     SceneObj_cls* GetPCObject() const;
 
-    // ---- the modifier stack; false when nothing was done ----
-    // The entries the user added, in stack order. Not owned.
-    std::vector<Attribute_cls*> GetVPCModifiers() const;
-    bool AddModifier(const wxString& strClass);
-    bool DeleteModifier(int row);
-    // Shows the row's page below the list (-1: none).
-    bool SelectModifier(int row);
-
     PropertyFieldPanel_cls* mpCFields = nullptr;
-    wxListBox* mpCModList = nullptr;
-    wxChoice* mpCModKind = nullptr;
-    PropertyModifier_cls* mpCModifier = nullptr; // null when no row is selected
+    ModifierStack_cls* mpCStack = nullptr;
 
 private:
-    void RefreshModifiers();
     wxString mStrLabel;
-    wxBoxSizer* mpCModSizer = nullptr;
 };

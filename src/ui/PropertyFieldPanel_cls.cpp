@@ -170,6 +170,8 @@ ConfListContainer_cls* PropertyFieldPanel_cls::GetPCList(int field) const {
         return nullptr;
     if (strAttr.empty())
         return p;
+    if (ConfListContainer_cls* pBlock = mFuncBlock ? mFuncBlock(strAttr) : nullptr)
+        return pBlock;
     return p->GetPCAttribute(strAttr, 0);
 }
 

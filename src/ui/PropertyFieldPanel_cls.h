@@ -75,6 +75,9 @@ public:
     std::vector<Row_cls> mVRow;
     std::function<SceneObj_cls*()> mFuncObject;
     ListFunc_type mFuncList;
+    // On an object's page: the block of a service that a row's mStrAttr names, shown beside the
+    // object's own settings (a light's page shows the soft lights' samples); null for the object's.
+    ListFunc_type mFuncBlock;
     int mRefreshCount = 0;
 
 private:

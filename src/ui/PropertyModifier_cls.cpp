@@ -27,6 +27,11 @@ const std::vector<std::pair<const char*, F::Table_type>>& GetKindTables() {
         a.insert(a.end(), b.begin(), b.end());
         return a;
     };
+    // The two Boolean kinds share their rows.
+    const F::Table_type boolean = join({valid, F::Item("", "BooleanType=", "Boolean Type", W::WIDGET_CHOICE),
+                                        F::Item("", "BooleanShape=", "Boolean Shape", W::WIDGET_CHOICE),
+                                        F::Item("", "BooleanObject=", "Boolean Object", W::WIDGET_TEXT)},
+                                       axes(-1e300, 1e300));
     static const std::vector<std::pair<const char*, F::Table_type>> sTables = {
         {"Tracking_cls",
          {valid, F::Item("", "Target=", "Target", W::WIDGET_TEXT),
@@ -63,10 +68,7 @@ const std::vector<std::pair<const char*, F::Table_type>>& GetKindTables() {
           F::Item("", "DependType=", "Depend Type", W::WIDGET_CHOICE),
           F::Number("", "ColorCurveIndex=", "Color Curve", 0, 1e9),
           F::Number("", "ChannelType=", "Channel", 0, 16)}},
-        {"ParticleBoolean_cls", join({valid, F::Item("", "BooleanType=", "Boolean Type", W::WIDGET_CHOICE),
-                                      F::Item("", "BooleanShape=", "Boolean Shape", W::WIDGET_CHOICE),
-                                      F::Item("", "BooleanObject=", "Boolean Object", W::WIDGET_TEXT)},
-                                     axes(-1e300, 1e300))},
+        {"ParticleBoolean_cls", boolean},
         {"ParticleDownsizing_cls",
          {valid, F::Item("", "DownsizeType=", "Downsizing Type", W::WIDGET_CHOICE),
           F::Number("", "Downsize=", "Downsize", 1, 1e9)}},
@@ -78,6 +80,26 @@ const std::vector<std::pair<const char*, F::Table_type>>& GetKindTables() {
         {"ParticleTweak_cls",
          {valid, F::Item("", "BillboardRotOrder=", "Rotate Order", W::WIDGET_CHOICE),
           F::Group("", "BillboardFocus", "Billboard Focus (YPR)")}},
+        {"VolumeCoord_cls",
+         {valid, F::Item("", "CoordType=", "Coordinates", W::WIDGET_CHOICE),
+          F::Item("", "CustomCoord=", "Custom Coordinates", W::WIDGET_TEXT)}},
+        {"VolumeMask_cls", {valid, F::Item("", "MaskType=", "Mask Type", W::WIDGET_CHOICE)}},
+        {"VolumeBoolean_cls", boolean},
+        {"VolumeDownsize_cls",
+         {valid, F::Number("", "DownsizeX=", "Downsize X", 1, 1024),
+          F::Number("", "DownsizeY=", "Downsize Y", 1, 1024),
+          F::Number("", "DownsizeZ=", "Downsize Z", 1, 1024)}},
+        {"StreamFiltering_cls",
+         {valid, F::Item("", "FilteringType=", "Filtering Type", W::WIDGET_CHOICE, "StreamFilteringType"),
+          F::Item("", "FilteringString=", "Filtering String", W::WIDGET_TEXT)}},
+        {"StreamSetAlpha_cls",
+         {valid, F::Item("", "SetAlphaType=", "Set Alpha Type", W::WIDGET_CHOICE),
+          F::Number("", "Crit=", "Criterion", -1e300, 1e300)}},
+        {"StreamTransform_cls",
+         {valid, F::Item("", "Offset=", "Offset", W::WIDGET_TEXT),
+          F::Item("", "Rotate=", "Rotate", W::WIDGET_TEXT),
+          F::Item("", "RotateOrder=", "Rotate Order", W::WIDGET_CHOICE),
+          F::Item("", "Scale=", "Scale", W::WIDGET_TEXT)}},
     };
     return sTables;
 }

@@ -5,10 +5,10 @@
 #include "ColorCurve_cls.h"
 #include "KindTable_cls.h"
 #include "MaterialParticle_cls.h"
+#include "ModifierStack_cls.h"
 #include "ParticleFormatPreset_cls.h"
 #include "ParticleFormatTable_cls.h"
 #include "Particle_cls.h"
-#include "PropertyModifier_cls.h"
 #include "PropertyObject_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SequencePattern_cls.h"
@@ -17,7 +17,6 @@
 #include <wx/bmpcbox.h>
 #include <wx/button.h>
 #include <wx/checkbox.h>
-#include <wx/checklst.h>
 #include <wx/choice.h>
 #include <wx/filedlg.h>
 #include <wx/intl.h>
@@ -33,8 +32,6 @@
 #include <memory>
 
 namespace {
-
-const wxString kStackName[2] = {"Modifier", "DataProc"};
 
 wxArrayString Labels(std::initializer_list<const char*> labels) {
     wxArrayString a;
@@ -124,10 +121,6 @@ ConfListContainer_cls* PropertyParticle_cls::GetPCList(int target) const {
     default:
         return nullptr;
     }
-}
-
-std::vector<Attribute_cls*> PropertyParticle_cls::GetVPCStackEntries(int stack) const {
-    return PropertyKindPage_cls::GetVPCStackEntries(GetPCParticle(), stack);
 }
 
 // ---- building ----------------------------------------------------------------------------------
@@ -294,49 +287,13 @@ void PropertyParticle_cls::BuildMaterialPage() {
 }
 
 void PropertyParticle_cls::BuildStackPage() {
-    auto* pPage = new wxPanel(mpCBook);
+    auto* pPage = new wxScrolledWindow(mpCBook, wxID_ANY);
+    mpCStack = new ModifierStack_cls(
+        pPage, [this]() -> SceneObj_cls* { return GetPCParticle(); }, true);
     auto* pSizer = new wxBoxSizer(wxVERTICAL);
-    for (int stack = 0; stack < 2; ++stack) {
-        auto* pBox = new wxStaticBoxSizer(
-            wxVERTICAL, pPage, stack == STACK_MODIFIER ? _("Property Modifier") : _("Property DataProc"));
-        mpCStack[stack] =
-            new wxCheckListBox(pBox->GetStaticBox(), wxID_ANY, wxDefaultPosition, wxSize(-1, 90));
-        mpCStack[stack]->Bind(wxEVT_CHECKLISTBOX, [this, stack](wxCommandEvent& event) {
-            const int row = event.GetInt();
-            SetStackValidity(stack, row, mpCStack[stack]->IsChecked(static_cast<unsigned>(row)));
-        });
-        mpCStack[stack]->Bind(wxEVT_LISTBOX, [this, stack](wxCommandEvent& event) {
-            ShowStackEntry(stack, event.GetSelection());
-        });
-        pBox->Add(mpCStack[stack], 1, wxEXPAND);
-        auto* pRow = new wxBoxSizer(wxHORIZONTAL);
-        mpCStackKind[stack] = NewChoice(pBox->GetStaticBox(), wxArrayString());
-        pRow->Add(mpCStackKind[stack], 1, wxEXPAND);
-        const struct {
-            const char* label;
-            int action; // 0 add, 1 remove, 2 up, 3 down
-        } buttons[] = {{"Add", 0}, {"Remove", 1}, {"Up", 2}, {"Down", 3}};
-        for (const auto& b : buttons) {
-            auto* pButton = new wxButton(pBox->GetStaticBox(), wxID_ANY, wxGetTranslation(b.label),
-                                         wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
-            const int action = b.action;
-            pButton->Bind(wxEVT_BUTTON, [this, stack, action](wxCommandEvent&) {
-                const int row = mpCStack[stack]->GetSelection();
-                if (action == 0)
-                    AddStackEntry(stack, mpCStackKind[stack]->GetStringSelection());
-                else if (action == 1)
-                    DeleteStackEntry(stack, row);
-                else
-                    MoveStackEntry(stack, row, action == 2 ? -1 : 1);
-            });
-            pRow->Add(pButton, 0, wxLEFT, 2);
-        }
-        pBox->Add(pRow, 0, wxEXPAND | wxTOP, 2);
-        mpCStackPageSizer[stack] = new wxBoxSizer(wxVERTICAL);
-        pBox->Add(mpCStackPageSizer[stack], 0, wxEXPAND);
-        pSizer->Add(pBox, 1, wxEXPAND | wxALL, 4);
-    }
+    pSizer->Add(mpCStack, 0, wxEXPAND);
     pPage->SetSizer(pSizer);
+    pPage->SetScrollRate(0, 10);
     mpCBook->AddPage(pPage, _("Modifier"));
 }
 
@@ -371,9 +328,7 @@ wxString PropertyParticle_cls::GetStrSignature() const {
     wxString str = p->GetStrName() + "\n" + p->SerializeAll() + p->mCFormat.SerializeAll();
     for (int m = 0; m < p->GetNumMaterial(); ++m)
         str += p->GetPCMaterialParticle(m)->SerializeAll();
-    for (int stack = 0; stack < 2; ++stack)
-        for (Attribute_cls* pAttr : GetVPCStackEntries(stack))
-            str += pAttr->GetStrName() + pAttr->SerializeAll();
+    str += mpCStack->GetStrSignature();
     str += wxString::Format("%d", p->GetNumAttribute("ColorCurve_cls"));
     return str;
 }
@@ -392,9 +347,7 @@ void PropertyParticle_cls::UpdatePage(const wxString& strName) {
     if (strName == "IDLE") {
         if (!IsTyping() && GetStrSignature() != mStrSignature)
             RefreshFromObject();
-        for (PropertyModifier_cls* pPage : mpCStackPage)
-            if (pPage)
-                pPage->UpdateIdle();
+        mpCStack->UpdateIdle();
         return;
     }
     static const wxString vStrOwn[] = {"PROPERTY",          "ALL",
@@ -423,7 +376,7 @@ void PropertyParticle_cls::RefreshFromObject() {
     }
     RebuildFormatRows();
     RefreshMaterials();
-    RefreshStacks();
+    mpCStack->RefreshFromObject();
     mpCInfo->ChangeValue(GetStrInfo());
     Layout();
 }
@@ -493,45 +446,6 @@ void PropertyParticle_cls::RefreshMaterials() {
     const long long index = pMat ? pMat->mCColorCurveIndex.GetBodyINT() : -1;
     mpCCurve->SetSelection(index >= 0 && index < curves ? static_cast<int>(index) : wxNOT_FOUND);
     mpCCurve->Enable(pMat != nullptr);
-}
-
-void PropertyParticle_cls::RefreshStacks() {
-    Particle_cls* p = GetPCParticle();
-    for (int stack = 0; stack < 2; ++stack) {
-        wxCheckListBox* pList = mpCStack[stack];
-        const int selected = pList->GetSelection();
-        const std::vector<Attribute_cls*> v = GetVPCStackEntries(stack);
-        wxArrayString aStr;
-        for (Attribute_cls* pAttr : v)
-            aStr.Add(pAttr->GetStrName() + "  [" + pAttr->GetStrAttributeName() + "]");
-        if (pList->GetStrings() != aStr)
-            pList->Set(aStr);
-        for (size_t i = 0; i < v.size(); ++i) {
-            const ConfItem_cls* pValid = v[i]->GetPCItem("Validity=");
-            pList->Check(static_cast<unsigned>(i), !pValid || pValid->GetBodyBOOL());
-        }
-        if (selected != wxNOT_FOUND && selected < static_cast<int>(v.size()))
-            pList->SetSelection(selected);
-        // The entry's page stays while the entry does.
-        if (PropertyModifier_cls* pPage = mpCStackPage[stack]) {
-            int row = wxNOT_FOUND;
-            for (size_t i = 0; i < v.size(); ++i)
-                if (v[i]->GetStrName() == pPage->mStrEntryName)
-                    row = static_cast<int>(i);
-            if (row == wxNOT_FOUND)
-                ShowStackEntry(stack, wxNOT_FOUND);
-            else
-                pPage->RefreshFromObject();
-        }
-
-        // The kinds of the stack that fit a particle object: the kind's maker says so. Asked once
-        // for the page: the answer depends on the kind of object only.
-        if (p && mpCStackKind[stack]->IsEmpty()) {
-            const wxArrayString aStrKind = GetAStrStackKinds(p, stack);
-            mpCStackKind[stack]->Set(aStrKind);
-            mpCStackKind[stack]->SetSelection(aStrKind.empty() ? wxNOT_FOUND : 0);
-        }
-    }
 }
 
 // ---- edits -----------------------------------------------------------------------------------
@@ -643,86 +557,6 @@ bool PropertyParticle_cls::SetMaterialCurve(int curve) {
     if (!p || curve < 0 || curve >= p->GetNumAttribute("ColorCurve_cls"))
         return false;
     return SetItem(TARGET_MATERIAL, "ColorCurveIndex=", wxString::Format("%d", curve));
-}
-
-bool PropertyParticle_cls::AddStackEntry(int stack, const wxString& strClass) {
-    if (strClass.empty() || (stack != STACK_MODIFIER && stack != STACK_DATA_PROC))
-        return false;
-    const size_t before = GetVPCStackEntries(stack).size();
-    EditParticle([stack, &strClass](Particle_cls& p) {
-        if (stack == STACK_MODIFIER)
-            p.AddModifierCommand(strClass, wxString());
-        else
-            p.AddDataProcCommand(strClass, wxString());
-        return true;
-    });
-    const size_t after = GetVPCStackEntries(stack).size();
-    if (after > before)
-        mpCStack[stack]->SetSelection(static_cast<int>(after) - 1);
-    return after > before;
-}
-
-bool PropertyParticle_cls::EditStackEntry(int stack, int row,
-                                          const std::function<void(Particle_cls&, const wxString&)>& edit) {
-    const std::vector<Attribute_cls*> v = GetVPCStackEntries(stack);
-    if (row < 0 || row >= static_cast<int>(v.size()))
-        return false;
-    const wxString strName = v[row]->GetStrName();
-    return EditParticle([&](Particle_cls& p) {
-        edit(p, strName);
-        return true;
-    });
-}
-
-bool PropertyParticle_cls::DeleteStackEntry(int stack, int row) {
-    return EditStackEntry(stack, row, [stack](Particle_cls& p, const wxString& strName) {
-        stack == STACK_MODIFIER ? p.DeleteModifierCommand(strName) : p.DeleteDataProcCommand(strName);
-    });
-}
-
-bool PropertyParticle_cls::MoveStackEntry(int stack, int row, int delta) {
-    const std::vector<Attribute_cls*> v = GetVPCStackEntries(stack);
-    const int to = row + delta;
-    if (to < 0 || to >= static_cast<int>(v.size()))
-        return false;
-    // The place of the neighbour in the whole stack: colour curves may stand between shown rows.
-    const bool bOK = EditStackEntry(stack, row, [stack, &v, to](Particle_cls& p, const wxString& strName) {
-        stack == STACK_MODIFIER ? p.MoveModifierCommand(strName, p.GetIndexModifier(v[to]))
-                                : p.MoveDataProcCommand(strName, p.GetIndexDProc(v[to]));
-    });
-    if (bOK)
-        mpCStack[stack]->SetSelection(to);
-    return bOK;
-}
-
-bool PropertyParticle_cls::ShowStackEntry(int stack, int row) {
-    if (stack < 0 || stack > 1)
-        return false;
-    const std::vector<Attribute_cls*> v = GetVPCStackEntries(stack);
-    Attribute_cls* pEntry =
-        (row >= 0 && row < static_cast<int>(v.size())) ? v[static_cast<size_t>(row)] : nullptr;
-    PropertyModifier_cls*& pPage = mpCStackPage[stack];
-    if (pPage && pEntry && pPage->mStrEntryName == pEntry->GetStrName())
-        return true;
-    if (pPage) {
-        mpCStackPageSizer[stack]->Detach(pPage);
-        pPage->Destroy();
-        pPage = nullptr;
-    }
-    if (pEntry) {
-        pPage = new PropertyModifier_cls(
-            mpCStack[stack]->GetParent(), [this]() -> SceneObj_cls* { return GetPCParticle(); }, pEntry);
-        mpCStackPageSizer[stack]->Add(pPage, 0, wxEXPAND);
-    }
-    mpCStack[stack]->GetParent()->GetParent()->Layout();
-    return pEntry != nullptr;
-}
-
-bool PropertyParticle_cls::SetStackValidity(int stack, int row, bool bValid) {
-    return EditStackEntry(stack, row, [stack, bValid](Particle_cls& p, const wxString& strName) {
-        stack == STACK_MODIFIER ? p.SetModifierValidityCommand(strName, bValid)
-                                : p.SetDataProcValidityCommand(strName, bValid);
-    });
 }
 
 // ---- information -----------------------------------------------------------------------------

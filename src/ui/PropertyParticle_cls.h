@@ -25,7 +25,6 @@ class ParticleSnap_cls;
 class wxBitmapComboBox;
 class wxBoxSizer;
 class wxButton;
-class wxCheckListBox;
 class wxChoice;
 class wxNotebook;
 class wxPanel;
@@ -38,8 +37,6 @@ public:
 
     // Whose item a row edits.
     enum Target_enum { TARGET_OBJECT, TARGET_FORMAT, TARGET_MATERIAL };
-    // The two stacks of the object.
-    enum Stack_enum { STACK_MODIFIER, STACK_DATA_PROC };
 
     void UpdatePage(const wxString& strName) override;
     void RefreshFromObject() override;
@@ -63,14 +60,6 @@ public:
     bool AddMaterial();
     // The colour curve (the n-th of the object) of the chosen material.
     bool SetMaterialCurve(int curve);
-    // Stack rows count the entries the user added (built-in ones and colour curves are not shown).
-    bool AddStackEntry(int stack, const wxString& strClass);
-    bool DeleteStackEntry(int stack, int row);
-    // Moves the row by delta places within the shown rows.
-    bool MoveStackEntry(int stack, int row, int delta);
-    bool SetStackValidity(int stack, int row, bool bValid);
-    // Shows the page of the row's entry below the stack (-1: none); false when there is none.
-    bool ShowStackEntry(int stack, int row);
     // Reads the current step now, so the information page has something to tell.
     bool ReadCurrentStep();
 
@@ -88,8 +77,6 @@ public:
     // The active object when it is a particle object.
     Particle_cls* GetPCParticle() const;
     MaterialParticle_cls* GetPCMaterial() const;
-    // The entries shown in a stack's list, in stack order. Not owned.
-    std::vector<class Attribute_cls*> GetVPCStackEntries(int stack) const;
 
     ConfListContainer_cls* GetPCList(int target) const override;
 
@@ -105,10 +92,7 @@ public:
     std::vector<wxChoice*> mVPCBodyRow;
     wxChoice* mpCMaterial = nullptr;
     wxBitmapComboBox* mpCCurve = nullptr;
-    wxCheckListBox* mpCStack[2] = {};
-    wxChoice* mpCStackKind[2] = {};
-    class PropertyModifier_cls* mpCStackPage[2] = {}; // the selected entry's page, or null
-    wxBoxSizer* mpCStackPageSizer[2] = {};
+    class ModifierStack_cls* mpCStack = nullptr;
     wxTextCtrl* mpCInfo = nullptr;
     int mMaterialIndex = 0;
     int mRefreshCount = 0;
@@ -117,8 +101,6 @@ private:
     // Runs the edit on the active particle object with its list tags in step with its name, then
     // shows the result. False without a particle object or when the edit refuses.
     bool EditParticle(const std::function<bool(Particle_cls&)>& edit);
-    // The same for the entry of a stack row, by its name; false for a row that is not there.
-    bool EditStackEntry(int stack, int row, const std::function<void(Particle_cls&, const wxString&)>& edit);
     void BuildFilePage();
     void BuildFormatPage();
     void BuildDrawPage();
@@ -127,7 +109,6 @@ private:
     void BuildInfoPage();
     void RebuildFormatRows();
     void RefreshMaterials();
-    void RefreshStacks();
     wxString GetStrSignature() const;
     bool IsTyping() const;
     wxString mStrSignature;

@@ -4,6 +4,7 @@
 #include "ColorCurveProvider_cls.h"
 #include "ColorCurve_cls.h"
 #include "Material_cls.h"
+#include "ModifierStack_cls.h"
 #include "PropertyParticle_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SequencePattern_cls.h"
@@ -89,8 +90,13 @@ PropertyVolume_cls::PropertyVolume_cls(wxWindow* pParent) : PropertyKindPage_cls
     mpCPreset->Bind(wxEVT_CHOICE, [this](wxCommandEvent& event) { ApplyCurvePreset(event.GetSelection()); });
     pGrid->Add(mpCPreset, 1, wxEXPAND);
 
+    // The volume family of modifiers and data processes, each entry with its own page.
+    mpCStack = new ModifierStack_cls(
+        this, [this]() -> SceneObj_cls* { return GetPCVolume(); }, true);
+
     auto* pSizer = new wxBoxSizer(wxVERTICAL);
     pSizer->Add(pGrid, 0, wxEXPAND | wxALL, 4);
+    pSizer->Add(mpCStack, 0, wxEXPAND);
     SetSizer(pSizer);
     SetScrollRate(0, 10);
     RefreshFromObject();
@@ -120,7 +126,7 @@ wxString PropertyVolume_cls::GetStrSignature() const {
         str += pMat->SerializeAll();
     if (ColorCurve_cls* pCurve = p->GetPCColorCurve())
         str += pCurve->ParamGroup_cls::GetStrProcCounter();
-    return str;
+    return str + mpCStack->GetStrSignature();
 }
 
 void PropertyVolume_cls::UpdatePage(const wxString& strName) {
@@ -129,10 +135,13 @@ void PropertyVolume_cls::UpdatePage(const wxString& strName) {
         const bool bTyping = pFocus && dynamic_cast<wxTextCtrl*>(pFocus) && pFocus->GetParent() == this;
         if (!bTyping && GetStrSignature() != mStrSignature)
             RefreshFromObject();
+        mpCStack->UpdateIdle();
         return;
     }
-    static const wxString vStrOwn[] = {"PROPERTY", "ALL", "PROPERTY_OBJECT", "PROPERTY_INFO",
-                                       "PROPERTY_MATERIAL"};
+    static const wxString vStrOwn[] = {"PROPERTY",          "ALL",
+                                       "PROPERTY_OBJECT",   "PROPERTY_INFO",
+                                       "PROPERTY_MATERIAL", "PROPERTY_MODIFIER",
+                                       "PROPERTY_DATAPROC"};
     for (const wxString& str : vStrOwn)
         if (str == strName) {
             RefreshFromObject();
@@ -153,6 +162,7 @@ void PropertyVolume_cls::RefreshFromObject() {
     mpCCurve->SetBitmap(pCurve ? PropertyParticle_cls::GetBitmapOfCurve(pCurve, kCurveSize)
                                : wxBitmap(kCurveSize.x, kCurveSize.y));
     mpCPreset->SetSelection(wxNOT_FOUND);
+    mpCStack->RefreshFromObject();
     Layout();
 }
 

@@ -2,9 +2,10 @@
 // into the pattern of its sequence, df3 or an image stack along Z with its slice offset), the
 // drawing (quality, samples between slices, the shader and its parameters), the material's
 // volume items (filter, wrap, depth write, blending) and the colour curve, shown in its colours,
-// with the presets to start it from.
+// with the presets to start it from; then the volume's modifier and data-process stacks, whose
+// selected entry shows its own page.
 //
-// Every change goes through the commands of the object, its material or its curve, so it
+// Every change goes through the commands of the object, its material, its curve or its stacks, so it
 // undoes. The page holds no object pointer between events: it works on the active object.
 // Main thread only.
 #pragma once
@@ -50,6 +51,7 @@ public:
     wxStaticText* mpCSteps = nullptr;
     wxStaticBitmap* mpCCurve = nullptr;
     wxChoice* mpCPreset = nullptr;
+    class ModifierStack_cls* mpCStack = nullptr;
     int mRefreshCount = 0;
 
 private:

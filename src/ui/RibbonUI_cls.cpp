@@ -3,6 +3,7 @@
 #include "ClassProvider_cls.h"
 #include "Preference_cls.h"
 #include "RibbonPage_cls.h"
+#include "Shortcut_cls.h"
 #include "WidgetCommon_cls.h"
 
 #include <wx/intl.h>
@@ -48,6 +49,11 @@ wxString AddKind(const char* pKind) {
     return wxString(_("Add")) + ":" + wxGetTranslation(pKind);
 }
 
+// The user's keys, or the defaults while the services are not made (a ribbon alone in a test).
+const Shortcut_cls& GetShortcuts() {
+    static const Shortcut_cls sDefault;
+    return GpCShortcut ? *GpCShortcut : sDefault;
+}
 } // namespace
 
 wxString RibbonUI_cls::GetStrToolLabel(int id) {
@@ -147,7 +153,7 @@ RibbonUI_cls::RibbonUI_cls(wxWindow* pParent) {
             continue;
         }
         wxBitmap bmp = WidgetCommon_cls::GetBitmapFromTag(tool.pIcon, sizeTool, wxART_TOOLBAR);
-        wxString strHelp = GetStrToolLabel(tool.id);
+        wxString strHelp = GetShortcuts().GetStrRbnHelp(tool.id, GetStrToolLabel(tool.id));
         switch (tool.kind) {
         case TOOL_HYBRID:
             pBar->AddHybridTool(tool.id, bmp, strHelp);
@@ -209,6 +215,6 @@ void RibbonUI_cls::UpdateRibbonHelp(bool bShow) {
         if (tool.kind == TOOL_SEPARATOR)
             continue;
         if (wxRibbonToolBar* pBar = GetToolBar(tool.id))
-            pBar->SetToolHelpString(tool.id, bShow ? GetStrToolLabel(tool.id) : wxString());
+            GetShortcuts().SetRbnHelpString(pBar, tool.id, GetStrToolLabel(tool.id), bShow);
     }
 }

@@ -9,6 +9,7 @@
 
 #include <wx/accel.h>
 #include <wx/event.h>
+#include <wx/ribbon/toolbar.h>
 #include <wx/window.h>
 
 const wxString Shortcut_cls::msStrHead = "Shortcut";
@@ -80,6 +81,19 @@ int Shortcut_cls::FindEntry(const wxString& strName) const {
         if (mVEntry[i].mStrName == strName)
             return static_cast<int>(i);
     return -1;
+}
+
+wxString Shortcut_cls::GetStrRbnHelp(int toolId, const wxString& strLabel) const {
+    for (const Entry_cls& entry : mVEntry)
+        if (entry.mMenuId == Mirror(toolId) && !entry.mStrKey.empty())
+            return strLabel + " (" + entry.mStrKey + ")";
+    return strLabel;
+}
+
+void Shortcut_cls::SetRbnHelpString(wxRibbonToolBar* pBar, int toolId, const wxString& strLabel,
+                                    bool bShow) const {
+    if (pBar)
+        pBar->SetToolHelpString(toolId, bShow ? GetStrRbnHelp(toolId, strLabel) : wxString());
 }
 
 bool Shortcut_cls::SetKeyCommand(const wxString& strName, const wxString& strKey) {

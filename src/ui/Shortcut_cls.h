@@ -12,6 +12,7 @@
 #include <vector>
 
 class wxKeyEvent;
+class wxRibbonToolBar;
 class wxWindow;
 
 class Shortcut_cls {
@@ -37,6 +38,11 @@ public:
     // "<name>\t<key>", as a menu item shows it; the name alone without a key.
     wxString GetMenuString(size_t index) const;
     int FindEntry(const wxString& strName) const;
+    // The help string of a ribbon tool: its label, with the key of the tool's command when it has
+    // one ("Box (Shift+B)").
+    wxString GetStrRbnHelp(int toolId, const wxString& strLabel) const;
+    // Sets that help string on the tool (bShow), or clears it.
+    void SetRbnHelpString(wxRibbonToolBar* pBar, int toolId, const wxString& strLabel, bool bShow) const;
 
     // Sets a command's key through the undo road; false for an unknown command or a key text
     // that names no key (an empty text clears the key). A key another command had moves here.

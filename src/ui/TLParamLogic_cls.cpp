@@ -31,10 +31,13 @@ std::vector<ParamGroup_cls*> GetVPCGroups(Attribute_cls* pAttr) {
     return v;
 }
 
-void AppendTimeDependParams(ParamGroup_cls* pGroup, std::vector<Parameter_cls*>& v) {
+// The time-dependent channels of a group join the row, each with its tag.
+void AppendTimeDependParams(ParamGroup_cls* pGroup, const wxString& strGroupTag, TLRow_cls& row) {
     for (Parameter_cls& param : pGroup->mVCParam)
-        if (param.IsTimeDepend())
-            v.push_back(&param);
+        if (param.IsTimeDepend()) {
+            row.mVPCParam.push_back(&param);
+            row.mVStrParamTag.push_back(strGroupTag + "::" + param.GetStrName());
+        }
 }
 
 bool IsShy(const ConfItemBOOL_cls& item) {
@@ -69,7 +72,7 @@ void TLParamLogic_cls::AddObjectRows(SceneObj_cls* pObj, int depth) {
         row.mpCObj = pObj;
         row.mbSelected = bSelected;
         for (ParamGroup_cls* p : pObj->mVPCParamGroup)
-            AppendTimeDependParams(p, row.mVPCParam);
+            AppendTimeDependParams(p, pObj->GetStrTag(p), row);
         // The class's own attributes, then the modifiers, then the data processes.
         std::vector<Attribute_cls*> vAttr;
         for (const wxString& strAttr : pObj->GetAstrAttribList())
@@ -77,7 +80,8 @@ void TLParamLogic_cls::AddObjectRows(SceneObj_cls* pObj, int depth) {
                 vAttr.push_back(pAttr);
         for (Attribute_cls* pAttr : vAttr)
             for (ParamGroup_cls* p : GetVPCGroups(pAttr))
-                AppendTimeDependParams(p, row.mVPCParam);
+                AppendTimeDependParams(p, row.mStrTag + "::" + pAttr->GetStrName() + "::" + p->GetStrName(),
+                                       row);
         const KindTable_cls::Entry_cls* pKind = KindTable_cls::Find(pObj->mStrClassWord);
         DataSequence_cls* pSeq = pKind && pKind->mFuncDataSequence ? pKind->mFuncDataSequence(pObj) : nullptr;
         row.mbOpenable = !pObj->mVPCParamGroup.empty() || !vAttr.empty() || pSeq;
@@ -122,7 +126,7 @@ void TLParamLogic_cls::AddAttributeRows(Attribute_cls* pAttr, const wxString& st
     row.mbSelected = pObj ? GpCSceneObjCtrl && GpCSceneObjCtrl->IsSelected(pObj)
                           : GpCFilterCtrl && GpCFilterCtrl->IsSelected(pAttr);
     for (ParamGroup_cls* p : vGroup)
-        AppendTimeDependParams(p, row.mVPCParam);
+        AppendTimeDependParams(p, strTag + "::" + p->GetStrName(), row);
     mVCRow.push_back(row);
     if (!row.mbOpen)
         return;
@@ -144,7 +148,7 @@ void TLParamLogic_cls::AddGroupRows(ParamGroup_cls* pGroup, const wxString& strT
     row.mbOpenable = true;
     row.mbOpen = IsOpen(strTag);
     row.mbSelected = mVCRow.empty() ? false : mVCRow.back().mbSelected;
-    AppendTimeDependParams(pGroup, row.mVPCParam);
+    AppendTimeDependParams(pGroup, strTag, row);
     mVCRow.push_back(row);
     if (!row.mbOpen)
         return;
@@ -159,6 +163,7 @@ void TLParamLogic_cls::AddGroupRows(ParamGroup_cls* pGroup, const wxString& strT
         member.mpCParam = &param;
         member.mbSelected = row.mbSelected;
         member.mVPCParam.push_back(&param);
+        member.mVStrParamTag.push_back(member.mStrTag);
         mVCRow.push_back(member);
     }
 }
@@ -174,7 +179,8 @@ void TLParamLogic_cls::AddFilterRows() {
     head.mbOpen = IsOpen(head.mStrTag);
     for (FilterBase_cls* p : GpCFilterCtrl->GetListFilter())
         for (ParamGroup_cls* pGroup : GetVPCGroups(p))
-            AppendTimeDependParams(pGroup, head.mVPCParam);
+            AppendTimeDependParams(
+                pGroup, FilterCtrl_cls::GetStrSelf() + p->GetStrName() + "::" + pGroup->GetStrName(), head);
     mVCRow.push_back(head);
     if (!head.mbOpen)
         return;
@@ -232,6 +238,8 @@ TLRect_cls TLParamLogic_cls::GetButtonRect(int row, int hit) const {
         return r.mKind == TLRow_cls::ROW_GROUP ? slot(3) : TLRect_cls();
     case HIT_LINK:
         return r.mKind == TLRow_cls::ROW_GROUP ? slot(4) : TLRect_cls();
+    case HIT_TEXT:
+        return r.mKind == TLRow_cls::ROW_GROUP ? slot(5) : TLRect_cls();
     case HIT_TIMEDEPEND:
         return r.mKind == TLRow_cls::ROW_PARAM && mpCConf->IsTimeDepend() ? slot(3) : TLRect_cls();
     default:
@@ -242,7 +250,8 @@ TLRect_cls TLParamLogic_cls::GetButtonRect(int row, int hit) const {
 int TLParamLogic_cls::HitButton(int row, int x, int y) const {
     if (std::abs(x - mpCConf->GetSashX()) <= 3)
         return HIT_SASH;
-    for (int hit : {HIT_OPEN, HIT_LINK, HIT_EXPR, HIT_TIMEDEPEND, HIT_KEY_PREV, HIT_KEY_NEXT, HIT_KEY_TOGGLE})
+    for (int hit :
+         {HIT_OPEN, HIT_LINK, HIT_EXPR, HIT_TEXT, HIT_TIMEDEPEND, HIT_KEY_PREV, HIT_KEY_NEXT, HIT_KEY_TOGGLE})
         if (GetButtonRect(row, hit).Contains(x, y))
             return hit;
     return x < mpCConf->GetSashX() ? HIT_NAME : HIT_NONE;
@@ -289,6 +298,12 @@ void TLParamLogic_cls::ToggleExpr(int row) {
         GCClassProvider->SetParamGroupConfCommand(r.mStrTag, "UseExpr=", !r.mpCGroup->IsUseExpr());
 }
 
+void TLParamLogic_cls::PushText(int row) {
+    // The text editor panels take the group as the property pages' "Expr" buttons give it.
+    if (row >= 0 && row < static_cast<int>(mVCRow.size()) && mVCRow[row].mpCGroup && GCClassProvider)
+        GCClassProvider->ProcAfterMath("SelectExpression", mVCRow[row].mStrTag);
+}
+
 void TLParamLogic_cls::ToggleTimeDepend(int row) {
     const TLRow_cls& r = mVCRow[row];
     if (r.mpCParam && GCClassProvider)
@@ -319,7 +334,7 @@ void TLParamLogic_cls::MoveKey(int direction, int row) {
         GpCTimeCtrl->SetCurrentNTCommand(target);
 }
 
-void TLParamLogic_cls::ToggleKey(int row) {
+void TLParamLogic_cls::ToggleKey(int row, bool bInsertOnly) {
     if (!GpCTimeCtrl || row < 0 || row >= static_cast<int>(mVCRow.size()))
         return;
     const TLRow_cls& r = mVCRow[row];
@@ -328,19 +343,39 @@ void TLParamLogic_cls::ToggleKey(int row) {
     double ease = 1.0;
     GpCTimeCtrl->GetDefaultKeyTypeAndEase(&type, &ease);
     if (r.mKind == TLRow_cls::ROW_PARAM && r.mpCParam) {
-        if (r.mpCParam->IsTimeDepend() && r.mpCParam->IsKeyExist(now))
-            r.mpCParam->DeleteKeyCommand(now, r.mStrTag, false);
-        else
+        if (r.mpCParam->IsTimeDepend() && r.mpCParam->IsKeyExist(now)) {
+            if (!bInsertOnly)
+                r.mpCParam->DeleteKeyCommand(now, r.mStrTag, false);
+        } else
             r.mpCParam->InsertKeyCommand(now, r.mStrTag, type, ease, false);
     } else if (r.mKind == TLRow_cls::ROW_GROUP && r.mpCGroup) {
         bool bKey = false;
         for (const Parameter_cls& p : r.mpCGroup->mVCParam)
             bKey = bKey || (p.IsTimeDepend() && p.IsKeyExist(now));
-        if (bKey)
-            r.mpCGroup->DeleteKeyCommand(now, r.mStrTag);
-        else
+        if (bKey) {
+            if (!bInsertOnly)
+                r.mpCGroup->DeleteKeyCommand(now, r.mStrTag);
+        } else
             r.mpCGroup->InsertKeyCommand(now, r.mStrTag, type, ease);
     }
+}
+
+bool TLParamLogic_cls::RenameRow(int row, const wxString& strText) {
+    if (row < 0 || row >= static_cast<int>(mVCRow.size()) || !GpCSceneObjCtrl)
+        return false;
+    const TLRow_cls& r = mVCRow[row];
+    const wxString strTo = wxString(strText).Trim(true).Trim(false);
+    if (r.mKind != TLRow_cls::ROW_OBJECT || !r.mpCObj || strTo.empty() || strTo == r.mStrName)
+        return false;
+    // The tree may give another name when this one is taken. The open state follows the object,
+    // and stays under the old tag too, for an undo of the rename.
+    const bool bOpen = IsOpen(r.mStrTag);
+    const wxString strNew = GpCSceneObjCtrl->RenameCommand(r.mStrName, strTo);
+    if (strNew.empty())
+        return false;
+    if (bOpen)
+        mSetOpen.insert(r.mpCObj->GetStrTag());
+    return true;
 }
 
 bool TLParamLogic_cls::ProcessInput(int row, const wxString& strText) {
@@ -370,6 +405,10 @@ void TLParamLogic_cls::SelectRow(int row, bool bAdditive, bool bToggle) {
 // ---- the mouse on the rows -------------------------------------------------------------------
 
 bool TLParamLogic_cls::SetExtrapolateOfSelectedCommand(bool bExtrapolate) {
+    return SetItemOfSelectedCommand("Extrapolate=", bExtrapolate);
+}
+
+bool TLParamLogic_cls::SetItemOfSelectedCommand(const wxString& strKey, bool bValue) {
     if (!GpCSceneObjCtrl || !GpCUndo || !GCClassProvider)
         return false;
     std::vector<SceneObj_cls*> vObj;
@@ -377,14 +416,52 @@ bool TLParamLogic_cls::SetExtrapolateOfSelectedCommand(bool bExtrapolate) {
     std::vector<wxString> vStrTag;
     for (SceneObj_cls* p : vObj)
         p->GetVstrParamTag(vStrTag);
+    if (FilterTagHost_ifc* pHost = FilterTagHost_ifc::GetPCInstalled())
+        pHost->GetVstrParamTag(vStrTag);
     const int before = GpCUndo->GetCurrent();
-    GpCUndo->OpenBlock("ExtrapolateSelected");
+    GpCUndo->OpenBlock("SetItemOfSelected");
     for (const wxString& strTag : vStrTag) {
         Parameter_cls* p = GCClassProvider->GetPCParameter(strTag);
-        if (p && p->IsSelectedKeyExist() && p->IsExtrapolate() != bExtrapolate)
-            GCClassProvider->SetParameterConfCommand(strTag, "Extrapolate=", bExtrapolate, false);
+        ConfItem_cls* pItem = p ? p->GetPCItem(strKey) : nullptr;
+        if (pItem && p->IsSelectedKeyExist() && pItem->GetBodyBOOL() != bValue)
+            GCClassProvider->SetParameterConfCommand(strTag, strKey, bValue, false);
     }
-    GpCUndo->CloseBlock("ExtrapolateSelected");
+    GpCUndo->CloseBlock("SetItemOfSelected");
+    return GpCUndo->GetCurrent() != before;
+}
+
+bool TLParamLogic_cls::ToggleShyOfSelectionCommand() {
+    if (!GpCSceneObjCtrl || !GpCUndo)
+        return false;
+    std::vector<SceneObj_cls*> vObj;
+    GpCSceneObjCtrl->GetVPCList(vObj);
+    std::vector<SceneObj_cls*> vSelected;
+    bool bAllShy = true;
+    for (SceneObj_cls* p : vObj)
+        if (GpCSceneObjCtrl->IsSelected(p)) {
+            vSelected.push_back(p);
+            bAllShy = bAllShy && IsShy(p->mCShy);
+        }
+    if (vSelected.empty())
+        return false;
+    GpCUndo->OpenBlock("ShySelected");
+    for (SceneObj_cls* p : vSelected)
+        if (IsShy(p->mCShy) == bAllShy)
+            p->mCShy.PushCommandPair(bAllShy ? "0" : "1");
+    GpCUndo->CloseBlock("ShySelected");
+    return true;
+}
+
+bool TLParamLogic_cls::DeleteSelectedKeysCommand() {
+    if (!GpCUndo)
+        return false;
+    const int before = GpCUndo->GetCurrent();
+    GpCUndo->OpenBlock("DeleteSelectedKeys");
+    if (GpCSceneObjCtrl)
+        GpCSceneObjCtrl->DeleteSelectedTLKeyCommand();
+    if (FilterTagHost_ifc* pHost = FilterTagHost_ifc::GetPCInstalled())
+        pHost->DeleteSelectedTLKeyCommand();
+    GpCUndo->CloseBlock("DeleteSelectedKeys");
     return GpCUndo->GetCurrent() != before;
 }
 
@@ -415,6 +492,9 @@ void TLParamLogic_cls::PressRows(int x, int y, bool bAdditive, bool bToggle) {
         return;
     case HIT_EXPR:
         ToggleExpr(row);
+        return;
+    case HIT_TEXT:
+        PushText(row);
         return;
     case HIT_TIMEDEPEND:
         ToggleTimeDepend(row);
@@ -458,6 +538,39 @@ void TLParamLogic_cls::PressRows(int x, int y, bool bAdditive, bool bToggle) {
     mbKeyMoveArmed = bAnySelected;
     if (GCClassProvider)
         GCClassProvider->UpdatePanels("TIMELINE::GRAPH");
+}
+
+wxString TLParamLogic_cls::GetStrParamTag(int row, const Parameter_cls* pParam) const {
+    const TLRow_cls& r = mVCRow[row];
+    for (size_t i = 0; i < r.mVPCParam.size() && i < r.mVStrParamTag.size(); ++i)
+        if (r.mVPCParam[i] == pParam)
+            return r.mVStrParamTag[i];
+    return wxString();
+}
+
+bool TLParamLogic_cls::ChangeKeyTypeAt(int x, int y, bool bShift, bool bCtrl) {
+    const int row = GetIndex(y);
+    if (row < 0 || x < mpCConf->GetSashX() || !GCClassProvider || !GpCUndo)
+        return false;
+    const std::vector<TLKeyRef_cls> vHit = HitKeys(row, x);
+    if (vHit.empty())
+        return false;
+    bool bChanged = false;
+    // A linked group changes all its members' keys at once: it is asked once, or the next
+    // member would toggle its keys back.
+    std::set<const ParamGroup_cls*> setLinkedDone;
+    GpCUndo->OpenBlock("ChangeKeyTypeByModKey");
+    for (const TLKeyRef_cls& k : vHit) {
+        const ParamGroup_cls* pGroup = k.mpCParam->mpCParamGroup;
+        if (pGroup && pGroup->IsLinked() && !setLinkedDone.insert(pGroup).second)
+            continue;
+        const wxString strTag = GetStrParamTag(row, k.mpCParam);
+        bChanged = GCClassProvider->ChangeKeyTypeByModKey(strTag, k.mIndex, true, bShift, bCtrl) || bChanged;
+    }
+    GpCUndo->CloseBlock("ChangeKeyTypeByModKey");
+    if (GCClassProvider)
+        GCClassProvider->UpdatePanels("TIMELINE::GRAPH");
+    return bChanged;
 }
 
 bool TLParamLogic_cls::DragRows(int x, int y) {

@@ -44,8 +44,10 @@ public:
     ParamGroup_cls* mpCGroup = nullptr;
     Parameter_cls* mpCParam = nullptr;
     DataSequence_cls* mpCSeq = nullptr;
-    // The channels whose keys the row shows: its own, or all of its groups' time-dependent ones.
+    // The channels whose keys the row shows: its own, or all of its groups' time-dependent ones;
+    // and their tags, in the same order.
     std::vector<Parameter_cls*> mVPCParam;
+    std::vector<wxString> mVStrParamTag;
 };
 
 // A key under the mouse: the channel and the key's index.
@@ -70,6 +72,7 @@ public:
         HIT_KEY_PREV,
         HIT_KEY_NEXT,
         HIT_KEY_TOGGLE,
+        HIT_TEXT,
         HIT_NAME
     };
     // Half the width in pixels of a key mark.
@@ -101,10 +104,15 @@ public:
     void ToggleLink(int row);
     void ToggleExpr(int row);
     void ToggleTimeDepend(int row);
+    // Opens a group row's expression in the text editor.
+    void PushText(int row);
     // The time goes to the neighbouring key of the row (direction 1 next, -1 previous).
     void MoveKey(int direction, int row);
-    // Adds a key at the current time, or removes the one there.
-    void ToggleKey(int row);
+    // Adds a key at the current time, or removes the one there (unless bInsertOnly).
+    void ToggleKey(int row, bool bInsertOnly = false);
+    // An object row's object takes the name through the rename command; false for another row,
+    // an empty or unchanged name.
+    bool RenameRow(int row, const wxString& strText);
     // The text of the in-place value box of a channel row: a number, or arithmetic such as "2*3",
     // set as the channel's value at the current time through its command. False when the row is
     // no channel or the text no number.
@@ -116,6 +124,12 @@ public:
     // Press: the sash, the buttons, then the key marks, then the row itself; a press on a key
     // arms the key move, a press on empty key area arms a region selection.
     void PressRows(int x, int y, bool bAdditive, bool bToggle);
+    // A press with Alt on key marks changes their type instead of selecting them: with Shift
+    // linear, with Ctrl step, else Hermite and linear in turn; one undo block for all the marks
+    // under the pointer. False when no mark was hit or no type changed.
+    bool ChangeKeyTypeAt(int x, int y, bool bShift, bool bCtrl);
+    // The tag of one of the channels a row shows; empty when the row does not show it.
+    wxString GetStrParamTag(int row, const Parameter_cls* pParam) const;
     // Motion with the button held; true when the strip should repaint.
     bool DragRows(int x, int y);
     // Release: the move of the selected keys by the dragged time as one command, or the region
@@ -124,9 +138,17 @@ public:
     // The keys within the rectangle of rows and pixels; without bAdditive the others lose their
     // selection first.
     void SelectItemByRegion(int rowA, int rowB, int xA, int xB, bool bAdditive);
-    // Extrapolate= of every scene channel that has a selected key, in one undo block; false
-    // when no channel changed.
+    // Extrapolate= of every channel of the scene and the filters that has a selected key, in one
+    // undo block; false when no channel changed.
     static bool SetExtrapolateOfSelectedCommand(bool bExtrapolate);
+    // The same for any switch of the channels ("TimeDepend=", "Locked=", "Extrapolate=").
+    static bool SetItemOfSelectedCommand(const wxString& strKey, bool bValue);
+    // The selected objects become shy (hidden from the rows), or all of them lose it when they
+    // all have it; one undo block. False when nothing is selected.
+    static bool ToggleShyOfSelectionCommand();
+    // Deletes the selected keys of the scene and of the filters in one undo block; false when
+    // nothing was deleted.
+    static bool DeleteSelectedKeysCommand();
     // Every key of the scene and the filters loses its selection.
     static void DeselectAllKeys();
     // The time the selected keys are dragged by, on the frame grid; 0 when no key move runs.

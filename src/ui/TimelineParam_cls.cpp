@@ -103,6 +103,8 @@ TimelineParam_cls::TimelineParam_cls(wxWindow* pParent, TimelineConf_cls* pConf,
     mCRows.mFuncUpdateOwner = mFuncUpdateOwner;
     Bind(wxEVT_MOUSEWHEEL, &TimelineParam_cls::OnMouseWheel, this);
     Bind(wxEVT_LEFT_DCLICK, &TimelineParam_cls::OnDoubleClick, this);
+    Bind(wxEVT_MENU, &TimelineParam_cls::OnRename, this, ID_TL_RENAME);
+    Bind(wxEVT_MENU, &TimelineParam_cls::OnInsertKey, this, ID_TL_INSERT_KEY);
     SetMinSize(wxSize(-1, 60));
 }
 
@@ -110,6 +112,11 @@ void TimelineParam_cls::UpdateDisplay(wxDC& dc) {
     const wxSize size = GetClientSize();
     mCRows.UpdateGeometry(size.x);
     mCRows.UpdateRows();
+    // Rows that shrank below the scroll offset pull it back; the owner's scroll bar follows.
+    const int rowsHeight = static_cast<int>(mCRows.mVCRow.size()) * mCRows.GetLineHeight();
+    mCRows.mScrollY = std::clamp(mCRows.mScrollY, 0, std::max(rowsHeight - size.y, 0));
+    if (mFuncScrolled)
+        mFuncScrolled(rowsHeight, size.y, mCRows.mScrollY);
     // The geometry of the base draws the current time and the work area over the key area.
     static_cast<TLPanelGeom_cls&>(*this) = mCRows;
     dc.SetBackground(wxBrush(kBack));
@@ -186,6 +193,8 @@ void TimelineParam_cls::DrawItem(wxDC& dc, const TLRow_cls& row, int& y) {
     if (row.mpCGroup && row.mKind == TLRow_cls::ROW_GROUP) {
         button(TLParamLogic_cls::HIT_LINK, "L", row.mpCGroup->IsLinked());
         button(TLParamLogic_cls::HIT_EXPR, "E", row.mpCGroup->IsUseExpr());
+        // Bright when the group has an expression text.
+        button(TLParamLogic_cls::HIT_TEXT, "{", !row.mpCGroup->mCExpression.GetBodySTR().empty());
     }
     if (row.mpCParam)
         button(TLParamLogic_cls::HIT_TIMEDEPEND, "T", row.mpCParam->IsTimeDepend());
@@ -290,7 +299,11 @@ void TimelineParam_cls::DrawKeys(wxDC& dc, const TLRow_cls& row, int y) {
 
 void TimelineParam_cls::OnMouse(wxMouseEvent& event) {
     mCRows.UpdateGeometry(GetClientSize().x);
-    if (event.LeftDown()) {
+    if (event.LeftDown() && event.AltDown()) {
+        mCRows.UpdateRows();
+        if (mCRows.ChangeKeyTypeAt(event.GetX(), event.GetY(), event.ShiftDown(), event.ControlDown()))
+            Refresh();
+    } else if (event.LeftDown()) {
         mCRows.UpdateRows();
         mCRows.PressRows(event.GetX(), event.GetY(), event.ShiftDown(), event.ControlDown());
         if (!HasCapture())
@@ -333,11 +346,25 @@ void TimelineParam_cls::ConstructValueTextCtrl(int row) {
     if (row < 0 || row >= static_cast<int>(mCRows.mVCRow.size()) || !mCRows.mVCRow[row].mpCParam)
         return;
     const double value = mCRows.mVCRow[row].mpCParam->GetCurrentValue();
-    const int sash = mpCConf->GetSashX();
+    OpenTextCtrl(row, wxString::Format("%g", value), wxPoint(mpCConf->GetSashX() + 4, mCRows.GetYPos(row)));
+}
+
+void TimelineParam_cls::ConstructRenameTextCtrl(int row) {
+    CloseValueTextCtrl();
+    if (row < 0 || row >= static_cast<int>(mCRows.mVCRow.size()) ||
+        mCRows.mVCRow[row].mKind != TLRow_cls::ROW_OBJECT)
+        return;
+    const TLRow_cls& r = mCRows.mVCRow[row];
+    OpenTextCtrl(row, r.mStrName,
+                 wxPoint(TLParamLogic_cls::msIndent * (r.mDepth + 1) + TLParamLogic_cls::msButton,
+                         mCRows.GetYPos(row)));
+    mbRename = true;
+}
+
+void TimelineParam_cls::OpenTextCtrl(int row, const wxString& strText, const wxPoint& point) {
     mValueRow = row;
-    mpCValueText =
-        new wxTextCtrl(this, wxID_ANY, wxString::Format("%g", value), wxPoint(sash + 4, mCRows.GetYPos(row)),
-                       wxSize(120, -1), wxTE_PROCESS_ENTER);
+    mbRename = false;
+    mpCValueText = new wxTextCtrl(this, wxID_ANY, strText, point, wxSize(120, -1), wxTE_PROCESS_ENTER);
     mpCValueText->Bind(wxEVT_TEXT_ENTER, &TimelineParam_cls::OnValueInput, this);
     mpCValueText->Bind(wxEVT_KEY_DOWN, &TimelineParam_cls::OnValueKey, this);
     mpCValueText->Bind(wxEVT_KILL_FOCUS, &TimelineParam_cls::OnValueFocus, this);
@@ -361,8 +388,22 @@ void TimelineParam_cls::CloseValueTextCtrl() {
 void TimelineParam_cls::OnValueInput(wxCommandEvent&) {
     if (!mpCValueText)
         return;
-    mCRows.ProcessInput(mValueRow, mpCValueText->GetValue());
+    if (mbRename)
+        mCRows.RenameRow(mValueRow, mpCValueText->GetValue());
+    else
+        mCRows.ProcessInput(mValueRow, mpCValueText->GetValue());
     CloseValueTextCtrl();
+}
+
+void TimelineParam_cls::OnRename(wxCommandEvent&) {
+    ConstructRenameTextCtrl(mMenuRow);
+}
+
+void TimelineParam_cls::OnInsertKey(wxCommandEvent&) {
+    if (mMenuRow >= 0 && mMenuRow < static_cast<int>(mCRows.mVCRow.size())) {
+        mCRows.ToggleKey(mMenuRow, true);
+        Refresh();
+    }
 }
 
 void TimelineParam_cls::OnValueKey(wxKeyEvent& event) {

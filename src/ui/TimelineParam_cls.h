@@ -8,6 +8,7 @@
 #include "TLParamLogic_cls.h"
 #include "TimelineBase_cls.h"
 
+#include <functional>
 #include <vector>
 
 class wxTextCtrl;
@@ -21,6 +22,8 @@ public:
 
 class TimelineParam_cls : public TimelineBase_cls {
 public:
+    enum Id_enum { ID_TL_RENAME = 6055, ID_TL_INSERT_KEY = 6056 };
+
     TimelineParam_cls(wxWindow* pParent, TimelineConf_cls* pConf, std::function<void()> funcUpdateOwner);
 
     // Rebuilds the row table and draws it.
@@ -32,7 +35,15 @@ public:
 
     // Opens the in-place value box on a channel row, holding its value at the current time.
     void ConstructValueTextCtrl(int row);
+    // Opens the same box on an object row's name, to rename the object.
+    void ConstructRenameTextCtrl(int row);
     wxTextCtrl* GetPCValueTextCtrl() const { return mpCValueText; }
+    // The row a right click was on, for the items of the row menu; -1 for none.
+    int mMenuRow = -1;
+    // Told after each drawing: the height of all rows, of the strip, and the scroll offset.
+    std::function<void(int rowsHeight, int viewHeight, int scrollY)> mFuncScrolled;
+    void OnRename(wxCommandEvent& event);
+    void OnInsertKey(wxCommandEvent& event);
 
     TLParamLogic_cls mCRows;
 
@@ -45,6 +56,7 @@ protected:
     void OnValueKey(wxKeyEvent& event);
     void OnValueFocus(wxFocusEvent& event);
     void CloseValueTextCtrl();
+    void OpenTextCtrl(int row, const wxString& strText, const wxPoint& point);
 
 private:
     // The marks of the row being drawn, one code per pixel column (kept to spare an allocation).
@@ -53,6 +65,7 @@ private:
     wxSize mGlyphSize;
     wxTextCtrl* mpCValueText = nullptr; // a child window while the box is open
     int mValueRow = -1;
+    bool mbRename = false; // the open box holds a name, not a value
     std::vector<wxPoint> mVMarkPoint;
     std::vector<int> mVMarkCount;
 };

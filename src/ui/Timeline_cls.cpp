@@ -16,6 +16,7 @@
 
 #include <wx/button.h>
 #include <wx/menu.h>
+#include <wx/scrolbar.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
@@ -43,6 +44,15 @@ Timeline_cls::Timeline_cls(SplittableWindow_cls* pOwner)
     addButton(ID_TL_KILROY, "K", _("Group marks"));
     addButton(ID_TL_TIME_DEPEND, "T", _("Time dependency column"));
     addButton(ID_TL_SELECT_ONLY, "Sel", _("Show only the selection"));
+    auto addDrop = [&](int id, const wxString& strLabel) {
+        auto* p = new wxButton(this, id, strLabel, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
+        pTop->Add(p, 0, wxALIGN_CENTER_VERTICAL | wxLEFT, 2);
+    };
+    addDrop(ID_TL_MENU_VIEW, _("View"));
+    addDrop(ID_TL_MENU_SELECT, _("Select"));
+    addDrop(ID_TL_MENU_TIMELINE, _("Timeline"));
+    addDrop(ID_TL_MENU_CHANNEL, _("Channel"));
+    addDrop(ID_TL_MENU_KEY, _("Key"));
     pSizer->Add(pTop, 0, wxEXPAND | wxALL, 1);
 
     // The three bars, each after its spacer and its side controls.
@@ -76,13 +86,40 @@ Timeline_cls::Timeline_cls(SplittableWindow_cls* pOwner)
     addBar(2, new wxStaticText(this, wxID_ANY, _("Work Area")), mpCWA);
 
     mpCParam = new TimelineParam_cls(this, &mCConf, update);
-    pSizer->Add(mpCParam, 1, wxEXPAND);
+    mpCScroll = new wxScrollBar(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSB_VERTICAL);
+    auto* pRows = new wxBoxSizer(wxHORIZONTAL);
+    pRows->Add(mpCParam, 1, wxEXPAND);
+    pRows->Add(mpCScroll, 0, wxEXPAND);
+    pSizer->Add(pRows, 1, wxEXPAND);
+    mpCParam->mFuncScrolled = [this](int rowsHeight, int viewHeight, int scrollY) {
+        // Only a change reaches the bar, so a repaint of the rows never loops through it.
+        if (mpCScroll->GetRange() != rowsHeight || mpCScroll->GetThumbSize() != viewHeight ||
+            mpCScroll->GetThumbPosition() != scrollY)
+            mpCScroll->SetScrollbar(scrollY, viewHeight, rowsHeight, viewHeight);
+    };
+    auto bindScroll = [this](const auto&... types) {
+        (mpCScroll->Bind(types, &Timeline_cls::OnScroll, this), ...);
+    };
+    bindScroll(wxEVT_SCROLL_TOP, wxEVT_SCROLL_BOTTOM, wxEVT_SCROLL_LINEUP, wxEVT_SCROLL_LINEDOWN,
+               wxEVT_SCROLL_PAGEUP, wxEVT_SCROLL_PAGEDOWN, wxEVT_SCROLL_THUMBTRACK, wxEVT_SCROLL_CHANGED);
     SetSizer(pSizer);
 
     Bind(wxEVT_BUTTON, &Timeline_cls::OnTicsMode, this, ID_TL_TICS_MODE);
     Bind(wxEVT_BUTTON, &Timeline_cls::OnKilroy, this, ID_TL_KILROY);
     Bind(wxEVT_BUTTON, &Timeline_cls::OnTimeDepend, this, ID_TL_TIME_DEPEND);
     Bind(wxEVT_BUTTON, &Timeline_cls::OnSelectOnly, this, ID_TL_SELECT_ONLY);
+    // The column switches are items of the View menu too.
+    Bind(wxEVT_MENU, &Timeline_cls::OnTicsMode, this, ID_TL_TICS_MODE);
+    Bind(wxEVT_MENU, &Timeline_cls::OnKilroy, this, ID_TL_KILROY);
+    Bind(wxEVT_MENU, &Timeline_cls::OnTimeDepend, this, ID_TL_TIME_DEPEND);
+    Bind(wxEVT_MENU, &Timeline_cls::OnSelectOnly, this, ID_TL_SELECT_ONLY);
+    for (int id :
+         {ID_TL_MENU_VIEW, ID_TL_MENU_SELECT, ID_TL_MENU_TIMELINE, ID_TL_MENU_CHANNEL, ID_TL_MENU_KEY})
+        Bind(wxEVT_BUTTON, &Timeline_cls::OnMenuDrop, this, id);
+    Bind(wxEVT_MENU, &Timeline_cls::OnMenuTimeDepend, this, ID_TL_MENU_TIME_DEPEND);
+    Bind(wxEVT_MENU, &Timeline_cls::OnMenuShy, this, ID_TL_MENU_SHY);
+    Bind(wxEVT_MENU, &Timeline_cls::OnMenuKeyType, this, ID_TL_MENU_KEY_TYPE_FIRST,
+         ID_TL_MENU_KEY_TYPE_FIRST + 3);
     mpCFrameCurrent->Bind(wxEVT_TEXT_ENTER, &Timeline_cls::OnFrame, this);
     mpCFrameMax->Bind(wxEVT_TEXT_ENTER, &Timeline_cls::OnFrame, this);
     Bind(wxEVT_MENU, &Timeline_cls::OnMenuZoom, this, ID_TL_MENU_ZOOM_IN, ID_TL_MENU_ZOOM_OUT);
@@ -244,12 +281,80 @@ void Timeline_cls::OnDeselect(wxCommandEvent&) {
 }
 
 void Timeline_cls::OnMenuDelete(wxCommandEvent&) {
-    if (GpCSceneObjCtrl)
-        GpCSceneObjCtrl->DeleteSelectedTLKeyCommand();
+    TLParamLogic_cls::DeleteSelectedKeysCommand();
 }
 
 void Timeline_cls::OnMenuExtrapolate(wxCommandEvent& event) {
     TLParamLogic_cls::SetExtrapolateOfSelectedCommand(event.GetId() == ID_TL_MENU_EXTRAPOLATE_ON);
+}
+
+void Timeline_cls::OnMenuTimeDepend(wxCommandEvent&) {
+    if (TLParamLogic_cls::SetItemOfSelectedCommand("TimeDepend=", false) && GCClassProvider)
+        GCClassProvider->UpdatePanels("TIMELINE::GRAPH");
+}
+
+void Timeline_cls::OnMenuShy(wxCommandEvent&) {
+    if (TLParamLogic_cls::ToggleShyOfSelectionCommand())
+        UpdatePanels("ALL", false);
+}
+
+void Timeline_cls::OnMenuKeyType(wxCommandEvent& event) {
+    // The types of the key model: 0 step, 1 linear, 2 Hermite; the last item is Hermite easing
+    // fully into and out of its keys (ease 0), as the curve editors' item of that name.
+    const int item = event.GetId() - ID_TL_MENU_KEY_TYPE_FIRST;
+    if (GCClassProvider)
+        GCClassProvider->SetSelectedTLKeyTypeCommand(std::min(item, 2), item == 3 ? 0.0 : 1.0);
+}
+
+wxMenu* Timeline_cls::CreateDropMenu(int id) {
+    auto* pMenu = new wxMenu;
+    switch (id) {
+    case ID_TL_MENU_VIEW:
+        pMenu->Append(ID_TL_MENU_ZOOM_IN, _("Larger Rows"));
+        pMenu->Append(ID_TL_MENU_ZOOM_OUT, _("Smaller Rows"));
+        pMenu->Append(ID_TL_MENU_TL_IN, _("Zoom In Time"));
+        pMenu->Append(ID_TL_MENU_TL_OUT, _("Zoom Out Time"));
+        pMenu->AppendSeparator();
+        pMenu->Append(ID_TL_TICS_MODE, _("Next Ruler Mode"));
+        pMenu->AppendCheckItem(ID_TL_KILROY, _("Group Marks"))->Check(mCConf.mCKilroy.GetBodyBOOL());
+        pMenu->AppendCheckItem(ID_TL_TIME_DEPEND, _("Time Dependency Column"))
+            ->Check(mCConf.mCTimeDepend.GetBodyBOOL());
+        break;
+    case ID_TL_MENU_SELECT:
+        pMenu->AppendCheckItem(ID_TL_SELECT_ONLY, _("Show Only Selection"))->Check(mCConf.IsSelectOnly());
+        pMenu->Append(ID_TL_MENU_DESELECT, _("Deselect Keys"));
+        break;
+    case ID_TL_MENU_TIMELINE:
+        pMenu->Append(ID_TL_MENU_SHY, _("Shy Selection"));
+        pMenu->Append(ID_TL_MENU_TL_IN, _("Zoom In Time"));
+        pMenu->Append(ID_TL_MENU_TL_OUT, _("Zoom Out Time"));
+        break;
+    case ID_TL_MENU_CHANNEL:
+        pMenu->Append(ID_TL_MENU_EXTRAPOLATE_ON, _("Extrapolate On"));
+        pMenu->Append(ID_TL_MENU_EXTRAPOLATE_OFF, _("Extrapolate Off"));
+        pMenu->Append(ID_TL_MENU_TIME_DEPEND, _("Time Dependency Off"));
+        break;
+    case ID_TL_MENU_KEY: {
+        int i = ID_TL_MENU_KEY_TYPE_FIRST;
+        for (const char* str : {"Step", "Linear", "Hermite", "Hermite Ease"})
+            pMenu->Append(i++, wxGetTranslation(str));
+        pMenu->AppendSeparator();
+        pMenu->Append(ID_TL_MENU_DELETE, _("Delete Keys"));
+        break;
+    }
+    default:
+        delete pMenu;
+        return nullptr;
+    }
+    return pMenu;
+}
+
+void Timeline_cls::OnMenuDrop(wxCommandEvent& event) {
+    std::unique_ptr<wxMenu> pMenu(CreateDropMenu(event.GetId()));
+    auto* pButton = wxDynamicCast(event.GetEventObject(), wxWindow);
+    if (!pMenu || !pButton)
+        return;
+    PopupMenu(pMenu.get(), pButton->GetPosition() + wxPoint(0, pButton->GetSize().y));
 }
 
 wxMenu* Timeline_cls::CreateRowMenu() {
@@ -263,13 +368,38 @@ wxMenu* Timeline_cls::CreateRowMenu() {
     pMenu->Append(ID_TL_MENU_EXTRAPOLATE_ON, _("Extrapolate On"));
     pMenu->Append(ID_TL_MENU_EXTRAPOLATE_OFF, _("Extrapolate Off"));
     pMenu->Append(ID_TL_MENU_DELETE, _("Delete Keys"));
+    // The row under the click: an object is renamed, a channel or group takes a key.
+    const int row = mpCParam->mMenuRow;
+    if (row >= 0 && row < static_cast<int>(mpCParam->mCRows.mVCRow.size())) {
+        const int kind = mpCParam->mCRows.mVCRow[row].mKind;
+        pMenu->AppendSeparator();
+        if (kind == TLRow_cls::ROW_OBJECT)
+            pMenu->Append(TimelineParam_cls::ID_TL_RENAME, _("Rename"));
+        if (kind == TLRow_cls::ROW_PARAM || kind == TLRow_cls::ROW_GROUP)
+            pMenu->Append(TimelineParam_cls::ID_TL_INSERT_KEY, _("Insert Key"));
+    }
     return pMenu;
 }
 
 void Timeline_cls::OnRowsRightDown(wxMouseEvent& event) {
+    mpCParam->mCRows.UpdateRows();
+    mpCParam->mMenuRow = mpCParam->mCRows.GetIndex(event.GetY());
     std::unique_ptr<wxMenu> pMenu(CreateRowMenu());
     // The menu's commands come to this panel, which binds their ids.
     mpCParam->PopupMenu(pMenu.get(), event.GetPosition());
+}
+
+void Timeline_cls::OnScroll(wxScrollEvent& event) {
+    // A line of the bar is one row.
+    const int h = mpCParam->mCRows.GetLineHeight();
+    int y = event.GetPosition();
+    if (event.GetEventType() == wxEVT_SCROLL_LINEUP || event.GetEventType() == wxEVT_SCROLL_LINEDOWN)
+        y = mpCParam->mCRows.mScrollY + (event.GetEventType() == wxEVT_SCROLL_LINEUP ? -h : h);
+    y = std::clamp(y, 0, std::max(mpCScroll->GetRange() - mpCScroll->GetThumbSize(), 0));
+    if (y != mpCParam->mCRows.mScrollY) {
+        mpCParam->mCRows.mScrollY = y;
+        mpCParam->Refresh();
+    }
 }
 
 void Timeline_cls::OnKeyDown(wxKeyEvent& event) {

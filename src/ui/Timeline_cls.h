@@ -14,6 +14,8 @@ class TimelineParam_cls;
 class TimelineTics_cls;
 class TimelineWA_cls;
 class wxSizerItem;
+class wxScrollBar;
+class wxScrollEvent;
 class wxTextCtrl;
 
 enum TimelineId_enum {
@@ -28,9 +30,17 @@ enum TimelineId_enum {
     ID_TL_MENU_ZOOM_OUT = 6090,
     ID_TL_MENU_EXTRAPOLATE_ON = 6113,
     ID_TL_MENU_EXTRAPOLATE_OFF = 6114,
+    ID_TL_MENU_VIEW = 6117,
+    ID_TL_MENU_SELECT = 6118,
+    ID_TL_MENU_CHANNEL = 6119,
+    ID_TL_MENU_KEY = 6121,
+    ID_TL_MENU_TIMELINE = 6123,
     ID_TL_MENU_DESELECT = 6154,
+    ID_TL_MENU_TIME_DEPEND = 6159,
+    ID_TL_MENU_SHY = 6160,
     ID_TL_MENU_TL_IN = 6161,
-    ID_TL_MENU_TL_OUT = 6162
+    ID_TL_MENU_TL_OUT = 6162,
+    ID_TL_MENU_KEY_TYPE_FIRST = 6170 // 6170 - 6173: step, linear, Hermite, Hermite with ease
 };
 
 class Timeline_cls : public wxPanelEX {
@@ -57,6 +67,7 @@ public:
     TimelineTics_cls* GetPCTics() const { return mpCTics; }
     wxTextCtrl* GetPCFrameCurrent() const { return mpCFrameCurrent; }
     wxTextCtrl* GetPCFrameMax() const { return mpCFrameMax; }
+    wxScrollBar* GetPCScroll() const { return mpCScroll; }
 
     // ---- handlers; tests call them as the events would ----
     void OnTicsMode(wxCommandEvent& event);
@@ -70,10 +81,21 @@ public:
     void OnDeselect(wxCommandEvent& event);
     void OnMenuDelete(wxCommandEvent& event);
     void OnMenuExtrapolate(wxCommandEvent& event);
+    // The selected keys' channels lose their time dependency (they keep their first key's value).
+    void OnMenuTimeDepend(wxCommandEvent& event);
+    // The selected objects become shy, or lose it.
+    void OnMenuShy(wxCommandEvent& event);
+    void OnMenuKeyType(wxCommandEvent& event);
+    // The drop-down menus of the buttons "View", "Select", "Timeline", "Channel" and "Key", by
+    // the button's id; null for another id.
+    wxMenu* CreateDropMenu(int id);
+    // Shows the drop-down menu of the button under it.
+    void OnMenuDrop(wxCommandEvent& event);
     // The menu a right click on the rows shows: zoom, range, selection, extrapolation, delete.
     wxMenu* CreateRowMenu();
     void OnRowsRightDown(wxMouseEvent& event);
     void OnKeyDown(wxKeyEvent& event);
+    void OnScroll(wxScrollEvent& event);
 
     TimelineConf_cls mCConf;
 
@@ -93,6 +115,7 @@ private:
     TimelineParam_cls* mpCParam = nullptr;
     wxTextCtrl* mpCFrameCurrent = nullptr;
     wxTextCtrl* mpCFrameMax = nullptr;
+    wxScrollBar* mpCScroll = nullptr; // beside the rows, in pixels of the rows' height
     // The spacers in front of the three bars; owned by their sizers.
     wxSizerItem* mpCSpacer[3] = {};
     int mLastSashX = -1;

@@ -41,6 +41,11 @@ const std::vector<wxString>& UiStringTable_cls::GetList(const wxString& strName)
         {"Direction", {"+X", "-X", "+Y", "-Y", "+Z", "-Z"}},
         {"Axis", {"X", "Y", "Z"}},
         {"Coord", {"Own axes", "Parent's axes"}},
+        {"CoordType", {"Cartesian", "Cylindrical", "Spherical", "Custom"}},
+        {"MaskType", {"Sphere", "Cylinder", "Outside sphere", "Outside cylinder"}},
+        {"StreamFilteringType", {"Show following lines", "Hide following lines"}},
+        {"SetAlphaType", {"Hide below", "Hide above", "Fade in"}},
+        {"RotateOrder", {"X first", "Z first"}},
         {"GLDepthIndex", {"GL_DEPTH24_STENCIL8", "GL_DEPTH32F_STENCIL8"}},
         {"PrefGZQuality", {"Small", "Fast"}},
     };

@@ -6,6 +6,7 @@
 #include "ColorCurveProvider_cls.h"
 #include "ColorCurve_cls.h"
 #include "DataSequence_cls.h"
+#include "KindTable_cls.h"
 #include "SequenceRemapBase_cls.h"
 #include "ViewerClone_cls.h"
 
@@ -107,4 +108,11 @@ bool DataViewerBase_cls::IsDataViewerClass(const wxString& strClass) {
         if (strClass == str)
             return true;
     return false;
+}
+
+bool DataViewerBase_cls::PrepareDrawByKind(SceneObj_cls* pObj, int composite) {
+    const KindTable_cls::Entry_cls* pKind = pObj ? KindTable_cls::Find(pObj->mStrClassWord) : nullptr;
+    const PrepareDraw_fn* pFunc =
+        pKind ? pKind->GetSlot<PrepareDraw_fn>(KindTable_cls::SLOT_PREPARE) : nullptr;
+    return pFunc && (*pFunc)(pObj, composite);
 }

@@ -5,6 +5,8 @@
 #include "ConfItem_cls.h"
 #include "SceneObj_cls.h"
 
+#include <functional>
+
 class ColorCurve_cls;
 class DataSequence_cls;
 class SequenceRemapBase_cls;
@@ -36,6 +38,12 @@ public:
     static bool IsDataViewerClass(const wxString& strClass);
     // Folds a frame number into 0 .. count - 1 (clamped, or wrapped with repeat).
     static void ModFrame(int& frame, int count, bool repeat);
+    // The frame preparation of a kind with two prepared sets, in its kind-table entry
+    // (SLOT_PREPARE): fills the shown set for the composer's image `composite` (0 without
+    // composing); false when the frame has no data.
+    using PrepareDraw_fn = std::function<bool(SceneObj_cls*, int composite)>;
+    // Runs the preparation that the object's kind registered; false when it registered none.
+    static bool PrepareDrawByKind(SceneObj_cls* pObj, int composite);
 
     wxString GetStrPath() const { return mCPath.GetBodySTR(); }
     // The body of the index look-up script; empty for "None" or blank.

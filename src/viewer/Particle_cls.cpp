@@ -180,6 +180,12 @@ bool Particle_cls::GetFrameInfo(double nt, FrameInfo_cls& info) {
     return true;
 }
 
+void Particle_cls::AdjustFrameForComposer(FrameInfo_cls& info, int composite) {
+    if (GpCTimeCtrl)
+        GpCTimeCtrl->AdjustFrameForComposer(&info.mIndex[1], &info.mIndex[2], &info.mInterp, composite,
+                                            false);
+}
+
 bool Particle_cls::IsIndexNeeded(const FrameInfo_cls& info, int slot) const {
     if (info.mIndex[slot] < 0)
         return false;
@@ -273,6 +279,7 @@ bool Particle_cls::PrepareDraw(int step, int composite) {
     FrameInfo_cls info;
     if (!GetFrameInfo(nt, info))
         return false;
+    AdjustFrameForComposer(info, composite);
     if (step != 0)
         return mpCCurrent->mNumber > 0;
     // While playing, a frame whose data are still being read is skipped (the last one stays on
@@ -313,11 +320,14 @@ bool Particle_cls::PrepareDraw(int step, int composite) {
         mCurrentTime = nt;
     }
     if (bPlaying && mbPrefetchNext) {
-        const double ntNext = GpCTimeCtrl->GetNextNT(false);
+        // The image drawn next: the composer's second one of this time, else the next time's first.
+        const bool bSecond = composite + 1 < GpCTimeCtrl->GetImageCompositeNum();
+        const double ntNext = bSecond ? nt : GpCTimeCtrl->GetNextNT(false);
         auto pNext = std::make_unique<ViewerClone_cls>();
         Clone(*pNext, ntNext);
         if (!IsPreparedOnMainThreadOnly(*pNext))
-            PrepareDataNext(pNext.release(), nullptr, composite, ntNext, mCCameraNext);
+            PrepareDataNext(pNext.release(), nullptr, bSecond ? composite + 1 : 0, ntNext,
+                            bSecond ? mCCameraNow : mCCameraNext);
     }
     return true;
 }
@@ -340,13 +350,15 @@ bool Particle_cls::IsPreparedOnMainThreadOnly(ViewerClone_cls& clone) {
 
 bool Particle_cls::PrepareDataNext(ViewerClone_cls* pViewer, ViewerClone_cls* pMaterial, int composite,
                                    double time, PositionAndDirection_cls camera) {
-    (void)composite; // the composer's frame correction is not applied (see the header)
     std::unique_ptr<ViewerClone_cls> pOwnViewer(pViewer);
     std::unique_ptr<ViewerClone_cls> pOwnMaterial(pMaterial);
     WaitPrepareNext();
     mbNextStarted = false;
     FrameInfo_cls info;
-    if (!GetFrameInfo(time, info) || !AreSnapsReady(info))
+    if (!GetFrameInfo(time, info))
+        return false;
+    AdjustFrameForComposer(info, composite);
+    if (!AreSnapsReady(info))
         return false;
     ParticleSnap_cls* snaps[4];
     GetSnaps(info, snaps);

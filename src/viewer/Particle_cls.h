@@ -71,11 +71,14 @@ public:
     bool CheckIDOrder(const FrameInfo_cls& info);
     // Frame, steps and interpolation factor at normalised time nt. False without steps.
     bool GetFrameInfo(double nt, FrameInfo_cls& info);
-    // Main thread, before drawing; step 0 is the first draw of a frame (composite is taken as
-    // given: the composer's correction of the frame is not applied here). Loads the snaps of the
-    // frame now if needed, then fills mpCCurrent: the spare set when the background preparation
-    // made exactly this frame (log "Swap Render Snap"), otherwise a preparation now (log "Not
-    // Swap"). While playing it then starts the preparation of the next frame. False when the
+    // The composer's image `composite` of the frame (with InterpolateComposite on) shows one step
+    // unblended: step A for image 0, step B for image 1. Unchanged without composing.
+    static void AdjustFrameForComposer(FrameInfo_cls& info, int composite);
+    // Main thread, before drawing; step 0 is the first draw of a frame, composite the composer's
+    // image. Loads the snaps of the frame now if needed, then fills mpCCurrent: the spare set when
+    // the background preparation made exactly this frame (log "Swap Render Snap"), otherwise a
+    // preparation now (log "Not Swap"). While playing it then starts the preparation of the image
+    // drawn next (the composer's second image of this time, or the next frame). False when the
     // frame has no data.
     bool PrepareDraw(int step, int composite);
     // Starts the preparation of the frame at time on mpCNext, when all its snaps are read; else

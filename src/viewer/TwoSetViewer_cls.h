@@ -68,11 +68,23 @@ public:
         return true;
     }
 
-    // Main thread, before drawing: reads the snaps of the time now if needed, then fills
-    // mpCCurrent, taking the spare set when the worker made exactly this frame (log "Swap Render
-    // Snap"), else preparing now (log "Not Swap"). While playing it then starts the spare set on
-    // the next frame. False when the frame has no data.
-    bool PrepareDraw() {
+    // The steps of the composer's image `composite` at nt: with InterpolateComposite on, image 0
+    // shows step A and image 1 step B, each unblended; otherwise those of GetSteps.
+    bool GetStepsForComposite(double nt, int composite, int& a, int& b, double& t) {
+        if (!GetSteps(nt, a, b, t))
+            return false;
+        LogSteps(nt, a, b, t, composite, false);
+        GpCTimeCtrl->AdjustFrameForComposer(&a, &b, &t, composite, false);
+        LogSteps(nt, a, b, t, composite, true);
+        return true;
+    }
+
+    // Main thread, before drawing the composer's image `composite` (0 without composing): reads
+    // the snaps of the time now if needed, then fills mpCCurrent, taking the spare set when the
+    // worker made exactly this frame (log "Swap Render Snap"), else preparing now (log "Not
+    // Swap"). While playing it then starts the spare set on the image drawn next: the composer's
+    // second image of this time, else the next frame. False when the frame has no data.
+    bool PrepareDraw(int composite = 0) {
         // The spare set and the snaps are the worker's until it is joined.
         const bool bNextDone = mbNextStarted && mCThreadNext.Join();
         mbNextStarted = false;
@@ -85,7 +97,7 @@ public:
         const double nt = GpCTimeCtrl->GetCurrentNT(false);
         int a = 0, b = 0;
         double t = 0.0;
-        if (!GetSteps(nt, a, b, t))
+        if (!GetStepsForComposite(nt, composite, a, b, t))
             return false;
         Snap_T* pA = LoadSnapNow(a);
         Snap_T* pB = b != a ? LoadSnapNow(b) : pA;
@@ -106,17 +118,19 @@ public:
                 return false;
         }
         mCurrentKey = key;
-        if (bPlaying)
-            PrepareDataNext(GpCTimeCtrl->GetNextNT(false));
+        if (bPlaying) {
+            const bool bSecond = composite + 1 < GpCTimeCtrl->GetImageCompositeNum();
+            PrepareDataNext(bSecond ? nt : GpCTimeCtrl->GetNextNT(false), bSecond ? composite + 1 : 0);
+        }
         return true;
     }
 
-    // Starts the preparation of the frame at nt on the spare set when its snaps are read; false
-    // otherwise (the frame is then prepared when it is due).
-    bool PrepareDataNext(double nt) {
+    // Starts the preparation of the composer's image `composite` of the frame at nt on the spare
+    // set when its snaps are read; false otherwise (the frame is then prepared when it is due).
+    bool PrepareDataNext(double nt, int composite = 0) {
         int a = 0, b = 0;
         double t = 0.0;
-        if (!GetSteps(nt, a, b, t))
+        if (!GetStepsForComposite(nt, composite, a, b, t))
             return false;
         Snap_T* pA = mCSequence.GetPCSnap(a);
         Snap_T* pB = mCSequence.GetPCSnap(b);
@@ -134,6 +148,15 @@ public:
             [pSet, pA, pB, t, a, pSetting]() { return pSet->PrepareFrame(pA, pB, t, a, *pSetting, true); });
         mbNextStarted = true;
         return true;
+    }
+    // Drops both prepared sets (the data or their scale changed): the next draw prepares anew.
+    void DropPrepared() {
+        mCThreadNext.Join();
+        mbNextStarted = false;
+        mCurrentKey.mbValid = false;
+        mNextStep = -1;
+        mpCCurrent = std::make_unique<Set_T>();
+        mpCNext = std::make_unique<Set_T>();
     }
     // Joins the worker; true when it prepared a frame.
     bool WaitPrepareNext() {
@@ -154,6 +177,10 @@ protected:
     // Main thread: the snap of index read now (waiting for a running read); null without one.
     virtual Snap_T* LoadSnapNow(int index) = 0;
     virtual bool PrefetchSequence() = 0;
+    // The steps of a draw before (bAdjusted false) and after the composer's correction; the kinds
+    // that trace their frame road in the log write them here.
+    virtual void LogSteps(double /*nt*/, int /*a*/, int /*b*/, double /*t*/, int /*composite*/,
+                          bool /*bAdjusted*/) {}
     // Main thread: the snap exists and its read has ended.
     static bool IsReady(Snap_T* p) { return p && p->mReadStarted && !p->IsReading(); }
 

@@ -31,6 +31,15 @@ template <class Kind_T> KindTable_cls::Entry_cls& RegisterViewer(const char* pCl
     return entry;
 }
 
+// A viewer with two prepared sets: its frame preparation goes through the kind table too.
+template <class Kind_T> KindTable_cls::Entry_cls& RegisterTwoSetViewer(const char* pClassWord) {
+    KindTable_cls::Entry_cls& entry = RegisterViewer<Kind_T>(pClassWord);
+    entry.SetSlot(KindTable_cls::SLOT_PREPARE, DataViewerBase_cls::PrepareDraw_fn([](SceneObj_cls* p, int c) {
+                      return static_cast<Kind_T*>(p)->PrepareDraw(c);
+                  }));
+    return entry;
+}
+
 } // namespace
 
 void RegisterViewerServices() {
@@ -72,10 +81,10 @@ void RegisterViewerServices() {
     particle.mFuncCanAddMaterial = [](SceneObj_cls* p) {
         return static_cast<Particle_cls*>(p)->CanAddMaterial("Material");
     };
-    RegisterViewer<VolumeBox_cls>("VolumeBox_cls");
-    RegisterViewer<Isosurface_cls>("Isosurface_cls");
-    RegisterViewer<HeightField_cls>("HeightField_cls");
+    RegisterTwoSetViewer<VolumeBox_cls>("VolumeBox_cls");
+    RegisterTwoSetViewer<Isosurface_cls>("Isosurface_cls");
+    RegisterTwoSetViewer<HeightField_cls>("HeightField_cls");
     // The memory pass counts stream lines but never evicts them: the release road of the scene
     // reaches only particles and volumes (and the isosurface and height field here). Deliberate.
-    RegisterViewer<Streamline_cls>("Streamline_cls").mFuncRelease = nullptr;
+    RegisterTwoSetViewer<Streamline_cls>("Streamline_cls").mFuncRelease = nullptr;
 }

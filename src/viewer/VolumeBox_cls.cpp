@@ -2,6 +2,11 @@
 
 #include "ColorCurve_cls.h"
 #include "Material_cls.h"
+#include "ParamGroup_cls.h"
+
+#include <algorithm>
+
+#include <wx/log.h>
 
 namespace {
 const wxString kDraw = "VIEW3D";
@@ -36,9 +41,47 @@ wxString VolumeBox_cls::GetStrProcCounterForProcess() const {
            mCSeqOffset.GetBodySTR();
 }
 
-VolumeSetting_cls VolumeBox_cls::GetSetting(double) {
+VolumeSetting_cls VolumeBox_cls::GetSetting(double nt) {
     VolumeSetting_cls s;
-    s.mStrProcCounter = GetStrProcCounterForProcess();
+    wxString strProcs;
+    // The data processes of the volume family, read by their keys in stack order (the kinds live
+    // in the modifier layer above). Their values at this time enter the stamp, so an animated
+    // shape prepares again.
+    for (int i = 0; Attribute_cls* p = GetPCDataProcFromIndex(i); ++i) {
+        auto integer = [p](const char* pHead) {
+            const ConfItem_cls* pItem = p->GetPCItem(pHead);
+            return pItem ? static_cast<int>(pItem->GetBodyINT()) : 0;
+        };
+        if (const ConfItem_cls* pValid = p->GetPCItem("Validity="); pValid && !pValid->GetBodyBOOL())
+            continue;
+        if (p->IsAttributeSameAs("VolumeDownsize_cls")) {
+            const int factor[3] = {integer("DownsizeX="), integer("DownsizeY="), integer("DownsizeZ=")};
+            for (int k = 0; k < 3; ++k)
+                s.mDownsize[k] *= std::max(factor[k], 1);
+        } else if (p->IsAttributeSameAs("VolumeBoolean_cls")) {
+            VolumeSetting_cls::Boolean_cls b;
+            b.mType = integer("BooleanType=");
+            b.mShape = integer("BooleanShape=");
+            // A shape given by another object is not taken for volumes.
+            if (b.mShape != VolumeSetting_cls::Boolean_cls::SHAPE_BOX &&
+                b.mShape != VolumeSetting_cls::Boolean_cls::SHAPE_SPHERE)
+                continue;
+            const char* vAxis[3] = {"X Min/Max", "Y Min/Max", "Z Min/Max"};
+            for (int k = 0; k < 3; ++k)
+                if (ParamGroup_cls* pGroup = p->GetPCParamGroup(vAxis[k])) {
+                    const std::vector<double> v = pGroup->GetVInterpolatedValue(nt, true, nullptr, false);
+                    if (v.size() >= 2) {
+                        b.mMin[k] = v[0];
+                        b.mMax[k] = v[1];
+                    }
+                }
+            s.mVBoolean.push_back(b);
+            strProcs += wxString::Format("|B%d %d %g %g %g %g %g %g", b.mType, b.mShape, b.mMin[0], b.mMax[0],
+                                         b.mMin[1], b.mMax[1], b.mMin[2], b.mMax[2]);
+        }
+    }
+    s.mStrProcCounter = GetStrProcCounterForProcess() + strProcs +
+                        wxString::Format("|D%d %d %d", s.mDownsize[0], s.mDownsize[1], s.mDownsize[2]);
     return s;
 }
 
@@ -46,10 +89,13 @@ ColorCurve_cls* VolumeBox_cls::GetPCColorCurve() {
     return static_cast<ColorCurve_cls*>(GetPCAttributeFromAttribName("ColorCurve_cls", 0));
 }
 
-void VolumeBox_cls::Reload() {
-    WaitPrepareNext();
-    mpCCurrent = std::make_unique<VolumeFoRender_cls>();
-    mpCNext = std::make_unique<VolumeFoRender_cls>();
+void VolumeBox_cls::LogSteps(double nt, int a, int b, double t, int composite, bool bAdjusted) {
+    // The frame road's trace: the texts are the program's own, the missing space before
+    // "interp=" of the second line included.
+    if (!bAdjusted)
+        wxLogDebug("VolumeTime NT=%f frame1=%d interp=%f", nt, a, t);
+    else
+        wxLogDebug("Adjusted frame1=%d frame2=%dinterp=%f composit=%d", a, b, t, composite);
 }
 
 VolumeSnap_cls* VolumeBox_cls::LoadSnapNow(int index) {

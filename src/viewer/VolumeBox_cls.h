@@ -24,8 +24,9 @@ public:
     wxString GetStrProcCounterForProcess() const;
     // The object's first colour curve; null when it has none. Not owned.
     ColorCurve_cls* GetPCColorCurve();
-    // Drops both prepared sets (a rescale or a reload): the next draw mixes again.
-    void Reload();
+    // Both drop the prepared sets, so the next draw mixes its frame again.
+    void Reload() { DropPrepared(); }
+    void Rescale() { DropPrepared(); }
 
     ConfItemINT_cls mCSeqOffsetZ;
     ConfItemINT_cls mCQuality;
@@ -44,4 +45,6 @@ protected:
     VolumeSetting_cls GetSetting(double) override;
     VolumeSnap_cls* LoadSnapNow(int index) override;
     bool PrefetchSequence() override { return mCSequence.PrefetchData(GetPCSequenceRemap(), IsZStack()); }
+    // "VolumeTime NT=" before and "Adjusted frame1=" after the composer's correction.
+    void LogSteps(double nt, int a, int b, double t, int composite, bool bAdjusted) override;
 };

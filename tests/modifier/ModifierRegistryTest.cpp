@@ -43,6 +43,8 @@ const struct {
     {"VolumeMask_cls", KindTable_cls::GROUP_MODIFIER, Layer::Modifier},
     {"ParticleDownsizing_cls", KindTable_cls::GROUP_DATA_PROC, Layer::Modifier},
     {"ParticleMerge_cls", KindTable_cls::GROUP_DATA_PROC, Layer::Modifier},
+    {"VolumeBoolean_cls", KindTable_cls::GROUP_DATA_PROC, Layer::Modifier},
+    {"VolumeDownsize_cls", KindTable_cls::GROUP_DATA_PROC, Layer::Modifier},
     {"StreamFiltering_cls", KindTable_cls::GROUP_DATA_PROC, Layer::Modifier},
     {"StreamSetAlpha_cls", KindTable_cls::GROUP_DATA_PROC, Layer::Modifier},
     {"StreamTransform_cls", KindTable_cls::GROUP_DATA_PROC, Layer::Modifier},

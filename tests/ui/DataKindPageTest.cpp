@@ -7,9 +7,11 @@
 #include "ClassProvider_cls.h"
 #include "ColorCurve_cls.h"
 #include "Material_cls.h"
+#include "ModifierStack_cls.h"
 #include "PanelMakers.h"
 #include "ParamGroup_cls.h"
 #include "PropertyDataKind_cls.h"
+#include "PropertyModifier_cls.h"
 #include "Property_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObj_cls.h"
@@ -95,18 +97,19 @@ TEST_F(DataKindPageTest, EachKindsEditsUndoAndRedo) {
                SendCheck(dynamic_cast<wxCheckBox*>(p->FindItemCtrl(P::TARGET_OBJECT, "Clip=")), true);
            },
            [&] { return Body("Clip=") == "1"; }},
-          {"a transform added", [](P* p) { p->AddStackEntry(1, "StreamTransform_cls"); },
+          {"a transform added", [](P* p) { p->mpCStack->AddEntry(1, "StreamTransform_cls"); },
            [&] { return Obj()->IsDataProcClsExist("StreamTransform_cls"); }},
           {"its offset through its own row",
            [](P* p) {
-               p->SelectStackEntry(1, 0);
-               SendTextEnter(dynamic_cast<wxTextCtrl*>(p->FindItemCtrl(P::TARGET_ENTRY, "Offset=")), "1 2 3");
+               p->mpCStack->ShowEntry(1, 0);
+               PropertyModifier_cls* pEntry = p->mpCStack->mpCPage[1];
+               pEntry->SetItemFromText(pEntry->FindField(pEntry->mStrEntryName, "Offset="), "1 2 3");
            },
            [&] { return Obj()->GetPCDataProcFromIndex(0)->GetPCItem("Offset=")->GetBodySTR() == "1 2 3"; }},
           {"a trimming switched off",
            [](P* p) {
-               p->AddStackEntry(0, "Trimming_cls");
-               p->SetStackValidity(0, 0, false);
+               p->mpCStack->AddEntry(0, "Trimming_cls");
+               p->mpCStack->SetValidity(0, 0, false);
            },
            [&] { return !Obj()->GetPCValidModifier("Trimming_cls"); }},
           {"curve preset", [](P* p) { p->ApplyCurvePreset(3); }, [] { return true; }}}},

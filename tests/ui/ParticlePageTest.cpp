@@ -7,6 +7,7 @@
 #include "ClassProvider_cls.h"
 #include "ColorCurve_cls.h"
 #include "MaterialParticle_cls.h"
+#include "ModifierStack_cls.h"
 #include "PanelMakers.h"
 #include "ParticleFormatPreset_cls.h"
 #include "Particle_cls.h"
@@ -66,7 +67,7 @@ protected:
         for (int m = 0; m < p->GetNumMaterial(); ++m)
             str += p->GetPCMaterialParticle(m)->GetStrName() + p->GetPCMaterialParticle(m)->SerializeAll();
         for (int stack = 0; stack < 2; ++stack)
-            for (Attribute_cls* pAttr : mpPage->GetVPCStackEntries(stack))
+            for (Attribute_cls* pAttr : mpPage->mpCStack->GetVPCEntries(stack))
                 str += pAttr->GetStrName() + pAttr->SerializeAll();
         return str;
     }
@@ -247,24 +248,24 @@ TEST_F(ParticlePageTest, BundledXyzExampleOpensWithItsFormatOnThePage) {
 }
 
 TEST_F(ParticlePageTest, ModifierStackAddReorderSwitchRemoveRoundTrip) {
-    const int stack = PropertyParticle_cls::STACK_MODIFIER;
-    wxChoice* pKind = mpPage->mpCStackKind[stack];
+    const int stack = ModifierStack_cls::STACK_MODIFIER;
+    wxChoice* pKind = mpPage->mpCStack->mpCKind[stack];
     ASSERT_NE(pKind->FindString("ParticleFiltering_cls"), wxNOT_FOUND);
     EXPECT_EQ(pKind->FindString("VolumeMask_cls"), wxNOT_FOUND) << "a volume kind does not fit";
     EXPECT_NE(
-        mpPage->mpCStackKind[PropertyParticle_cls::STACK_DATA_PROC]->FindString("ParticleDownsizing_cls"),
+        mpPage->mpCStack->mpCKind[ModifierStack_cls::STACK_DATA_PROC]->FindString("ParticleDownsizing_cls"),
         wxNOT_FOUND);
     auto names = [&] {
         wxString str;
-        for (Attribute_cls* p : mpPage->GetVPCStackEntries(stack))
+        for (Attribute_cls* p : mpPage->mpCStack->GetVPCEntries(stack))
             str += p->GetStrName() + (p->GetPCItem("Validity=")->GetBodyBOOL() ? " " : "(off) ");
         return str;
     };
     auto shown = [&] {
         wxString str;
-        for (unsigned i = 0; i < mpPage->mpCStack[stack]->GetCount(); ++i)
-            str += mpPage->mpCStack[stack]->GetString(i).BeforeFirst(' ') +
-                   (mpPage->mpCStack[stack]->IsChecked(i) ? " " : "(off) ");
+        for (unsigned i = 0; i < mpPage->mpCStack->mpCList[stack]->GetCount(); ++i)
+            str += mpPage->mpCStack->mpCList[stack]->GetString(i).BeforeFirst(' ') +
+                   (mpPage->mpCStack->mpCList[stack]->IsChecked(i) ? " " : "(off) ");
         return str;
     };
     const struct {
@@ -272,17 +273,17 @@ TEST_F(ParticlePageTest, ModifierStackAddReorderSwitchRemoveRoundTrip) {
         std::function<bool()> edit;
         const char* after;
     } steps[] = {
-        {"add filtering", [&] { return mpPage->AddStackEntry(stack, "ParticleFiltering_cls"); },
+        {"add filtering", [&] { return mpPage->mpCStack->AddEntry(stack, "ParticleFiltering_cls"); },
          "ParticleFiltering "},
-        {"add tweak", [&] { return mpPage->AddStackEntry(stack, "ParticleTweak_cls"); },
+        {"add tweak", [&] { return mpPage->mpCStack->AddEntry(stack, "ParticleTweak_cls"); },
          "ParticleFiltering ParticleTweak "},
-        {"tweak up", [&] { return mpPage->MoveStackEntry(stack, 1, -1); },
+        {"tweak up", [&] { return mpPage->mpCStack->MoveEntry(stack, 1, -1); },
          "ParticleTweak ParticleFiltering "},
-        {"filtering off", [&] { return mpPage->SetStackValidity(stack, 1, false); },
+        {"filtering off", [&] { return mpPage->mpCStack->SetValidity(stack, 1, false); },
          "ParticleTweak ParticleFiltering(off) "},
-        {"filtering down past the end", [&] { return !mpPage->MoveStackEntry(stack, 1, 1); },
+        {"filtering down past the end", [&] { return !mpPage->mpCStack->MoveEntry(stack, 1, 1); },
          "ParticleTweak ParticleFiltering(off) "},
-        {"remove tweak", [&] { return mpPage->DeleteStackEntry(stack, 0); }, "ParticleFiltering(off) "},
+        {"remove tweak", [&] { return mpPage->mpCStack->DeleteEntry(stack, 0); }, "ParticleFiltering(off) "},
     };
     std::vector<wxString> vHistory = {names()};
     for (const auto& s : steps) {

@@ -7,6 +7,7 @@
 
 #include "ClassProvider_cls.h"
 #include "KindTable_cls.h"
+#include "ModifierStack_cls.h"
 #include "MousePreference_cls.h"
 #include "PanelMakers.h"
 #include "ParamGroup_cls.h"
@@ -135,10 +136,10 @@ TEST_F(PropertyPagesTest, EveryPageEditsItsObjectAndUndoRedoTakeItBackAndForth) 
         PropertyFieldPanel_cls* pPanel = pPage->mpCFields;
         wxString strAttr = c.pAttr;
         if (*c.pModifier) {
-            ASSERT_TRUE(pPage->AddModifier(c.pModifier));
-            ASSERT_NE(pPage->mpCModifier, nullptr);
-            pPanel = pPage->mpCModifier;
-            strAttr = pPage->mpCModifier->mStrEntryName;
+            ASSERT_TRUE(pPage->mpCStack->AddEntry(0, c.pModifier));
+            ASSERT_NE(pPage->mpCStack->mpCPage[0], nullptr);
+            pPanel = pPage->mpCStack->mpCPage[0];
+            strAttr = pPage->mpCStack->mpCPage[0]->mStrEntryName;
         }
         const int field = pPanel->FindField(strAttr, c.pKey);
         ASSERT_GE(field, 0);
@@ -232,9 +233,9 @@ TEST_F(PropertyPagesTest, ParticleStackRowShowsTheEntrysPage) {
     Select(strName);
     auto* pPage = dynamic_cast<PropertyParticle_cls*>(mpProperty->mpCPageKind);
     ASSERT_NE(pPage, nullptr);
-    ASSERT_TRUE(pPage->AddStackEntry(PropertyParticle_cls::STACK_MODIFIER, "ModifyApparentSize_cls"));
-    ASSERT_TRUE(pPage->ShowStackEntry(PropertyParticle_cls::STACK_MODIFIER, 0));
-    PropertyModifier_cls* pEntryPage = pPage->mpCStackPage[PropertyParticle_cls::STACK_MODIFIER];
+    ASSERT_TRUE(pPage->mpCStack->AddEntry(ModifierStack_cls::STACK_MODIFIER, "ModifyApparentSize_cls"));
+    ASSERT_TRUE(pPage->mpCStack->ShowEntry(ModifierStack_cls::STACK_MODIFIER, 0));
+    PropertyModifier_cls* pEntryPage = pPage->mpCStack->mpCPage[ModifierStack_cls::STACK_MODIFIER];
     ASSERT_NE(pEntryPage, nullptr);
     const int field = pEntryPage->FindField(pEntryPage->mStrEntryName, "Parameters");
     ASSERT_GE(field, 0);
@@ -249,8 +250,8 @@ TEST_F(PropertyPagesTest, ParticleStackRowShowsTheEntrysPage) {
     GpCUndo->Undo();
     EXPECT_EQ(pEntry->GetPCItem("TargetType=")->GetBodySTR(), "0");
     // Removing the entry drops its page.
-    ASSERT_TRUE(pPage->DeleteStackEntry(PropertyParticle_cls::STACK_MODIFIER, 0));
-    EXPECT_EQ(pPage->mpCStackPage[PropertyParticle_cls::STACK_MODIFIER], nullptr);
+    ASSERT_TRUE(pPage->mpCStack->DeleteEntry(ModifierStack_cls::STACK_MODIFIER, 0));
+    EXPECT_EQ(pPage->mpCStack->mpCPage[ModifierStack_cls::STACK_MODIFIER], nullptr);
 }
 
 // A kind the tables do not know gets a row for each of its items and groups.

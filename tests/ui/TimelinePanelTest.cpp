@@ -9,6 +9,7 @@
 #include "PanelMakers.h"
 #include "ParamGroup_cls.h"
 #include "SceneObjCtrl_cls.h"
+#include "SceneObj_cls.h"
 #include "TimeCtrl_cls.h"
 #include "TimelineAA_cls.h"
 #include "TimelineParam_cls.h"
@@ -19,11 +20,14 @@
 
 #include <wx/dcmemory.h>
 #include <wx/menu.h>
+#include <wx/scrolbar.h>
+#include <wx/textctrl.h>
 #include <wx/uiaction.h>
 
 #include <array>
 #include <functional>
 #include <memory>
+#include <tuple>
 
 namespace {
 
@@ -239,4 +243,95 @@ TEST_F(TimelinePanelTest, RowMenuZoomsRowsAndTimeAndDeselects) {
         SendMenu(mpTimeline->GetPCParam(), c.id);
         EXPECT_TRUE(c.funcDone());
     }
+}
+
+TEST_F(TimelinePanelTest, DropMenusAndRowItemsReachTheirActions) {
+    for (int id :
+         {ID_TL_MENU_VIEW, ID_TL_MENU_SELECT, ID_TL_MENU_TIMELINE, ID_TL_MENU_CHANNEL, ID_TL_MENU_KEY}) {
+        std::unique_ptr<wxMenu> pMenu(mpTimeline->CreateDropMenu(id));
+        ASSERT_NE(pMenu, nullptr) << id;
+        EXPECT_GT(pMenu->GetMenuItemCount(), 1u) << id;
+    }
+    Parameter_cls& x = GCClassProvider->GetPCParamGroup(kBoxPosition)->mVCParam[0];
+    GpCSceneObjCtrl->Select("Box", true, true, false);
+    const struct {
+        int menu, id;
+        std::function<bool()> funcDone;
+    } cases[] = {
+        {ID_TL_MENU_KEY, ID_TL_MENU_KEY_TYPE_FIRST, [&] { return x.mVCKey[2].mType == 0; }},
+        {ID_TL_MENU_KEY, ID_TL_MENU_KEY_TYPE_FIRST + 1, [&] { return x.mVCKey[2].mType == 1; }},
+        {ID_TL_MENU_VIEW, ID_TL_KILROY, [this] { return mpTimeline->mCConf.mCKilroy.GetBodyBOOL(); }},
+        {ID_TL_MENU_TIMELINE, ID_TL_MENU_SHY,
+         [] { return GpCSceneObjCtrl->GetPCFromName("Box")->mCShy.GetBodyBOOL(); }},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.id);
+        x.SelectKeyByIndex(2, true, false, 1e-9);
+        std::unique_ptr<wxMenu> pMenu(mpTimeline->CreateDropMenu(c.menu));
+        EXPECT_NE(pMenu->FindItem(c.id), nullptr) << "the menu offers it";
+        SendMenu(mpTimeline, c.id);
+        EXPECT_TRUE(c.funcDone());
+    }
+    GpCUndo->Undo(); // Box is no longer shy
+    // The row menu names the row's own items: rename on an object, a key on a channel.
+    TimelineParam_cls* pRows = mpTimeline->GetPCParam();
+    pRows->mMenuRow = RowOf("SceneObjCtrl::Obj::Box");
+    std::unique_ptr<wxMenu> pObjectMenu(mpTimeline->CreateRowMenu());
+    EXPECT_NE(pObjectMenu->FindItem(TimelineParam_cls::ID_TL_RENAME), nullptr);
+    EXPECT_EQ(pObjectMenu->FindItem(TimelineParam_cls::ID_TL_INSERT_KEY), nullptr);
+    SendMenu(pRows, TimelineParam_cls::ID_TL_RENAME);
+    ASSERT_NE(pRows->GetPCValueTextCtrl(), nullptr);
+    EXPECT_EQ(pRows->GetPCValueTextCtrl()->GetValue(), "Box");
+    pRows->GetPCValueTextCtrl()->ChangeValue("Crate");
+    wxCommandEvent enter(wxEVT_TEXT_ENTER, pRows->GetPCValueTextCtrl()->GetId());
+    enter.SetEventObject(pRows->GetPCValueTextCtrl());
+    pRows->GetPCValueTextCtrl()->ProcessWindowEvent(enter);
+    EXPECT_NE(GpCSceneObjCtrl->GetPCFromName("Crate"), nullptr);
+    GpCUndo->Undo();
+    pRows->mMenuRow = RowOf(wxString(kBoxPosition) + "::x");
+    std::unique_ptr<wxMenu> pParamMenu(mpTimeline->CreateRowMenu());
+    EXPECT_NE(pParamMenu->FindItem(TimelineParam_cls::ID_TL_INSERT_KEY), nullptr);
+    const size_t keys = x.mVCKey.size();
+    SendMenu(pRows, TimelineParam_cls::ID_TL_INSERT_KEY);
+    EXPECT_EQ(x.mVCKey.size(), keys + 1) << "a key at the current frame 10";
+}
+
+TEST_F(TimelinePanelTest, ScrollBarFollowsTheRowsAndScrollsThem) {
+    // Every row open, at the largest row font: more rows than the strip shows.
+    for (int pass = 0; pass < 4; ++pass)
+        for (const TLRow_cls& row : (Rows().UpdateRows(), Rows().mVCRow))
+            if (row.mbOpenable)
+                Rows().mSetOpen.insert(row.mStrTag);
+    mpTimeline->Zoom(6);
+    TimelineParam_cls* pRows = mpTimeline->GetPCParam();
+    auto paint = [&] {
+        pRows->Refresh();
+        pRows->Update();
+        RunLoop(100);
+    };
+    paint();
+    const int h = Rows().GetLineHeight();
+    const int rowsHeight = static_cast<int>(Rows().mVCRow.size()) * h;
+    const int viewHeight = pRows->GetClientSize().y;
+    ASSERT_GT(rowsHeight, viewHeight + 2 * h);
+    wxScrollBar* pBar = mpTimeline->GetPCScroll();
+    EXPECT_EQ(pBar->GetRange(), rowsHeight);
+    EXPECT_EQ(pBar->GetThumbSize(), viewHeight);
+    // The bar moves the rows: two rows down, then a line (one row) further.
+    for (const auto& [type, position, scrollY] :
+         {std::tuple{wxEVT_SCROLL_THUMBTRACK, 2 * h, 2 * h}, std::tuple{wxEVT_SCROLL_LINEDOWN, 0, 3 * h},
+          std::tuple{wxEVT_SCROLL_THUMBTRACK, rowsHeight, rowsHeight - viewHeight}}) {
+        wxScrollEvent event(type, pBar->GetId(), position, wxVERTICAL);
+        event.SetEventObject(pBar);
+        pBar->ProcessWindowEvent(event);
+        EXPECT_EQ(Rows().mScrollY, scrollY);
+    }
+    // The wheel moves the rows, and the bar follows at the next drawing.
+    wxMouseEvent wheel(wxEVT_MOUSEWHEEL);
+    wheel.m_wheelRotation = 120;
+    wheel.m_wheelDelta = 120;
+    pRows->ProcessWindowEvent(wheel);
+    paint();
+    EXPECT_EQ(Rows().mScrollY, rowsHeight - viewHeight - 3 * h);
+    EXPECT_EQ(pBar->GetThumbPosition(), Rows().mScrollY);
 }
