@@ -63,11 +63,6 @@ TEST_F(ParticleMaterialFixture, NewObjectDrawsWithOneMaterialAndOneCurve) {
     ASSERT_NE(pMat, nullptr);
     EXPECT_EQ(pMat->GetStrName(), "Material");
     EXPECT_EQ(pMat->GetTag(), "SceneObj::Stars::Material");
-    for (const char* strGroup : {"Emission", "Diffuse", "Specular", "SizeFactor", "Alpha Modifier"}) {
-        SCOPED_TRACE(strGroup);
-        EXPECT_NE(pMat->GetPCParamGroup(strGroup), nullptr);
-    }
-    EXPECT_EQ(pMat->GetPCParamGroup("SizeFactor")->mVCParam.size(), 2u);
     EXPECT_DOUBLE_EQ(pMat->GetAlpha(0.0), 1.0);
 
     // The curve is a copy of "Red Yellow", not the preset itself.
