@@ -43,17 +43,6 @@ std::string ReadText(const fs::path& path) {
 
 } // namespace
 
-TEST(CompositionRoot, TheCallFinderSeesCallsAndNotDeclarations) {
-    EXPECT_EQ(LayerCalls("    RegisterCoreServices();\n"),
-              std::vector<std::string>{"1: RegisterCoreServices"});
-    EXPECT_EQ(LayerCalls("x\n  RegisterModifierServices ( ) ;\n"),
-              std::vector<std::string>{"2: RegisterModifierServices"});
-    EXPECT_TRUE(LayerCalls("void RegisterCoreServices();\nvoid RegisterUIServices() {\n").empty());
-    EXPECT_TRUE(
-        LayerCalls("    RegisterServices<ServiceLayer_enum::Time>();\n    RegisterServices();\n").empty());
-    EXPECT_TRUE(LayerCalls("    RegisterPanelMakers();\n").empty());
-}
-
 TEST(CompositionRoot, OnlyTheRootCallsTheLayersRegistrations) {
     const fs::path root(ORV_SOURCE_DIR);
     int files = 0;
@@ -82,19 +71,4 @@ TEST(CompositionRoot, OnlyTheRootCallsTheLayersRegistrations) {
                           "RegisterSceneServices", "RegisterPrepServices", "RegisterViewerServices",
                           "RegisterModifierServices", "RegisterRenderServices", "RegisterFilterServices",
                           "RegisterOutputServices", "RegisterUIServices"}));
-}
-
-TEST(CompositionRoot, TheFixturesStartThroughTheSharedOne) {
-    // Each layer's fixture builds on the shared start in tests/common.
-    const fs::path root(ORV_SOURCE_DIR);
-    for (const char* pFixture :
-         {"tests/core/CoreFixture.h", "tests/time/TimeFixture.h", "tests/param/ParamFixture.h",
-          "tests/common/SceneFixtureOf.h", "tests/scene/SceneFixture.h", "tests/common/ViewerFixture.h",
-          "tests/modifier/ModifierFixture.h", "tests/ui/UiFixture.h"}) {
-        SCOPED_TRACE(pFixture);
-        const std::string text = ReadText(root / pFixture);
-        ASSERT_FALSE(text.empty());
-        EXPECT_TRUE(std::regex_search(
-            text, std::regex(R"(: public (ServicesFixture|SceneFixtureOf|ViewerFixtureOf)<)")));
-    }
 }

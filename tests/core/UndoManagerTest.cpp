@@ -121,26 +121,6 @@ TEST_F(UndoTest, SkipPopAndMultiLineTexts) {
     EXPECT_EQ(pref.GetRelativePath(), 1);
 }
 
-TEST_F(UndoTest, ItemCommandsGoThroughUndo) {
-    Preference_cls& pref = *GpCPreference;
-    pref.mCRelativePath.PushCommandPair("0");
-    EXPECT_EQ(pref.GetRelativePath(), 0);
-    EXPECT_EQ(GpCUndo->GetCount(), 1);
-    GpCUndo->Undo();
-    EXPECT_EQ(pref.GetRelativePath(), 1);
-    GpCUndo->Redo();
-    EXPECT_EQ(pref.GetRelativePath(), 0);
-
-    Preference_cls other;
-    other.mCRelativePath.SetBodyFromData(wxString("1"));
-    GpCUndo->OpenBlock();
-    pref.SyncFromCommand(other);
-    GpCUndo->CloseBlock();
-    EXPECT_EQ(pref.GetRelativePath(), 1);
-    GpCUndo->Undo();
-    EXPECT_EQ(pref.GetRelativePath(), 0);
-}
-
 TEST_F(UndoTest, ModifiedFollowsTheIndexAgainstTheSavedOne) {
     UndoManager_cls& undo = *GpCUndo;
     EXPECT_FALSE(undo.IsModified());

@@ -105,9 +105,4 @@ TEST(KeyFrameText, ChannelTextRoundTripAndOlderFiles) {
     EXPECT_EQ(empty.GetKeyNum(), 0);
     EXPECT_TRUE(empty.IsLocked());
     EXPECT_TRUE(empty.IsExtrapolate());
-
-    EXPECT_EQ(param.GetPCItem("TimeDepend"), &param.mCTimeDepend);
-    EXPECT_EQ(param.GetPCItem("Locked="), &param.mCLocked);
-    EXPECT_EQ(param.GetPCItem("Extrapolate="), &param.mCExtrapolate);
-    EXPECT_EQ(param.GetPCItem("Name="), nullptr);
 }

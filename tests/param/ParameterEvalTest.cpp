@@ -28,17 +28,6 @@ constexpr double TOL = 1e-6;
 
 } // namespace
 
-TEST(ParameterEval, DefaultChannelHasOneLinearKeyAtZero) {
-    Parameter_cls param(nullptr, "x", 3);
-    ASSERT_EQ(param.GetKeyNum(), 1);
-    EXPECT_EQ(param.mVCKey[0].mX, 0.0);
-    EXPECT_EQ(param.mVCKey[0].mValue, 0.0);
-    EXPECT_EQ(param.mVCKey[0].mEaseFactor, 1.0);
-    EXPECT_EQ(param.mVCKey[0].mType, 1);
-    EXPECT_EQ(param.mIndex, 3);
-    EXPECT_FALSE(param.IsTimeDepend());
-}
-
 TEST(ParameterEval, OneKeyGivesItsValueEverywhere) {
     for (long type : {0L, 1L, 2L, 5L}) {
         for (bool bExtrapolate : {false, true}) {

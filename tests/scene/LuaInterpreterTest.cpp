@@ -36,7 +36,7 @@ TEST_F(LuaFixture, DataTableReadsTheScene) {
     EXPECT_EQ(Run("print(Data.GetScale('Box'))"), "1.0 1.0 1.0 \n");
     EXPECT_EQ(Run("print(select('#', Data.GetPosition('Nothing')))"), "0 \n");
     EXPECT_EQ(Run("print(Data.GetName('Box'))"), "Box \n");
-    Ctrl()->Select("Box", false, false, false);
+    Sel({"Box"});
     EXPECT_EQ(Run("print(Data.GetActiveObject())"), "Box \n");
 }
 
@@ -78,11 +78,11 @@ TEST_F(LuaFixture, ScriptsEditThroughTheUndoRoad) {
     EXPECT_EQ(Tree(), "World(Box,Camera),Initial Light,Ball,Ball.001,Sun,Camera.001");
     GpCUndo->Undo();
     EXPECT_EQ(GpCUndo->GetCurrent(), index);
-    Ctrl()->Select("", false, false, false);
+    Sel({""});
     EXPECT_EQ(SceneText(), strBefore);
     // Setters answer 1 or 0.
     EXPECT_EQ(Run("print(Ops.ActiveObj.SetVisibility(false))"), "0 \n"); // nothing is active
-    Ctrl()->Select("Ball", false, false, false);
+    Sel({"Ball"});
     EXPECT_EQ(Run("print(Ops.ActiveObj.SetVisibility(false), Ops.ActiveObj.GetVisibility())"), "1 0 \n");
     EXPECT_EQ(Run("print(Ops.ActiveObj.Rename('Box'))"), "1 \n");
     EXPECT_EQ(Run("print(Data.GetActiveObject())"), "Box.001 \n");

@@ -14,6 +14,7 @@
 #include "SceneFixtureOf.h"
 
 #include <sstream>
+#include <vector>
 
 // A modifier of the tests: a validity switch, a text item and one animated group.
 class TestModifier_cls : public Attribute_cls {
@@ -62,6 +63,15 @@ protected:
         return str;
     }
     wxString Tree() { return Tree(GpCSceneObjCtrl); }
+
+    // Selects the first name alone and adds the others, as clicks with the extend key would.
+    void Sel(const std::vector<const char*>& names) {
+        bool bAdd = false;
+        for (const char* p : names) {
+            GpCSceneObjCtrl->Select(p, bAdd, false, false);
+            bAdd = true;
+        }
+    }
 
     void UndoTo(int index) {
         while (GpCUndo->GetCurrent() > index)

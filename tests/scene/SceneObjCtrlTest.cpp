@@ -29,17 +29,13 @@ TEST_F(SceneFixture, DefaultScene) {
         pLight->GetPCParamGroup("", "RotationEuler")->GetVInterpolatedValue(0.0, true, nullptr, false);
     EXPECT_EQ(rot, (std::vector<double>{0.0, -45.0, 45.0}));
     EXPECT_EQ(static_cast<Primitive_cls*>(Obj("Box"))->GetStrPrimitiveType(), "Box");
-    EXPECT_EQ(Obj("World")->mDrawOrder, 3);
-    EXPECT_EQ(pLight->mDrawOrder, 4);
-    EXPECT_EQ(Obj("Camera")->mDrawOrder, 2);
     // The default scene is built natively: nothing is selected and nothing is undoable.
     EXPECT_EQ(Ctrl()->GetPCActiveObject(), nullptr);
     EXPECT_EQ(GpCUndo->GetCount(), 0);
 }
 
 TEST_F(SceneFixture, NewObjectsAppendAndBecomeTheOnlySelection) {
-    Ctrl()->Select("Box", false, false, false);
-    Ctrl()->Select("Camera", true, false, false);
+    Sel({"Box", "Camera"});
     ASSERT_EQ(Ctrl()->mVPCSelected.size(), 2u);
     const wxString strName = Ctrl()->AppendPrimitiveCommand(1, "");
     EXPECT_EQ(strName, "Sphere");
@@ -163,7 +159,7 @@ TEST_F(SceneFixture, SelectionKeepsReferenceCounts) {
     SceneObj_cls* pBox = Obj("Box");
     SceneObj_cls* pCamera = Obj("Camera");
     EXPECT_EQ(pBox->mReferenceCounter, 0);
-    Ctrl()->Select("Box", false, false, false);
+    Sel({"Box"});
     // The active object and the selection entry each hold one.
     EXPECT_EQ(pBox->mReferenceCounter, 2);
     EXPECT_EQ(Ctrl()->GetStatus(pBox), 2);
@@ -180,11 +176,11 @@ TEST_F(SceneFixture, SelectionKeepsReferenceCounts) {
     EXPECT_EQ(Ctrl()->GetPCActiveObject(), nullptr);
     ASSERT_EQ(Ctrl()->mVPCSelected.size(), 1u);
     // A plain select replaces the selection.
-    Ctrl()->Select("Camera", false, false, false);
+    Sel({"Camera"});
     EXPECT_EQ(pBox->mReferenceCounter, 0);
     EXPECT_EQ(Ctrl()->mVPCSelected.size(), 1u);
     // An unknown name clears the selection and leaves no active object.
-    Ctrl()->Select("Nothing", false, false, false);
+    Sel({"Nothing"});
     EXPECT_EQ(Ctrl()->GetPCActiveObject(), nullptr);
     EXPECT_TRUE(Ctrl()->mVPCSelected.empty());
     EXPECT_EQ(pCamera->mReferenceCounter, 0);
@@ -236,7 +232,7 @@ TEST_F(SceneFixture, UndoOfADeleteRestoresPropertiesAndChildLinks) {
         ->mVCParam[0]
         .SetValueAtCommand(4.0, 0.5, kSelf + "Obj::Camera::Position::x", 1, 1.0);
     pCamera->AddModifierCommand("TestMod_cls", "");
-    Ctrl()->Select("Camera", false, false, false);
+    Sel({"Camera"});
     const wxString strBefore = SceneText();
     const int index = GpCUndo->GetCurrent();
 
@@ -257,15 +253,13 @@ TEST_F(SceneFixture, UndoOfADeleteRestoresPropertiesAndChildLinks) {
     EXPECT_EQ(SceneText(), strBefore);
 
     // A parent and its child deleted together come back in one undo.
-    Ctrl()->Select("Box", false, false, false);
-    Ctrl()->Select("Floor", true, false, false);
-    Ctrl()->Select("Camera", true, false, false);
+    Sel({"Box", "Floor", "Camera"});
     const wxString strBefore2 = SceneText();
     Ctrl()->DeleteItemsCommand();
     EXPECT_EQ(Tree(), "World,Initial Light");
     GpCUndo->Undo();
     EXPECT_EQ(Tree(), "World,Camera(Box(Floor),Initial Light)");
-    Ctrl()->Select("Camera", false, false, false);
+    Sel({"Camera"});
     EXPECT_EQ(SceneText(), strBefore2);
 }
 
@@ -279,104 +273,63 @@ TEST_F(SceneFixture, EveryStructureCommandDoUndoRedo) {
     Obj("Box")->AddModifierCommand("TestMod_cls", "B");
     Obj("Box")->AddDataProcCommand("TestProc_cls", "P");
     GpCUndo->Clear();
+    // Each command runs on the selection given with it.
     struct Step {
         const char* pName;
+        std::vector<const char*> selection;
         std::function<void()> func;
     };
+    double v[3] = {1.0, 2.0, 3.0};
     const std::vector<Step> steps = {
-        {"Append", [&] { Ctrl()->AppendSceneObjCommand("MeshObj", ""); }},
-        {"AppendPrimitive", [&] { Ctrl()->AppendPrimitiveCommand(4, "Can"); }},
-        {"AppendLight", [&] { Ctrl()->AppendLightCommand(0, ""); }},
-        {"Rename", [&] { Ctrl()->RenameCommand("Box", "Crate"); }},
-        {"DeleteItems",
-         [&] {
-             Ctrl()->Select("Box", false, false, false);
-             Ctrl()->DeleteItemsCommand();
-         }},
-        {"SetToChild",
-         [&] {
-             Ctrl()->Select("Camera", false, false, false);
-             Ctrl()->SetToChildCommand("World");
-         }},
-        {"SetToChildRoot",
-         [&] {
-             Ctrl()->Select("Cone", false, false, false);
-             Ctrl()->SetToChildCommand("ROOT");
-         }},
+        {"Append", {}, [&] { Ctrl()->AppendSceneObjCommand("MeshObj", ""); }},
+        {"AppendPrimitive", {}, [&] { Ctrl()->AppendPrimitiveCommand(4, "Can"); }},
+        {"AppendLight", {}, [&] { Ctrl()->AppendLightCommand(0, ""); }},
+        {"Rename", {}, [&] { Ctrl()->RenameCommand("Box", "Crate"); }},
+        {"DeleteItems", {"Box"}, [&] { Ctrl()->DeleteItemsCommand(); }},
+        {"SetToChild", {"Camera"}, [&] { Ctrl()->SetToChildCommand("World"); }},
+        {"SetToChildRoot", {"Cone"}, [&] { Ctrl()->SetToChildCommand("ROOT"); }},
         {"SetMultipleToChild",
-         [&] {
-             Ctrl()->Select("Camera", false, false, false);
-             Ctrl()->Select("Initial Light", true, false, false);
-             Ctrl()->SetMultipleToChildCommand("Second");
-         }},
-        {"MoveItemTo",
-         [&] {
-             Ctrl()->Select("Camera", false, false, false);
-             Ctrl()->MoveItemToCommand("World", false);
-         }},
-        {"MoveItemToAfter",
-         [&] {
-             Ctrl()->Select("World", false, false, false);
-             Ctrl()->MoveItemToCommand("Cone", true);
-         }},
-        {"MoveItemMultipleTo",
-         [&] {
-             Ctrl()->Select("Camera", false, false, false);
-             Ctrl()->Select("Box", true, false, false);
-             Ctrl()->MoveItemMultipleToCommand("World", false);
-         }},
-        {"SetVisibleMultiple",
-         [&] {
-             Ctrl()->Select("Camera", false, false, false);
-             Ctrl()->Select("Box", true, false, false);
-             Ctrl()->SetVisibleMultipleCommand(false);
-         }},
-        {"ToggleVisible", [&] { Ctrl()->ToggleVisibleCommand("World"); }},
-        {"SetValidMultiple",
-         [&] {
-             Ctrl()->Select("Initial Light", false, false, false);
-             Ctrl()->Select("Box", true, false, false);
-             Ctrl()->SetValidMultipleCommand(false);
-         }},
-        {"ToggleValid", [&] { Ctrl()->ToggleValidCommand("Initial Light"); }},
-        {"AddModifier", [&] { Obj("Camera")->AddModifierCommand("TestMod_cls", ""); }},
-        {"DeleteModifier", [&] { Obj("Box")->DeleteModifierCommand("A"); }},
-        {"MoveModifier",
-         [&] {
-             Ctrl()->Select("Box", false, false, false);
-             Ctrl()->MoveModifierCommand("B", 0);
-         }},
-        {"SetModifierValidity", [&] { Obj("Box")->SetModifierValidityCommand("B", false); }},
-        {"AddDataProc", [&] { Obj("Box")->AddDataProcCommand("TestProc_cls", "Q"); }},
-        {"DeleteDataProc", [&] { Obj("Box")->DeleteDataProcCommand("P"); }},
-        {"SetDataProcValidity", [&] { Obj("Box")->SetDataProcValidityCommand("P", false); }},
-        {"SetParam3",
-         [&] {
-             double v[3] = {1.0, 2.0, 3.0};
-             Obj("Box")->SetParam3Command("Position", v);
-         }},
+         {"Camera", "Initial Light"},
+         [&] { Ctrl()->SetMultipleToChildCommand("Second"); }},
+        {"MoveItemTo", {"Camera"}, [&] { Ctrl()->MoveItemToCommand("World", false); }},
+        {"MoveItemToAfter", {"World"}, [&] { Ctrl()->MoveItemToCommand("Cone", true); }},
+        {"MoveItemMultipleTo", {"Camera", "Box"}, [&] { Ctrl()->MoveItemMultipleToCommand("World", false); }},
+        {"SetVisibleMultiple", {"Camera", "Box"}, [&] { Ctrl()->SetVisibleMultipleCommand(false); }},
+        {"ToggleVisible", {}, [&] { Ctrl()->ToggleVisibleCommand("World"); }},
+        {"SetValidMultiple", {"Initial Light", "Box"}, [&] { Ctrl()->SetValidMultipleCommand(false); }},
+        {"ToggleValid", {}, [&] { Ctrl()->ToggleValidCommand("Initial Light"); }},
+        {"AddModifier", {}, [&] { Obj("Camera")->AddModifierCommand("TestMod_cls", ""); }},
+        {"DeleteModifier", {}, [&] { Obj("Box")->DeleteModifierCommand("A"); }},
+        {"MoveModifier", {"Box"}, [&] { Ctrl()->MoveModifierCommand("B", 0); }},
+        {"SetModifierValidity", {}, [&] { Obj("Box")->SetModifierValidityCommand("B", false); }},
+        {"AddDataProc", {}, [&] { Obj("Box")->AddDataProcCommand("TestProc_cls", "Q"); }},
+        {"DeleteDataProc", {}, [&] { Obj("Box")->DeleteDataProcCommand("P"); }},
+        {"SetDataProcValidity", {}, [&] { Obj("Box")->SetDataProcValidityCommand("P", false); }},
+        {"SetParam3", {}, [&] { Obj("Box")->SetParam3Command("Position", v); }},
     };
     for (const Step& step : steps) {
         SCOPED_TRACE(step.pName);
-        Ctrl()->Select("", false, false, false);
+        Sel({""});
         const wxString strBefore = SceneText();
         const int index = GpCUndo->GetCurrent();
+        if (step.selection.size() > 0)
+            Sel(step.selection);
         step.func();
         // The text's last line names the active object, which a command may change: compare
         // the objects.
-        Ctrl()->Select("", false, false, false);
+        Sel({""});
         const wxString strAfter = SceneText();
         ASSERT_NE(strAfter, strBefore);
         ASSERT_GT(GpCUndo->GetCurrent(), index);
         GpCUndo->Undo();
         EXPECT_EQ(GpCUndo->GetCurrent(), index);
-        Ctrl()->Select("", false, false, false);
+        Sel({""});
         EXPECT_EQ(SceneText(), strBefore);
         GpCUndo->Redo();
-        Ctrl()->Select("", false, false, false);
+        Sel({""});
         EXPECT_EQ(SceneText(), strAfter);
         GpCUndo->Undo();
-        Ctrl()->Select("", false, false, false);
+        Sel({""});
         ASSERT_EQ(SceneText(), strBefore);
     }
 }
@@ -424,7 +377,7 @@ TEST_F(SceneFixture, BadStructureInputLeavesTheSceneIntact) {
         ASSERT_EQ(SceneText(), strBefore);
     }
     // A refused command pushes no pair.
-    Ctrl()->Select("Camera", false, false, false);
+    Sel({"Camera"});
     const int count = GpCUndo->GetCount();
     EXPECT_FALSE(Ctrl()->SetToChildCommand("Box"));
     EXPECT_FALSE(Ctrl()->SetToChildCommand("Camera"));

@@ -49,7 +49,7 @@ protected:
         Obj("Camera")->GetPCItemInAttrib("Stereo", "EyeType")->PushCommandPair("4");
         Obj("World")->GetPCItemInAttrib("Fog", "FogType")->PushCommandPair("1");
         Obj("Spot")->mCVisible.PushCommandPair("0");
-        Ctrl()->Select("Label", false, false, false);
+        Sel({"Label"});
     }
     // Whatever was read, the tree is consistent: every object's parent knows it, every group
     // still evaluates and the selection holds objects of the tree.

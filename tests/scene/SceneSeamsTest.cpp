@@ -175,7 +175,7 @@ TEST_F(SceneFixture, ArrayCopiesAndTrackingInsideTheTransform) {
 }
 
 TEST_F(SceneFixture, QuitClearsTheScene) {
-    Ctrl()->Select("Box", false, false, false);
+    Sel({"Box"});
     SceneObj_cls* pBox = Obj("Box");
     EXPECT_EQ(pBox->mReferenceCounter, 2);
     mpMain->ProcAfterMath("Quit", "");

@@ -1,6 +1,7 @@
 // Whole-file gzip reading: the extension alone makes a gzip path, several members follow one
 // another, bytes behind the last member are ignored, a ".gz" file that holds no gzip data passes
 // through, and a wrong size in the trailer only makes the buffer grow.
+#include "AsciiReader_cls.h"
 #include "TestSupport.h"
 #include "UseGZ_cls.h"
 
@@ -59,9 +60,44 @@ TEST(UseGZTest, OnlyTheExtensionGzMakesAGzipPath) {
         ASSERT_TRUE(UseGZ_cls::CopyToString(&s, dir.Path(name)));
         EXPECT_EQ(s, gz);
     }
-    ASSERT_TRUE(WriteBytes(dir.Path("real.gz"), gz));
-    EXPECT_EQ(ReadMemory(dir.Path("real.gz")), text);
-    EXPECT_EQ(UseGZ_cls::GetLineNumber(dir.Path("real.gz")), 3);
+    // What SaveMemoryToGZ writes reads back like the plain file, through both ways.
+    ASSERT_TRUE(WriteBytes(dir.Path("plain.txt"), text));
+    ASSERT_TRUE(UseGZ_cls::SaveMemoryToGZ(dir.Path("saved.gz"), text.data(), (long long)text.size()));
+    EXPECT_NE(ReadBytes(dir.Path("saved.gz")), text);
+    for (const char* name : {"plain.txt", "saved.gz"}) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(ReadMemory(dir.Path(name)), text);
+        std::string s;
+        ASSERT_TRUE(UseGZ_cls::CopyToString(&s, dir.Path(name)));
+        EXPECT_EQ(s, text);
+        EXPECT_EQ(UseGZ_cls::GetLineNumber(dir.Path(name)), 3);
+    }
+    EXPECT_FALSE(UseGZ_cls::SaveMemoryToGZ(dir.Path("no/such/dir.gz"), "x", 1));
+    UseGZ_cls::VersionCheck();
+    EXPECT_GE(UseGZ_cls::msZlibMajor, 1);
+}
+
+// A failed read leaves the outputs as they were; a folder is not a file (on Linux it opens and
+// claims a size of 2^63 - 1).
+TEST(UseGZTest, MissingFilesAndFoldersFailAndLeaveTheOutputs) {
+    TempDir_cls dir;
+    ASSERT_TRUE(wxFileName::Mkdir(dir.Path("folder")));
+    ASSERT_TRUE(wxFileName::Mkdir(dir.Path("folder.gz")));
+    unsigned char sentinel = 0;
+    for (wxString strName : {"missing.txt", "missing.gz", "folder", "folder.gz"}) {
+        SCOPED_TRACE(strName.ToStdString());
+        unsigned char* p = &sentinel;
+        long long size = 77;
+        EXPECT_FALSE(UseGZ_cls::CopyToMemory(&p, dir.Path(strName), size));
+        EXPECT_EQ(p, &sentinel);
+        EXPECT_EQ(size, 77);
+        std::string str = "kept";
+        EXPECT_FALSE(UseGZ_cls::CopyToString(&str, dir.Path(strName)));
+        EXPECT_EQ(str, "kept");
+        EXPECT_EQ(UseGZ_cls::GetLineNumber(dir.Path(strName)), -1);
+    }
+    long sizeAscii = 0;
+    EXPECT_EQ(AsciiReader_cls::GetPNewBufferFromFile(dir.Path("folder"), sizeAscii), nullptr);
 }
 
 TEST(UseGZTest, MembersGarbageAndPlainData) {
@@ -102,6 +138,27 @@ TEST(UseGZTest, MembersGarbageAndPlainData) {
     const std::string got = ReadMemory(dir.Path("w.gz"));
     EXPECT_LE(got.size(), big.size());
     EXPECT_EQ(got, big.substr(0, got.size()));
+
+    // Damaged compressed data ends the text where the damage is found: what was decoded before
+    // it is kept, as at the end of the file; a member cut in half gives what could be decoded.
+    // (A longer text of other lines: its damage decodes to more bytes than the trailer announces.)
+    std::string longer;
+    for (int i = 0; longer.size() < (4u << 20); ++i)
+        longer += std::to_string(i * 7919LL % 100003) + (i % 13 ? " " : "\n");
+    ASSERT_TRUE(UseGZ_cls::SaveMemoryToGZ(dir.Path("big.gz"), longer.data(), (long long)longer.size()));
+    std::string bad = ReadBytes(dir.Path("big.gz"));
+    for (size_t i = bad.size() * 3 / 4; i < bad.size() * 3 / 4 + 64; ++i)
+        bad[i] = static_cast<char>(~bad[i]);
+    ASSERT_TRUE(WriteBytes(dir.Path("bad.gz"), bad));
+    std::string str;
+    ASSERT_TRUE(UseGZ_cls::CopyToString(&str, dir.Path("bad.gz")));
+    EXPECT_LT(str.size(), longer.size());
+    EXPECT_GE(str.size(), 1u << 20);
+    EXPECT_EQ(str.substr(0, 1u << 19), longer.substr(0, 1u << 19));
+    ASSERT_TRUE(WriteBytes(dir.Path("cut.gz"), bad.substr(0, bad.size() / 2)));
+    str.clear();
+    UseGZ_cls::CopyToString(&str, dir.Path("cut.gz"));
+    EXPECT_LE(str.size(), longer.size());
 }
 
 } // namespace
