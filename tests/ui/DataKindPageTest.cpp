@@ -7,18 +7,13 @@
 #include "ClassProvider_cls.h"
 #include "ColorCurve_cls.h"
 #include "Material_cls.h"
-#include "PanelMakers.h"
 #include "ParamGroup_cls.h"
 #include "PropertyDataKind_cls.h"
-#include "Property_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObj_cls.h"
 #include "UndoManager_cls.h"
 
-#include <wx/checkbox.h>
-#include <wx/choice.h>
 #include <wx/notebook.h>
-#include <wx/textctrl.h>
 
 #include <functional>
 
@@ -29,16 +24,9 @@ protected:
     // Adds an object of the kind, makes it active and returns its page.
     PropertyDataKind_cls* Add(const char* pKind) {
         mStrName = GpCSceneObjCtrl->AppendSceneObjCommand(pKind, wxString());
-        GpCSceneObjCtrl->Select(mStrName, false, true, false);
-        GCClassProvider->ProcAfterMath("SelectObject", mStrName);
-        Sync();
+        Select(mStrName);
         GpCUndo->Clear();
         return dynamic_cast<PropertyDataKind_cls*>(mpProperty->mpCPageKind);
-    }
-    void Sync() {
-        Flush();
-        if (mpProperty->mpCPageKind)
-            mpProperty->mpCPageKind->UpdatePage("IDLE");
     }
     SceneObj_cls* Obj() { return GpCSceneObjCtrl->GetPCFromName(mStrName); }
     // Everything the page edits, as the project would write it.
