@@ -12,12 +12,8 @@
 
 #include <epoxy/gl.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <functional>
-#include <memory>
-#include <random>
-#include <vector>
 
 namespace {
 

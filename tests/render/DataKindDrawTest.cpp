@@ -2,49 +2,26 @@
 // buffer with an orthographic camera that maps one unit to one pixel: lines and ribbons on their
 // pixels, a lit ramp shaded as its normals say, a ball's surface filling its disc, and the bad
 // inputs that must draw nothing.
-#include "ColorCurve_cls.h"
-#include "GLDrawStatus_cls.h"
 #include "GLDrawTable_cls.h"
 #include "GLKindResources_cls.h"
 #include "HeightFieldDraw_cls.h"
 #include "HeightField_cls.h"
 #include "IsosurfaceDraw_cls.h"
 #include "Isosurface_cls.h"
-#include "Main_cls.h"
 #include "Material_cls.h"
 #include "MeshDraw_cls.h"
-#include "ParamGroup_cls.h"
-#include "RenderProcessFixture.h"
-#include "SceneObjCtrl_cls.h"
-#include "ServiceRegistry.h"
+#include "OrthoDrawFixture.h"
 #include "ShaderCtrl_cls.h"
 #include "StreamlineDraw_cls.h"
 #include "Streamline_cls.h"
-#include "TestSupport.h"
 #include "TextureProvider_cls.h"
-#include "TimeCtrl_cls.h"
 
-#include <epoxy/gl.h>
-
-#include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <functional>
 #include <sstream>
 
 namespace {
-
-constexpr int kSize = 64;
-
-// World x (or y) of the centre of pixel i.
-float World(int i) {
-    return static_cast<float>(i) + 0.5f - kSize / 2;
-}
-
-bool IsEmpty(const Pixel_cls& p) {
-    return p.a < 0.01f && p.r < 0.01f && p.g < 0.01f && p.b < 0.01f;
-}
 
 void PutU32(std::string& s, uint32_t v) {
     for (int i = 0; i < 4; ++i)
@@ -53,25 +30,19 @@ void PutU32(std::string& s, uint32_t v) {
 
 } // namespace
 
-class DataKindDrawTest : public RenderProcessFixture {
+class DataKindDrawTest : public OrthoDrawFixture {
 protected:
     void SetUp() override {
-        RenderProcessFixture::SetUp();
+        OrthoDrawFixture::SetUp();
         if (IsSkipped())
             return;
-        SetFrame(1, 0);
         mpResources = std::make_unique<GLKindResources_cls>();
-        ASSERT_TRUE(MakeTarget(kSize));
     }
     void TearDown() override {
         mpResources.reset();
-        RenderProcessFixture::TearDown();
+        OrthoDrawFixture::TearDown();
     }
 
-    static void SetFrame(long long frameMax, long long frame) {
-        GpCTimeCtrl->mCFrameMax.SetBodyFromData(frameMax);
-        GpCTimeCtrl->mCFrameCurrent.SetBodyFromData(frame);
-    }
     template <class T> T* Make(const char* pKind, const wxString& strPath) {
         auto* p = dynamic_cast<T*>(
             GpCSceneObjCtrl->GetPCFromName(GpCSceneObjCtrl->AppendSceneObjCommand(pKind, "")));
@@ -80,17 +51,12 @@ protected:
             p->mCPath.SetBodyFromData(strPath);
         return p;
     }
-    static void Set(ConfItem_cls& item, const wxString& str) { item.SetBodyFromData(str); }
     static void SetDiffuse(SceneObj_cls* p, double r, double g, double b) {
         p->GetPCMaterial()->GetPCParamGroup("Diffuse")->SetInitValue(r, g, b);
     }
     // The object's first curve from red at 0 to blue at 1, over the range.
     static void RedToBlue(SceneObj_cls* p, double r0, double r1) {
-        auto* pCurve = static_cast<ColorCurve_cls*>(p->GetPCAttributeFromAttribName("ColorCurve_cls", 0));
-        ASSERT_NE(pCurve, nullptr);
-        double rows[2][5] = {{0, 1, 0, 0, 1}, {1, 0, 0, 1, 1}};
-        pCurve->SetInitKeyframes(2, rows);
-        pCurve->GetPCRange()->SetInitValue(r0, r1);
+        SetCurve(p, {{0, 1, 0, 0, 1}, {1, 0, 0, 1, 1}}, r0, r1);
     }
     // One stream-line file: lines of (x, y, z, value) points, a blank row between lines.
     wxString WriteLines(const wxString& strName,
@@ -130,18 +96,8 @@ protected:
     // Draws the object alone through its kind's draw entry, scaled by scale, and reads it back.
     // lightDir (eye space, towards the light) switches on one white parallel light.
     void Draw(SceneObj_cls* p, double scale = 1.0, const float* pLightDir = nullptr) {
-        glBindFramebuffer(GL_FRAMEBUFFER, mFramebuffer.Get());
-        glViewport(0, 0, kSize, kSize);
-        glClearColor(0.f, 0.f, 0.f, 0.f);
-        glDepthMask(GL_TRUE);
-        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-        glMatrixMode(GL_PROJECTION);
-        glLoadIdentity();
-        glOrtho(-kSize / 2, kSize / 2, -kSize / 2, kSize / 2, -2000, 2000);
-        glMatrixMode(GL_MODELVIEW);
-        glLoadIdentity();
-        GLDrawStatus_cls status;
-        status.mTime = GpCTimeCtrl->GetCurrentNT(false);
+        GLDrawStatus_cls status = Begin();
+        glDisable(GL_DEPTH_TEST);
         status.mpCKindResources = mpResources.get();
         status.mpCMeshDraw = mpMeshDraw;
         if (pLightDir) {
@@ -159,13 +115,7 @@ protected:
         const GLDrawTable_cls::Entry_cls* pEntry = GLDrawTable_cls::GetPCEntry(p->mStrClassWord);
         ASSERT_NE(pEntry, nullptr);
         pEntry->mFuncGLDraw(p, status);
-        glFinish();
-        glBindFramebuffer(GL_FRAMEBUFFER, 0);
-        ReadTexture(mColor.Get(), kSize, kSize);
-    }
-    int CountDrawn() const {
-        return static_cast<int>(
-            std::count_if(mVFrame.begin(), mVFrame.end(), [](const Pixel_cls& p) { return !IsEmpty(p); }));
+        End();
     }
     template <class T> T* Drawer(const char* pClass) { return mpResources->GetPC<T>(pClass); }
 

@@ -4,10 +4,6 @@
 #include "MouseNormalized_cls.h"
 #include "TestSupport.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-
 namespace {
 
 // The view's default pose: at (0, 0, 10) looking down -z at the origin.

@@ -1,21 +1,8 @@
 // Picking without a window: a click at a point of the frame selects the object drawn there,
 // through the selection-mode pass at the end of the frame; the pass leaves the frame's picture
 // alone; the loupe shows the scene at the mouse. The hit records are read nearest first.
-#include "Attribute_cls.h"
-#include "FBO_cls.h"
-#include "FramePasses_cls.h"
 #include "Hittest_cls.h"
-#include "Main_cls.h"
-#include "ParamGroup_cls.h"
 #include "PassesFixture.h"
-#include "SceneObjCtrl_cls.h"
-#include "SceneObj_cls.h"
-#include "ServiceRegistry.h"
-#include "ShaderItem_cls.h"
-#include "TestSupport.h"
-#include "View3D_cls.h"
-
-#include "CommandText.h"
 
 #include <epoxy/gl.h>
 
@@ -40,17 +27,17 @@ protected:
         if (IsSkipped())
             return;
         // Two glowing boxes side by side, seen from the front: red at x = -2, green at x = 2.
-        GpCSceneObjCtrl->GetPCFromName("Box")->mCVisible.SetBodyFromDataBOOL(false);
+        Obj("Box")->mCVisible.SetBodyFromDataBOOL(false);
         AddGlowingBox("Left", -2, 1, 0, 0);
         AddGlowingBox("Right", 2, 0, 1, 0);
         GpCSceneObjCtrl->Select("", false, false, false);
     }
+    void AddGlowingBox(const wxString& strName, double x, double r, double g, double b) {
+        SetGroup(AddGlowing("Box", strName, r, g, b), "", "Position", x, 0, 0);
+    }
     void TearDown() override {
         mpTarget.reset();
         PassesFixture::TearDown();
-    }
-    void AddGlowingBox(const wxString& strName, double x, double r, double g, double b) {
-        SetGroup(AddGlowing("Box", strName, r, g, b), "", "Position", x, 0, 0);
     }
     // One frame into a 64 by 64 target; the main buffer is read back.
     void Paint() {

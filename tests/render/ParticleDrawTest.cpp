@@ -1,37 +1,18 @@
 // Particle objects drawn into a small buffer with an orthographic camera that maps one unit to
 // one pixel: points, billboards, ray-cast and mesh spheres where their data put them, colours
 // through the colour curve, two-pass drawing, batches, uploads, and the frames that cannot be drawn.
-#include "ColorCurve_cls.h"
 #include "DataSnap_cls.h"
-#include "FBO_cls.h"
-#include "FramePasses_cls.h"
-#include "GLDrawStatus_cls.h"
-#include "Main_cls.h"
 #include "MaterialParticle_cls.h"
-#include "ParamGroup_cls.h"
+#include "OrthoDrawFixture.h"
 #include "ParticleDraw_cls.h"
 #include "Particle_cls.h"
-#include "RenderProcessFixture.h"
-#include "SceneObjCtrl_cls.h"
-#include "ServiceRegistry.h"
-#include "ShaderItem_cls.h"
-#include "TestSupport.h"
 #include "TextureProvider_cls.h"
-#include "TimeCtrl_cls.h"
-#include "View3D_cls.h"
 
-#include <epoxy/gl.h>
-
-#include <cmath>
 #include <cstring>
 #include <fstream>
 #include <functional>
-#include <random>
-#include <sstream>
 
 namespace {
-
-constexpr int kSize = 64;
 
 struct Atom_cls {
     float x, y, z;
@@ -39,33 +20,19 @@ struct Atom_cls {
     float size;
 };
 
-// World x (or y) of the centre of pixel i.
-float World(int i) {
-    return static_cast<float>(i) + 0.5f - kSize / 2;
-}
-
-bool IsEmpty(const Pixel_cls& p) {
-    return p.a < 0.01f && p.r < 0.01f && p.g < 0.01f && p.b < 0.01f;
-}
-
 } // namespace
 
-class ParticleDrawTest : public RenderProcessFixture {
+class ParticleDrawTest : public OrthoDrawFixture {
 protected:
     void SetUp() override {
-        RenderProcessFixture::SetUp();
+        OrthoDrawFixture::SetUp();
         if (IsSkipped())
             return;
-        GpCTimeCtrl->mCFrameMax.SetBodyFromData(1LL);
-        GpCTimeCtrl->mCFrameCurrent.SetBodyFromData(0LL);
         mpDraw = std::make_unique<ParticleDraw_cls>(GpCTextureProvider);
-        ASSERT_TRUE(MakeTarget(kSize));
     }
     void TearDown() override {
-        mpPasses.reset();
-        mpView.reset();
         mpDraw.reset();
-        RenderProcessFixture::TearDown();
+        OrthoDrawFixture::TearDown();
     }
 
     // A particle object over one text file of the atoms (x y z type size per line).
@@ -88,18 +55,6 @@ protected:
         return p;
     }
     static MaterialParticle_cls* Mat(Particle_cls* p, int m = 0) { return p->GetPCMaterialParticle(m); }
-    static void Set(ConfItem_cls& item, const wxString& str) { item.SetBodyFromData(str); }
-    // The object's first curve as the given keys (position, R, G, B, A), over the range.
-    static ColorCurve_cls* SetCurve(Particle_cls* p, std::vector<std::array<double, 5>> vKey, double r0,
-                                    double r1) {
-        auto* pCurve = static_cast<ColorCurve_cls*>(p->GetPCAttributeFromAttribName("ColorCurve_cls", 0));
-        std::vector<double[5]> rows(vKey.size());
-        for (size_t i = 0; i < vKey.size(); ++i)
-            std::copy(vKey[i].begin(), vKey[i].end(), rows[i]);
-        pCurve->SetInitKeyframes(static_cast<int>(vKey.size()), rows.data());
-        pCurve->GetPCRange()->SetInitValue(r0, r1);
-        return pCurve;
-    }
     // Colour by x through a curve from red (at x0 and left) to blue (at x1 and right), opaque.
     static void ColourByX(Particle_cls* p, double x0, double x1, int m = 0) {
         SetCurve(p, {{0, 1, 0, 0, 1}, {1, 0, 0, 1, 1}}, x0, x1);
@@ -109,37 +64,9 @@ protected:
 
     // Draws the object alone into the buffer, clears first unless told not to, reads it back.
     void Draw(Particle_cls* p, bool bClear = true, bool bPerspective = false) {
-        glBindFramebuffer(GL_FRAMEBUFFER, mFramebuffer.Get());
-        glViewport(0, 0, kSize, kSize);
-        if (bClear) {
-            glClearColor(0.f, 0.f, 0.f, 0.f);
-            glDepthMask(GL_TRUE);
-            glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-        }
-        glMatrixMode(GL_PROJECTION);
-        glLoadIdentity();
-        if (bPerspective)
-            glFrustum(-1, 1, -1, 1, 1, 1000); // 90 degrees; the eye at z = 100
-        else
-            glOrtho(-kSize / 2, kSize / 2, -kSize / 2, kSize / 2, -2000, 2000);
-        glMatrixMode(GL_MODELVIEW);
-        glLoadIdentity();
-        if (bPerspective)
-            glTranslatef(0.f, 0.f, -100.f);
-        glEnable(GL_DEPTH_TEST);
-        GLDrawStatus_cls status;
-        status.mTime = GpCTimeCtrl->GetCurrentNT(false);
+        GLDrawStatus_cls status = Begin(bClear, kSize / 2, bPerspective);
         mpDraw->GLDraw(*p, status);
-        glFinish();
-        glBindFramebuffer(GL_FRAMEBUFFER, 0);
-        ReadTexture(mColor.Get(), kSize, kSize);
-    }
-    float ReadDepth(int x, int y) {
-        float depth = -1.f;
-        glBindFramebuffer(GL_FRAMEBUFFER, mFramebuffer.Get());
-        glReadPixels(x, y, 1, 1, GL_DEPTH_COMPONENT, GL_FLOAT, &depth);
-        glBindFramebuffer(GL_FRAMEBUFFER, 0);
-        return depth;
+        End();
     }
     // The object drawn in one buffer, then in batches of each size: the same pixels, to the bit.
     void ExpectBatchesDrawAsOneBuffer(Particle_cls* p, int count, std::initializer_list<int> batches,
@@ -162,16 +89,8 @@ protected:
         }
         mpDraw->mBatchOverride = 0;
     }
-    int CountDrawn() const {
-        int n = 0;
-        for (const Pixel_cls& p : mVFrame)
-            n += IsEmpty(p) ? 0 : 1;
-        return n;
-    }
 
     std::unique_ptr<ParticleDraw_cls> mpDraw;
-    std::unique_ptr<View3D_cls> mpView;
-    std::unique_ptr<FramePasses_cls> mpPasses;
 };
 
 TEST_F(ParticleDrawTest, EachDrawTypePutsItsParticlesOnTheirPixels) {
@@ -481,12 +400,8 @@ TEST_F(ParticleDrawTest, FramesThatCannotBeDrawnSayWhyOnceAndDrawNothing) {
 TEST_F(ParticleDrawTest, LammpsDumpDrawsItsAtomsThroughTheFramePasses) {
     // The Lennard-Jones melt of LAMMPS (256 atoms in a box of 6.72), seen through the view's passes
     // from the front: atoms where they project, background where none can.
-    mpView = std::make_unique<View3D_cls>();
-    mpPasses = std::make_unique<FramePasses_cls>(mpView.get());
-    mpView->mCBufSizeIdx.SetBodyFromData("0");
     mpView->mCDispGrid.SetBodyFromData("0");
-    mpView->mCDispLightCam.SetBodyFromData("0");
-    GpCSceneObjCtrl->GetPCFromName("Box")->mCVisible.SetBodyFromDataBOOL(false);
+    Obj("Box")->mCVisible.SetBodyFromDataBOOL(false);
     Particle_cls* p = dynamic_cast<Particle_cls*>(
         GpCSceneObjCtrl->GetPCFromName(GpCSceneObjCtrl->AppendSceneObjCommand("Particle", "Melt")));
     ASSERT_NE(p, nullptr);
@@ -499,19 +414,9 @@ TEST_F(ParticleDrawTest, LammpsDumpDrawsItsAtomsThroughTheFramePasses) {
         "2"); // ray-cast spheres: the dump has no sizes, so the factor is the radius
     p->GetPCMaterialParticle(0)->GetPCParamGroup("SizeFactor")->SetInitValue(0.5, 1.0);
     GpCSceneObjCtrl->Select("", false, false, false);
-    PositionAndDirection_cls pose;
-    pose.mPos[0] = 3.36, pose.mPos[1] = 3.36, pose.mPos[2] = 20;
     const double tgt[3] = {0, 0, -1}, top[3] = {0, 1, 0};
-    for (int i = 0; i < 3; ++i)
-        pose.mTgt[i] = tgt[i], pose.mTop[i] = top[i];
-    pose.Normalize();
-    mpView->SetPosDir(pose);
-    FBO_cls target(256, 256, nullptr);
-    target.SetGeometryFBO(256, 256);
-    target.MakeFBO(true, false);
-    mpPasses->PaintDirectly(256, 256, 256, 256, target.GetFramebuffer());
-    FBO_cls* pMain = mpPasses->GetPCFBOMain();
-    ReadTexture(pMain->GetTexture(), pMain->GetWidth(), pMain->GetHeight());
+    LookFrom(3.36, 3.36, 20, tgt, top);
+    PaintMain(256, 256);
     ASSERT_EQ(p->mpCCurrent->mNumber, 256);
     // The box of atoms covers the middle of the picture and nothing near the edges.
     const Pixel_cls bg = At(5, 5);

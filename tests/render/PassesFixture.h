@@ -5,6 +5,7 @@
 
 #include "Attribute_cls.h"
 #include "CommandText.h"
+#include "FBO_cls.h"
 #include "FramePasses_cls.h"
 #include "Main_cls.h"
 #include "ParamGroup_cls.h"
@@ -16,6 +17,7 @@
 #include "TestSupport.h"
 #include "View3D_cls.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -72,6 +74,28 @@ protected:
         if (getenv("ORV_SAVE_FRAMES") && !mVFrame.empty())
             SaveFrame(std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + ".png");
         RenderFixture::TearDown();
+    }
+
+    // The view's eye at (x, y, z), looking along tgt with top up.
+    void LookFrom(double x, double y, double z, const double* tgt, const double* top) {
+        PositionAndDirection_cls pose;
+        pose.mPos[0] = x, pose.mPos[1] = y, pose.mPos[2] = z;
+        for (int i = 0; i < 3; ++i)
+            pose.mTgt[i] = tgt[i], pose.mTop[i] = top[i];
+        pose.Normalize();
+        mpView->SetPosDir(pose);
+    }
+    // One frame into a window of the size; the main buffer is read back (and returned), or the
+    // window's picture with bTarget.
+    std::vector<Pixel_cls> PaintMain(int width = 64, int height = 64, bool bTarget = false) {
+        FBO_cls target(std::max(width, height), std::max(width, height), nullptr);
+        target.SetGeometryFBO(width, height);
+        target.MakeFBO(true, false);
+        mpPasses->PaintDirectly(width, height, width, height, target.GetFramebuffer());
+        if (bTarget)
+            return ReadTexture(target.GetTexture(), width, height);
+        FBO_cls* pMain = mpPasses->GetPCFBOMain();
+        return ReadTexture(pMain->GetTexture(), pMain->GetWidth(), pMain->GetHeight());
     }
 
     // A primitive that shines in one colour whatever the light.

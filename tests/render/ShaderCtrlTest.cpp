@@ -2,7 +2,6 @@
 #include "GLPerspective_cls.h"
 #include "RenderFixture.h"
 #include "ShaderCtrl_cls.h"
-#include "ShaderItem_cls.h"
 #include "TestSupport.h"
 
 #include <epoxy/gl.h>

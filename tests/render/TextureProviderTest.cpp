@@ -5,7 +5,6 @@
 
 #include <epoxy/gl.h>
 
-#include <algorithm>
 #include <iterator>
 
 namespace {

@@ -2,36 +2,24 @@
 // one pixel, the box scaled to 32 units (pixels 16 to 48): df3 voxels where the box puts them,
 // steps mixed between frames, the clip box, the order against particles by depth, and the
 // programs with the shader modifiers.
-#include "ColorCurve_cls.h"
-#include "GLDrawStatus_cls.h"
-#include "Main_cls.h"
 #include "MaterialParticle_cls.h"
 #include "Material_cls.h"
-#include "ParamGroup_cls.h"
+#include "OrthoDrawFixture.h"
 #include "ParticleDraw_cls.h"
 #include "Particle_cls.h"
-#include "RenderProcessFixture.h"
-#include "SceneObjCtrl_cls.h"
 #include "SceneObjDraw_cls.h"
-#include "ServiceRegistry.h"
 #include "ShaderCtrl_cls.h"
-#include "TestSupport.h"
 #include "TextureProvider1D_cls.h"
 #include "TextureProvider_cls.h"
-#include "TimeCtrl_cls.h"
 #include "VolumeBox_cls.h"
 #include "VolumeDraw_cls.h"
 
-#include <epoxy/gl.h>
 #include <wx/filefn.h>
 
-#include <cmath>
 #include <functional>
-#include <string>
 
 namespace {
 
-constexpr int kSize = 64;
 constexpr int kN = 16; // voxels per side
 
 // A df3 file of kN cubed voxels, voxel(x, y, z) as given.
@@ -48,32 +36,26 @@ std::string Df3(const std::function<int(int, int, int)>& voxel) {
     return s;
 }
 
-bool IsEmpty(const Pixel_cls& p) {
-    return p.a < 0.02f && p.r < 0.02f && p.g < 0.02f && p.b < 0.02f;
-}
-
 } // namespace
 
-class VolumeDrawTest : public RenderProcessFixture {
+class VolumeDrawTest : public OrthoDrawFixture {
 protected:
     void SetUp() override {
-        RenderProcessFixture::SetUp();
+        OrthoDrawFixture::SetUp();
         if (IsSkipped())
             return;
-        GpCTimeCtrl->mCFrameMax.SetBodyFromData(2LL);
-        GpCTimeCtrl->mCFrameCurrent.SetBodyFromData(0LL);
+        SetFrame(2, 0);
         GpCTimeCtrl->mCSubFrameMax.SetBodyFromData(1LL);
-        GpCSceneObjCtrl->GetPCFromName("Box")->mCVisible.SetBodyFromDataBOOL(false);
+        Obj("Box")->mCVisible.SetBodyFromDataBOOL(false);
         mpDraw = std::make_unique<VolumeDraw_cls>(GpCTextureProvider1D);
         mpParticleDraw = std::make_unique<ParticleDraw_cls>(GpCTextureProvider);
-        ASSERT_TRUE(MakeTarget(kSize));
     }
     void TearDown() override {
         if (GpCTimeCtrl)
             GpCTimeCtrl->mPlayDirection = 0;
         mpDraw.reset();
         mpParticleDraw.reset();
-        RenderProcessFixture::TearDown();
+        OrthoDrawFixture::TearDown();
     }
 
     // A volume object over the df3 files (one per step, named <name>NNN.df3), its box 32 units
@@ -88,63 +70,36 @@ protected:
         p->mCPath.SetBodyFromData(mDir.Path(strName + "000.df3"));
         p->GetPCParamGroup("", "Scale")->SetInitValue(32.0, 32.0, 32.0);
         p->GetPCMaterial()->mCTextureInterp.SetBodyFromData("0");
-        ColorCurve_cls* pCurve = p->GetPCColorCurve();
-        double keys[2][5] = {{0, 1, 1, blue, 0}, {1, 1, 1, blue, maxAlpha}};
-        pCurve->SetInitKeyframes(2, keys);
-        pCurve->GetPCRange()->SetInitValue(0.0, 1.0);
+        SetCurve(p, {{0, 1, 1, blue, 0}, {1, 1, 1, blue, maxAlpha}}, 0.0, 1.0);
         return p;
     }
-    void Clear(double half = kSize / 2) {
-        glBindFramebuffer(GL_FRAMEBUFFER, mFramebuffer.Get());
-        glViewport(0, 0, kSize, kSize);
-        glClearColor(0.f, 0.f, 0.f, 0.f);
-        glDepthMask(GL_TRUE);
-        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-        glMatrixMode(GL_PROJECTION);
-        glLoadIdentity();
-        glOrtho(-half, half, -half, half, -2000, 2000);
-        glMatrixMode(GL_MODELVIEW);
-        glLoadIdentity();
-        glEnable(GL_DEPTH_TEST);
-    }
-    GLDrawStatus_cls Status() {
-        GLDrawStatus_cls status;
-        status.mTime = GpCTimeCtrl->GetCurrentNT(false);
+    GLDrawStatus_cls Status(double half = kSize / 2) {
+        GLDrawStatus_cls status = Begin(true, half);
         status.mpCVolumeDraw = mpDraw.get();
         status.mpCParticleDraw = mpParticleDraw.get();
         status.mPosDirNow.mPos[2] = status.mPosDirNext.mPos[2] = 100.0;
         return status;
     }
-    void ReadBack() {
-        glFinish();
-        glBindFramebuffer(GL_FRAMEBUFFER, 0);
-        ReadTexture(mColor.Get(), kSize, kSize);
-    }
     // The whole scene through the scene's own order, as a sub-pass draws it.
     void DrawScene(double half = kSize / 2) {
-        Clear(half);
-        GLDrawStatus_cls status = Status();
+        GLDrawStatus_cls status = Status(half);
         SceneObjDraw_cls::GLDrawObjects(GpCSceneObjCtrl, status, status.mPosDirNow, status.mPosDirNext);
-        ReadBack();
+        End();
     }
     // One object alone, its matrix pushed as the scene does.
     void Draw(VolumeBox_cls* p) {
-        Clear();
         GLDrawStatus_cls status = Status();
         glPushMatrix();
         glScaled(32.0, 32.0, 32.0);
         mpDraw->GLDraw(*p, status);
         glPopMatrix();
-        ReadBack();
+        End();
     }
     // Pixels of the box (16 .. 47) that hold anything, and those outside it.
     int CountDrawn(int x0 = 0, int x1 = kSize, int y0 = 0, int y1 = kSize) const {
-        int n = 0;
-        for (int y = y0; y < y1; ++y)
-            for (int x = x0; x < x1; ++x)
-                n += IsEmpty(At(x, y)) ? 0 : 1;
-        return n;
+        return OrthoDrawFixture::CountDrawn(x0, x1, y0, y1, 0.02f);
     }
+    static bool IsEmpty(const Pixel_cls& p) { return OrthoDrawFixture::IsEmpty(p, 0.02f); }
 
     std::unique_ptr<VolumeDraw_cls> mpDraw;
     std::unique_ptr<ParticleDraw_cls> mpParticleDraw;

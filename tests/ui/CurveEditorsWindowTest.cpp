@@ -36,16 +36,10 @@ protected:
         if (IsSkipped())
             return;
         ReadFrameLayout(kEditorsLayout);
-        for (wxPanelEX* p : Leaves()) {
-            if (auto* pGraph = dynamic_cast<GraphEditor_cls*>(p))
-                mpGraph = pGraph;
-            if (auto* pColor = dynamic_cast<ColorCurveEditor_cls*>(p))
-                mpColor = pColor;
-            if (auto* pView = dynamic_cast<View3DPanel_cls*>(p))
-                mpView = pView;
-            if (auto* pOutliner = dynamic_cast<Outliner_cls*>(p))
-                mpOutliner = pOutliner;
-        }
+        mpGraph = FindLeaf<GraphEditor_cls>();
+        mpColor = FindLeaf<ColorCurveEditor_cls>();
+        mpView = FindLeaf<View3DPanel_cls>();
+        mpOutliner = FindLeaf<Outliner_cls>();
         ASSERT_TRUE(mpGraph && mpColor && mpView && mpOutliner);
         ASSERT_TRUE(SettleCanvas(*mpView->GetPCCanvas())) << "the view never painted";
     }
@@ -64,12 +58,6 @@ protected:
         }
         sim.MouseUp();
         RunLoop(200);
-    }
-    wxString Screenshot(const wxString& strName) {
-        const wxString strPath = ScreenshotDir() + "/" + strName;
-        if (system(("import -window root '" + std::string(strPath.utf8_str()) + "'").c_str()) != 0)
-            return wxString();
-        return strPath;
     }
 
     GraphEditor_cls* mpGraph = nullptr;
@@ -104,10 +92,8 @@ TEST_F(CurveEditorsWindowTest, DragAKeyInTheGraphEditorAndUndoIt) {
     EXPECT_DOUBLE_EQ(x.mVCKey[1].mValue, 2.0);
     Flush();
     RunLoop(200);
-    const wxString strShot = Screenshot("graph-editor-drag.png");
-    ASSERT_FALSE(strShot.empty());
     wxImage image;
-    ASSERT_TRUE(image.LoadFile(strShot, wxBITMAP_TYPE_PNG));
+    ASSERT_TRUE(TakeScreenshot("graph-editor-drag.png", image));
     // The selected key's mark (yellow) stands where the key went, not where it was.
     auto isMark = [&](wxPoint client) {
         const wxPoint s = Screen(pPlot, client);
@@ -144,9 +130,8 @@ TEST_F(CurveEditorsWindowTest, AColourKeyChangesTheColourAtItsEntry) {
     };
     // "Red Yellow": green rises with the position; entry 768 stands at 0.749.
     EXPECT_EQ(texel(768), 191);
-    wxImage before;
-    const wxString strBefore = Screenshot("colour-curve-before.png");
-    ASSERT_TRUE(before.LoadFile(strBefore, wxBITMAP_TYPE_PNG));
+    wxImage before, after;
+    ASSERT_TRUE(TakeScreenshot("colour-curve-before.png", before));
 
     // The selector on G (all, R, G), then a ctrl click at position 3/4, value 0.2: a G key.
     mpColor->StepChannelSelector();
@@ -172,9 +157,7 @@ TEST_F(CurveEditorsWindowTest, AColourKeyChangesTheColourAtItsEntry) {
     EXPECT_GT(mpView->GetPCCanvas()->GetScenePaintCount(), paintsBefore)
         << "the 3D view paints the new curve";
 
-    const wxString strAfter = Screenshot("colour-curve-key.png");
-    wxImage after;
-    ASSERT_TRUE(after.LoadFile(strAfter, wxBITMAP_TYPE_PNG));
+    ASSERT_TRUE(TakeScreenshot("colour-curve-key.png", after));
     // The bar at 3/4: green fell from about 191 (blended at alpha 0.75) to about 50.
     const wxPoint barPoint =
         Screen(pBar, wxPoint(edit.GetGeom().GetDevX(0.75), GraphColorCurve_cls::msBarHeight / 2));
@@ -301,14 +284,8 @@ TEST_F(CurveEditorsWindowTest, RepaintOnlyForTheirOwnNamesAndKeepTheViewInTheLay
         << strLayout;
     EXPECT_NE(strLayout.Find("XRangeMin=0.25\nXRangeMax=0.75\n"), wxNOT_FOUND) << strLayout;
     ReadFrameLayout(strLayout.AfterFirst('\n').BeforeLast('F'));
-    GraphEditor_cls* pGraph = nullptr;
-    ColorCurveEditor_cls* pColor = nullptr;
-    for (wxPanelEX* p : Leaves()) {
-        if (!pGraph)
-            pGraph = dynamic_cast<GraphEditor_cls*>(p);
-        if (!pColor)
-            pColor = dynamic_cast<ColorCurveEditor_cls*>(p);
-    }
+    GraphEditor_cls* pGraph = FindLeaf<GraphEditor_cls>();
+    ColorCurveEditor_cls* pColor = FindLeaf<ColorCurveEditor_cls>();
     ASSERT_TRUE(pGraph && pColor);
     EXPECT_DOUBLE_EQ(pGraph->GetEdit().GetGeom().mX0, 0.25);
     EXPECT_EQ(pColor->GetMode(), ColorCurveEditor_cls::MODE_STOPS);

@@ -8,7 +8,6 @@
 #include "ColorCurve_cls.h"
 #include "Material_cls.h"
 #include "ModifierStack_cls.h"
-#include "PanelMakers.h"
 #include "ParamGroup_cls.h"
 #include "PropertyDataKind_cls.h"
 #include "PropertyModifier_cls.h"
@@ -17,10 +16,7 @@
 #include "SceneObj_cls.h"
 #include "UndoManager_cls.h"
 
-#include <wx/checkbox.h>
-#include <wx/choice.h>
 #include <wx/notebook.h>
-#include <wx/textctrl.h>
 
 #include <functional>
 
@@ -31,16 +27,9 @@ protected:
     // Adds an object of the kind, makes it active and returns its page.
     PropertyDataKind_cls* Add(const char* pKind) {
         mStrName = GpCSceneObjCtrl->AppendSceneObjCommand(pKind, wxString());
-        GpCSceneObjCtrl->Select(mStrName, false, true, false);
-        GCClassProvider->ProcAfterMath("SelectObject", mStrName);
-        Sync();
+        Select(mStrName);
         GpCUndo->Clear();
         return dynamic_cast<PropertyDataKind_cls*>(mpProperty->mpCPageKind);
-    }
-    void Sync() {
-        Flush();
-        if (mpProperty->mpCPageKind)
-            mpProperty->mpCPageKind->UpdatePage("IDLE");
     }
     SceneObj_cls* Obj() { return GpCSceneObjCtrl->GetPCFromName(mStrName); }
     // Everything the page edits, as the project would write it.

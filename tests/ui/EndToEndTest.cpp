@@ -1,13 +1,9 @@
 // Starts the real program on the test display, looks at its window, closes it as a window
 // manager would, and checks what quitting leaves beside the program.
 #include "RibbonUI_cls.h"
-#include "TestSupport.h"
-#include "UiFixture.h"
+#include "ViewWindowFixture.h"
 #include "X11Support.h"
 
-#include <gtest/gtest.h>
-#include <wx/filefn.h>
-#include <wx/filename.h>
 #include <wx/image.h>
 #include <wx/utils.h>
 
@@ -19,9 +15,7 @@
 
 #include <chrono>
 #include <set>
-#include <string>
 #include <thread>
-#include <vector>
 
 #if defined(ORV_GUI_EXE) && defined(ORV_BUILD_DIR)
 
@@ -68,10 +62,10 @@ size_t CountColours(const wxImage& image, const wxRect& rect) {
     return colours.size();
 }
 
-// The rectangles of ribbon tools, relative to the window's origin, in a main window of the
-// program's size: the ribbon lays out the same there as in the program. An empty rectangle for a
-// tool that was not found.
-std::vector<wxRect> FindToolRects(const std::vector<int>& vIds) {
+// The centres of ribbon tools, relative to the window's origin, in a main window of the
+// program's size: the ribbon lays out the same there as in the program. (-1, -1) for a tool that
+// was not found.
+std::vector<wxPoint> FindToolPoints(const std::vector<int>& vIds) {
     PrepareWindowResources();
     auto* pProbe = new FrameMain_cls("Orvantis4 probe", nullptr, 0, 0, 1280, 960);
     pProbe->Show();
@@ -80,50 +74,20 @@ std::vector<wxRect> FindToolRects(const std::vector<int>& vIds) {
         wxTheApp->Yield(true);
         wxMilliSleep(10);
     }
-    std::vector<wxRect> vRects;
+    std::vector<wxPoint> vPoints;
     for (int id : vIds) {
-        wxRect rectTool;
+        wxPoint point(-1, -1);
         if (wxRibbonToolBar* pBar = pProbe->GetPCRibbon()->GetToolBar(id)) {
             wxRect rect = pBar->GetToolRect(id);
             if (!rect.IsEmpty())
-                rectTool = wxRect(pBar->ClientToScreen(rect.GetPosition()) - pProbe->GetScreenPosition(),
-                                  rect.GetSize());
+                point = pBar->ClientToScreen(rect.GetPosition()) - pProbe->GetScreenPosition() +
+                        wxSize(rect.width / 2, rect.height / 2);
         }
-        vRects.push_back(rectTool);
+        vPoints.push_back(point);
     }
     pProbe->Destroy();
     wxTheApp->ProcessPendingEvents();
-    return vRects;
-}
-
-// The centres of the tools; (-1, -1) for a tool that was not found.
-std::vector<wxPoint> FindToolPoints(const std::vector<int>& vIds) {
-    std::vector<wxPoint> vPoints;
-    for (const wxRect& rect : FindToolRects(vIds))
-        vPoints.push_back(rect.IsEmpty() ? wxPoint(-1, -1)
-                                         : rect.GetPosition() + wxSize(rect.width / 2, rect.height / 2));
     return vPoints;
-}
-
-// Waits until a top-level window whose name starts with the prefix is shown (or, with bGone,
-// until none is); false when that did not happen within the time.
-bool WaitForWindow(const std::string& strPrefix, bool bGone, int seconds) {
-    auto end = Clock::now() + std::chrono::seconds(seconds);
-    while (Clock::now() < end) {
-        if ((X11Support::CountWindows(strPrefix) > 0) != bGone)
-            return true;
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    }
-    return false;
-}
-
-// Gives the keyboard to the named window (there is no window manager to do it) and presses keys.
-bool PressKeysIn(const std::string& strNameRegex, const std::string& strKeys) {
-    std::string strFocus = "xdotool search --onlyvisible --name '" + strNameRegex + "' windowfocus --sync";
-    if (system(strFocus.c_str()) != 0)
-        return false;
-    std::this_thread::sleep_for(std::chrono::milliseconds(200));
-    return system(("xdotool key " + strKeys).c_str()) == 0;
 }
 
 // Runs a shell command and gives back its first line of output.
@@ -138,13 +102,6 @@ std::string FirstLineOf(const std::string& strCommand) {
     while (!strOut.empty() && (strOut.back() == '\n' || strOut.back() == '\r'))
         strOut.pop_back();
     return strOut;
-}
-
-bool TakeScreenshot(const wxString& strPath, wxImage& image) {
-    if (wxFileExists(strPath))
-        wxRemoveFile(strPath);
-    std::string strCommand = "import -window root '" + std::string(strPath.utf8_str()) + "'";
-    return system(strCommand.c_str()) == 0 && image.LoadFile(strPath, wxBITMAP_TYPE_PNG);
 }
 
 // How many sampled pixels differ between two pictures inside the rectangle.
@@ -199,6 +156,7 @@ public:
         return code;
     }
     std::string Err() const { return ReadBytes(mTemp.Path("stderr.txt")); }
+    std::string Out() const { return ReadBytes(mTemp.Path("stdout.txt")); }
 
 private:
     const TempDir_cls& mTemp;
@@ -207,69 +165,42 @@ private:
 
 } // namespace
 
-// The tests that click need a display, a GUI toolkit and xdotool; they take screenshots in PNG.
-#define SKIP_WITHOUT_DISPLAY_OR_XDOTOOL()                                                                    \
-    do {                                                                                                     \
-        if (!X11Support::IsDisplayReachable() || !IsGuiAvailable())                                          \
-            GTEST_SKIP() << "no display: the end-to-end test needs one (run under xvfb-run)";                \
-        if (!wxFileExists("/usr/bin/xdotool"))                                                               \
-            GTEST_SKIP() << "xdotool is not installed";                                                      \
-        if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))                                                        \
-            wxImage::AddHandler(new wxPNGHandler);                                                           \
-    } while (0)
-
-TEST(EndToEndTest, TheProgramShowsItsWindowAndQuitsWritingItsSettings) {
-    if (!X11Support::IsDisplayReachable())
-        GTEST_SKIP() << "no display: the end-to-end test needs one (run under xvfb-run)";
-    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
-        wxImage::AddHandler(new wxPNGHandler);
-
-    // A copy of the program in a fresh folder: the settings it writes beside itself land there.
-    TempDir_cls temp;
-    std::string strExe = std::string(temp.Path("orvantis4").utf8_str());
-    ASSERT_TRUE(wxCopyFile(ORV_GUI_EXE, temp.Path("orvantis4")));
-    chmod(strExe.c_str(), 0755);
-    std::string strOut = std::string(temp.Path("stdout.txt").utf8_str());
-    std::string strErr = std::string(temp.Path("stderr.txt").utf8_str());
-
-    pid_t pid = StartProgram(strExe, strOut, strErr);
-    ASSERT_GT(pid, 0);
-    struct Reaper {
-        pid_t pid;
-        ~Reaper() {
-            if (pid > 0 && waitpid(pid, nullptr, WNOHANG) == 0) {
-                kill(pid, SIGKILL);
-                waitpid(pid, nullptr, 0);
-            }
-        }
-    } reaper{pid};
-
-    // The first idle prints the start-up line once the layout is in and the window shows.
-    std::string strStartLine;
-    auto end = Clock::now() + std::chrono::seconds(30);
-    while (Clock::now() < end && (strStartLine.empty() || X11Support::CountWindows("Orvantis4 ver") == 0)) {
-        std::string strText = ReadBytes(temp.Path("stdout.txt"));
-        size_t at = strText.find("Orvantis4 start-up:");
-        if (at != std::string::npos && strText.find('\n', at) != std::string::npos)
-            strStartLine = strText.substr(at, strText.find('\n', at) - at);
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+// The tests need a display, a GUI toolkit and xdotool; they take screenshots in PNG.
+class EndToEndTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        if (!X11Support::IsDisplayReachable() || !IsGuiAvailable())
+            GTEST_SKIP() << "no display: the end-to-end test needs one (run under xvfb-run)";
+        if (!wxFileExists("/usr/bin/xdotool"))
+            GTEST_SKIP() << "xdotool is not installed";
+        if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
+            wxImage::AddHandler(new wxPNGHandler);
     }
-    ASSERT_FALSE(strStartLine.empty()) << ReadBytes(temp.Path("stderr.txt"));
-    ASSERT_GT(X11Support::CountWindows("Orvantis4 ver"), 0);
+    // Clicks at the point of the program's window, or only moves there when bClick is false.
+    bool Click(const std::string& strWindow, const wxPoint& point, bool bClick = true) {
+        const std::string strCommand = "xdotool mousemove --window " + strWindow + " " +
+                                       std::to_string(point.x) + " " + std::to_string(point.y) +
+                                       (bClick ? " click 1" : "");
+        return system(strCommand.c_str()) == 0;
+    }
+
+    TempDir_cls mTemp;
+    ProgramRun_cls mRun{mTemp};
+};
+
+TEST_F(EndToEndTest, TheProgramShowsItsWindowAndQuitsWritingItsSettings) {
+    ASSERT_FALSE(mRun.Start().empty()) << mRun.Err();
+    // The first idle prints the start-up line once the layout is in and the window shows.
+    const std::string strOut = mRun.Out();
+    const size_t at = strOut.find("Orvantis4 start-up:");
+    const std::string strStartLine = strOut.substr(at, strOut.find('\n', at) - at);
     printf("%s\n", strStartLine.c_str());
     ::testing::Test::RecordProperty("startup", strStartLine);
 
     // Let the panels paint, then take the whole screen.
     std::this_thread::sleep_for(std::chrono::milliseconds(1500));
-    wxString strShotDir = wxString(ORV_BUILD_DIR) + "/ui-screenshots";
-    wxFileName::Mkdir(strShotDir, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
-    wxString strShot = strShotDir + "/main-window.png";
-    if (wxFileExists(strShot))
-        wxRemoveFile(strShot);
-    std::string strCommand = "import -window root '" + std::string(strShot.utf8_str()) + "'";
-    ASSERT_EQ(system(strCommand.c_str()), 0) << strCommand;
     wxImage image;
-    ASSERT_TRUE(image.LoadFile(strShot, wxBITMAP_TYPE_PNG));
+    ASSERT_TRUE(TakeScreenshot("main-window.png", image));
     // The window stands at 0,0 with 1280x960: ribbon icons, panel bars and texts give many
     // colours there; the screen beside it is the plain root window.
     EXPECT_GT(CountColours(image, wxRect(0, 0, 1280, 960)), 50u);
@@ -280,164 +211,61 @@ TEST(EndToEndTest, TheProgramShowsItsWindowAndQuitsWritingItsSettings) {
     }
 
     // Escape goes to the window; then close it as a window manager would.
-    if (wxFileExists("/usr/bin/xdotool")) {
-        EXPECT_EQ(system("xdotool key Escape"), 0);
-    }
+    EXPECT_EQ(system("xdotool key Escape"), 0);
     EXPECT_GT(X11Support::AskWindowsToClose("Orvantis4 ver"), 0);
-    int exitCode = WaitForExit(pid, 20);
-    reaper.pid = exitCode >= 0 ? -1 : pid;
-    EXPECT_EQ(exitCode, 0) << ReadBytes(temp.Path("stderr.txt"));
+    EXPECT_EQ(mRun.WaitForEnd(20), 0) << mRun.Err();
 
-    std::string strConf = ReadBytes(temp.Path("Orvantis4Configure.txt"));
+    std::string strConf = ReadBytes(mTemp.Path("Orvantis4Configure.txt"));
     EXPECT_NE(strConf.find("ConfItemList::Begin::MainConfList"), std::string::npos) << strConf;
     EXPECT_NE(strConf.find("VersionProject=0.47 (2018/9/27)"), std::string::npos) << strConf;
-    EXPECT_TRUE(wxFileExists(temp.Path("Orvantis4Recent.txt")));
+    EXPECT_TRUE(wxFileExists(mTemp.Path("Orvantis4Recent.txt")));
 }
 
 // A user adds a box: a click on the ribbon's Add tool opens the menu of object kinds, the first
 // item (Box) is taken with the keyboard, and the outliner at the right shows the new object;
 // a click on Undo takes it away again.
-TEST(EndToEndTest, AddingABoxFromTheRibbonShowsItInTheOutlinerAndUndoTakesItBack) {
-    SKIP_WITHOUT_DISPLAY_OR_XDOTOOL();
+TEST_F(EndToEndTest, AddingABoxFromTheRibbonShowsItInTheOutlinerAndUndoTakesItBack) {
     const std::vector<wxPoint> vPoints = FindToolPoints({ID_RBN_NEW_OBJ, ID_RBN_UNDO});
-    const wxPoint point = vPoints[0], pointUndo = vPoints[1];
-    ASSERT_GE(point.x, 0);
-    ASSERT_GE(point.y, 0);
-    ASSERT_GE(pointUndo.x, 0);
-    ASSERT_GE(pointUndo.y, 0);
+    const wxPoint point = vPoints[0], pointUndo = vPoints[1], away(600, 600);
+    ASSERT_TRUE(point.x >= 0 && point.y >= 0 && pointUndo.x >= 0 && pointUndo.y >= 0);
 
-    TempDir_cls temp;
-    ProgramRun_cls run(temp);
-    const std::string strWindow = run.Start();
-    ASSERT_FALSE(strWindow.empty()) << run.Err();
+    const std::string strWindow = mRun.Start();
+    ASSERT_FALSE(strWindow.empty()) << mRun.Err();
     std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+    wxImage before, menu, after, undone;
+    ASSERT_TRUE(TakeScreenshot("add-box-before.png", before));
 
-    wxString strShotDir = wxString(ORV_BUILD_DIR) + "/ui-screenshots";
-    wxFileName::Mkdir(strShotDir, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
-    wxImage before, menu, after;
-    ASSERT_TRUE(TakeScreenshot(strShotDir + "/add-box-before.png", before));
-
-    std::string strClick = "xdotool mousemove --window " + strWindow + " " + std::to_string(point.x) + " " +
-                           std::to_string(point.y) + " click 1";
-    ASSERT_EQ(system(strClick.c_str()), 0) << strClick;
+    ASSERT_TRUE(Click(strWindow, point));
     std::this_thread::sleep_for(std::chrono::milliseconds(700));
-    ASSERT_TRUE(TakeScreenshot(strShotDir + "/add-box-menu.png", menu));
+    ASSERT_TRUE(TakeScreenshot("add-box-menu.png", menu));
     // The menu pops up below the tool.
     EXPECT_GT(CountChangedPixels(before, menu, wxRect(point.x - 20, point.y + 20, 200, 300)), 100u);
     ASSERT_EQ(system("xdotool key Down Return"), 0);
     std::this_thread::sleep_for(std::chrono::milliseconds(1200));
     // Move the pointer away so that no hover remains in the picture.
-    EXPECT_EQ(system(("xdotool mousemove --window " + strWindow + " 600 600").c_str()), 0);
+    EXPECT_TRUE(Click(strWindow, away, false));
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
-    ASSERT_TRUE(TakeScreenshot(strShotDir + "/add-box-after.png", after));
+    ASSERT_TRUE(TakeScreenshot("add-box-after.png", after));
 
     // The start layout puts the outliner in the upper right, right of the split at 940, below
     // the ribbon: a new row appears there.
-    EXPECT_GT(CountChangedPixels(before, after, wxRect(950, 150, 320, 250)), 20u);
+    const wxRect outliner(950, 150, 320, 250);
+    EXPECT_GT(CountChangedPixels(before, after, outliner), 20u);
     // The 3D view in the upper left shows the new box, selected, in the middle; the timeline
     // below it does not change.
     EXPECT_GT(CountChangedPixels(before, after, wxRect(250, 250, 300, 300)), 100u);
     EXPECT_EQ(CountChangedPixels(before, after, wxRect(0, 760, 900, 160)), 0u);
 
     // The Undo tool takes the box back: the outliner shows the scene as it was.
-    std::string strUndo = "xdotool mousemove --window " + strWindow + " " + std::to_string(pointUndo.x) +
-                          " " + std::to_string(pointUndo.y) + " click 1 mousemove --window " + strWindow +
-                          " 600 600";
-    ASSERT_EQ(system(strUndo.c_str()), 0) << strUndo;
+    ASSERT_TRUE(Click(strWindow, pointUndo));
+    EXPECT_TRUE(Click(strWindow, away, false));
     std::this_thread::sleep_for(std::chrono::milliseconds(1200));
-    wxImage undone;
-    ASSERT_TRUE(TakeScreenshot(strShotDir + "/add-box-undone.png", undone));
-    EXPECT_GT(CountChangedPixels(after, undone, wxRect(950, 150, 320, 250)), 20u);
-    EXPECT_EQ(CountChangedPixels(before, undone, wxRect(950, 150, 320, 250)), 0u);
+    ASSERT_TRUE(TakeScreenshot("add-box-undone.png", undone));
+    EXPECT_GT(CountChangedPixels(after, undone, outliner), 20u);
+    EXPECT_EQ(CountChangedPixels(before, undone, outliner), 0u);
 
     EXPECT_GT(X11Support::AskWindowsToClose("Orvantis4 ver"), 0);
-    EXPECT_EQ(run.WaitForEnd(20), 0) << run.Err();
-}
-
-// A new user opens random bytes from the recent list: the program refuses them with a notice
-// that names the file, and the scene and outliner stay as they were. After an edit, closing asks
-// about the unsaved changes: Cancel keeps the program, Discard lets it end.
-TEST(EndToEndTest, ARandomFileIsRefusedAndClosingAsksAboutTheEdit) {
-    SKIP_WITHOUT_DISPLAY_OR_XDOTOOL();
-    const std::vector<wxRect> vRects = FindToolRects({ID_RBN_OPEN_RECENT, ID_RBN_NEW_OBJ});
-    ASSERT_FALSE(vRects[0].IsEmpty());
-    ASSERT_FALSE(vRects[1].IsEmpty());
-    // The recent tool is split: its left part opens the newest recent file, the arrow a menu.
-    const wxPoint pointRecent(vRects[0].x + vRects[0].width / 4, vRects[0].y + vRects[0].height / 3);
-    const wxPoint pointAdd = vRects[1].GetPosition() + wxSize(vRects[1].width / 2, vRects[1].height / 2);
-
-    TempDir_cls temp;
-    std::string noise(8192, '\0');
-    unsigned seed = 12345;
-    for (char& c : noise) {
-        seed = seed * 1103515245u + 12345u;
-        c = static_cast<char>(seed >> 16);
-    }
-    const wxString strJunk = temp.Path("downloaded.ovp");
-    ASSERT_TRUE(WriteBytes(strJunk, noise));
-    ASSERT_TRUE(WriteBytes(temp.Path("Orvantis4Recent.txt"), std::string(strJunk.utf8_str()) + "\n"));
-
-    ProgramRun_cls run(temp);
-    const std::string strWindow = run.Start();
-    ASSERT_FALSE(strWindow.empty()) << run.Err();
-    const std::string strTitle = FirstLineOf("xdotool getwindowname " + strWindow);
-    std::this_thread::sleep_for(std::chrono::milliseconds(1500));
-
-    wxString strShotDir = wxString(ORV_BUILD_DIR) + "/ui-screenshots";
-    wxFileName::Mkdir(strShotDir, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
-    wxImage before, refused, edited;
-    ASSERT_TRUE(TakeScreenshot(strShotDir + "/refused-before.png", before));
-
-    auto click = [&strWindow](const wxPoint& point) {
-        std::string strClick = "xdotool mousemove --window " + strWindow + " " + std::to_string(point.x) +
-                               " " + std::to_string(point.y) + " click 1";
-        return system(strClick.c_str()) == 0;
-    };
-    ASSERT_TRUE(click(pointRecent));
-    ASSERT_TRUE(WaitForWindow("Error", false, 10)) << run.Err();
-    const std::string strErr = run.Err();
-    EXPECT_NE(strErr.find("Cannot open \"" + std::string(strJunk.utf8_str()) + "\": not a project file."),
-              std::string::npos)
-        << strErr;
-    std::this_thread::sleep_for(std::chrono::milliseconds(500));
-    ASSERT_TRUE(TakeScreenshot(strShotDir + "/refused-notice.png", refused));
-    ASSERT_TRUE(PressKeysIn("^Error$", "Return"));
-    ASSERT_TRUE(WaitForWindow("Error", true, 10));
-    EXPECT_EQ(system(("xdotool mousemove --window " + strWindow + " 600 600").c_str()), 0);
-    std::this_thread::sleep_for(std::chrono::milliseconds(800));
-    ASSERT_TRUE(TakeScreenshot(strShotDir + "/refused-after.png", refused));
-    // The outliner (upper right) and the 3D view with the timeline (left) are as they were; the
-    // title still names no file.
-    EXPECT_EQ(CountChangedPixels(before, refused, wxRect(950, 150, 320, 250)), 0u);
-    EXPECT_EQ(CountChangedPixels(before, refused, wxRect(0, 300, 900, 500)), 0u);
-    EXPECT_EQ(FirstLineOf("xdotool getwindowname " + strWindow), strTitle);
-
-    // An edit: a box from the Add menu. The outliner shows it and the title marks the change.
-    ASSERT_TRUE(click(pointAdd));
-    std::this_thread::sleep_for(std::chrono::milliseconds(700));
-    ASSERT_EQ(system("xdotool key Down Return"), 0);
-    std::this_thread::sleep_for(std::chrono::milliseconds(1200));
-    EXPECT_EQ(system(("xdotool mousemove --window " + strWindow + " 600 600").c_str()), 0);
-    std::this_thread::sleep_for(std::chrono::milliseconds(300));
-    ASSERT_TRUE(TakeScreenshot(strShotDir + "/refused-edited.png", edited));
-    EXPECT_GT(CountChangedPixels(refused, edited, wxRect(950, 150, 320, 250)), 20u);
-    EXPECT_EQ(FirstLineOf("xdotool getwindowname " + strWindow), strTitle + " *");
-
-    // Close: Cancel keeps the program running with its window.
-    EXPECT_GT(X11Support::AskWindowsToClose("Orvantis4 ver"), 0);
-    ASSERT_TRUE(WaitForWindow("Unsaved changes", false, 10)) << run.Err();
-    ASSERT_TRUE(PressKeysIn("^Unsaved changes$", "Escape"));
-    ASSERT_TRUE(WaitForWindow("Unsaved changes", true, 10));
-    EXPECT_EQ(run.WaitForEnd(2), -1);
-    EXPECT_GT(X11Support::CountWindows("Orvantis4 ver"), 0);
-
-    // Close again: Discard ends it.
-    EXPECT_GT(X11Support::AskWindowsToClose("Orvantis4 ver"), 0);
-    ASSERT_TRUE(WaitForWindow("Unsaved changes", false, 10));
-    ASSERT_TRUE(PressKeysIn("^Unsaved changes$", "alt+d"));
-    EXPECT_EQ(run.WaitForEnd(20), 0) << run.Err();
-    // Nothing was written over the refused file.
-    EXPECT_EQ(ReadBytes(strJunk), noise);
+    EXPECT_EQ(mRun.WaitForEnd(20), 0) << mRun.Err();
 }
 
 #endif

@@ -9,10 +9,7 @@
 #include "ShadowVolumeCtrl_cls.h"
 
 #include <wx/button.h>
-#include <wx/checkbox.h>
-#include <wx/choice.h>
 #include <wx/listbox.h>
-#include <wx/textctrl.h>
 
 #include <functional>
 
@@ -55,9 +52,7 @@ protected:
 TEST_F(FilterPanelTest, ChainEditsShowInOrderAndUndo) {
     // The Add button adds the chosen class.
     mpFilterPage->mpCClass->SetSelection(1); // Blur
-    wxCommandEvent click(wxEVT_BUTTON, mpFilterPage->mpCAdd->GetId());
-    click.SetEventObject(mpFilterPage->mpCAdd);
-    mpFilterPage->mpCAdd->GetEventHandler()->ProcessEvent(click);
+    Send(mpFilterPage->mpCAdd, wxEVT_BUTTON);
     ASSERT_TRUE(mpFilterPage->AddFilter("Exposure_cls"));
     EXPECT_EQ(Items(mpFilterPage->mpCChain), (std::vector<wxString>{"Blur", "Exposure"}));
     EXPECT_EQ(mpFilterPage->mpCChain->GetSelection(), 1);

@@ -11,7 +11,6 @@
 #include "wxLogGuiEX.h"
 
 #include <wx/statusbr.h>
-#include <wx/textctrl.h>
 #include <wx/uiaction.h>
 
 class NothingLostTest : public ScenePanelsFixture {
@@ -129,6 +128,7 @@ TEST_F(NothingLostTest, ARandomFileIsRefusedAndClosingAsksAboutTheEdit) {
     EXPECT_TRUE(AskToClose());
     EXPECT_TRUE(wxFileExists(mDir.Path("Orvantis4Configure.txt")));
     EXPECT_TRUE(mVAnswers.empty());
+    EXPECT_EQ(ReadBytes(strJunk), RandomBytes(11, 4096)) << "nothing was written over the refused file";
 }
 
 // The outliner was left listing objects of a scene that no longer existed: after every load,
@@ -242,10 +242,7 @@ TEST_F(NothingLostTest, AMovedRecentFileOffersToLeaveTheList) {
 TEST_F(NothingLostTest, ABadFieldInputShowsWhyInTheStatusBar) {
     mpOutliner->SelectObject("Box");
     Idle();
-    mpPage->mpCField[0][0]->ChangeValue("2*/x");
-    wxCommandEvent enter(wxEVT_TEXT_ENTER, mpPage->mpCField[0][0]->GetId());
-    enter.SetEventObject(mpPage->mpCField[0][0]);
-    mpPage->mpCField[0][0]->GetEventHandler()->ProcessEvent(enter);
+    SendTextEnter(mpPage->mpCField[0][0], "2*/x");
     RunPendingEvents(); // the Lua message comes as menu event 6163
     Idle();
     EXPECT_TRUE(StatusText(0).StartsWith("Warning: ")) << StatusText(0);
@@ -273,10 +270,7 @@ TEST_F(NothingLostTest, KeysWorkFromEveryPanelAndCtrlQAsksLikeTheCloseButton) {
     for (int i = 0; i < 5; ++i)
         wxTheApp->Yield(true);
     ReadFrameLayout(gLayout);
-    mpOutliner = nullptr;
-    for (wxPanelEX* p : Leaves())
-        if (auto* pOutliner = dynamic_cast<Outliner_cls*>(p))
-            mpOutliner = pOutliner;
+    mpOutliner = FindLeaf<Outliner_cls>();
     ASSERT_NE(mpOutliner, nullptr);
     mpFrame->Raise();
     mpOutliner->mpCTree->SetFocus();

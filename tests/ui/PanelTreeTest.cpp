@@ -5,8 +5,6 @@
 #include "PanelBar_cls.h"
 #include "PlaceholderPanel_cls.h"
 
-#include <wx/log.h>
-
 #include <map>
 
 namespace {
@@ -235,9 +233,7 @@ TEST_F(PanelTreeTest, BarButtonsAndMenuItemsActOnTheirLeaf) {
         SCOPED_TRACE("the split button's event climbs from the bar to the panel");
         wxWindow* pButton = pView->GetPanelBar()->FindWindow(ID_PANEL_SEPARATE_H);
         ASSERT_NE(pButton, nullptr);
-        wxCommandEvent event(wxEVT_BUTTON, ID_PANEL_SEPARATE_H);
-        event.SetEventObject(pButton);
-        pButton->GetEventHandler()->ProcessEvent(event);
+        Send(pButton, wxEVT_BUTTON);
         EXPECT_EQ(TypeNames(Leaves()), std::vector<wxString>({"VIEW3D", "VIEW3D"}));
     }
     {
@@ -273,18 +269,16 @@ TEST_F(PanelTreeTest, BarButtonsAndMenuItemsActOnTheirLeaf) {
         wxWindow* pSplit = pBar->FindWindow(ID_PANEL_SEPARATE_H);
         wxWindow* pShow = pBar->FindWindow(ID_PANEL_SHOW_BAR);
         EXPECT_FALSE(pShow->IsShown());
-        wxCommandEvent event(wxEVT_MENU, ID_MENU_PANEL_MANAGE);
-        Leaves().at(0)->GetEventHandler()->ProcessEvent(event);
+        SendMenu(Leaves().at(0), ID_MENU_PANEL_MANAGE);
         EXPECT_FALSE(pSplit->IsShown());
         EXPECT_TRUE(pShow->IsShown());
-        Leaves().at(0)->GetEventHandler()->ProcessEvent(event);
+        SendMenu(Leaves().at(0), ID_MENU_PANEL_MANAGE);
         EXPECT_TRUE(pSplit->IsShown());
         EXPECT_FALSE(pShow->IsShown());
     }
     {
         SCOPED_TRACE("Destroy Panel from the menu removes the leaf after the handler returns");
-        wxCommandEvent event(wxEVT_MENU, ID_MENU_DESTROY_PANEL);
-        Leaves().at(1)->GetEventHandler()->ProcessEvent(event);
+        SendMenu(Leaves().at(1), ID_MENU_DESTROY_PANEL);
         EXPECT_EQ(Leaves().size(), 2u);
         RunPendingEvents();
         EXPECT_EQ(TypeNames(Leaves()), std::vector<wxString>({"VIEW3D"}));

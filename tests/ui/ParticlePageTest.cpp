@@ -8,25 +8,19 @@
 #include "ColorCurve_cls.h"
 #include "MaterialParticle_cls.h"
 #include "ModifierStack_cls.h"
-#include "PanelMakers.h"
 #include "ParticleFormatPreset_cls.h"
 #include "Particle_cls.h"
 #include "PropertyParticle_cls.h"
-#include "Property_cls.h"
 #include "ReadEventSink_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "TimeCtrl_cls.h"
 #include "UndoManager_cls.h"
 
 #include <wx/bmpcbox.h>
-#include <wx/checkbox.h>
 #include <wx/checklst.h>
-#include <wx/choice.h>
-#include <wx/filename.h>
 #include <wx/notebook.h>
 #include <wx/stattext.h>
 #include <wx/statusbr.h>
-#include <wx/textctrl.h>
 
 #include <functional>
 
@@ -42,23 +36,12 @@ protected:
             return;
         mStrName = GpCSceneObjCtrl->AppendSceneObjCommand("Particle", wxString());
         ASSERT_FALSE(mStrName.empty());
-        SelectObject(mStrName);
+        Select(mStrName);
         mpPage = dynamic_cast<PropertyParticle_cls*>(mpProperty->mpCPageKind);
         ASSERT_NE(mpPage, nullptr);
         GpCUndo->Clear();
     }
 
-    void SelectObject(const wxString& strName) {
-        GpCSceneObjCtrl->Select(strName, false, true, false);
-        GCClassProvider->ProcAfterMath("SelectObject", strName);
-        Sync();
-    }
-    // What the next idle passes do: the queued names, then the page's own look at the object.
-    void Sync() {
-        Flush();
-        if (mpProperty->mpCPageKind)
-            mpProperty->mpCPageKind->UpdatePage("IDLE");
-    }
     Particle_cls* Obj() { return Particle_cls::GetPCParticle(GpCSceneObjCtrl->GetPCFromName(mStrName)); }
     // Everything the page edits, as the project would write it.
     wxString State() {
@@ -70,11 +53,6 @@ protected:
             for (Attribute_cls* pAttr : mpPage->mpCStack->GetVPCEntries(stack))
                 str += pAttr->GetStrName() + pAttr->SerializeAll();
         return str;
-    }
-    template <class T> T* Ctrl(int target, const wxString& strKey) {
-        T* p = dynamic_cast<T*>(mpPage->FindItemCtrl(target, strKey));
-        EXPECT_NE(p, nullptr) << strKey;
-        return p;
     }
     void Undo() {
         GpCUndo->Undo();
@@ -95,11 +73,11 @@ TEST_F(ParticlePageTest, PageFollowsTheActiveObjectsKind) {
     ASSERT_GE(index, 0);
     EXPECT_EQ(mpProperty->mpCBook->GetPageText(static_cast<size_t>(index)), "Particle");
     const int pages = static_cast<int>(mpProperty->mpCBook->GetPageCount());
-    SelectObject("Box");
+    Select("Box");
     ASSERT_NE(mpProperty->mpCPageKind, nullptr);
     EXPECT_EQ(mpProperty->mpCPageKind->mStrClassWord, "Primitive_cls") << "the particle page gives way";
     EXPECT_EQ(static_cast<int>(mpProperty->mpCBook->GetPageCount()), pages);
-    SelectObject(mStrName);
+    Select(mStrName);
     ASSERT_NE(mpProperty->mpCPageKind, nullptr);
     EXPECT_EQ(mpProperty->mpCPageKind->mStrClassWord, "Particle_cls");
     EXPECT_EQ(static_cast<int>(mpProperty->mpCBook->GetPageCount()), pages);
@@ -107,79 +85,65 @@ TEST_F(ParticlePageTest, PageFollowsTheActiveObjectsKind) {
 
 TEST_F(ParticlePageTest, EachEditUndoesAndRedoes) {
     using P = PropertyParticle_cls;
-    const struct {
-        const char* what;
-        std::function<void()> edit;
-        std::function<bool()> shown; // the control after the edit
-    } cases[] = {
-        {"interpolation type", [&] { SendChoice(Ctrl<wxChoice>(P::TARGET_OBJECT, "InterpType="), 2); },
-         [&] { return Obj()->mCInterpType.GetBodyINT() == 2; }},
-        {"match by ID", [&] { SendChoice(Ctrl<wxChoice>(P::TARGET_OBJECT, "InterpolateBy="), 1); },
-         [&] { return Obj()->IsInterpolateByID(); }},
-        {"point size by arithmetic",
-         [&] { SendTextEnter(Ctrl<wxTextCtrl>(P::TARGET_OBJECT, "PointSizeFactor="), "2*3"); },
-         [&] { return Obj()->mCPointSizeFactor.GetBodyDOUBLE() == 6.0; }},
-        {"depth mask off", [&] { SendCheck(Ctrl<wxCheckBox>(P::TARGET_OBJECT, "DepthMask="), false); },
-         [&] { return !Obj()->mCDepthMask.GetBodyBOOL(); }},
-        {"sequence off", [&] { SendCheck(Ctrl<wxCheckBox>(P::TARGET_OBJECT, "UseSequence="), false); },
-         [&] { return !Obj()->mCUseSequence.GetBodyBOOL(); }},
-        {"offset", [&] { SendTextEnter(Ctrl<wxTextCtrl>(P::TARGET_OBJECT, "SeqOffset="), "5"); },
-         [&] { return Obj()->mCSeqOffset.GetBodyINT() == 5; }},
-        {"look-up script",
-         [&] { SendTextEnter(Ctrl<wxTextCtrl>(P::TARGET_OBJECT, "Script="), "return index * 2"); },
-         [&] { return Obj()->GetStrScript() == "return index * 2"; }},
-        {"sort type", [&] { SendChoice(Ctrl<wxChoice>(P::TARGET_OBJECT, "SortType="), 3); },
-         [&] { return Obj()->mCSortType.GetBodyINT() == 3; }},
-        {"data type text", [&] { SendChoice(Ctrl<wxChoice>(P::TARGET_FORMAT, "DataType="), 0); },
-         [&] {
-             return Obj()->mCFormat.GetDataType() == 0 && mpPage->mVPCBodyRow.size() == 3 &&
-                    mpPage->mVPCBodyRow[0]->GetString(0) == "XYZ";
-         }},
-        {"sort by ID", [&] { SendCheck(Ctrl<wxCheckBox>(P::TARGET_FORMAT, "PreSortByID="), true); },
-         [&] { return Obj()->mCFormat.IsPreSortByID(); }},
-        {"header row becomes Time", [&] { SendChoice(mpPage->mVPCHeaderRow.at(0), PH_TIME); },
-         [&] {
-             return Obj()->mCFormat.mAStrHeader[0] == "Time" && mpPage->mVPCHeaderRow[0]->GetSelection() == 1;
-         }},
-        {"body row added", [&] { mpPage->AddBodyRow(); },
-         [&] { return Obj()->mCFormat.mAStrBodyAscii.GetCount() == 4 && mpPage->mVPCBodyRow.size() == 4; }},
-        {"header row deleted", [&] { mpPage->DeleteHeaderRow(1); },
-         [&] { return Obj()->mCFormat.mAStrHeader.GetCount() == 1 && mpPage->mVPCHeaderRow.size() == 1; }},
-        {"XYZ preset",
-         [&] {
-             SendChoice(mpPage->mpCPreset, ParticleFormatPreset_cls::PRESET_XYZ);
-             mpPage->ApplyPreset(mpPage->mpCPreset->GetSelection());
-         },
-         [&] { return Obj()->mCFormat.mAStrBodyAscii[0] == "Type" && mpPage->mVPCBodyRow.size() == 2; }},
-        {"picked file", [&] { mpPage->SetPathFromPicked("/data/run/dump.melt.0050.txt"); },
-         [&] { return mpPage->mpCPath->GetValue() == "/data/run/dump.melt.%04d.txt"; }},
-        {"material base type", [&] { SendChoice(Ctrl<wxChoice>(P::TARGET_MATERIAL, "BaseType="), 2); },
-         [&] { return Obj()->GetPCMaterialParticle(0)->mCBaseType.GetBodyINT() == 2; }},
-        {"material name",
-         [&] { SendTextEnter(Ctrl<wxTextCtrl>(P::TARGET_MATERIAL, "CustomName="), "Oxygen"); },
-         [&] { return Obj()->GetPCMaterialParticle(0)->mCCustomName.GetBodySTR() == "Oxygen"; }},
-        {"material added", [&] { mpPage->AddMaterial(); },
-         [&] { return Obj()->GetNumMaterial() == 2 && mpPage->mpCMaterial->GetCount() == 2; }},
-        {"info column", [&] { SendChoice(Ctrl<wxChoice>(P::TARGET_OBJECT, "InfoIndex="), 3); },
-         [&] { return Obj()->mCInfoIndex.GetBodyINT() == 3; }},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        const wxString strBefore = State();
-        const int undoIndex = GpCUndo->GetCurrent();
-        c.edit();
-        Sync();
-        const wxString strAfter = State();
-        ASSERT_NE(strAfter, strBefore);
-        EXPECT_TRUE(c.shown());
-        EXPECT_EQ(GpCUndo->GetCurrent(), undoIndex + 1) << "one edit, one undo step";
-        Undo();
-        EXPECT_EQ(State(), strBefore);
-        EXPECT_FALSE(c.shown());
-        Redo();
-        EXPECT_EQ(State(), strAfter);
-        EXPECT_TRUE(c.shown());
-    }
+    ExpectEditsUndoAndRedo(
+        {
+            {"interpolation type", [&] { SendChoice(Ctrl<wxChoice>(P::TARGET_OBJECT, "InterpType="), 2); },
+             [&] { return Obj()->mCInterpType.GetBodyINT() == 2; }},
+            {"match by ID", [&] { SendChoice(Ctrl<wxChoice>(P::TARGET_OBJECT, "InterpolateBy="), 1); },
+             [&] { return Obj()->IsInterpolateByID(); }},
+            {"point size by arithmetic",
+             [&] { SendTextEnter(Ctrl<wxTextCtrl>(P::TARGET_OBJECT, "PointSizeFactor="), "2*3"); },
+             [&] { return Obj()->mCPointSizeFactor.GetBodyDOUBLE() == 6.0; }},
+            {"depth mask off", [&] { SendCheck(Ctrl<wxCheckBox>(P::TARGET_OBJECT, "DepthMask="), false); },
+             [&] { return !Obj()->mCDepthMask.GetBodyBOOL(); }},
+            {"sequence off", [&] { SendCheck(Ctrl<wxCheckBox>(P::TARGET_OBJECT, "UseSequence="), false); },
+             [&] { return !Obj()->mCUseSequence.GetBodyBOOL(); }},
+            {"offset", [&] { SendTextEnter(Ctrl<wxTextCtrl>(P::TARGET_OBJECT, "SeqOffset="), "5"); },
+             [&] { return Obj()->mCSeqOffset.GetBodyINT() == 5; }},
+            {"look-up script",
+             [&] { SendTextEnter(Ctrl<wxTextCtrl>(P::TARGET_OBJECT, "Script="), "return index * 2"); },
+             [&] { return Obj()->GetStrScript() == "return index * 2"; }},
+            {"sort type", [&] { SendChoice(Ctrl<wxChoice>(P::TARGET_OBJECT, "SortType="), 3); },
+             [&] { return Obj()->mCSortType.GetBodyINT() == 3; }},
+            {"data type text", [&] { SendChoice(Ctrl<wxChoice>(P::TARGET_FORMAT, "DataType="), 0); },
+             [&] {
+                 return Obj()->mCFormat.GetDataType() == 0 && mpPage->mVPCBodyRow.size() == 3 &&
+                        mpPage->mVPCBodyRow[0]->GetString(0) == "XYZ";
+             }},
+            {"sort by ID", [&] { SendCheck(Ctrl<wxCheckBox>(P::TARGET_FORMAT, "PreSortByID="), true); },
+             [&] { return Obj()->mCFormat.IsPreSortByID(); }},
+            {"header row becomes Time", [&] { SendChoice(mpPage->mVPCHeaderRow.at(0), PH_TIME); },
+             [&] {
+                 return Obj()->mCFormat.mAStrHeader[0] == "Time" &&
+                        mpPage->mVPCHeaderRow[0]->GetSelection() == 1;
+             }},
+            {"body row added", [&] { mpPage->AddBodyRow(); },
+             [&] {
+                 return Obj()->mCFormat.mAStrBodyAscii.GetCount() == 4 && mpPage->mVPCBodyRow.size() == 4;
+             }},
+            {"header row deleted", [&] { mpPage->DeleteHeaderRow(1); },
+             [&] {
+                 return Obj()->mCFormat.mAStrHeader.GetCount() == 1 && mpPage->mVPCHeaderRow.size() == 1;
+             }},
+            {"XYZ preset",
+             [&] {
+                 SendChoice(mpPage->mpCPreset, ParticleFormatPreset_cls::PRESET_XYZ);
+                 mpPage->ApplyPreset(mpPage->mpCPreset->GetSelection());
+             },
+             [&] { return Obj()->mCFormat.mAStrBodyAscii[0] == "Type" && mpPage->mVPCBodyRow.size() == 2; }},
+            {"picked file", [&] { mpPage->SetPathFromPicked("/data/run/dump.melt.0050.txt"); },
+             [&] { return mpPage->mpCPath->GetValue() == "/data/run/dump.melt.%04d.txt"; }},
+            {"material base type", [&] { SendChoice(Ctrl<wxChoice>(P::TARGET_MATERIAL, "BaseType="), 2); },
+             [&] { return Obj()->GetPCMaterialParticle(0)->mCBaseType.GetBodyINT() == 2; }},
+            {"material name",
+             [&] { SendTextEnter(Ctrl<wxTextCtrl>(P::TARGET_MATERIAL, "CustomName="), "Oxygen"); },
+             [&] { return Obj()->GetPCMaterialParticle(0)->mCCustomName.GetBodySTR() == "Oxygen"; }},
+            {"material added", [&] { mpPage->AddMaterial(); },
+             [&] { return Obj()->GetNumMaterial() == 2 && mpPage->mpCMaterial->GetCount() == 2; }},
+            {"info column", [&] { SendChoice(Ctrl<wxChoice>(P::TARGET_OBJECT, "InfoIndex="), 3); },
+             [&] { return Obj()->mCInfoIndex.GetBodyINT() == 3; }},
+        },
+        [&] { return State(); });
     SCOPED_TRACE("a number field keeps its value on a text that is no number");
     const wxString strBefore = State();
     SendTextEnter(Ctrl<wxTextCtrl>(P::TARGET_OBJECT, "DistanceBase="), "ten");
@@ -232,7 +196,7 @@ TEST_F(ParticlePageTest, XyzExampleShowsItsElementsInTheInformation) {
 TEST_F(ParticlePageTest, BundledXyzExampleOpensWithItsFormatOnThePage) {
     ASSERT_TRUE(mpMain->OpenProject(gStrExamples + "/xyz/molecules.ovp"));
     mStrName = "Molecules";
-    SelectObject(mStrName);
+    Select(mStrName);
     mpPage = dynamic_cast<PropertyParticle_cls*>(mpProperty->mpCPageKind);
     ASSERT_NE(mpPage, nullptr);
     ASSERT_EQ(mpPage->mVPCBodyRow.size(), 2u);

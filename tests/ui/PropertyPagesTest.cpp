@@ -9,7 +9,6 @@
 #include "KindTable_cls.h"
 #include "ModifierStack_cls.h"
 #include "MousePreference_cls.h"
-#include "PanelMakers.h"
 #include "ParamGroup_cls.h"
 #include "Particle_cls.h"
 #include "PreferenceDialog_cls.h"
@@ -19,7 +18,6 @@
 #include "PropertyModifier_cls.h"
 #include "PropertyObject_cls.h"
 #include "PropertyParticle_cls.h"
-#include "Property_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObj_cls.h"
 #include "Shortcut_cls.h"
@@ -69,11 +67,6 @@ wxString RowValue(PropertyFieldPanel_cls& panel, int field, int member) {
 
 class PropertyPagesTest : public PropertyPageFixture {
 protected:
-    void Select(const wxString& strName) {
-        GpCSceneObjCtrl->Select(strName, false, true, false);
-        GCClassProvider->ProcAfterMath("SelectObject", strName);
-        Flush();
-    }
     wxString ObjectText(const wxString& strName) {
         wxString str;
         GpCSceneObjCtrl->GetPCFromName(strName)->Serialize(str);

@@ -6,9 +6,6 @@
 #include "View3D_cls.h"
 #include "ViewWindowFixture.h"
 
-#include <wx/checkbox.h>
-#include <wx/choice.h>
-
 // The property panel with the image output's services behind its render page.
 class RenderPageTest : public ScenePanelsFixture {
 protected:
@@ -29,11 +26,7 @@ protected:
         PropertyRender_cls::msFuncGetActiveView = nullptr;
         ScenePanelsFixture::TearDown();
     }
-    void Click(wxWindow* pButton) {
-        wxCommandEvent event(wxEVT_BUTTON, pButton->GetId());
-        event.SetEventObject(pButton);
-        pButton->GetEventHandler()->ProcessEvent(event);
-    }
+    static void Click(wxWindow* pButton) { Send(pButton, wxEVT_BUTTON); }
     PropertyRender_cls* mpRender = nullptr;
     ScriptedDialog_cls mDialog;
 };
@@ -67,11 +60,7 @@ TEST_F(RenderPageTest, FieldsShowAndEditTheImageOutputUndoably) {
     EXPECT_EQ(GpCImageOutput->mCFileFormat.GetBodySTR(), "preview.png");
 
     SCOPED_TRACE("check boxes");
-    mpRender->mpCAlpha->SetValue(true);
-    wxCommandEvent event(wxEVT_CHECKBOX, mpRender->mpCAlpha->GetId());
-    event.SetEventObject(mpRender->mpCAlpha);
-    event.SetInt(1);
-    mpRender->mpCAlpha->GetEventHandler()->ProcessEvent(event);
+    SendCheck(mpRender->mpCAlpha, true);
     EXPECT_TRUE(GpCImageOutput->IsAlpha());
     GpCUndo->Undo();
     EXPECT_FALSE(GpCImageOutput->IsAlpha());

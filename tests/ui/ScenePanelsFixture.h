@@ -39,19 +39,13 @@ protected:
         if (IsSkipped())
             return;
         ReadFrameLayout(gLayout);
-        for (wxPanelEX* p : Leaves()) {
-            if (auto* pOutliner = dynamic_cast<Outliner_cls*>(p))
-                mpOutliner = pOutliner;
-            if (auto* pProperty = dynamic_cast<Property_cls*>(p)) {
-                mpProperty = pProperty;
-                mpPage = pProperty->mpCPageObject;
-            }
-            if (auto* pConsole = dynamic_cast<ConsolePanel_cls*>(p))
-                mpConsole = pConsole;
-            if (auto* pEditor = dynamic_cast<TextEntryCtrl_cls*>(p))
-                mpEditor = pEditor;
-        }
-        ASSERT_TRUE(mpOutliner && mpPage && mpConsole && mpEditor);
+        mpOutliner = FindLeaf<Outliner_cls>();
+        mpProperty = FindLeaf<Property_cls>();
+        mpConsole = FindLeaf<ConsolePanel_cls>();
+        mpEditor = FindLeaf<TextEntryCtrl_cls>();
+        ASSERT_TRUE(mpOutliner && mpProperty && mpConsole && mpEditor);
+        mpPage = mpProperty->mpCPageObject;
+        ASSERT_NE(mpPage, nullptr);
         ASSERT_NE(GpCSceneObjCtrl, nullptr);
         ASSERT_NE(GpCUndo, nullptr);
     }

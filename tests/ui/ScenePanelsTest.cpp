@@ -4,23 +4,9 @@
 #include "ScenePanelsFixture.h"
 
 #include "ClassProvider_cls.h"
-#include "ConsolePanel_cls.h"
-#include "Outliner_cls.h"
-#include "PanelMakers.h"
-#include "ParamGroup_cls.h"
-#include "PropertyObject_cls.h"
-#include "Property_cls.h"
-#include "RibbonUI_cls.h"
-#include "SceneObjCtrl_cls.h"
-#include "SceneObj_cls.h"
-#include "TextEntryCtrl_cls.h"
-#include "UndoManager_cls.h"
 
-#include <wx/checkbox.h>
 #include <wx/statusbr.h>
-#include <wx/textctrl.h>
 
-#include <algorithm>
 #include <iterator>
 
 using ScenePanelsTest = ScenePanelsFixture;
@@ -225,22 +211,17 @@ TEST_F(ScenePanelsTest, ConsoleRunsLinesShowsOutputAndWalksItsHistory) {
     EXPECT_TRUE(mpConsole->mpCOutput->GetValue().Contains("boom"));
 
     SCOPED_TRACE("Up and Down walk the history; past the newest the input is empty");
-    wxKeyEvent up(wxEVT_KEY_DOWN);
-    up.m_keyCode = WXK_UP;
-    wxKeyEvent down(wxEVT_KEY_DOWN);
-    down.m_keyCode = WXK_DOWN;
-    mpConsole->mpCInput->GetEventHandler()->ProcessEvent(up);
-    EXPECT_EQ(mpConsole->mpCInput->GetValue(), "error('boom')");
-    mpConsole->mpCInput->GetEventHandler()->ProcessEvent(up);
-    mpConsole->mpCInput->GetEventHandler()->ProcessEvent(up);
-    mpConsole->mpCInput->GetEventHandler()->ProcessEvent(up);
-    mpConsole->mpCInput->GetEventHandler()->ProcessEvent(up); // stops at the oldest
-    EXPECT_EQ(mpConsole->mpCInput->GetValue(), "print(1+2)");
-    mpConsole->mpCInput->GetEventHandler()->ProcessEvent(down);
-    EXPECT_EQ(mpConsole->mpCInput->GetValue(), "x = 20");
-    for (int i = 0; i < 4; ++i)
-        mpConsole->mpCInput->GetEventHandler()->ProcessEvent(down);
-    EXPECT_TRUE(mpConsole->mpCInput->GetValue().empty());
+    auto press = [&](int keyCode, int times) {
+        wxKeyEvent key(wxEVT_KEY_DOWN);
+        key.m_keyCode = keyCode;
+        for (int i = 0; i < times; ++i)
+            mpConsole->mpCInput->GetEventHandler()->ProcessEvent(key);
+        return mpConsole->mpCInput->GetValue();
+    };
+    EXPECT_EQ(press(WXK_UP, 1), "error('boom')");
+    EXPECT_EQ(press(WXK_UP, 4), "print(1+2)") << "it stops at the oldest";
+    EXPECT_EQ(press(WXK_DOWN, 1), "x = 20");
+    EXPECT_TRUE(press(WXK_DOWN, 4).empty());
 
     SCOPED_TRACE("a script's edits reach the outliner and undo");
     EXPECT_TRUE(mpConsole->ProcessLine("print(Ops.AddPrimitive('Box', 'Crate'))"));

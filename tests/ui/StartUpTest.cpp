@@ -5,11 +5,8 @@
 #include "MyApp.h"
 #include "PanelMakers.h"
 #include "SceneObjCtrl_cls.h"
-#include "ServiceRegistry.h"
 #include "UndoManager_cls.h"
 #include "wxLogGuiEX.h"
-
-#include <wx/log.h>
 
 TEST(StartUpTest, ServicesWindowAndSettingsComeUpInOrder) {
     SKIP_WITHOUT_DISPLAY();

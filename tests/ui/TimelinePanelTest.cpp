@@ -1,12 +1,10 @@
 // The timeline panel in a window, driven by the display's own mouse: a key dragged along its row
 // moves as one command and one undo puts it back; the work-area handle is dragged; nothing
 // repaints while nothing changes; and the rows are drawn with their key marks where the geometry
-// says (read back from the drawing, and a screenshot to look at).
-#include "UiFixture.h"
+// says (read back from the drawing, which is saved as a picture to look at).
 #include "ViewWindowFixture.h"
 
 #include "ClassProvider_cls.h"
-#include "PanelMakers.h"
 #include "ParamGroup_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "SceneObj_cls.h"
@@ -184,24 +182,6 @@ TEST_F(TimelinePanelTest, RowsDrawTheirKeysWhereTheGeometrySays) {
     EXPECT_EQ(wxColour(image.GetRed(xNow, 2), image.GetGreen(xNow, 2), image.GetBlue(xNow, 2)),
               wxColour(220, 40, 30))
         << "the current time";
-}
-
-TEST_F(TimelinePanelTest, ScreenshotShowsTheSelectedKeyOnScreen) {
-    SKIP_WITHOUT_SCREENSHOTS();
-    GCClassProvider->GetPCParamGroup(kBoxPosition)->mVCParam[1].SelectKeyByIndex(2, true, false, 1e-9);
-    GCClassProvider->UpdatePanels("TIMELINE");
-    RunLoop(400);
-    const std::string strPath = std::string((ScreenshotDir() + "/timeline.png").utf8_str());
-    ASSERT_EQ(system(("import -window root '" + strPath + "'").c_str()), 0);
-    wxImage image;
-    ASSERT_TRUE(image.LoadFile(strPath, wxBITMAP_TYPE_PNG));
-    const int row = RowOf(wxString(kBoxPosition) + "::y");
-    ASSERT_GE(row, 0);
-    const wxPoint p = mpTimeline->GetPCParam()->ClientToScreen(
-        wxPoint(Rows().GetDevCoordFromN(0.5, 0), Rows().GetYPos(row) + Rows().GetLineHeight() / 2));
-    ASSERT_TRUE(p.x < image.GetWidth() && p.y < image.GetHeight());
-    EXPECT_EQ(wxColour(image.GetRed(p.x, p.y), image.GetGreen(p.x, p.y), image.GetBlue(p.x, p.y)),
-              wxColour(255, 140, 0));
 }
 
 TEST_F(TimelinePanelTest, ValueBoxOnAChannelRowSetsTheValueAtTheCurrentTime) {

@@ -6,10 +6,7 @@
 #include "UndoManager_cls.h"
 #include "X11Support.h"
 
-#include <wx/filefn.h>
 #include <wx/image.h>
-
-#include <sstream>
 
 namespace {
 

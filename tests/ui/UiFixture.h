@@ -99,6 +99,13 @@ protected:
         CollectLeaves(mpFrame->GetPCTopWindow(), v);
         return v;
     }
+    // The first leaf panel of the class, null when there is none.
+    template <class T> T* FindLeaf() {
+        for (wxPanelEX* p : Leaves())
+            if (auto* pLeaf = dynamic_cast<T*>(p))
+                return pLeaf;
+        return nullptr;
+    }
     // Runs the events queued on the frame (menu mirrors, deferred tree changes).
     static void RunPendingEvents();
 

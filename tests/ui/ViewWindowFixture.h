@@ -15,6 +15,8 @@
 #include <wx/image.h>
 
 #include <chrono>
+#include <cstdlib>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -47,6 +49,13 @@ inline wxString ScreenshotDir() {
 #endif
     wxFileName::Mkdir(strDir, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
     return strDir;
+}
+
+// The whole display, saved under the name beside the other screenshots; false when that failed.
+inline bool TakeScreenshot(const wxString& strName, wxImage& image) {
+    const wxString strPath = ScreenshotDir() + "/" + strName;
+    return system(("import -window root '" + std::string(strPath.utf8_str()) + "'").c_str()) == 0 &&
+           image.LoadFile(strPath, wxBITMAP_TYPE_PNG);
 }
 
 // The services up to Top and the real panels, the shader sources of the tree, and the first idle

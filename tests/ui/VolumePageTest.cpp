@@ -7,17 +7,12 @@
 #include "ColorCurveProvider_cls.h"
 #include "ColorCurve_cls.h"
 #include "Material_cls.h"
-#include "PanelMakers.h"
 #include "PropertyVolume_cls.h"
-#include "Property_cls.h"
 #include "SceneObjCtrl_cls.h"
 #include "UndoManager_cls.h"
 #include "VolumeBox_cls.h"
 
-#include <wx/checkbox.h>
-#include <wx/choice.h>
 #include <wx/notebook.h>
-#include <wx/textctrl.h>
 
 #include <functional>
 
@@ -31,17 +26,10 @@ protected:
             return;
         mStrName = GpCSceneObjCtrl->AppendSceneObjCommand("VolumeBox", wxString());
         ASSERT_FALSE(mStrName.empty());
-        GpCSceneObjCtrl->Select(mStrName, false, true, false);
-        GCClassProvider->ProcAfterMath("SelectObject", mStrName);
-        Sync();
+        Select(mStrName);
         mpPage = dynamic_cast<PropertyVolume_cls*>(mpProperty->mpCPageKind);
         ASSERT_NE(mpPage, nullptr);
         GpCUndo->Clear();
-    }
-    void Sync() {
-        Flush();
-        if (mpProperty->mpCPageKind)
-            mpProperty->mpCPageKind->UpdatePage("IDLE");
     }
     VolumeBox_cls* Obj() { return dynamic_cast<VolumeBox_cls*>(GpCSceneObjCtrl->GetPCFromName(mStrName)); }
     wxString State() {
@@ -49,11 +37,6 @@ protected:
         wxString str = p->SerializeAll() + p->GetPCMaterial()->SerializeAll();
         p->GetPCColorCurve()->Serialize(str);
         return str;
-    }
-    template <class T> T* Ctrl(int target, const wxString& strKey) {
-        T* p = dynamic_cast<T*>(mpPage->FindItemCtrl(target, strKey));
-        EXPECT_NE(p, nullptr) << strKey;
-        return p;
     }
 
     PropertyVolume_cls* mpPage = nullptr;
@@ -63,68 +46,48 @@ protected:
 TEST_F(VolumePageTest, EachEditUndoesAndRedoes) {
     using P = PropertyVolume_cls;
     const int obj = P::TARGET_OBJECT, mat = P::TARGET_MATERIAL;
-    const struct {
-        const char* what;
-        std::function<void()> edit;
-        std::function<bool()> shown; // the model, and the control, after the edit
-    } cases[] = {
-        {"path", [&] { SendTextEnter(Ctrl<wxTextCtrl>(obj, "Path="), "/data/v%03d.df3"); },
-         [&] { return Obj()->GetStrPath() == "/data/v%03d.df3"; }},
-        {"picked df3", [&] { mpPage->SetPathFromPicked("/data/run/cloud.0042.df3"); },
-         [&] { return Ctrl<wxTextCtrl>(obj, "Path=")->GetValue() == "/data/run/cloud.%04d.df3"; }},
-        {"image stack", [&] { SendCheck(Ctrl<wxCheckBox>(obj, "ZStack="), true); },
-         [&] { return Obj()->IsZStack(); }},
-        {"first slice", [&] { SendTextEnter(Ctrl<wxTextCtrl>(obj, "SeqOffsetZ="), "3"); },
-         [&] { return Obj()->mCSeqOffsetZ.GetBodyINT() == 3; }},
-        {"quality by arithmetic", [&] { SendTextEnter(Ctrl<wxTextCtrl>(obj, "Quality="), "2*32"); },
-         [&] { return Obj()->mCQuality.GetBodyINT() == 64; }},
-        {"sub quality", [&] { SendTextEnter(Ctrl<wxTextCtrl>(obj, "SubQuality="), "8"); },
-         [&] { return Obj()->mCSubQuality.GetBodyINT() == 8; }},
-        {"shader Phong", [&] { SendChoice(Ctrl<wxChoice>(obj, "Shader="), 2); },
-         [&] {
-             return Obj()->mCShader.GetBodyINT() == 2 && Ctrl<wxChoice>(obj, "Shader=")->GetSelection() == 2;
-         }},
-        {"self shadow", [&] { SendCheck(Ctrl<wxCheckBox>(obj, "SelfShadow="), true); },
-         [&] { return Obj()->mCSelfShadow.GetBodyBOOL(); }},
-        {"shader quality", [&] { SendTextEnter(Ctrl<wxTextCtrl>(obj, "ShaderQuality="), "24"); },
-         [&] { return Obj()->mCShaderQuality.GetBodyINT() == 24; }},
-        {"shader factor", [&] { SendTextEnter(Ctrl<wxTextCtrl>(obj, "ShaderFactor="), "0.25"); },
-         [&] { return Obj()->mCShaderFactor.GetBodyDOUBLE() == 0.25; }},
-        {"skip 0", [&] { SendCheck(Ctrl<wxCheckBox>(obj, "Discard0="), true); },
-         [&] { return Obj()->mCDiscard0.GetBodyBOOL(); }},
-        {"repeat curve", [&] { SendCheck(Ctrl<wxCheckBox>(obj, "RepeatCC="), true); },
-         [&] { return Obj()->mCRepeatCC.GetBodyBOOL(); }},
-        {"nearest voxels", [&] { SendChoice(Ctrl<wxChoice>(mat, "TextureInterp="), 0); },
-         [&] { return Obj()->GetPCMaterial()->mCTextureInterp.GetBodyINT() == 0; }},
-        {"wrap repeat", [&] { SendChoice(Ctrl<wxChoice>(mat, "VolumeWrap="), 1); },
-         [&] { return Obj()->GetPCMaterial()->mCVolumeWrap.GetBodyINT() == 1; }},
-        {"depth write", [&] { SendCheck(Ctrl<wxCheckBox>(mat, "DepthWrite="), true); },
-         [&] { return Obj()->GetPCMaterial()->mCDepthWrite.GetBodyBOOL(); }},
-        {"curve preset", [&] { mpPage->ApplyCurvePreset(3); },
-         [&] {
-             return Obj()->GetPCColorCurve()->GetColor(0.5, nullptr) !=
-                    GpCColorCurveProvider->GetPCColorCurve(0)->GetColor(0.5, nullptr);
-         }},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        const wxString strBefore = State();
-        const int undoIndex = GpCUndo->GetCurrent();
-        c.edit();
-        Sync();
-        const wxString strAfter = State();
-        ASSERT_NE(strAfter, strBefore);
-        EXPECT_TRUE(c.shown());
-        EXPECT_EQ(GpCUndo->GetCurrent(), undoIndex + 1) << "one edit, one undo step";
-        GpCUndo->Undo();
-        Sync();
-        EXPECT_EQ(State(), strBefore);
-        EXPECT_FALSE(c.shown());
-        GpCUndo->Redo();
-        Sync();
-        EXPECT_EQ(State(), strAfter);
-        EXPECT_TRUE(c.shown());
-    }
+    ExpectEditsUndoAndRedo(
+        {
+            {"path", [&] { SendTextEnter(Ctrl<wxTextCtrl>(obj, "Path="), "/data/v%03d.df3"); },
+             [&] { return Obj()->GetStrPath() == "/data/v%03d.df3"; }},
+            {"picked df3", [&] { mpPage->SetPathFromPicked("/data/run/cloud.0042.df3"); },
+             [&] { return Ctrl<wxTextCtrl>(obj, "Path=")->GetValue() == "/data/run/cloud.%04d.df3"; }},
+            {"image stack", [&] { SendCheck(Ctrl<wxCheckBox>(obj, "ZStack="), true); },
+             [&] { return Obj()->IsZStack(); }},
+            {"first slice", [&] { SendTextEnter(Ctrl<wxTextCtrl>(obj, "SeqOffsetZ="), "3"); },
+             [&] { return Obj()->mCSeqOffsetZ.GetBodyINT() == 3; }},
+            {"quality by arithmetic", [&] { SendTextEnter(Ctrl<wxTextCtrl>(obj, "Quality="), "2*32"); },
+             [&] { return Obj()->mCQuality.GetBodyINT() == 64; }},
+            {"sub quality", [&] { SendTextEnter(Ctrl<wxTextCtrl>(obj, "SubQuality="), "8"); },
+             [&] { return Obj()->mCSubQuality.GetBodyINT() == 8; }},
+            {"shader Phong", [&] { SendChoice(Ctrl<wxChoice>(obj, "Shader="), 2); },
+             [&] {
+                 return Obj()->mCShader.GetBodyINT() == 2 &&
+                        Ctrl<wxChoice>(obj, "Shader=")->GetSelection() == 2;
+             }},
+            {"self shadow", [&] { SendCheck(Ctrl<wxCheckBox>(obj, "SelfShadow="), true); },
+             [&] { return Obj()->mCSelfShadow.GetBodyBOOL(); }},
+            {"shader quality", [&] { SendTextEnter(Ctrl<wxTextCtrl>(obj, "ShaderQuality="), "24"); },
+             [&] { return Obj()->mCShaderQuality.GetBodyINT() == 24; }},
+            {"shader factor", [&] { SendTextEnter(Ctrl<wxTextCtrl>(obj, "ShaderFactor="), "0.25"); },
+             [&] { return Obj()->mCShaderFactor.GetBodyDOUBLE() == 0.25; }},
+            {"skip 0", [&] { SendCheck(Ctrl<wxCheckBox>(obj, "Discard0="), true); },
+             [&] { return Obj()->mCDiscard0.GetBodyBOOL(); }},
+            {"repeat curve", [&] { SendCheck(Ctrl<wxCheckBox>(obj, "RepeatCC="), true); },
+             [&] { return Obj()->mCRepeatCC.GetBodyBOOL(); }},
+            {"nearest voxels", [&] { SendChoice(Ctrl<wxChoice>(mat, "TextureInterp="), 0); },
+             [&] { return Obj()->GetPCMaterial()->mCTextureInterp.GetBodyINT() == 0; }},
+            {"wrap repeat", [&] { SendChoice(Ctrl<wxChoice>(mat, "VolumeWrap="), 1); },
+             [&] { return Obj()->GetPCMaterial()->mCVolumeWrap.GetBodyINT() == 1; }},
+            {"depth write", [&] { SendCheck(Ctrl<wxCheckBox>(mat, "DepthWrite="), true); },
+             [&] { return Obj()->GetPCMaterial()->mCDepthWrite.GetBodyBOOL(); }},
+            {"curve preset", [&] { mpPage->ApplyCurvePreset(3); },
+             [&] {
+                 return Obj()->GetPCColorCurve()->GetColor(0.5, nullptr) !=
+                        GpCColorCurveProvider->GetPCColorCurve(0)->GetColor(0.5, nullptr);
+             }},
+        },
+        [&] { return State(); });
     SCOPED_TRACE("a picked slice of a stack: time number, then slice number");
     mpPage->SetPathFromPicked("/data/t0007_z012.png");
     EXPECT_EQ(Obj()->GetStrPath(), "/data/t%04d_z%03d.png");

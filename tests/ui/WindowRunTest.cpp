@@ -2,7 +2,6 @@
 // the render page through the 3D view, and playing a particle sequence in the view.
 #include "ScenePanelsFixture.h"
 
-#include "GLCanvas_cls.h"
 #include "ImageIO_cls.h"
 #include "ImageOutput_cls.h"
 #include "PropertyRender_cls.h"
@@ -13,14 +12,8 @@
 #include <wx/button.h>
 #include <wx/dir.h>
 #include <wx/ffile.h>
-#include <wx/filefn.h>
-#include <wx/filename.h>
-#include <wx/image.h>
 
-#include <algorithm>
 #include <array>
-#include <chrono>
-#include <cmath>
 
 namespace {
 
@@ -71,12 +64,9 @@ protected:
         mStrOldDir = wxGetCwd();
         ASSERT_TRUE(mpMain->OpenProject(wxString(ORV_SOURCE_DIR) + "/" + strProject));
         ReadFrameLayout(Split('V', 700, Leaf("VIEW3D"), Leaf("PROPERTY")));
-        for (wxPanelEX* p : Leaves()) {
-            if (auto* pView = dynamic_cast<View3DPanel_cls*>(p))
-                mpCanvas = pView->GetPCCanvas();
-            if (auto* pProperty = dynamic_cast<Property_cls*>(p))
-                mpRender = pProperty->mpCPageRender;
-        }
+        ASSERT_TRUE(FindLeaf<View3DPanel_cls>() && FindLeaf<Property_cls>());
+        mpCanvas = FindLeaf<View3DPanel_cls>()->GetPCCanvas();
+        mpRender = FindLeaf<Property_cls>()->mpCPageRender;
         ASSERT_TRUE(mpCanvas && mpRender);
         ASSERT_TRUE(SettleCanvas(*mpCanvas)) << "the view never painted";
     }
@@ -84,15 +74,12 @@ protected:
     wxImage CanvasShot(const wxString& strName) {
         mpCanvas->Refresh();
         RunLoop(300);
-        const wxString strPath = ScreenshotDir() + "/" + strName;
-        if (system(("import -window root '" + std::string(strPath.utf8_str()) + "'").c_str()) != 0)
-            return wxImage();
         wxImage screen;
-        if (!screen.LoadFile(strPath, wxBITMAP_TYPE_PNG))
+        if (!TakeScreenshot(strName, screen))
             return wxImage();
         const wxImage canvas =
             screen.GetSubImage(wxRect(mpCanvas->GetScreenPosition(), mpCanvas->GetClientSize()));
-        canvas.SaveFile(strPath, wxBITMAP_TYPE_PNG);
+        canvas.SaveFile(ScreenshotDir() + "/" + strName, wxBITMAP_TYPE_PNG);
         return canvas;
     }
 

@@ -5,7 +5,6 @@
 #include "DataSnap_cls.h"
 #include "FilterBase_cls.h"
 #include "FilterCtrl_cls.h"
-#include "Main_cls.h"
 #include "ParamGroup_cls.h"
 #include "ParticleSequence_cls.h"
 #include "SceneObjCtrl_cls.h"
@@ -16,7 +15,6 @@
 #include "TimelineConf_cls.h"
 #include "UndoManager_cls.h"
 
-#include <cmath>
 #include <functional>
 
 namespace {
