@@ -15,24 +15,15 @@ namespace {
 
 // Writes an RGBA image of one colour.
 bool WritePNG(const wxString& strPath, int width, int height, const unsigned char* rgba) {
-    FILE* fp = fopen(strPath.utf8_str().data(), "wb");
-    if (!fp)
-        return false;
-    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
-    png_infop info = png_create_info_struct(png);
-    png_init_io(png, fp);
-    png_set_IHDR(png, info, width, height, 8, PNG_COLOR_TYPE_RGBA, PNG_INTERLACE_NONE,
-                 PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
-    png_write_info(png, info);
-    std::vector<unsigned char> row(static_cast<size_t>(width) * 4);
-    for (int x = 0; x < width; ++x)
-        std::copy_n(rgba, 4, row.data() + x * 4);
-    for (int y = 0; y < height; ++y)
-        png_write_row(png, row.data());
-    png_write_end(png, nullptr);
-    png_destroy_write_struct(&png, &info);
-    fclose(fp);
-    return true;
+    std::vector<unsigned char> pixels;
+    for (int i = 0; i < width * height; ++i)
+        pixels.insert(pixels.end(), rgba, rgba + 4);
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = static_cast<png_uint_32>(width);
+    image.height = static_cast<png_uint_32>(height);
+    image.format = PNG_FORMAT_RGBA;
+    return png_image_write_to_file(&image, strPath.utf8_str().data(), 0, pixels.data(), 0, nullptr) != 0;
 }
 
 void Rect(float x0, float y0, float x1, float y1, float r, float g, float b, float a) {

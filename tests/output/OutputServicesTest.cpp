@@ -33,6 +33,7 @@ TEST_F(OutputServicesTest, ProjectLinesReachTheImageOutputAndAreSavedBack) {
             "PNGCompression=9\n"
             "ConfItemList::End\n");
     EXPECT_EQ(GpCImageOutput->GetSize(), wxSize(320, 200));
+    EXPECT_DOUBLE_EQ(GpCImageOutput->GetAspectRatioWonH(), 1.6);
     EXPECT_TRUE(GpCImageOutput->IsAlpha());
     EXPECT_EQ(GpCImageOutput->GetPNGCompression(), 9);
     EXPECT_EQ(GpCImageOutput->GetModifiedStr(4, 0), "render/shot004.png");
@@ -40,6 +41,9 @@ TEST_F(OutputServicesTest, ProjectLinesReachTheImageOutputAndAreSavedBack) {
     EXPECT_TRUE(strSaved.Contains("ConfItemList::Begin::ImageOutput\n")) << strSaved;
     EXPECT_TRUE(strSaved.Contains("FileFormat=render/shot%03d.png\n")) << strSaved;
     EXPECT_TRUE(strSaved.Contains("Width=320\n")) << strSaved;
+    // Every item of the image output is saved.
+    for (const wxString& strKey : GpCImageOutput->GetAstrItemList())
+        EXPECT_TRUE(strSaved.Contains("\n" + strKey)) << strKey;
     // The saved text read into a fresh process gives the same settings.
     mpMain.reset();
     RegisterLayers();

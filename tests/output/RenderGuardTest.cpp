@@ -34,155 +34,54 @@ TEST_F(RenderGuardTest, ChecksRunInOrderWithTheirTexts) {
     Camera_cls* pCamera = static_cast<Camera_cls*>(GpCSceneObjCtrl->GetPCFromName("Camera"));
     ASSERT_NE(pCamera, nullptr);
     View3D_cls view;
-    const wxString strGood = mDir.Path("f%04d.png");
-    const wxString strSingle = mDir.Path("still.png");
+    const wxString strGood = mDir.Path("f%04d.png"), strBad = mDir.Path("no/f%04d.png");
+    const wxString strSingle = mDir.Path("still.png"), strTagged = mDir.Path("still%04d.png");
+    const wxString strAskTag = "ask: Not Sequence. Append 4-digit tag ?";
+    const wxString strAskStereo = "ask: Output combined stereogram ?";
+    const auto ANIM = RenderGuard_cls::RENDER_ANIM, SNAP = RenderGuard_cls::RENDER_SNAP;
     struct Case_cls {
         const char* name;
         RenderGuard_cls::Command_enum command;
         wxString pattern;
-        bool bView, bTransparent, bStereogram, bAlpha;
-        std::vector<bool> answers;
+        const char* flags;   // v: a view, t: transparent background, s: stereogram, a: alpha in the file
+        const char* answers; // y or n to each question
         bool ok;
-        std::vector<wxString> texts;
+        wxString text; // shown or asked, or empty
         wxString patternAfter;
         int stereoOutputAfter;
     };
     const Case_cls cases[] = {
-        {"all fine",
-         RenderGuard_cls::RENDER_ANIM,
-         strGood,
-         true,
-         false,
-         false,
-         false,
-         {},
-         true,
-         {},
-         strGood,
-         0},
-        {"bad path",
-         RenderGuard_cls::RENDER_ANIM,
-         mDir.Path("no/f%04d.png"),
-         true,
-         false,
-         false,
-         false,
-         {},
-         false,
-         {"message: Filepath is invalid"},
-         mDir.Path("no/f%04d.png"),
-         0},
-        {"no number, yes",
-         RenderGuard_cls::RENDER_ANIM,
-         strSingle,
-         true,
-         false,
-         false,
-         false,
-         {true},
-         true,
-         {"ask: Not Sequence. Append 4-digit tag ?"},
-         mDir.Path("still%04d.png"),
-         0},
-        {"no number, no: one file for every frame",
-         RenderGuard_cls::RENDER_ANIM,
-         strSingle,
-         true,
-         false,
-         false,
-         false,
-         {false},
-         true,
-         {"ask: Not Sequence. Append 4-digit tag ?"},
-         strSingle,
-         0},
-        {"transparent background, stop",
-         RenderGuard_cls::RENDER_ANIM,
-         strGood,
-         true,
-         true,
-         false,
-         false,
-         {false},
-         false,
-         {"ask: BG is transparent, but File format is not RGBA. Continue?"},
-         strGood,
-         0},
-        {"transparent background with alpha",
-         RenderGuard_cls::RENDER_ANIM,
-         strGood,
-         true,
-         true,
-         false,
-         true,
-         {},
-         true,
-         {},
-         strGood,
-         0},
-        {"stereogram, no: a file per eye",
-         RenderGuard_cls::RENDER_ANIM,
-         strGood,
-         true,
-         false,
-         true,
-         false,
-         {false},
-         true,
-         {"ask: Output combined stereogram ?"},
-         strGood,
-         1},
-        {"stereogram, yes",
-         RenderGuard_cls::RENDER_SNAP,
-         strGood,
-         true,
-         false,
-         true,
-         false,
-         {true},
-         true,
-         {"ask: Output combined stereogram ?"},
-         strGood,
-         0},
-        {"no view",
-         RenderGuard_cls::RENDER_SNAP,
-         strGood,
-         false,
-         false,
-         false,
-         false,
-         {},
-         false,
-         {"message: No Active 3DView Panel"},
-         strGood,
-         0},
-        {"path only",
-         RenderGuard_cls::RENDER_PATH,
-         strSingle,
-         false,
-         true,
-         false,
-         false,
-         {},
-         true,
-         {},
-         strSingle,
-         0},
+        {"all fine", ANIM, strGood, "v", "", true, "", strGood, 0},
+        {"bad path", ANIM, strBad, "v", "", false, "message: Filepath is invalid", strBad, 0},
+        {"no number, yes", ANIM, strSingle, "v", "y", true, strAskTag, strTagged, 0},
+        {"no number, no: one file for every frame", ANIM, strSingle, "v", "n", true, strAskTag, strSingle, 0},
+        {"transparent background, stop", ANIM, strGood, "vt", "n", false,
+         "ask: BG is transparent, but File format is not RGBA. Continue?", strGood, 0},
+        {"transparent background with alpha", ANIM, strGood, "vta", "", true, "", strGood, 0},
+        {"stereogram, no: a file per eye", ANIM, strGood, "vs", "n", true, strAskStereo, strGood, 1},
+        {"stereogram, yes", SNAP, strGood, "vs", "y", true, strAskStereo, strGood, 0},
+        {"no view", SNAP, strGood, "", "", false, "message: No Active 3DView Panel", strGood, 0},
+        {"path only", RenderGuard_cls::RENDER_PATH, strSingle, "t", "", true, "", strSingle, 0},
     };
     for (const Case_cls& c : cases) {
         SCOPED_TRACE(c.name);
+        const wxString strFlags = c.flags;
         ImageOutput_cls output;
         output.mCFileFormat.SetBodyFromData(c.pattern);
-        output.mCImageAlpha.SetBodyFromData(c.bAlpha ? "1" : "0");
-        pCamera->GetPCStereoProp()->mCStereoType.SetBodyFromData(c.bStereogram ? "1" : "0");
-        pCamera->GetPCStereoProp()->mCEyeType.SetBodyFromData(c.bStereogram ? "3" : "0");
+        output.mCImageAlpha.SetBodyFromData(strFlags.Contains("a") ? "1" : "0");
+        pCamera->GetPCStereoProp()->mCStereoType.SetBodyFromData(strFlags.Contains("s") ? "1" : "0");
+        pCamera->GetPCStereoProp()->mCEyeType.SetBodyFromData(strFlags.Contains("s") ? "3" : "0");
         RenderGuard_cls::Scene_cls scene;
-        scene.mpCView = c.bView ? &view : nullptr;
-        scene.mbBGTransparent = c.bTransparent;
-        ScriptedDialog_cls dialog(c.answers);
+        scene.mpCView = strFlags.Contains("v") ? &view : nullptr;
+        scene.mbBGTransparent = strFlags.Contains("t");
+        std::vector<bool> vAnswers;
+        for (const char* p = c.answers; *p; ++p)
+            vAnswers.push_back(*p == 'y');
+        ScriptedDialog_cls dialog(vAnswers);
         bool bUpdate = false;
         EXPECT_EQ(RenderGuard_cls::Check(c.command, output, scene, dialog, bUpdate), c.ok);
-        EXPECT_EQ(dialog.mVStrTexts, c.texts);
+        EXPECT_EQ(dialog.mVStrTexts,
+                  c.text.empty() ? std::vector<wxString>() : std::vector<wxString>{c.text});
         EXPECT_EQ(output.mCFileFormat.GetBodySTR(), c.patternAfter);
         EXPECT_EQ(output.GetStereoOutput(), c.stereoOutputAfter);
         EXPECT_EQ(bUpdate, c.patternAfter != c.pattern || c.stereoOutputAfter == 1);

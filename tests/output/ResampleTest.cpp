@@ -153,11 +153,10 @@ TEST(ImgSizeTemplateTest, TableAndLabels) {
         long long w, h;
         const char* label;
     };
-    const Case_cls cases[] = {
-        {0, 1, 1024, 768, "1024x768"}, {0, 6, 320, 240, "320x240"},     {1, 1, 1920, 1080, "1920x1080"},
-        {1, 6, 640, 360, "640x360"},   {2, 4, 4096, 4096, "4096x4096"}, {3, 3, 4096, 2048, "4096x2048"},
-        {3, 6, 512, 256, "512x256"},
-    };
+    const Case_cls cases[] = {{0, 1, 1024, 768, "1024x768"},
+                              {1, 6, 640, 360, "640x360"},
+                              {2, 4, 4096, 4096, "4096x4096"},
+                              {3, 3, 4096, 2048, "4096x2048"}};
     for (const Case_cls& c : cases) {
         SCOPED_TRACE(testing::Message() << c.group << "/" << c.index);
         long long w = -1, h = -1;

@@ -79,24 +79,6 @@ std::vector<int> Indices(const std::vector<ArrayAndIndex_cls>& v) {
     return out;
 }
 
-TEST(SortMergeTest, EqualKeysOfTheLaterRunComeFirst) {
-    // A = indices 0..3, B = indices 10..12.
-    const std::vector<ArrayAndIndex_cls> source = {{0, 1.0f},  {1, 2.0f},  {2, 2.0f}, {3, 3.0f},
-                                                   {10, 2.0f}, {11, 2.0f}, {12, 4.0f}};
-    for (int block : {1, 2, 3}) {
-        SCOPED_TRACE(testing::Message() << "block " << block);
-        EXPECT_EQ(Indices(MergeBothEnds(source, 4, block)), (std::vector<int>{0, 10, 11, 1, 2, 3, 12}));
-    }
-
-    // Only the front half writes the first four positions, only the back half the last three.
-    std::vector<ArrayAndIndex_cls> target(7, ArrayAndIndex_cls{-1, 0.0f});
-    ThreadSortMergeOrd_cls::MergeFront(target.data(), source.data(), 0, 4, 4, 7, 1);
-    EXPECT_EQ(Indices(target), (std::vector<int>{0, 10, 11, 1, -1, -1, -1}));
-    std::fill(target.begin(), target.end(), ArrayAndIndex_cls{-1, 0.0f});
-    ThreadSortMergeInv_cls::MergeBack(target.data(), source.data(), 0, 4, 4, 7, 1);
-    EXPECT_EQ(Indices(target), (std::vector<int>{-1, -1, -1, -1, 2, 3, 12}));
-}
-
 TEST(SortMergeTest, HalvesMeetWithoutASeam) {
     std::mt19937 rng(99);
     for (int trial = 0; trial < 300; ++trial) {
@@ -116,14 +98,14 @@ TEST(SortMergeTest, HalvesMeetWithoutASeam) {
         for (int block : {1, 2, 5}) {
             SCOPED_TRACE(testing::Message() << "A " << lenA << ", B " << lenB << ", block " << block);
             ASSERT_EQ(Indices(MergeBothEnds(source, lenA, block)), Indices(expected));
+            // The front half writes only the first lenA places, the back half the rest.
+            std::vector<ArrayAndIndex_cls> front(lenA + lenB, ArrayAndIndex_cls{-1, 0.0f});
+            ThreadSortMergeOrd_cls::MergeFront(front.data(), source.data(), 0, lenA, lenA, lenA + lenB,
+                                               block);
+            for (int k = 0; k < lenA + lenB; ++k)
+                ASSERT_EQ(front[k].mIndex == -1, k >= lenA) << k;
         }
     }
-}
-
-TEST(SortMergeTest, EmptyRunCopiesTheOther) {
-    const std::vector<ArrayAndIndex_cls> run = {{5, -1.0f}, {6, 0.0f}, {7, 8.0f}};
-    EXPECT_EQ(Indices(MergeBothEnds(run, 0, 1)), (std::vector<int>{5, 6, 7}));
-    EXPECT_EQ(Indices(MergeBothEnds(run, 3, 1)), (std::vector<int>{5, 6, 7}));
     EXPECT_TRUE(MergeBothEnds({}, 0, 1).empty());
 }
 

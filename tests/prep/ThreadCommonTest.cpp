@@ -39,23 +39,22 @@ private:
 };
 
 TEST(ThreadCommonTest, ThreadCountFollowsTheTable) {
-    struct Row {
-        int count;
-        int fgFew, fgMany, bgFew, bgMany; // now / background, up to 12 / 13 or more CPUs
-    };
-    const Row rows[] = {
-        {0, 1, 1, 1, 1},         {10000, 1, 1, 1, 1},      {10001, 2, 2, 1, 1},       {100000, 2, 2, 1, 1},
-        {100001, 3, 3, 2, 2},    {1000000, 3, 3, 2, 2},    {1000001, 4, 8, 3, 3},     {10000000, 4, 8, 3, 3},
-        {10000001, 5, 10, 4, 8}, {100000000, 5, 10, 4, 8}, {100000001, 6, 12, 5, 10}, {INT_MAX, 6, 12, 5, 10},
-    };
+    // Elements at the top of each band: threads now and in the background, up to 12 CPUs and from 13.
+    const int rows[][5] = {{10000, 1, 1, 1, 1},    {100000, 2, 2, 1, 1},     {1000000, 3, 3, 2, 2},
+                           {10000000, 4, 8, 3, 3}, {100000000, 5, 10, 4, 8}, {INT_MAX, 6, 12, 5, 10}};
     // Only the threshold between 12 and 13 processors matters, never the count itself.
-    for (int cpus : {1, 4, 12, 13, 64}) {
+    for (int cpus : {1, 12, 13, 64}) {
         CPUCountScope scope(cpus);
-        const bool bMany = cpus >= 13;
-        for (const Row& row : rows) {
-            SCOPED_TRACE(testing::Message() << row.count << " elements, " << cpus << " CPUs");
-            EXPECT_EQ(ThreadCommon_cls::GetThreadCount(row.count, false), bMany ? row.fgMany : row.fgFew);
-            EXPECT_EQ(ThreadCommon_cls::GetThreadCount(row.count, true), bMany ? row.bgMany : row.bgFew);
+        const int many = cpus >= 13 ? 1 : 0;
+        for (size_t r = 0; r < std::size(rows); ++r) {
+            SCOPED_TRACE(testing::Message() << rows[r][0] << " elements, " << cpus << " CPUs");
+            EXPECT_EQ(ThreadCommon_cls::GetThreadCount(rows[r][0], false), rows[r][1 + many]);
+            EXPECT_EQ(ThreadCommon_cls::GetThreadCount(rows[r][0], true), rows[r][3 + many]);
+            // One more element takes the next band.
+            if (r + 1 < std::size(rows)) {
+                EXPECT_EQ(ThreadCommon_cls::GetThreadCount(rows[r][0] + 1, false), rows[r + 1][1 + many]);
+                EXPECT_EQ(ThreadCommon_cls::GetThreadCount(rows[r][0] + 1, true), rows[r + 1][3 + many]);
+            }
         }
     }
 

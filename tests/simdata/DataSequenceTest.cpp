@@ -27,7 +27,7 @@ public:
     bool mbRepeat;
 };
 
-class DataSequenceTest : public ::testing::Test {
+class DataSequenceTest : public DataFileFixture_cls {
 protected:
     // count numbered files p0000.dat ... on disk, counted into the sequence; every slot filled.
     void MakeSequence(ParticleSequence_cls& seq, int count, bool fill = true) {
@@ -43,9 +43,6 @@ protected:
             for (int i = 0; i < count; ++i)
                 seq.GenerateIfNot(i);
     }
-
-    ServicesScope_cls mServices;
-    TempDir_cls mDir;
 };
 
 TEST_F(DataSequenceTest, EvictionPrefersOldDrawsAndFarFrames) {
@@ -271,15 +268,11 @@ TEST_F(DataSequenceTest, MemoryIsSummedInWholeMegabytes) {
     seq.GenerateIfNot(2)->AllocateIfNot(100000);
     EXPECT_EQ(seq.GetTotalUsedMemoryMB(), (100000 * 21 + 100000 * 12) / 1048576);
     EXPECT_EQ(seq.mTotalMB, 3);
-}
-
-TEST_F(DataSequenceTest, DrawStampsCountUp) {
-    ParticleSequence_cls seq;
-    MakeSequence(seq, 3);
+    // Draw stamps count up.
     seq.GetPCSnap(2)->MarkDraw();
-    seq.GetPCSnap(0)->MarkDraw();
+    pSnap->MarkDraw();
     EXPECT_EQ(seq.GetPCSnap(2)->mDrawStamp, -1);
-    EXPECT_EQ(seq.GetPCSnap(0)->mDrawStamp, 0);
+    EXPECT_EQ(pSnap->mDrawStamp, 0);
     EXPECT_EQ(seq.mDrawCounter, 1);
 }
 

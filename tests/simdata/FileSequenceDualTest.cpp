@@ -1,28 +1,28 @@
 // The two-number file rule (time and slice) and its counts.
 #include "FileSequenceDual_cls.h"
+#include "SimDataTestSupport.h"
 #include "TestSupport.h"
 
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <vector>
 
 namespace {
 
-class FileSequenceDualTest : public ::testing::Test {
-protected:
-    void Touch(const wxString& name) { ASSERT_TRUE(WriteBytes(mDir.Path(name), "x")); }
-    wxString P(const wxString& name) const { return mDir.Path(name); }
-    TempDir_cls mDir;
-};
+using FileSequenceDualTest = DataFileFixture_cls;
+
+// The digits and offsets of the time field (1) and the slice field (2).
+void ExpectFields(const FileSequenceDual_cls& seq, int digits1, int offset1, int digits2, int offset2) {
+    EXPECT_EQ(std::make_tuple(seq.mDigits1, seq.mOffset1, seq.mDigits2, seq.mOffset2),
+              std::make_tuple(digits1, offset1, digits2, offset2));
+}
 
 TEST_F(FileSequenceDualTest, TwoFieldsAreTimeThenSliceFromZero) {
     FileSequenceDual_cls seq;
     seq.SetDual(P("s%03d_z%03d.png"), 5, 9, 1, 1); // the offsets have no effect
     EXPECT_TRUE(seq.mFirstIsTime);
-    EXPECT_EQ(seq.mDigits1, 3);
-    EXPECT_EQ(seq.mDigits2, 3);
-    EXPECT_EQ(seq.mOffset1, 0);
-    EXPECT_EQ(seq.mOffset2, 0);
+    ExpectFields(seq, 3, 0, 3, 0);
     EXPECT_EQ(seq.GetFormatDual(), P("s%03d_z%03d.png"));
     EXPECT_EQ(seq.mHead, P("s%"));
     EXPECT_EQ(seq.mTail, ".png");
@@ -57,9 +57,7 @@ TEST_F(FileSequenceDualTest, TrailingNumberIsTheSlice) {
         Touch(wxString::Format("slice%04d.png", z));
     FileSequenceDual_cls seq;
     seq.SetDual(P("slice0100.png"), 0, 0, 1, 1);
-    EXPECT_EQ(seq.mDigits1, -1);
-    EXPECT_EQ(seq.mDigits2, 4);
-    EXPECT_EQ(seq.mOffset2, 100);
+    ExpectFields(seq, -1, -1, 4, 100);
     EXPECT_EQ(seq.GetFormatDual(), P("slice%04d.png"));
     EXPECT_EQ(seq.GetModifiedStrDual(0, 3, 0, ""), P("slice0103.png"));
     seq.CalcMaxOffsetDual(true);
@@ -69,10 +67,7 @@ TEST_F(FileSequenceDualTest, TrailingNumberIsTheSlice) {
 
     // An explicit field with a trailing number: the field is time, the number the slice.
     seq.SetDual(P("t%03d_z0100.png"), 0, 0, 1, 1);
-    EXPECT_EQ(seq.mDigits1, 3);
-    EXPECT_EQ(seq.mOffset1, 0);
-    EXPECT_EQ(seq.mDigits2, 4);
-    EXPECT_EQ(seq.mOffset2, 100);
+    ExpectFields(seq, 3, 0, 4, 100);
     EXPECT_EQ(seq.GetFormatDual(), P("t%03d_z%04d.png"));
     EXPECT_EQ(seq.mPath, P("t%03d_z0100.png")); // restored after the field was hidden
     EXPECT_EQ(seq.mHead, P("t"));
@@ -87,10 +82,7 @@ TEST_F(FileSequenceDualTest, TrailingNumberIsTheSlice) {
 TEST_F(FileSequenceDualTest, OneFieldOrNoneIsTheSlice) {
     FileSequenceDual_cls seq;
     seq.SetDual(P("slice%03d.png"), 0, 0, 1, 1);
-    EXPECT_EQ(seq.mDigits1, -1);
-    EXPECT_EQ(seq.mOffset1, 0);
-    EXPECT_EQ(seq.mDigits2, 3);
-    EXPECT_EQ(seq.mOffset2, 0);
+    ExpectFields(seq, -1, 0, 3, 0);
     EXPECT_EQ(seq.mPath, P("slice%03d.png"));
     EXPECT_EQ(seq.GetModifiedStrDual(4, 2, 0, ""), P("slice002.png"));
     EXPECT_EQ(seq.GetModifiedStrDual(4, 2, 2, ""), P("sliceR002.png"));

@@ -1,6 +1,7 @@
 // The single-number file rule: how a path becomes a rule, the names it gives, and the count of files
 // on disk by the 100/10/1 gallop.
 #include "FileSequence_cls.h"
+#include "SimDataTestSupport.h"
 #include "TestSupport.h"
 
 #include <gtest/gtest.h>
@@ -17,83 +18,68 @@ wxString Num(const wxString& pattern, int n) {
     return wxString::Format(pattern, n);
 }
 
-class FileSequenceTest : public ::testing::Test {
-protected:
-    void Touch(const wxString& name) { ASSERT_TRUE(WriteBytes(mDir.Path(name), "x")); }
-    wxString P(const wxString& name) const { return mDir.Path(name); }
+// The names of the pattern for the numbers from first to last by stride, after the names in v.
+std::vector<wxString> Numbered(const wxString& pattern, int first, int last, std::vector<wxString> v = {},
+                               int stride = 1) {
+    for (int i = first; i <= last; i += stride)
+        v.push_back(Num(pattern, i));
+    return v;
+}
 
+class FileSequenceTest : public DataFileFixture_cls {
+protected:
     // Records every probe of the counting operations.
     void Watch(FSBase_cls& seq) {
         seq.mFuncProbeHook = [this](const wxString& path, bool) { mProbes.push_back(path); };
     }
 
-    TempDir_cls mDir;
     std::vector<wxString> mProbes;
 };
 
-TEST_F(FileSequenceTest, ExplicitFieldStartsAtTheGivenOffset) {
-    FileSequence_cls seq;
-    seq.Set(P("a%04d.dat"), 7, 2);
-    EXPECT_EQ(seq.mDigits, 4);
-    EXPECT_EQ(seq.mOffset, 7);
-    EXPECT_EQ(seq.mStep, 2);
-    EXPECT_EQ(seq.mHead, P("a%"));
-    EXPECT_EQ(seq.mTail, ".dat");
-    EXPECT_EQ(seq.GetFormat(), P("a%04d.dat"));
-    EXPECT_EQ(seq.GetModifiedStr(3, 0, ""), P("a0013.dat"));
-    EXPECT_EQ(seq.GetModifiedStr(0, 0, ""), P("a0007.dat"));
-
-    // The narrowest width is searched first; "%d" counts as width 0.
-    seq.Set(P("f%d.txt"), 3, 1);
-    EXPECT_EQ(seq.mDigits, 0);
-    EXPECT_EQ(seq.GetModifiedStr(2, 0, ""), P("f5.txt"));
-    seq.Set(P("w%09d.v"), 0, 1);
-    EXPECT_EQ(seq.mDigits, 9);
-    EXPECT_EQ(seq.GetModifiedStr(12, 0, ""), P("w000000012.v"));
-}
-
-TEST_F(FileSequenceTest, NumberAtTheEndOfTheNameIsStepZero) {
-    FileSequence_cls seq;
-    seq.Set(P("p00150.dat.gz"), 7, 1); // the user's offset does not apply to a number in the name
-    EXPECT_EQ(seq.mOffset, 150);
-    EXPECT_EQ(seq.mDigits, 5);
-    EXPECT_EQ(seq.mHead, P("p"));
-    EXPECT_EQ(seq.mTail, ".dat.gz");
-    EXPECT_EQ(seq.GetFormat(), P("p%05d.dat.gz"));
-    EXPECT_EQ(seq.GetModifiedStr(0, 0, ""), P("p00150.dat.gz"));
-    EXPECT_EQ(seq.GetModifiedStr(2, 0, ""), P("p00152.dat.gz"));
-
-    // A number too long for an int is still a field of its width.
-    seq.Set(P("n12345678901234567890.dat"), 0, 1);
-    EXPECT_EQ(seq.mDigits, 20);
-    EXPECT_EQ(seq.mOffset, -1); // strtol saturates at LONG_MAX, whose low 32 bits read as -1
-    EXPECT_EQ(seq.GetFormat(), P("n%020d.dat"));
-}
-
-TEST_F(FileSequenceTest, NamesWithoutATrailingNumberAreSingleFiles) {
+TEST_F(FileSequenceTest, PathBecomesARule) {
     struct Case {
         const char* name;
-        const char* head;
-        const char* tail;
-        const char* printed; // the name of step 5
-    };
-    const Case cases[] = {
-        {"a.0012", "a", ".0012", "a.0012"},          // a number standing as an extension is not recognised
-        {"a123b.dat", "a123b", ".dat", "a123b.dat"}, // digits must stand at the very end of the name
-        {"plain", "plain", "", "plain"},
+        int offset, step;
+        int digits, offsetAfter;
+        const char *head, *tail, *format; // nullptr: not checked
+        int index;
+        const char* printed; // the name of step index
+    } cases[] = {
+        {"a%04d.dat", 7, 2, 4, 7, "a%", ".dat", "a%04d.dat", 3, "a0013.dat"},
+        // The narrowest width is searched first; "%d" counts as width 0.
+        {"f%d.txt", 3, 1, 0, 3, nullptr, nullptr, "f%d.txt", 2, "f5.txt"},
+        {"w%09d.v", 0, 1, 9, 0, nullptr, nullptr, "w%09d.v", 12, "w000000012.v"},
+        // A number at the end of the name is step 0; the user's offset does not apply to it.
+        {"p00150.dat.gz", 7, 1, 5, 150, "p", ".dat.gz", "p%05d.dat.gz", 2, "p00152.dat.gz"},
+        // A number too long for an int is still a field of its width; strtol saturates at LONG_MAX,
+        // whose low 32 bits read as -1.
+        {"n12345678901234567890.dat", 0, 1, 20, -1, nullptr, nullptr, "n%020d.dat", 0, nullptr},
+        // No trailing number: a single file. A number standing as an extension is not recognised.
+        {"a.0012", 4, 1, -1, 0, "a", ".0012", "a.0012", 5, "a.0012"},
+        {"a123b.dat", 4, 1, -1, 0, "a123b", ".dat", "a123b.dat", 5, "a123b.dat"},
+        {"plain", 4, 1, -1, 0, "plain", "", "plain", 5, "plain"},
         // Width 10 is not a field, yet the single name is still handed to printf, which fills it.
-        {"a%010d.dat", "a%010d", ".dat", "a0000000005.dat"},
+        {"a%010d.dat", 4, 1, -1, 0, "a%010d", ".dat", "a%010d.dat", 5, "a0000000005.dat"},
+        {"100%/a.dat", 0, 1, -1, 0, nullptr, nullptr, "100%/a.dat", 0, "100%/a.dat"},
+        {"50% off.dat", 0, 1, -1, 0, nullptr, nullptr, nullptr, 0, "500ff.dat"}, // "% o" is octal to printf
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         FileSequence_cls seq;
-        seq.Set(P(c.name), 4, 1);
-        EXPECT_EQ(seq.mDigits, -1);
-        EXPECT_EQ(seq.mOffset, 0);
-        EXPECT_EQ(seq.mHead, P(c.head));
-        EXPECT_EQ(seq.mTail, c.tail);
-        EXPECT_EQ(seq.GetFormat(), P(c.name));
-        EXPECT_EQ(seq.GetModifiedStr(5, 0, ""), P(c.printed));
+        seq.Set(P(c.name), c.offset, c.step);
+        EXPECT_EQ(seq.mDigits, c.digits);
+        EXPECT_EQ(seq.mOffset, c.offsetAfter);
+        EXPECT_EQ(seq.mStep, c.step);
+        if (c.head) {
+            EXPECT_EQ(seq.mHead, P(c.head));
+            EXPECT_EQ(seq.mTail, c.tail);
+        }
+        if (c.format) {
+            EXPECT_EQ(seq.GetFormat(), P(c.format));
+        }
+        if (c.printed) {
+            EXPECT_EQ(seq.GetModifiedStr(c.index, 0, ""), P(c.printed));
+        }
     }
 }
 
@@ -119,99 +105,119 @@ TEST_F(FileSequenceTest, EmptyPathAndOverlongNameChangeNothing) {
 TEST_F(FileSequenceTest, GallopProbesHundredsThenTensThenOnes) {
     for (int i = 0; i < 100; ++i)
         Touch(Num("a%04d.dat", i));
-    FileSequence_cls seq;
-    seq.Set(P("a0000.dat"), 0, 1);
-    Watch(seq);
-    seq.CalcMaxOffset(false);
-    EXPECT_EQ(seq.mMaxOffset, 100);
-    EXPECT_TRUE(seq.mValid);
-
-    std::vector<wxString> expected = {P("a0000.dat"), P("a0100.dat"), P("a0100.dat.gz")};
-    for (int i = 10; i <= 90; i += 10)
-        expected.push_back(P(Num("a%04d.dat", i)));
-    expected.push_back(P("a0100.dat"));
-    expected.push_back(P("a0100.dat.gz"));
-    for (int i = 91; i <= 99; ++i)
-        expected.push_back(P(Num("a%04d.dat", i)));
-    expected.push_back(P("a0100.dat"));
-    expected.push_back(P("a0100.dat.gz"));
-    EXPECT_EQ(mProbes, expected);
-}
-
-TEST_F(FileSequenceTest, HolesAreSeenOnlyWhereAProbeFalls) {
-    {
-        SCOPED_TRACE("hole at 50, probed by the tens");
-        TempDir_cls dir;
-        for (int i = 0; i < 100; ++i)
-            if (i < 50 || i >= 60)
-                WriteBytes(dir.Path(Num("h%03d", i)), "x");
-        FileSequence_cls seq;
-        seq.Set(dir.Path("h%03d"), 0, 1);
-        seq.CalcMaxOffset(false);
-        EXPECT_EQ(seq.mMaxOffset, 50);
-    }
-    {
-        SCOPED_TRACE("hole at 150, jumped over by the hundreds");
-        TempDir_cls dir;
-        for (int i = 0; i < 300; ++i)
-            if (i != 150)
-                WriteBytes(dir.Path(Num("h%03d", i)), "x");
-        FileSequence_cls seq;
-        seq.Set(dir.Path("h%03d"), 0, 1);
-        seq.CalcMaxOffset(false);
-        EXPECT_EQ(seq.mMaxOffset, 300);
-    }
-}
-
-TEST_F(FileSequenceTest, CompressedFilesCountExceptForStepZero) {
-    Touch("c0000.dat");
-    for (int i = 1; i < 13; ++i)
-        Touch(Num("c%04d.dat.gz", i)); // the later steps only compressed
-    FileSequence_cls seq;
-    seq.Set(P("c0000.dat"), 0, 1);
-    seq.CalcMaxOffset(false);
-    EXPECT_EQ(seq.mMaxOffset, 13);
-
-    // Named with ".gz", the plain files are found by removing it.
-    TempDir_cls dir;
-    WriteBytes(dir.Path("g0000.dat.gz"), "x");
-    for (int i = 1; i < 4; ++i)
-        WriteBytes(dir.Path(Num("g%04d.dat", i)), "x");
-    seq.Set(dir.Path("g0000.dat.gz"), 0, 1);
-    seq.CalcMaxOffset(false);
-    EXPECT_EQ(seq.mMaxOffset, 4);
-
-    // Step 0 is tried under its plain name only.
-    TempDir_cls dir2;
-    WriteBytes(dir2.Path("z0000.dat.gz"), "x");
-    seq.Set(dir2.Path("z0000.dat"), 0, 1);
-    seq.CalcMaxOffset(false);
-    EXPECT_FALSE(seq.mValid);
-    EXPECT_EQ(seq.mMaxOffset, 0);
-}
-
-TEST_F(FileSequenceTest, ExactlyOneNumberedFileCountsOne) {
     Touch("one0005.dat");
-    FileSequence_cls seq;
-    seq.Set(P("one0005.dat"), 0, 1);
-    Watch(seq);
-    seq.CalcMaxOffset(true);
-    EXPECT_EQ(seq.mMaxOffset, 1);
-    EXPECT_EQ(seq.mDigits, 4);
-    EXPECT_TRUE(seq.mValid);
-    const std::vector<wxString> expected = {P("one0005.dat"),   P("one0105.dat"),    P("one0105.dat.gz"),
-                                            P("one0015.dat"),   P("one0015.dat.gz"), P("one0006.dat"),
-                                            P("one0006.dat.gz")};
-    EXPECT_EQ(mProbes, expected);
+    // The first, the hundreds, the tens, the ones; each miss is tried with ".gz" too.
+    std::vector<wxString> all = {"a0000.dat", "a0100.dat", "a0100.dat.gz"};
+    for (int i : {10, 20, 30, 40, 50, 60, 70, 80, 90, 100, 91, 92, 93, 94, 95, 96, 97, 98, 99, 100}) {
+        all.push_back(Num("a%04d.dat", i));
+        if (i == 100)
+            all.push_back("a0100.dat.gz");
+    }
+    std::vector<wxString> one = {"one0005.dat",    "one0105.dat", "one0105.dat.gz", "one0015.dat",
+                                 "one0015.dat.gz", "one0006.dat", "one0006.dat.gz"};
+    for (const std::vector<wxString>* pNames : {&all, &one}) {
+        SCOPED_TRACE(pNames->front());
+        FileSequence_cls seq;
+        seq.Set(P(pNames->front()), 0, 1);
+        mProbes.clear();
+        Watch(seq);
+        seq.CalcMaxOffset(pNames == &one);
+        EXPECT_EQ(seq.mMaxOffset, pNames == &all ? 100 : 1);
+        EXPECT_TRUE(seq.mValid);
+        std::vector<wxString> expected;
+        for (const wxString& str : *pNames)
+            expected.push_back(P(str));
+        EXPECT_EQ(mProbes, expected);
+    }
 }
 
-TEST_F(FileSequenceTest, StepsOtherThanOneAreCountedInSteps) {
-    for (int i = 0; i < 12; ++i)
-        Touch(Num("s%03d.v", 5 + 3 * i));
-    FileSequence_cls seq;
-    seq.Set(P("s%03d.v"), 5, 3);
-    seq.CalcMaxOffset(false);
-    EXPECT_EQ(seq.mMaxOffset, 12);
+TEST_F(FileSequenceTest, CountOfTheFilesOnDiskAndTheStrideOfTheirNumbers) {
+    struct Case {
+        const char* name;
+        std::vector<wxString> files;
+        wxString path;
+        int offset, step;
+        bool valid;
+        int stepAfter, count;
+    } cases[] = {
+        {"hole at 50, probed by the tens", Numbered("h%03d", 0, 49, Numbered("h%03d", 60, 99)), "h%03d", 0, 1,
+         true, 1, 50},
+        {"hole at 150, jumped over by the hundreds", Numbered("h%03d", 0, 149, Numbered("h%03d", 151, 299)),
+         "h%03d", 0, 1, true, 1, 300},
+        {"steps other than one are counted in steps", Numbered("s%03d.v", 5, 38, {}, 3), "s%03d.v", 5, 3,
+         true, 3, 12},
+        {"the later steps compressed", Numbered("c%04d.dat.gz", 1, 12, {"c0000.dat"}), "c0000.dat", 0, 1,
+         true, 1, 13},
+        {"named with .gz, the plain files are found", Numbered("g%04d.dat", 1, 3, {"g0000.dat.gz"}),
+         "g0000.dat.gz", 0, 1, true, 1, 4},
+        {"step 0 is tried under its plain name only", {"z0000.dat.gz"}, "z0000.dat", 0, 1, false, 1, 0},
+        // Without a file for the number after step 0, the stride of the numbers on disk becomes the step.
+        {"every 50, padded",
+         {"d.0000.txt", "d.0050.txt", "d.0100.txt", "d.0150.txt"},
+         "d.%04d.txt",
+         0,
+         1,
+         true,
+         50,
+         4},
+        {"every 50, the name of the first file",
+         {"e0000.txt", "e0050.txt", "e0100.txt"},
+         "e0000.txt",
+         0,
+         1,
+         true,
+         50,
+         3},
+        {"unpadded, as LAMMPS writes by default",
+         {"dump.0", "dump.50", "dump.100", "dump.150", "dump.200"},
+         "dump.%d",
+         0,
+         1,
+         true,
+         50,
+         5},
+        {"compressed stride", {"g0000.dat", "g0010.dat.gz", "g0020.dat.gz"}, "g%04d.dat", 0, 1, true, 10, 3},
+        {"from a number in the name",
+         {"h0100.v", "h0125.v", "h0150.v", "h0000.v"},
+         "h0100.v",
+         0,
+         1,
+         true,
+         25,
+         3},
+        // Not a constant stride: the count stays as the probes find it.
+        {"uneven numbers", {"u0000.d", "u0030.d", "u0050.d"}, "u%04d.d", 0, 1, true, 1, 1},
+        {"a name that does not fit the padding",
+         {"w0000.d", "w50.d", "w0100.d"},
+         "w%04d.d",
+         0,
+         1,
+         true,
+         100,
+         2},
+        // Every number there: nothing changes.
+        {"every number", {"a0000.d", "a0001.d", "a0002.d", "a0050.d"}, "a%04d.d", 0, 1, true, 1, 3},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        TempDir_cls dir;
+        for (const wxString& f : c.files)
+            ASSERT_TRUE(WriteBytes(dir.Path(f), "x"));
+        FileSequence_cls seq;
+        seq.Set(dir.Path(c.path), c.offset, c.step);
+        seq.CalcMaxOffset(false);
+        EXPECT_EQ(seq.mValid, c.valid);
+        EXPECT_EQ(seq.mStep, c.stepAfter);
+        EXPECT_EQ(seq.mMaxOffset, c.count);
+        // Each counted step names a file that is there (unless the hundreds jumped a hole).
+        for (int i = 0; i < seq.mMaxOffset && c.count <= static_cast<int>(c.files.size()); ++i) {
+            const wxString name = seq.GetModifiedStr(i, 0, "");
+            wxString stem; // a name with ".gz" finds the plain file too
+            EXPECT_TRUE(wxFileExists(name) || wxFileExists(name + ".gz") ||
+                        (name.EndsWith(".gz", &stem) && wxFileExists(stem)))
+                << name;
+        }
+    }
 }
 
 TEST_F(FileSequenceTest, MissingFirstFileShowsTheMessageOnlyWhenAsked) {
@@ -244,83 +250,74 @@ TEST_F(FileSequenceTest, MissingFirstFileShowsTheMessageOnlyWhenAsked) {
     EXPECT_TRUE(shown.empty());
     FSBase_cls::SetMessageFunc(nullptr);
 
+    // Its validity is only ever cleared by the check, never set again.
+    seq.CheckSingleFileValidity();
+    EXPECT_FALSE(seq.mValid);
     Touch("single.dat");
+    seq.CheckSingleFileValidity();
+    EXPECT_FALSE(seq.mValid);
     seq.Set(P("single.dat"), 0, 1);
+    seq.CheckSingleFileValidity();
+    EXPECT_TRUE(seq.mValid);
     seq.CalcMaxOffset(true);
     EXPECT_EQ(seq.mMaxOffset, 1);
     EXPECT_TRUE(seq.mValid);
-}
-
-TEST_F(FileSequenceTest, SingleFileValidityOnlyClears) {
-    FileSequence_cls seq;
-    seq.Set(P("v0003.dat"), 0, 1);
-    seq.CheckSingleFileValidity();
-    EXPECT_FALSE(seq.mValid);
-    Touch("v0003.dat");
-    seq.CheckSingleFileValidity();
-    EXPECT_FALSE(seq.mValid); // it never sets the flag again
-    seq.Set(P("v0003.dat"), 0, 1);
-    seq.CheckSingleFileValidity();
-    EXPECT_TRUE(seq.mValid);
-}
-
-TEST_F(FileSequenceTest, StereoSideMarkers) {
-    FileSequence_cls seq;
-    seq.Set(P("img%04d.png"), 0, 1);
-    EXPECT_EQ(seq.GetModifiedStr(5, 1, ""), P("imgL0005.png"));
-    EXPECT_EQ(seq.GetModifiedStr(5, 2, ""), P("imgR0005.png"));
-    EXPECT_EQ(seq.GetModifiedStr(5, 3, ""), P("img0005.png")); // any other side: empty marker
-
-    seq.Set(P("img.png"), 0, 1);
-    EXPECT_EQ(seq.GetModifiedStr(5, 1, ""), P("imgL.png"));
-    EXPECT_EQ(seq.GetModifiedStr(5, 2, ""), P("imgR.png"));
-
-    // Not exactly one "%": the marker goes ahead of the extension and the format is not printed.
-    seq.Set(P("x%03d_y%03d.png"), 0, 1);
-    EXPECT_EQ(seq.GetModifiedStr(5, 1, ""), P("x%03d_y%03dL.png"));
-    EXPECT_EQ(seq.GetModifiedStr(5, 0, ""), P("x005_y%03d.png")); // the second field gets no value
-}
-
-TEST_F(FileSequenceTest, PercentThatIsNotAFieldGoesToPrintf) {
+    // A "%" that is no field goes to printf as it stands.
     ASSERT_TRUE(wxFileName::Mkdir(P("100%"), wxS_DIR_DEFAULT));
     Touch("100%/a.dat");
-    FileSequence_cls seq;
     seq.Set(P("100%/a.dat"), 0, 1);
-    EXPECT_EQ(seq.mDigits, -1);
-    EXPECT_EQ(seq.GetModifiedStr(0, 0, ""), P("100%/a.dat"));
     seq.CalcMaxOffset(true);
     EXPECT_TRUE(seq.mValid);
-
-    // printf reads "% o" as an octal conversion of the step number.
-    seq.Set(P("50% off.dat"), 0, 1);
-    EXPECT_EQ(seq.GetModifiedStr(0, 0, ""), P("500ff.dat"));
 }
 
-TEST_F(FileSequenceTest, LuaIndexScriptMapsTheIndex) {
+TEST_F(FileSequenceTest, NamesBySideAndIndexScript) {
+    struct Case {
+        const char* pattern;
+        int offset, step, index, side;
+        const char* script;
+        const char* expected;
+    } cases[] = {
+        {"img%04d.png", 0, 1, 5, 1, "", "imgL0005.png"},
+        {"img%04d.png", 0, 1, 5, 2, "", "imgR0005.png"},
+        {"img%04d.png", 0, 1, 5, 3, "", "img0005.png"}, // any other side: empty marker
+        {"img.png", 0, 1, 5, 1, "", "imgL.png"},
+        {"img.png", 0, 1, 5, 2, "", "imgR.png"},
+        // Not exactly one "%": the marker goes ahead of the extension and the format is not printed.
+        {"x%03d_y%03d.png", 0, 1, 5, 1, "", "x%03d_y%03dL.png"},
+        {"x%03d_y%03d.png", 0, 1, 5, 0, "", "x005_y%03d.png"}, // the second field gets no value
+        // The script gets the index, not the number of the plain rule.
+        {"a%04d.dat", 10, 5, 3, 0, "return index * 2 + 1", "a0007.dat"},
+        {"a%04d.dat", 10, 5, 3, 0, "return index", "a0003.dat"},
+        {"a%04d.dat", 10, 5, 3, 0, "local t = {4, 8, 15}\nreturn t[index]", "a0015.dat"},
+        {"a%04d.dat", 10, 5, 3, 1, "return 42.9", "aL0042.dat"},
+        {"a%04d.dat", 10, 5, 3, 0, "return 'x'", "a0000.dat"}, // not a number: 0
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.pattern << " side " << c.side << " " << c.script);
+        FileSequence_cls seq;
+        seq.Set(P(c.pattern), c.offset, c.step);
+        EXPECT_EQ(seq.GetModifiedStr(c.index, c.side, c.script), P(c.expected));
+    }
+    // A failing script is logged and the plain rule names the step: 5 * 3 + 10.
     FileSequence_cls seq;
     seq.Set(P("a%04d.dat"), 10, 5);
-    EXPECT_EQ(seq.GetModifiedStr(3, 0, "return index * 2 + 1"), P("a0007.dat"));
-    // The script gets the index, not the number of the plain rule.
-    EXPECT_EQ(seq.GetModifiedStr(3, 0, "return index"), P("a0003.dat"));
-    EXPECT_EQ(seq.GetModifiedStr(3, 0, "local t = {4, 8, 15}\nreturn t[index]"), P("a0015.dat"));
-    EXPECT_EQ(seq.GetModifiedStr(3, 1, "return 42.9"), P("aL0042.dat"));
-    EXPECT_EQ(seq.GetModifiedStr(3, 0, "return 'x'"), P("a0000.dat")); // not a number: 0
-
-    struct Case {
-        const char* script;
-        const char* logged;
-    };
-    const Case failing[] = {
-        {"return (", "::FileSequence"},
-        {"error('boom')", "boom::FileSequence"},
-        {"while true do end", "endless loop?)::FileSequence"},
-    };
-    for (const Case& c : failing) {
-        SCOPED_TRACE(c.script);
+    const char* failing[][2] = {{"return (", "::FileSequence"},
+                                {"error('boom')", "boom::FileSequence"},
+                                {"while true do end", "endless loop?)::FileSequence"}};
+    for (const auto& f : failing) {
+        SCOPED_TRACE(f[0]);
         LogCapture_cls log;
-        EXPECT_EQ(seq.GetModifiedStr(3, 0, c.script), P("a0025.dat")); // 5 * 3 + 10
-        EXPECT_TRUE(log.Contains(c.logged));
+        EXPECT_EQ(seq.GetModifiedStr(3, 0, f[0]), P("a0025.dat"));
+        EXPECT_TRUE(log.Contains(f[1]));
     }
+    // The default tag goes ahead of the extensions.
+    seq.Set(P("out.png"), 0, 3);
+    seq.AppendDefaultSequenceTag();
+    EXPECT_EQ(seq.mPath, P("out%04d.png"));
+    EXPECT_EQ(seq.mStep, 1);
+    EXPECT_EQ(seq.mOffset, 0);
+    EXPECT_EQ(seq.mDigits, 4);
+    EXPECT_EQ(seq.GetModifiedStr(12, 0, ""), P("out0012.png"));
 }
 
 TEST_F(FileSequenceTest, IndexClampAndRepeat) {
@@ -340,17 +337,6 @@ TEST_F(FileSequenceTest, IndexClampAndRepeat) {
     EXPECT_EQ(seq.GetIndexRepeat(7), 0);
     seq.mMaxOffset = 0;
     EXPECT_EQ(seq.GetIndexClamp(5), 0);
-}
-
-TEST_F(FileSequenceTest, DefaultSequenceTagGoesAheadOfTheExtensions) {
-    FileSequence_cls seq;
-    seq.Set(P("out.png"), 0, 3);
-    seq.AppendDefaultSequenceTag();
-    EXPECT_EQ(seq.mPath, P("out%04d.png"));
-    EXPECT_EQ(seq.mStep, 1);
-    EXPECT_EQ(seq.mOffset, 0);
-    EXPECT_EQ(seq.mDigits, 4);
-    EXPECT_EQ(seq.GetModifiedStr(12, 0, ""), P("out0012.png"));
 }
 
 TEST(FSBaseTest, CountStringCountsOverlappingHits) {
@@ -389,49 +375,6 @@ TEST(FSBaseTest, FormatNameBehavesAsPrintf) {
                                  "03"));
 }
 
-} // namespace
-
-TEST_F(FileSequenceTest, StrideOnDiskBecomesTheStepWhenTheNextNumberIsMissing) {
-    struct Case {
-        const char* name;
-        std::vector<wxString> files;
-        wxString path;
-        int step, count;
-    } cases[] = {
-        {"every 50, padded", {"d.0000.txt", "d.0050.txt", "d.0100.txt", "d.0150.txt"}, "d.%04d.txt", 50, 4},
-        {"every 50, the name of the first file", {"e0000.txt", "e0050.txt", "e0100.txt"}, "e0000.txt", 50, 3},
-        {"unpadded, as LAMMPS writes by default",
-         {"dump.0", "dump.50", "dump.100", "dump.150", "dump.200"},
-         "dump.%d",
-         50,
-         5},
-        {"the later steps compressed", {"g0000.dat", "g0010.dat.gz", "g0020.dat.gz"}, "g%04d.dat", 10, 3},
-        {"from a number in the name", {"h0100.v", "h0125.v", "h0150.v", "h0000.v"}, "h0100.v", 25, 3},
-        // Not a constant stride: the count stays as the probes find it.
-        {"uneven numbers", {"u0000.d", "u0030.d", "u0050.d"}, "u%04d.d", 1, 1},
-        {"a name that does not fit the padding", {"w0000.d", "w50.d", "w0100.d"}, "w%04d.d", 100, 2},
-        // Every number there: nothing changes.
-        {"every number", {"a0000.d", "a0001.d", "a0002.d", "a0050.d"}, "a%04d.d", 1, 3},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        TempDir_cls dir;
-        for (const wxString& f : c.files)
-            ASSERT_TRUE(WriteBytes(dir.Path(f), "x"));
-        FileSequence_cls seq;
-        seq.Set(dir.Path(c.path), 0, 1);
-        seq.CalcMaxOffset(false);
-        EXPECT_TRUE(seq.mValid);
-        EXPECT_EQ(seq.mStep, c.step);
-        EXPECT_EQ(seq.mMaxOffset, c.count);
-        // Each counted step names a file that is there.
-        for (int i = 0; i < seq.mMaxOffset; ++i) {
-            const wxString name = seq.GetModifiedStr(i, 0, "");
-            EXPECT_TRUE(wxFileExists(name) || wxFileExists(name + ".gz")) << name;
-        }
-    }
-}
-
 TEST_F(FileSequenceTest, LookupScriptDecidesTheCount) {
     for (int i = 0; i <= 500; i += 50)
         Touch(Num("s.%04d.txt", i));
@@ -446,3 +389,5 @@ TEST_F(FileSequenceTest, LookupScriptDecidesTheCount) {
     seq.CalcMaxOffset(false, "return index*50+1");
     EXPECT_FALSE(seq.mValid);
 }
+
+} // namespace

@@ -31,12 +31,7 @@ HeightFieldSnap_cls* ReadNow(HeightFieldSequence_cls& seq, const wxString& strPa
 
 } // namespace
 
-class HeightFieldReaderTest : public ::testing::Test {
-protected:
-    ServicesScope_cls mServices;
-    LogCapture_cls mLog;
-    TempDir_cls mDir;
-};
+using HeightFieldReaderTest = DataFileFixture_cls;
 
 TEST_F(HeightFieldReaderTest, PicturesGiveHeightsByChannelWithTheTopRowFar) {
     struct Case {

@@ -72,10 +72,8 @@ std::string Bmp(int width, int height, int bpp, int compression, const std::vect
     return b.Raw(pixels).mStr;
 }
 
-class ImageStackTest : public ::testing::Test {
+class ImageStackTest : public DataFileFixture_cls {
 protected:
-    wxString P(const wxString& name) const { return mDir.Path(name); }
-
     // Reads the stack whose first slice is strFirst the way the volume viewer does: the name rule
     // of the sequence, the header from the first slice on this thread, the voxels on a reader.
     VolumeSnap_cls* ReadStack(VolumeSequence_cls& seq, const wxString& strFirst) {
@@ -108,10 +106,6 @@ protected:
                         << "pixel " << x << " " << y << " of slice " << z;
                 }
     }
-
-    ServicesScope_cls mServices;
-    LogCapture_cls mLog;
-    TempDir_cls mDir;
 };
 
 TEST_F(ImageStackTest, EveryFormatAsWrittenByImageMagick) {

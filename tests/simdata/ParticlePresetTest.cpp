@@ -8,12 +8,10 @@
 #include "SequencePattern_cls.h"
 #include "SimDataTestSupport.h"
 #include "TestSupport.h"
-#include "TextHost_cls.h"
 #include "ThreadParticleAsciiRead.h"
 
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -100,16 +98,6 @@ protected:
     }
 };
 
-TEST_F(XyzReadTest, MoleculesFileColoursByElement) {
-    // tests/data/xyz/molecules.xyz: water, methane, carbon dioxide and hydrogen chloride.
-    Read(wxString(ORV_TEST_DATA_DIR) + "/xyz/molecules.xyz", Names({"ParticleNumber", "Dummy"}),
-         Names({"Type", "XYZ"}));
-    ASSERT_EQ(mSnap->mNumber.load(), 13);
-    EXPECT_EQ(Vec(mSnap->mType, 13), (std::vector<unsigned char>{8, 1, 1, 6, 1, 1, 1, 1, 6, 8, 8, 1, 17}));
-    EXPECT_EQ(Vec(mSnap->mXYZ, 6), (std::vector<float>{0.0f, 0.0f, 0.1173f, 0.0f, 0.7572f, -0.4692f}));
-    EXPECT_EQ(mSnap->mXYZ[3 * 12 + 2], 5.2746f);
-}
-
 TEST_F(XyzReadTest, NumbersStayNumbersAndUnknownWordsReadZero) {
     const std::string text = "5\ncomment\n2 1 2 3\nC 4 5 6\nQq 7 8 9\n300 1 1 1\nfe 0 0 0\n";
     ASSERT_TRUE(WriteBytes(mDir.Path("m.xyz"), text));
@@ -131,34 +119,6 @@ TEST_F(XyzReadTest, NumbersStayNumbersAndUnknownWordsReadZero) {
         }
     }
 }
-
-// Records the pair and runs the do text through the format's list reader, as the command reader
-// would; Undo runs the undo text.
-class FormatHost_cls : public TextHost_cls {
-public:
-    explicit FormatHost_cls(ParticleFormat_cls& format) : mFormat(format) {
-        mpOld = TextHost_cls::Get();
-        TextHost_cls::Install(this);
-    }
-    ~FormatHost_cls() override { TextHost_cls::Install(mpOld); }
-    void UpdatePanels(const wxString&) override {}
-    void PushCommandPairAndRedo(const wxString& strUndo, const wxString& strDo) override {
-        mStrUndo = strUndo;
-        Run(strDo);
-    }
-    int GetRelativePathMode() override { return 0; }
-    void Undo() { Run(mStrUndo); }
-    void Run(const wxString& strText) {
-        std::wistringstream stream(strText.ToStdWstring());
-        std::wstring first;
-        std::getline(stream, first);
-        const wxString strRest = wxString(first).AfterFirst(':').AfterFirst(':');
-        ASSERT_TRUE(mFormat.ReadStrLine(stream, "ConfItemList", strRest)) << strText;
-    }
-    ParticleFormat_cls& mFormat;
-    TextHost_cls* mpOld = nullptr;
-    wxString mStrUndo;
-};
 
 TEST(ParticleFormatPresetTest, PresetsWriteTheExactFormatBlock) {
     const wxString strHead = "ConfItemList::Begin::SceneObj::Melt::ParticleFormat\n";
@@ -247,6 +207,13 @@ TEST_F(XyzReadTest, PresetsReadTheirFiles) {
             EXPECT_EQ(mSnap->mXYZ[3 * (c.count - 1) + 2], c.lastZ);
         else
             EXPECT_EQ(mSnap->mID[c.count - 1], c.count) << "sorted by ID";
+        // molecules.xyz: water, methane, carbon dioxide and hydrogen chloride, typed by element.
+        if (c.preset == ParticleFormatPreset_cls::PRESET_XYZ) {
+            EXPECT_EQ(Vec(mSnap->mType, 13),
+                      (std::vector<unsigned char>{8, 1, 1, 6, 1, 1, 1, 1, 6, 8, 8, 1, 17}));
+            EXPECT_EQ(Vec(mSnap->mXYZ, 6),
+                      (std::vector<float>{0.0f, 0.0f, 0.1173f, 0.0f, 0.7572f, -0.4692f}));
+        }
     }
 }
 

@@ -1,6 +1,6 @@
-// The radix sort against std::stable_sort, on every thread count, and the sort by ID of a read:
-// IDs ascending, every array following its particle, duplicates dropped on both sides, IDs that
-// ascend already, and IDs so wide that key and position no longer share one word.
+// The radix sort's skipped passes and float keys, and the sort by ID of a read on every thread count:
+// IDs ascending, every array following its particle, duplicates dropped on both sides, and IDs so
+// wide that key and position no longer share one word.
 #include "RadixSort_cls.h"
 #include "SimDataTestSupport.h"
 #include "TestSupport.h"
@@ -22,32 +22,6 @@ struct Item {
     uint64_t key;
     int order;
 };
-
-TEST(RadixSortTest, SortsStablyOnEveryThreadCount) {
-    std::mt19937_64 rng(5);
-    for (size_t n : {0, 1, 2, 7, 1000, 40000}) {
-        for (int keyBits : {1, 9, 20, 33, 64}) {
-            for (int threads : {1, 2, 3, 5}) {
-                SCOPED_TRACE(testing::Message()
-                             << n << " elements, " << keyBits << " bits, " << threads << " threads");
-                const uint64_t mask = keyBits == 64 ? ~uint64_t(0) : (uint64_t(1) << keyBits) - 1;
-                std::vector<Item> data(n), scratch(n);
-                for (size_t i = 0; i < n; ++i)
-                    // Few distinct keys in the narrow cases, so that stability is tested too.
-                    data[i] = {rng() & mask & (keyBits < 20 ? 0xff : mask), static_cast<int>(i)};
-                std::vector<Item> expected = data;
-                std::stable_sort(expected.begin(), expected.end(),
-                                 [](const Item& a, const Item& b) { return a.key < b.key; });
-                RadixSort_cls::Sort(
-                    data.data(), scratch.data(), n, keyBits, [](const Item& e) { return e.key; }, threads);
-                for (size_t i = 0; i < n; ++i) {
-                    ASSERT_EQ(data[i].key, expected[i].key) << i;
-                    ASSERT_EQ(data[i].order, expected[i].order) << i;
-                }
-            }
-        }
-    }
-}
 
 TEST(RadixSortTest, SkippedPassesStillEndInTheData) {
     // Keys that differ only in the highest digit: every pass but the last is skipped, so an odd
@@ -188,27 +162,6 @@ TEST(SortDataByIDTest, ShuffledIDsOnEveryThreadCount) {
             }
         }
     }
-}
-
-TEST(SortDataByIDTest, AscendingIDsAreNotMovedAndNeighboursStillDrop) {
-    LogCapture_cls log;
-    // Ascending already (with equal neighbours): the order stays exactly as it is.
-    std::vector<long long> ids;
-    for (int i = 0; i < 5000; ++i)
-        ids.push_back(i / 3 == 7 ? 7 * 3 : i);
-    SortFixture_cls f(ids, false);
-    f.reader.SortDataByID(true, false);
-    ASSERT_EQ(f.reader.mNumber, 5000);
-    for (size_t j = 0; j < ids.size(); ++j)
-        ASSERT_EQ(f.Origin(j), j);
-    EXPECT_FALSE(log.Contains("Detect duplicated ID"));
-
-    SortFixture_cls g(ids, false);
-    g.reader.SortDataByID(true, true);
-    ExpectSortedByID(g, ids, true);
-    EXPECT_TRUE(log.Contains("Detect duplicated ID: num= 3"));
-    for (size_t j = 1; j < static_cast<size_t>(g.reader.mNumber); ++j)
-        ASSERT_LT(g.Origin(j - 1), g.Origin(j)) << "kept in their order";
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // Helpers of the data-sequence and reader tests: a scene clock and preferences installed as the
-// registry's services for the life of a test, byte builders for binary files, and formats.
+// registry's services for the life of a test, byte builders for binary files, formats, and a text
+// host that runs the edits of a format.
 #pragma once
 
 #include "ClassProvider_cls.h"
@@ -10,6 +11,7 @@
 #include "ParticleSnap_cls.h"
 #include "Preference_cls.h"
 #include "TestSupport.h"
+#include "TextHost_cls.h"
 #include "TimeCtrl_cls.h"
 
 #include <gtest/gtest.h>
@@ -18,6 +20,7 @@
 #include <cstring>
 #include <initializer_list>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -99,8 +102,19 @@ inline void FlushThreadLogs() {
     wxLog::FlushActive();
 }
 
-// A reader test's surroundings: services, the log, a temporary folder, a sequence and one snap.
-class SnapReadFixture_cls : public ::testing::Test {
+// A data test's surroundings: services, the log, and a temporary folder with short ways to its files.
+class DataFileFixture_cls : public ::testing::Test {
+protected:
+    wxString P(const wxString& name) const { return mDir.Path(name); }
+    void Touch(const wxString& name) { ASSERT_TRUE(WriteBytes(P(name), "x")); }
+
+    ServicesScope_cls mServices;
+    LogCapture_cls mLog;
+    TempDir_cls mDir;
+};
+
+// A reader test's surroundings with a sequence and one snap.
+class SnapReadFixture_cls : public DataFileFixture_cls {
 protected:
     // Reads the file with a copy of the format into a fresh mSnap, on the reader thread, and
     // waits for it.
@@ -114,9 +128,6 @@ protected:
         mSnap->WaitReadingThread(1);
         FlushThreadLogs();
     }
-    ServicesScope_cls mServices;
-    LogCapture_cls mLog;
-    TempDir_cls mDir;
     ParticleSequence_cls mSeq;
     std::unique_ptr<ParticleSnap_cls> mSnap;
 };
@@ -145,3 +156,34 @@ inline wxArrayString List(const char* pNames) {
 template <typename T> std::vector<T> Vec(const std::unique_ptr<T[]>& p, int n) {
     return std::vector<T>(p.get(), p.get() + n);
 }
+
+// The text host while it lives: records each pair and runs the do text (unless told not to) through
+// the format's list reader, as the command reader would; Undo runs the undo text.
+class FormatHost_cls : public TextHost_cls {
+public:
+    explicit FormatHost_cls(ParticleFormat_cls& format) : mFormat(format) {
+        mpOld = TextHost_cls::Get();
+        TextHost_cls::Install(this);
+    }
+    ~FormatHost_cls() override { TextHost_cls::Install(mpOld); }
+    void UpdatePanels(const wxString&) override {}
+    void PushCommandPairAndRedo(const wxString& strUndo, const wxString& strDo) override {
+        mStrUndo = strUndo;
+        mStrDo = strDo;
+        if (mbRunDo)
+            Run(strDo);
+    }
+    int GetRelativePathMode() override { return 0; }
+    void Undo() { Run(mStrUndo); }
+    void Run(const wxString& strText) {
+        std::wistringstream stream(strText.ToStdWstring());
+        std::wstring first;
+        std::getline(stream, first);
+        const wxString strRest = wxString(first).AfterFirst(':').AfterFirst(':');
+        ASSERT_TRUE(mFormat.ReadStrLine(stream, "ConfItemList", strRest)) << strText;
+    }
+    ParticleFormat_cls& mFormat;
+    TextHost_cls* mpOld = nullptr;
+    wxString mStrUndo, mStrDo;
+    bool mbRunDo = true;
+};

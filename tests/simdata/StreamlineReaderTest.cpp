@@ -27,11 +27,8 @@ StreamlineSnap_cls* ReadNow(StreamlineSequence_cls& seq, const wxString& strPath
 
 } // namespace
 
-class StreamlineReaderTest : public ::testing::Test {
+class StreamlineReaderTest : public DataFileFixture_cls {
 protected:
-    ServicesScope_cls mServices;
-    LogCapture_cls mLog;
-    TempDir_cls mDir;
     StreamlineSequence_cls mSeq;
 };
 
