@@ -263,6 +263,21 @@ TEST(BatchTest, VideoNeedsFfmpeg) {
     EXPECT_GT(ReadBytes(dir.Path("a.mp4")).size(), 100u);
 }
 
+TEST(BatchTest, GnuParallelOverFourShards) {
+    if (system("command -v parallel >/dev/null 2>&1") != 0)
+        GTEST_SKIP() << "GNU parallel is not installed (Debian package parallel)";
+    TempDir_cls one, shards;
+    std::string strLog;
+    int code = BatchProcess_cls::Run(Args(one, "0-5"), strLog);
+    SKIP_WITHOUT_GL(code, strLog);
+    ASSERT_EQ(code, 0) << strLog;
+    const std::string strCommand = "parallel --will-cite " + std::string(ORV_BATCH_EXE) + " " + kDemo +
+                                   " --out '" + shards.Path("f%04d.png").utf8_string() +
+                                   "' --frames 0-5 --size 64x36 --quiet --shard {}/4 ::: 0 1 2 3";
+    ASSERT_EQ(system(strCommand.c_str()), 0) << strCommand;
+    EXPECT_EQ(Files(shards.mStrPath), Files(one.mStrPath));
+}
+
 TEST(BatchTest, ParticleProjectInShardsMatchesOneRun) {
     // The LAMMPS example: its frames are prepared from dumps read by the object's reader, each
     // frame from scratch whatever frame the worker rendered before.
