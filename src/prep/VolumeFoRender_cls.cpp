@@ -3,6 +3,7 @@
 #include "VolumeSnap_cls.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 void VolumeFoRender_cls::CopyDataFromSnap_EqualSize(unsigned char* out, const unsigned char* a,
@@ -67,6 +68,13 @@ bool VolumeFoRender_cls::PrepareData(const VolumeSnap_cls* pA, const VolumeSnap_
 }
 
 bool VolumeSetting_cls::Boolean_cls::IsInside(const double* q) const {
+    if (mShape == SHAPE_OBJECT) {
+        const double* m = mObject;
+        for (int k = 0; k < 3; ++k)
+            if (std::fabs(m[k] * q[0] + m[4 + k] * q[1] + m[8 + k] * q[2] + m[12 + k]) > 1.0)
+                return false;
+        return true;
+    }
     if (mShape == SHAPE_SPHERE) {
         double sum = 0.0;
         for (int k = 0; k < 3; ++k) {

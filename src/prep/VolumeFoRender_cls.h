@@ -21,11 +21,14 @@ public:
     class Boolean_cls {
     public:
         enum Type_enum { TYPE_INTERSECT, TYPE_DIFFERENCE, TYPE_ADD };
-        enum Shape_enum { SHAPE_BOX, SHAPE_SPHERE };
+        enum Shape_enum { SHAPE_BOX, SHAPE_SPHERE, SHAPE_OBJECT };
         int mType = TYPE_INTERSECT;
         int mShape = SHAPE_BOX;
         double mMin[3] = {-1.0, -1.0, -1.0};
         double mMax[3] = {1.0, 1.0, 1.0};
+        // SHAPE_OBJECT: from the box's own space into the other object's, whose own box (-1 to 1
+        // on each axis) is the shape; column-major as the scene's matrices.
+        double mObject[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
         // Whether the voxel centre q lies in the shape; the sphere is the ellipsoid inscribed in
         // the box of the bounds.
         bool IsInside(const double* q) const;

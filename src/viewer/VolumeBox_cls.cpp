@@ -1,8 +1,11 @@
 #include "VolumeBox_cls.h"
 
+#include "ClassProvider_cls.h"
 #include "ColorCurve_cls.h"
 #include "Material_cls.h"
 #include "ParamGroup_cls.h"
+#include "SceneObjCtrl_cls.h"
+#include "TensorMath_cls.h"
 
 #include <algorithm>
 
@@ -62,7 +65,26 @@ VolumeSetting_cls VolumeBox_cls::GetSetting(double nt) {
             VolumeSetting_cls::Boolean_cls b;
             b.mType = integer("BooleanType=");
             b.mShape = integer("BooleanShape=");
-            // A shape given by another object is not taken for volumes.
+            if (b.mShape == VolumeSetting_cls::Boolean_cls::SHAPE_OBJECT) {
+                // The own box of a mesh or primitive named by BooleanObject=, as the particles take
+                // it; without such an object the data process does nothing.
+                const ConfItem_cls* pItem = p->GetPCItem("BooleanObject=");
+                SceneObj_cls* pObj =
+                    pItem && GpCSceneObjCtrl ? GpCSceneObjCtrl->GetPCFromName(pItem->GetBodySTR()) : nullptr;
+                double object[16], inverse[16], own[16];
+                if (!pObj || !(pObj->IsClassSameAs("MeshObj_cls") || pObj->IsClassSameAs("Primitive_cls")))
+                    continue;
+                pObj->GetMatrix16(object, nt, nullptr);
+                if (!TensorMath_cls::Invert(object, inverse))
+                    continue;
+                GetMatrix16(own, nt, nullptr);
+                TensorMath_cls::Multiply(b.mObject, inverse, own);
+                s.mVBoolean.push_back(b);
+                strProcs += wxString::Format("|B%d %d", b.mType, b.mShape);
+                for (double v : b.mObject)
+                    strProcs += wxString::Format(" %.9g", v);
+                continue;
+            }
             if (b.mShape != VolumeSetting_cls::Boolean_cls::SHAPE_BOX &&
                 b.mShape != VolumeSetting_cls::Boolean_cls::SHAPE_SPHERE)
                 continue;

@@ -40,9 +40,11 @@ public:
     ConfItemFLOAT_cls mCShaderFactor;
     ConfItemBOOL_cls mCRepeatCC;
 
+    // What the preparation needs besides the steps: the data processes at that time, and their stamp.
+    VolumeSetting_cls GetSetting(double) override;
+
 protected:
     bool IsBlending() const override { return true; }
-    VolumeSetting_cls GetSetting(double) override;
     VolumeSnap_cls* LoadSnapNow(int index) override;
     bool PrefetchSequence() override { return mCSequence.PrefetchData(GetPCSequenceRemap(), IsZStack()); }
     // "VolumeTime NT=" before and "Adjusted frame1=" after the composer's correction.

@@ -16,6 +16,14 @@ B Shape(int type, int shape, double lo, double hi) {
     std::fill_n(b.mMax, 3, hi);
     return b;
 }
+// Another object's box as the shape: own space scaled by 4 (so its box is +-0.25 here), moved by dx
+// in the object's space.
+B Object(int type, double dx) {
+    B b = Shape(type, B::SHAPE_OBJECT, 0.0, 0.0);
+    b.mObject[0] = b.mObject[5] = b.mObject[10] = 4.0;
+    b.mObject[12] = dx;
+    return b;
+}
 } // namespace
 
 TEST(VolumeDataProcTest, BooleanShapesInStackOrderAndDownsizing) {
@@ -31,7 +39,10 @@ TEST(VolumeDataProcTest, BooleanShapesInStackOrderAndDownsizing) {
         {{Shape(B::TYPE_INTERSECT, B::SHAPE_SPHERE, -0.5, 0.5)}, 32},
         {{away}, 0},
         {{away, add}, 8},
-        {{add, away}, 0}};
+        {{add, away}, 0},
+        {{Object(B::TYPE_INTERSECT, 0.0)}, 8},
+        {{Object(B::TYPE_DIFFERENCE, -1.0)}, 56},
+        {{inner, Object(B::TYPE_DIFFERENCE, -1.0)}, 4}};
     for (const auto& [vShape, kept] : cases) {
         SCOPED_TRACE(testing::Message() << vShape.size() << " shapes, " << kept);
         VolumeFoRender_cls v;
