@@ -76,6 +76,14 @@ protected:
         RenderFixture::TearDown();
     }
 
+    // The scene without its box, no grid, the smallest first buffer (256 wide faces), the eye at
+    // the origin looking along -z: the start of the wide-camera tests.
+    void EmptyViewFromOrigin() {
+        Obj("Box")->mCVisible.SetBodyFromDataBOOL(false);
+        mpView->mCDispGrid.SetBodyFromData("0");
+        mpView->mC1stBufSizeIdx.SetBodyFromData("0");
+        mpView->SetPosDir(PositionAndDirection_cls());
+    }
     // The view's eye at (x, y, z), looking along tgt with top up.
     void LookFrom(double x, double y, double z, const double* tgt, const double* top) {
         PositionAndDirection_cls pose;

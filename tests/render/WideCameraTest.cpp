@@ -167,10 +167,7 @@ protected:
         PassesFixture::SetUp();
         if (IsSkipped())
             return;
-        Obj("Box")->mCVisible.SetBodyFromDataBOOL(false);
-        mpView->mCDispGrid.SetBodyFromData("0");
-        mpView->mC1stBufSizeIdx.SetBodyFromData("0");  // 256 faces
-        mpView->SetPosDir(PositionAndDirection_cls()); // at the origin, looking along -z
+        EmptyViewFromOrigin();
     }
     // A sphere of the radius that shines in one colour, at the point.
     void AddMarker(const wxString& strName, const double* pPos, double radius, double r, double g, double b) {

@@ -20,10 +20,7 @@ protected:
         PassesFixture::SetUp();
         if (IsSkipped())
             return;
-        Obj("Box")->mCVisible.SetBodyFromDataBOOL(false);
-        mpView->mCDispGrid.SetBodyFromData("0");
-        mpView->mC1stBufSizeIdx.SetBodyFromData("0");
-        mpView->SetPosDir(PositionAndDirection_cls());
+        EmptyViewFromOrigin();
         msFuncGet = [this]() -> FrameFilter_ifc* { return this; };
     }
     void TearDown() override {
