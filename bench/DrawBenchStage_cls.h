@@ -7,6 +7,7 @@
 
 #include "FBO_cls.h"
 #include "GLBenchProcess_cls.h"
+#include "ShaderCtrl_cls.h"
 #include "TimeCtrl_cls.h"
 
 #include <benchmark/benchmark.h>
@@ -48,6 +49,15 @@ public:
     void End() {
         mpTarget->End();
         glFinish();
+    }
+    // A floor frame finished: its vertex array, buffer and program unbound first.
+    void EndFloor() {
+        glDisableClientState(GL_VERTEX_ARRAY);
+        glBindBuffer(GL_ARRAY_BUFFER, 0);
+        glUseProgram(0);
+        if (GpCShaderCtrl)
+            GpCShaderCtrl->EndShader();
+        End();
     }
 
     GLBenchProcess_cls<> mCProcess; // first: it goes last

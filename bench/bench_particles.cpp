@@ -134,12 +134,7 @@ public:
         glEnableClientState(GL_VERTEX_ARRAY);
         glVertexPointer(3, GL_FLOAT, 0, nullptr);
         glDrawArrays(GL_POINTS, 0, kCount);
-        glDisableClientState(GL_VERTEX_ARRAY);
-        glBindBuffer(GL_ARRAY_BUFFER, 0);
-        glUseProgram(0);
-        if (GpCShaderCtrl)
-            GpCShaderCtrl->EndShader();
-        End();
+        EndFloor();
     }
 
     std::unique_ptr<ParticleDraw_cls> mpDraw;

@@ -98,12 +98,7 @@ public:
         glVertexPointer(3, GL_FLOAT, 0, nullptr);
         glMultiDrawArrays(GL_LINE_STRIP, mVFirst.data(), mVCount.data(),
                           static_cast<GLsizei>(mVFirst.size()));
-        glDisableClientState(GL_VERTEX_ARRAY);
-        glBindBuffer(GL_ARRAY_BUFFER, 0);
-        glUseProgram(0);
-        if (GpCShaderCtrl)
-            GpCShaderCtrl->EndShader();
-        End();
+        EndFloor();
     }
 
     std::unique_ptr<GLKindResources_cls> mpResources;
