@@ -1,6 +1,7 @@
 #version 130
 // The sphere of the sprite along this pixel's view ray: the nearer hit gives the light (its true
-// normal) and the true depth, so imposters cut each other and meshes exactly. Built a second time
+// normal) and the true depth, so imposters cut each other and meshes exactly. The vertex shader
+// hands over the solve across the sprite; here it is evaluated for this pixel. Built a second time
 // with PLAIN defined, for draws without lights, fog or dissolve.
 #define MAX_LIGHT_RECIEVE 7
 uniform int lightNumber;
@@ -8,45 +9,42 @@ uniform int lightRecieve[MAX_LIGHT_RECIEVE];
 uniform sampler2D textureImage[3];
 uniform int dissolveMode;
 flat in vec4 vColor;
+flat in vec4 vSphere;
+flat in vec2 vDepth;
+#ifndef PLAIN
 flat in vec3 vCenter;
 flat in float vRadius;
 flat in float vHalfExtent;
+flat in vec2 vRay;
 flat in int vImage;
+#endif
 //##FUNC_SPOT_EFFECT##
 //##FUNC_FOG_EFFECT##
 //##FUNC_ENSEMBLE_DITHERING##
 void main() {
-    // This pixel on the plane of the centre; the ray from the eye (or, without perspective,
-    // straight along -z) through it.
     vec2 pc = gl_PointCoord * 2.0 - 1.0; // the drawing sets the sprite origin to the lower left
-    vec3 q = vCenter + vec3(pc * vHalfExtent, 0.0);
-    bool perspective = gl_ProjectionMatrix[3][3] == 0.0;
-    vec3 o = perspective ? vec3(0.0) : q;
-    vec3 d = perspective ? normalize(q) : vec3(0.0, 0.0, -1.0);
-    vec3 oc = o - vCenter;
-    float b = dot(oc, d);
-    float disc = b * b - dot(oc, oc) + vRadius * vRadius;
+    float m = vSphere.x + dot(pc, vSphere.yz);
+    float disc = m * m + vSphere.w - dot(pc, pc);
     if (disc < 0.0)
         discard;
-    vec3 p = o + (-b - sqrt(disc)) * d;
-    vec3 n = (p - vCenter) / vRadius;
-    float zc = gl_ProjectionMatrix[2][2] * p.z + gl_ProjectionMatrix[3][2];
-    float wc = gl_ProjectionMatrix[2][3] * p.z + gl_ProjectionMatrix[3][3];
-    gl_FragDepth = (gl_DepthRange.diff * (zc / wc) + gl_DepthRange.near + gl_DepthRange.far) * 0.5;
+    float root = sqrt(disc);
+    gl_FragDepth = vDepth.x + vDepth.y * (m + root);
+#ifdef PLAIN
+    gl_FragColor = vColor;
+#else
+    // The hit and its normal in eye space, from the same root.
+    float s = 1.0 / (1.0 + vRay.x * (m + root));
+    vec3 side = vec3(pc * vHalfExtent, vRay.y * root);
+    vec3 p = s * (vCenter + vec3(side.xy, 0.0)) + vec3(0.0, 0.0, side.z);
+    vec3 n = s * (side - vRay.x * (m + root) * vCenter) / vRadius;
     float shape = 1.0;
     vec2 tc = n.xy * 0.5 + 0.5;
-#ifndef PLAIN
     if (vImage == 1)
         shape = texture2D(textureImage[0], tc).a;
     else if (vImage == 2)
         shape = texture2D(textureImage[1], tc).a;
     else if (vImage == 3)
         shape = texture2D(textureImage[2], tc).a;
-#endif
-#ifdef PLAIN
-    float alpha = vColor.a * shape;
-    gl_FragColor = vec4(vColor.rgb * alpha, alpha);
-#else
     // Lit as the sphere meshes are: ambient, diffuse and a highlight of each light.
     vec3 light = lightNumber > 0 ? vec3(0.0) : vec3(1.0);
     vec3 specular = vec3(0.0);
