@@ -37,21 +37,25 @@ wxString FontTable_cls::GetStrFontFile(const wxString& strFont) {
 }
 
 wxString FontTable_cls::GetStrFaceName() {
+    return MatchFont(msStrFamily, FC_FAMILY);
+}
+
+wxString FontTable_cls::MatchFont(const wxString& strPattern, const char* pProperty) {
     if (!FcInit())
         return wxString();
-    wxString strFace;
-    FcPattern* pPattern = FcNameParse(reinterpret_cast<const FcChar8*>(msStrFamily.utf8_str().data()));
+    FcPattern* pPattern = FcNameParse(reinterpret_cast<const FcChar8*>(strPattern.utf8_str().data()));
     if (!pPattern)
         return wxString();
     FcConfigSubstitute(nullptr, pPattern, FcMatchPattern);
     FcDefaultSubstitute(pPattern);
+    wxString strValue;
     FcResult result = FcResultNoMatch;
     if (FcPattern* pMatch = FcFontMatch(nullptr, pPattern, &result)) {
-        FcChar8* pFamily = nullptr;
-        if (FcPatternGetString(pMatch, FC_FAMILY, 0, &pFamily) == FcResultMatch && pFamily)
-            strFace = wxString::FromUTF8(reinterpret_cast<const char*>(pFamily));
+        FcChar8* pText = nullptr;
+        if (FcPatternGetString(pMatch, pProperty, 0, &pText) == FcResultMatch && pText)
+            strValue = wxString::FromUTF8(reinterpret_cast<const char*>(pText));
         FcPatternDestroy(pMatch);
     }
     FcPatternDestroy(pPattern);
-    return strFace;
+    return strValue;
 }

@@ -23,6 +23,9 @@ public:
     // The face name fontconfig gives the family ("DejaVu Sans"), for the toolkit's fonts; empty
     // when it finds nothing.
     static wxString GetStrFaceName();
+    // One property (FC_FILE, FC_FAMILY) of the font fontconfig matches to the pattern; empty when
+    // it finds none.
+    static wxString MatchFont(const wxString& strPattern, const char* pProperty);
 
 private:
     static wxString msStrFamily;

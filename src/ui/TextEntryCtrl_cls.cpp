@@ -58,9 +58,9 @@ bool TextEntryCtrl_cls::ProcCommand(int id) {
     case ID_TEXT_EDITOR_REVERT:
         return !mStrTag.empty() && LoadExpression(mStrTag);
     case ID_TEXT_EDITOR_UNDO:
-        return UndoTyping();
+        return StepTyping(mVStrUndo, mVStrRedo);
     case ID_TEXT_EDITOR_REDO:
-        return RedoTyping();
+        return StepTyping(mVStrRedo, mVStrUndo);
     case ID_TEXT_EDITOR_TAG:
         mpCTag->SetFocus();
         mpCTag->SelectAll();
@@ -70,22 +70,12 @@ bool TextEntryCtrl_cls::ProcCommand(int id) {
     }
 }
 
-bool TextEntryCtrl_cls::UndoTyping() {
-    if (mVStrUndo.empty())
+bool TextEntryCtrl_cls::StepTyping(std::vector<wxString>& vStrFrom, std::vector<wxString>& vStrTo) {
+    if (vStrFrom.empty())
         return false;
-    mVStrRedo.push_back(mStrShown);
-    mStrShown = mVStrUndo.back();
-    mVStrUndo.pop_back();
-    mpCText->ChangeValue(mStrShown);
-    return true;
-}
-
-bool TextEntryCtrl_cls::RedoTyping() {
-    if (mVStrRedo.empty())
-        return false;
-    mVStrUndo.push_back(mStrShown);
-    mStrShown = mVStrRedo.back();
-    mVStrRedo.pop_back();
+    vStrTo.push_back(mStrShown);
+    mStrShown = vStrFrom.back();
+    vStrFrom.pop_back();
     mpCText->ChangeValue(mStrShown);
     return true;
 }

@@ -25,9 +25,9 @@ public:
 
     // One of the editor's commands (ID_TEXT_EDITOR_...); false when it had nothing to do.
     bool ProcCommand(int id);
-    // Typing steps back and forth through the texts the editor held; false at either end.
-    bool UndoTyping();
-    bool RedoTyping();
+    // Typing steps back (undo into redo) or forth through the texts the editor held; false at
+    // either end.
+    bool StepTyping(std::vector<wxString>& vStrFrom, std::vector<wxString>& vStrTo);
 
     // Loads the expression of the group at the tag; false (and an empty editor) when there is
     // no such group.
