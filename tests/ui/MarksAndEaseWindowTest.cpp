@@ -63,6 +63,11 @@ TEST_F(MarksAndEaseWindowTest, FlagMarksAGroupEaseFieldSetsKeysTextEditorKeysUnd
     GpCUndo->Undo();
     EXPECT_EQ(GpCUndo->GetCurrent(), 0);
     EXPECT_DOUBLE_EQ(pGroup->mVCParam[2].mVCKey[1].mEaseFactor, 1.0);
+    // The same through the timeline's Key menu and its box.
+    SendMenu(FindLeaf<Timeline_cls>(), ID_TL_MENU_KEY_EASE);
+    ASSERT_EQ(pRows->GetPCValueTextCtrl()->GetValue(), "1") << "the first selected key's ease";
+    SendTextEnter(pRows->GetPCValueTextCtrl(), "0.5");
+    EXPECT_DOUBLE_EQ(pGroup->mVCParam[2].mVCKey[1].mEaseFactor, 0.5);
 
     // The text editor's keys, ahead of the frame's Ctrl+Z; then a key of the user's choice.
     TextEntryCtrl_cls* pText = FindLeaf<TextEntryCtrl_cls>();
