@@ -25,11 +25,7 @@ int Mirror(int id) {
 Shortcut_cls::Shortcut_cls() : Shortcut_cls(msStrHead, GetVDefault()) {}
 
 Shortcut_cls::Shortcut_cls(const wxString& strHead, const std::vector<Entry_cls>& vDefault)
-    : mVEntry(vDefault), mStrHead(strHead) {
-    // The defaults in the form the key events are compared in.
-    for (Entry_cls& entry : mVEntry)
-        entry.mStrKey = NormalizeKey(entry.mStrKey);
-}
+    : mVEntry(vDefault), mStrHead(strHead) {}
 
 const std::vector<Shortcut_cls::Entry_cls>& Shortcut_cls::GetVDefault() {
     // Keys with Ctrl that the frame's accelerators take (open, save, undo, redo) are not here:
@@ -48,8 +44,10 @@ const std::vector<Shortcut_cls::Entry_cls>& Shortcut_cls::GetVDefault() {
 }
 
 const std::vector<Shortcut_cls::Entry_cls>& Shortcut_cls::GetVDefaultText() {
+    // Written as NormalizeKey gives them: the table is made on the start-up worker, which keeps
+    // away from the toolkit's key names.
     static const std::vector<Entry_cls> sVDefault = {
-        {"Apply Expression", ID_TEXT_EDITOR_APPLY, "Ctrl+Return"},
+        {"Apply Expression", ID_TEXT_EDITOR_APPLY, "Ctrl+Enter"},
         {"Revert Expression", ID_TEXT_EDITOR_REVERT, "Ctrl+R"},
         {"Undo Typing", ID_TEXT_EDITOR_UNDO, "Ctrl+Z"},
         {"Redo Typing", ID_TEXT_EDITOR_REDO, "Ctrl+Y"},

@@ -6,6 +6,7 @@
 #include "FontTable_cls.h"
 #include "GlyphAtlas_cls.h"
 #include "ParamGroup_cls.h"
+#include "Shortcut_cls.h"
 #include "TLParamLogic_cls.h"
 #include "TimelineConf_cls.h"
 #include "UndoManager_cls.h"
@@ -95,4 +96,12 @@ TEST(FontTable, RowHeightsStayAndTheGlTextTakesTheFamily) {
         EXPECT_EQ(FontTable_cls::GetStrFontFile("None"), GlyphAtlas_cls::FindFontFile(strFamily));
         EXPECT_FALSE(FontTable_cls::GetStrFaceName().empty());
     }
+}
+
+TEST(TextShortcut, DefaultsAreKeysAsEventsGiveThemAndLinesHaveTheirOwnHead) {
+    for (const auto& entry : Shortcut_cls::GetVDefaultText())
+        EXPECT_EQ(Shortcut_cls::NormalizeKey(entry.mStrKey), entry.mStrKey) << entry.mStrName;
+    wxString strLines;
+    Shortcut_cls(Shortcut_cls::msStrTextHead, Shortcut_cls::GetVDefaultText()).Serialize(strLines);
+    EXPECT_TRUE(strLines.StartsWith("TextShortcut::Key::Apply Expression::Ctrl+Enter\n")) << strLines;
 }
