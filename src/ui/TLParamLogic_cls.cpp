@@ -302,8 +302,8 @@ void TLParamLogic_cls::ToggleExpr(int row) {
 
 int TLParamLogic_cls::OpenMarkedRows() {
     int count = 0;
-    // The tags of the rows the same walk as UpdateRows makes: an object, its attributes, the
-    // filter head and each filter.
+    // The open tags are those UpdateRows walks by: the object's and its attribute's, or the
+    // filter head's and the filter's.
     auto visit = [&](const std::vector<ParamGroup_cls*>& vGroup, std::initializer_list<wxString> vStrOpen) {
         for (ParamGroup_cls* p : vGroup)
             if (p->IsKilroy()) {
