@@ -72,7 +72,9 @@ PreferenceDialog_cls::PreferenceDialog_cls(wxWindow* pParent)
         if (!pTable)
             continue;
         if (pTable == GpCTextShortcut) {
-            pGrid->Add(new wxStaticText(pKeyPage, wxID_ANY, _("Text Editor")), 0, wxTOP, 8);
+            auto* pHeading = new wxStaticText(pKeyPage, wxID_ANY, _("Text Editor"));
+            pHeading->SetFont(pHeading->GetFont().Bold());
+            pGrid->Add(pHeading, 0, wxTOP, 8);
             pGrid->AddSpacer(0);
         }
         for (const Shortcut_cls::Entry_cls& entry : pTable->mVEntry) {
