@@ -28,7 +28,7 @@ constexpr int ARGS_ON_STACK = 8;
 
 ParamGroup_cls::ParamGroup_cls(const wxString& strName, const wxArrayString& astrMemberNames)
     : mCLinked("Linked=", true), mCShy("Shy=", false), mCUseExpr("UseExpr=", false),
-      mCExpression("Expression=", "") {
+      mCExpression("Expression=", ""), mCKilroy("Kilroy=", false) {
     mCStrName.SetItem("Name=", strName);
     SetTag(strName);
     for (size_t i = 0; i < astrMemberNames.GetCount(); ++i)
@@ -36,12 +36,13 @@ ParamGroup_cls::ParamGroup_cls(const wxString& strName, const wxArrayString& ast
     // The default expression returns its input unchanged.
     mCExpression.mStrBody = "return " + GetStrMemberListCSV();
     mCExpression.mStrUpdateTag = "TEXT_EDITOR";
+    mCKilroy.mStrUpdateTag = "TIMELINE";
     RegisterItems();
 }
 
 ParamGroup_cls::ParamGroup_cls(const ParamGroup_cls& src)
     : LuaBase_cls(src), StrName_cls(src), ConfListContainer_cls(), GetPC_cls(), mCLinked(src.mCLinked),
-      mCShy(src.mCShy), mCUseExpr(src.mCUseExpr), mCExpression(src.mCExpression),
+      mCShy(src.mCShy), mCUseExpr(src.mCUseExpr), mCExpression(src.mCExpression), mCKilroy(src.mCKilroy),
       mbColorCurve(src.mbColorCurve), mVCParam(src.mVCParam) {
     SetTag(src.mStrTag);
     RegisterItems();
@@ -57,6 +58,7 @@ ParamGroup_cls& ParamGroup_cls::operator=(const ParamGroup_cls& src) {
     mCShy = src.mCShy;
     mCUseExpr = src.mCUseExpr;
     mCExpression = src.mCExpression;
+    mCKilroy = src.mCKilroy;
     mRecursionDepth = 0;
     mbColorCurve = src.mbColorCurve;
     mStrCompiledExpression.clear();
@@ -73,9 +75,10 @@ ParamGroup_cls::~ParamGroup_cls() {
 
 void ParamGroup_cls::RegisterItems() {
     Clear();
-    for (ConfItem_cls* pItem : {static_cast<ConfItem_cls*>(&mCStrName), static_cast<ConfItem_cls*>(&mCLinked),
-                                static_cast<ConfItem_cls*>(&mCShy), static_cast<ConfItem_cls*>(&mCUseExpr),
-                                static_cast<ConfItem_cls*>(&mCExpression)}) {
+    for (ConfItem_cls* pItem :
+         {static_cast<ConfItem_cls*>(&mCStrName), static_cast<ConfItem_cls*>(&mCLinked),
+          static_cast<ConfItem_cls*>(&mCShy), static_cast<ConfItem_cls*>(&mCUseExpr),
+          static_cast<ConfItem_cls*>(&mCExpression), static_cast<ConfItem_cls*>(&mCKilroy)}) {
         pItem->SetParentListTag(mStrTag);
         mVPItems.push_back(pItem);
     }
@@ -329,7 +332,11 @@ void ParamGroup_cls::SwapRGB() {
 
 void ParamGroup_cls::Serialize(wxString& strOut) {
     strOut += "ReadParamGroup::" + GetStrName() + "\n";
-    ConfListContainer_cls::Serialize(strOut);
+    strOut += "ConfItemList::Begin::" + mStrTag + "\n";
+    for (ConfItem_cls* pItem : mVPItems)
+        if (pItem != &mCKilroy || IsKilroy())
+            pItem->Serialize(strOut);
+    strOut += "ConfItemList::End\n";
     for (const Parameter_cls& param : mVCParam)
         param.Serialize(strOut);
     strOut += "ReadParamGroup::End\n";

@@ -57,6 +57,8 @@ public:
     bool IsTimeDepend() const;
     bool IsLinked() const;
     bool IsUseExpr() const;
+    // The user's bookmark on the group, shown in the timeline's mark column.
+    bool IsKilroy() const { return mCKilroy.GetBodyBOOL(); }
     bool IsSelectedKeyExist() const;
     bool IsKeyExistAll(double x) const;
     // The first key's value of members 0 to 3, as far as they exist.
@@ -108,6 +110,8 @@ public:
     ConfItemBOOL_cls mCShy;
     ConfItemBOOL_cls mCUseExpr;
     ConfItemSTR_cls mCExpression;
+    // Written only when set, so the files of unmarked groups stay as they were.
+    ConfItemBOOL_cls mCKilroy;
     int32_t mRecursionDepth = 0;
     bool mbColorCurve = false; // moves of keys snap to the colour grid instead of frames
     wxString mStrCompiledExpression;

@@ -1,5 +1,7 @@
 #include "GlyphAtlas_cls.h"
 
+#include "FontTable_cls.h"
+
 #include <fontconfig/fontconfig.h>
 #include <ft2build.h>
 #include FT_FREETYPE_H
@@ -116,22 +118,5 @@ wxString GlyphAtlas_cls::FindFontFile(const wxString& strFont) {
     if (strFont.Contains("/"))
         return wxEmptyString;
     const wxString strPattern = strFont.empty() || strFont == "None" ? wxString("sans-serif") : strFont;
-    if (!FcInit())
-        return wxEmptyString;
-    wxString strFile;
-    FcPattern* pPattern = FcNameParse(reinterpret_cast<const FcChar8*>(strPattern.utf8_str().data()));
-    if (!pPattern)
-        return wxEmptyString;
-    FcConfigSubstitute(nullptr, pPattern, FcMatchPattern);
-    FcDefaultSubstitute(pPattern);
-    FcResult result = FcResultNoMatch;
-    FcPattern* pMatch = FcFontMatch(nullptr, pPattern, &result);
-    if (pMatch) {
-        FcChar8* pFile = nullptr;
-        if (FcPatternGetString(pMatch, FC_FILE, 0, &pFile) == FcResultMatch && pFile)
-            strFile = wxString::FromUTF8(reinterpret_cast<const char*>(pFile));
-        FcPatternDestroy(pMatch);
-    }
-    FcPatternDestroy(pPattern);
-    return strFile;
+    return FontTable_cls::MatchFont(strPattern, FC_FILE);
 }

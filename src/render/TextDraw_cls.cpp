@@ -1,5 +1,6 @@
 #include "TextDraw_cls.h"
 
+#include "FontTable_cls.h"
 #include "GlyphAtlas_cls.h"
 #include "Material_cls.h"
 #include "ParamGroup_cls.h"
@@ -21,16 +22,16 @@ GlyphAtlas_cls* TextDraw_cls::GetAtlas(const wxString& strFont) {
     const wxString strAsked = strFont == "None" ? wxString() : strFont;
     auto itFile = mMapFontFile.find(strAsked);
     if (itFile == mMapFontFile.end()) {
-        wxString strFile = GlyphAtlas_cls::FindFontFile(strAsked);
+        wxString strFile = FontTable_cls::GetStrFontFile(strAsked);
         if (strFile.empty() && !strAsked.empty()) {
             wxLogWarning("Text: font %s not found; the default font is used", strAsked);
-            strFile = GlyphAtlas_cls::FindFontFile(wxEmptyString);
+            strFile = FontTable_cls::GetStrFontFile();
         }
         if (!strFile.empty() && !mMapAtlas.count(strFile)) {
             auto pAtlas = std::make_unique<GlyphAtlas_cls>(strFile);
             if (!pAtlas->IsValid()) {
                 wxLogWarning("Text: font %s: %s; the default font is used", strFile, pAtlas->GetStrError());
-                const wxString strDefault = GlyphAtlas_cls::FindFontFile(wxEmptyString);
+                const wxString strDefault = FontTable_cls::GetStrFontFile();
                 strFile = strDefault == strFile ? wxString() : strDefault;
                 if (!strFile.empty() && !mMapAtlas.count(strFile))
                     mMapAtlas[strFile] = std::make_unique<GlyphAtlas_cls>(strFile);

@@ -25,7 +25,8 @@ public:
     // '\n' and each next one stands size * lineSpacing lower. align 0 puts each line's left end
     // at x, 1 its middle, 2 its right end. pRGBA is the colour (white when null); glyph edges
     // blend over what is drawn. strFont is a font file or a fontconfig pattern, empty or "None"
-    // for the default. Attributes, the bound program and texture are restored afterwards.
+    // for the family of the shared font table. Attributes, the bound program and texture are restored
+    // afterwards.
     void Draw(const wxString& strText, double x, double y, double size, const float* pRGBA, int align,
               double lineSpacing, const wxString& strFont = wxEmptyString);
     // The advance width of one line (no '\n') at the size, in the units of size.

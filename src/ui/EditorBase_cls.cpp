@@ -6,6 +6,7 @@
 #include "PanelBar_cls.h"
 #include "Parameter_cls.h"
 #include "SplittableWindow_cls.h"
+#include "TLParamLogic_cls.h"
 #include "TimeCtrl_cls.h"
 
 #include <wx/choice.h>
@@ -62,8 +63,10 @@ void EditorBase_cls::ConstructBase(GraphCurve_cls* pGraph) {
     mpCTools->Add(mpCKeyType, 0, wxALIGN_CENTER_VERTICAL | wxALL, 1);
     mpCTools->Add(new wxStaticText(mpCToolPanel, wxID_ANY, _("Ease")), 0, wxALIGN_CENTER_VERTICAL | wxLEFT,
                   4);
-    mpCEase = new wxTextCtrl(mpCToolPanel, ID_EDITOR_EASE, "1", wxDefaultPosition, wxSize(40, -1));
-    mpCEase->SetToolTip(_("Ease factor of Hermite keys"));
+    mpCEase = new wxTextCtrl(mpCToolPanel, ID_EDITOR_EASE, "1", wxDefaultPosition, wxSize(40, -1),
+                             wxTE_PROCESS_ENTER);
+    mpCEase->SetToolTip(_("Ease factor of Hermite keys; Enter sets it on the selected keys"));
+    mpCEase->Bind(wxEVT_TEXT_ENTER, [this](wxCommandEvent&) { ApplyEase(); });
     mpCTools->Add(mpCEase, 0, wxALIGN_CENTER_VERTICAL | wxALL, 1);
 
     mpCGraph->mFuncChanged = [this](bool bCommand) { OnGraphChanged(bCommand); };
@@ -178,6 +181,15 @@ void EditorBase_cls::SetSelectedKeyType(int choice) {
         mCEdit.SetSelectedType(2, 0.0);
     else if (choice >= 0 && choice <= 2)
         mCEdit.SetSelectedType(choice, choice == 2 ? ease : 1.0);
+}
+
+bool EditorBase_cls::ApplyEase() {
+    double ease = 1.0;
+    if (!mpCEase || !TLParamLogic_cls::ParseNumber(mpCEase->GetValue(), &ease))
+        return false;
+    RebuildChannels();
+    mCEdit.SetSelectedEase(ease);
+    return true;
 }
 
 void EditorBase_cls::InsertKeys() {

@@ -80,6 +80,9 @@ public:
     void DeleteSelectedKeys();
     // 0 step, 1 linear, 2 Hermite, 3 Hermite with ease 0 (flat).
     void SetSelectedKeyType(int choice);
+    // The number of the ease field becomes the ease factor of the selected keys; false for text
+    // that is no number.
+    bool ApplyEase();
     virtual void InsertKeys();
     // A pop-up action (POP_...).
     virtual void ProcPopAction(int action);

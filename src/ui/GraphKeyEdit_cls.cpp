@@ -472,6 +472,18 @@ void GraphKeyEdit_cls::DeleteSelected() {
             mVChannel[c].mpCParam->DeleteSelectedTLKeyCommand(mVChannel[c].mStrTag);
 }
 
+void GraphKeyEdit_cls::SetSelectedEase(double ease) {
+    Block_cls block("SetEaseGroup");
+    for (size_t c = 0; c < mVChannel.size(); ++c) {
+        if (!IsChannelEditable(static_cast<int>(c)))
+            continue;
+        Parameter_cls* p = mVChannel[c].mpCParam;
+        for (int k = 0; k < p->GetKeyNum(); ++k)
+            if (p->mVCKey[k].mbSelected)
+                p->SetKeyEaseFactorCommand(k, ease, mVChannel[c].mStrTag);
+    }
+}
+
 void GraphKeyEdit_cls::SetSelectedType(int type, double ease) {
     Block_cls block("ChangeKeyTypeGroup");
     for (size_t c = 0; c < mVChannel.size(); ++c)

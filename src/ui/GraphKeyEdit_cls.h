@@ -107,6 +107,9 @@ public:
     void DeleteSelected();
     // Type 0 step, 1 linear, 2 Hermite; ease is the Hermite ease factor.
     void SetSelectedType(int type, double ease);
+    // The ease factor of the selected keys of the editable channels, one undo step; the type
+    // stays (the factor acts on Hermite keys).
+    void SetSelectedEase(double ease);
 
     bool IsColor() const { return mbColor; }
 

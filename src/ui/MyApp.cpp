@@ -1,5 +1,6 @@
 #include "MyApp.h"
 
+#include "FontProvider_cls.h"
 #include "FrameMain_cls.h"
 #include "InitializeParallel_cls.h"
 #include "Main_cls.h"
@@ -43,6 +44,7 @@ bool MyApp::OnInit() {
 
 FrameMain_cls* MyApp::StartCore(Main_cls* pMain) {
     wxArtProvider::Push(new MyArtProvider(pMain->GetStrAppDir()));
+    FontProvider_cls::InitializeStatic();
     wxPanelEX::InitializeStatic();
     RegisterPanelMakers();
     // The program's values; the 10 ms auto-pop is intended.

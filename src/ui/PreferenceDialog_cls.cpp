@@ -67,18 +67,29 @@ PreferenceDialog_cls::PreferenceDialog_cls(wxWindow* pParent)
     auto* pKeyPage = new wxScrolledWindow(pBook, wxID_ANY);
     auto* pGrid = new wxFlexGridSizer(2, wxSize(6, 3));
     pGrid->AddGrowableCol(1);
-    const size_t count = GpCShortcut ? GpCShortcut->mVEntry.size() : 0;
-    for (size_t i = 0; i < count; ++i) {
-        pGrid->Add(new wxStaticText(pKeyPage, wxID_ANY, wxGetTranslation(GpCShortcut->mVEntry[i].mStrName)),
-                   0, wxALIGN_CENTER_VERTICAL);
-        // The default window name "text" keeps the shortcuts themselves out of typing a key.
-        auto* pText = new wxTextCtrl(pKeyPage, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
-                                     wxTE_PROCESS_ENTER);
-        const int index = static_cast<int>(i);
-        pText->Bind(wxEVT_TEXT_ENTER,
-                    [this, index, pText](wxCommandEvent&) { SetShortcutFromText(index, pText->GetValue()); });
-        pGrid->Add(pText, 1, wxEXPAND);
-        mVPCShortcut.push_back(pText);
+    // The frame's keys, then the text editor's under a heading; the fields count through both.
+    for (Shortcut_cls* pTable : {GpCShortcut, GpCTextShortcut}) {
+        if (!pTable)
+            continue;
+        if (pTable == GpCTextShortcut) {
+            auto* pHeading = new wxStaticText(pKeyPage, wxID_ANY, _("Text Editor"));
+            pHeading->SetFont(pHeading->GetFont().Bold());
+            pGrid->Add(pHeading, 0, wxTOP, 8);
+            pGrid->AddSpacer(0);
+        }
+        for (const Shortcut_cls::Entry_cls& entry : pTable->mVEntry) {
+            pGrid->Add(new wxStaticText(pKeyPage, wxID_ANY, wxGetTranslation(entry.mStrName)), 0,
+                       wxALIGN_CENTER_VERTICAL);
+            // The default window name "text" keeps the shortcuts themselves out of typing a key.
+            auto* pText = new wxTextCtrl(pKeyPage, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                                         wxTE_PROCESS_ENTER);
+            const int index = static_cast<int>(mVPCShortcut.size());
+            pText->Bind(wxEVT_TEXT_ENTER, [this, index, pText](wxCommandEvent&) {
+                SetShortcutFromText(index, pText->GetValue());
+            });
+            pGrid->Add(pText, 1, wxEXPAND);
+            mVPCShortcut.push_back(pText);
+        }
     }
     auto* pKeySizer = new wxBoxSizer(wxVERTICAL);
     pKeySizer->Add(pGrid, 0, wxEXPAND | wxALL, 4);
@@ -110,17 +121,31 @@ PreferenceDialog_cls* PreferenceDialog_cls::GetInstance(wxWindow* pParent) {
     return msInstance;
 }
 
+Shortcut_cls::Entry_cls* PreferenceDialog_cls::GetPCShortcutEntry(int index, Shortcut_cls** ppTable) {
+    for (Shortcut_cls* pTable : {GpCShortcut, GpCTextShortcut}) {
+        if (!pTable || index < 0)
+            continue;
+        if (index < static_cast<int>(pTable->mVEntry.size())) {
+            *ppTable = pTable;
+            return &pTable->mVEntry[static_cast<size_t>(index)];
+        }
+        index -= static_cast<int>(pTable->mVEntry.size());
+    }
+    return nullptr;
+}
+
 bool PreferenceDialog_cls::SetShortcutFromText(int index, const wxString& strKey) {
-    const bool bOK =
-        GpCShortcut && index >= 0 && index < static_cast<int>(GpCShortcut->mVEntry.size()) &&
-        GpCShortcut->SetKeyCommand(GpCShortcut->mVEntry[static_cast<size_t>(index)].mStrName, strKey);
+    Shortcut_cls* pTable = nullptr;
+    const Shortcut_cls::Entry_cls* pEntry = GetPCShortcutEntry(index, &pTable);
+    const bool bOK = pEntry && pTable->SetKeyCommand(pEntry->mStrName, strKey);
     RefreshFromSettings();
     return bOK;
 }
 
 void PreferenceDialog_cls::RefreshFromSettings() {
     mpCFields->RefreshFromObject();
+    Shortcut_cls* pTable = nullptr;
     for (size_t i = 0; i < mVPCShortcut.size(); ++i)
-        if (GpCShortcut && i < GpCShortcut->mVEntry.size())
-            mVPCShortcut[i]->ChangeValue(GpCShortcut->mVEntry[i].mStrKey);
+        if (const Shortcut_cls::Entry_cls* pEntry = GetPCShortcutEntry(static_cast<int>(i), &pTable))
+            mVPCShortcut[i]->ChangeValue(pEntry->mStrKey);
 }

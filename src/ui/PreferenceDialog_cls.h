@@ -6,6 +6,7 @@
 #pragma once
 
 #include "PropertyField_cls.h"
+#include "Shortcut_cls.h"
 
 #include <wx/dialog.h>
 
@@ -28,8 +29,10 @@ public:
     void RefreshFromSettings();
 
     PropertyFieldPanel_cls* mpCFields = nullptr;
-    std::vector<wxTextCtrl*> mVPCShortcut; // one per command of GpCShortcut
+    std::vector<wxTextCtrl*> mVPCShortcut; // one per command of GpCShortcut, then of GpCTextShortcut
 
 private:
+    // The entry of a field's index across the two tables, and its table; null past their end.
+    static Shortcut_cls::Entry_cls* GetPCShortcutEntry(int index, Shortcut_cls** ppTable);
     static PreferenceDialog_cls* msInstance;
 };

@@ -3,6 +3,7 @@
 #include "Main_cls.h"
 #include "Parser_cls.h"
 #include "RibbonUI_cls.h"
+#include "TextEntryCtrl_cls.h"
 #include "TextHost_cls.h"
 #include "UndoManager_cls.h"
 #include "WidgetCommon_cls.h"
@@ -13,6 +14,7 @@
 #include <wx/window.h>
 
 const wxString Shortcut_cls::msStrHead = "Shortcut";
+const wxString Shortcut_cls::msStrTextHead = "TextShortcut";
 
 namespace {
 int Mirror(int id) {
@@ -20,7 +22,10 @@ int Mirror(int id) {
 }
 } // namespace
 
-Shortcut_cls::Shortcut_cls() : mVEntry(GetVDefault()) {}
+Shortcut_cls::Shortcut_cls() : Shortcut_cls(msStrHead, GetVDefault()) {}
+
+Shortcut_cls::Shortcut_cls(const wxString& strHead, const std::vector<Entry_cls>& vDefault)
+    : mVEntry(vDefault), mStrHead(strHead) {}
 
 const std::vector<Shortcut_cls::Entry_cls>& Shortcut_cls::GetVDefault() {
     // Keys with Ctrl that the frame's accelerators take (open, save, undo, redo) are not here:
@@ -34,6 +39,19 @@ const std::vector<Shortcut_cls::Entry_cls>& Shortcut_cls::GetVDefault() {
         {"Add Particle", Mirror(ID_RBN_PARTICLE), "Shift+P"},
         {"Scene", Mirror(ID_RBN_SCENE), "F5"},
         {"Preference", Mirror(ID_RBN_PREFERENCE), "F8"},
+    };
+    return sVDefault;
+}
+
+const std::vector<Shortcut_cls::Entry_cls>& Shortcut_cls::GetVDefaultText() {
+    // Written as NormalizeKey gives them: the table is made on the start-up worker, which keeps
+    // away from the toolkit's key names.
+    static const std::vector<Entry_cls> sVDefault = {
+        {"Apply Expression", ID_TEXT_EDITOR_APPLY, "Ctrl+Enter"},
+        {"Revert Expression", ID_TEXT_EDITOR_REVERT, "Ctrl+R"},
+        {"Undo Typing", ID_TEXT_EDITOR_UNDO, "Ctrl+Z"},
+        {"Redo Typing", ID_TEXT_EDITOR_REDO, "Ctrl+Y"},
+        {"Go To Tag", ID_TEXT_EDITOR_TAG, "Ctrl+L"},
     };
     return sVDefault;
 }
@@ -104,7 +122,7 @@ bool Shortcut_cls::SetKeyCommand(const wxString& strName, const wxString& strKey
     const wxString strOld = mVEntry[static_cast<size_t>(index)].mStrKey;
     if (strOld == strNew)
         return true;
-    const wxString strHead = msStrHead + "::Key::";
+    const wxString strHead = mStrHead + "::Key::";
     if (GpCUndo)
         GpCUndo->OpenBlock("SetShortcut");
     // One key runs one command: the one that had it loses it, in the same undo step.
@@ -120,11 +138,11 @@ bool Shortcut_cls::SetKeyCommand(const wxString& strName, const wxString& strKey
 
 void Shortcut_cls::Serialize(wxString& strOut) const {
     for (const Entry_cls& entry : mVEntry)
-        strOut += msStrHead + "::Key::" + entry.mStrName + "::" + entry.mStrKey + "\n";
+        strOut += mStrHead + "::Key::" + entry.mStrName + "::" + entry.mStrKey + "\n";
 }
 
 bool Shortcut_cls::ReadStrLine(std::wistream&, const wxString& strHead, const wxString& strRest) {
-    if (strHead != msStrHead)
+    if (strHead != mStrHead)
         return false;
     wxString strLine = strRest;
     if (Parser_cls::PopStrItemFromStrLine(strLine, "::") != "Key")

@@ -3,7 +3,8 @@
 // ("Delete", "Shift+C", "Ctrl+D"). A key reaches the table only when no text widget has the
 // focus (the frame checks the focus name). The keys are the user's: saved in the settings file
 // and projects as one line per command, "Shortcut::Key::<command>::<key>", and set through the
-// undo road. Main thread only.
+// undo road. The text editor has a second table of its own commands ("TextShortcut::Key::..."),
+// whose keys act while its text has the focus. Main thread only.
 #pragma once
 
 #include <wx/string.h>
@@ -26,8 +27,12 @@ public:
 
     // The table of the frame's commands with their default keys.
     Shortcut_cls();
+    // Another table, such as the text editor's: its own head in the lines and its own defaults.
+    Shortcut_cls(const wxString& strHead, const std::vector<Entry_cls>& vDefault);
 
     static const std::vector<Entry_cls>& GetVDefault();
+    // The text editor's commands: the menu ids are the editor panel's own, posted to it.
+    static const std::vector<Entry_cls>& GetVDefaultText();
     // The key as the table stores it ("Ctrl+D"); empty for text that names no key.
     static wxString NormalizeKey(const wxString& strKey);
     // The key of a key-down event in the same form.
@@ -54,6 +59,9 @@ public:
     bool ReadStrLine(std::wistream& stream, const wxString& strHead, const wxString& strRest);
 
     std::vector<Entry_cls> mVEntry;
-    // The head of the lines.
+    // The head of this table's lines.
+    wxString mStrHead;
+    // The heads of the frame's table and of the text editor's.
     static const wxString msStrHead;
+    static const wxString msStrTextHead;
 };

@@ -242,6 +242,8 @@ TLRect_cls TLParamLogic_cls::GetButtonRect(int row, int hit) const {
         return r.mKind == TLRow_cls::ROW_GROUP ? slot(5) : TLRect_cls();
     case HIT_TIMEDEPEND:
         return r.mKind == TLRow_cls::ROW_PARAM && mpCConf->IsTimeDepend() ? slot(3) : TLRect_cls();
+    case HIT_KILROY:
+        return r.mKind == TLRow_cls::ROW_GROUP && mpCConf->IsKilroy() ? slot(6) : TLRect_cls();
     default:
         return TLRect_cls();
     }
@@ -250,8 +252,8 @@ TLRect_cls TLParamLogic_cls::GetButtonRect(int row, int hit) const {
 int TLParamLogic_cls::HitButton(int row, int x, int y) const {
     if (std::abs(x - mpCConf->GetSashX()) <= 3)
         return HIT_SASH;
-    for (int hit :
-         {HIT_OPEN, HIT_LINK, HIT_EXPR, HIT_TEXT, HIT_TIMEDEPEND, HIT_KEY_PREV, HIT_KEY_NEXT, HIT_KEY_TOGGLE})
+    for (int hit : {HIT_OPEN, HIT_LINK, HIT_EXPR, HIT_TEXT, HIT_TIMEDEPEND, HIT_KEY_PREV, HIT_KEY_NEXT,
+                    HIT_KEY_TOGGLE, HIT_KILROY})
         if (GetButtonRect(row, hit).Contains(x, y))
             return hit;
     return x < mpCConf->GetSashX() ? HIT_NAME : HIT_NONE;
@@ -296,6 +298,42 @@ void TLParamLogic_cls::ToggleExpr(int row) {
     const TLRow_cls& r = mVCRow[row];
     if (r.mpCGroup && GCClassProvider)
         GCClassProvider->SetParamGroupConfCommand(r.mStrTag, "UseExpr=", !r.mpCGroup->IsUseExpr());
+}
+
+int TLParamLogic_cls::OpenMarkedRows() {
+    int count = 0;
+    // The open tags are those UpdateRows walks by: the object's and its attribute's, or the
+    // filter head's and the filter's.
+    auto visit = [&](const std::vector<ParamGroup_cls*>& vGroup, std::initializer_list<wxString> vStrOpen) {
+        for (ParamGroup_cls* p : vGroup)
+            if (p->IsKilroy()) {
+                ++count;
+                mSetOpen.insert(vStrOpen);
+            }
+    };
+    if (GpCSceneObjCtrl) {
+        std::vector<SceneObj_cls*> vObj;
+        GpCSceneObjCtrl->GetVPCList(vObj);
+        for (SceneObj_cls* pObj : vObj) {
+            const wxString strTag = pObj->GetStrTag();
+            visit(pObj->mVPCParamGroup, {strTag});
+            for (const wxString& strAttr : pObj->GetAstrAttribList())
+                if (Attribute_cls* pAttr = pObj->GetPCAttribute(strAttr, 0))
+                    visit(GetVPCGroups(pAttr), {strTag, strTag + "::" + pAttr->GetStrName()});
+        }
+    }
+    if (GpCFilterCtrl)
+        for (FilterBase_cls* p : GpCFilterCtrl->GetListFilter())
+            visit(GetVPCGroups(p),
+                  {FilterTagHost_ifc::GetStrLabel(), FilterCtrl_cls::GetStrSelf() + p->GetStrName()});
+    UpdateRows();
+    return count;
+}
+
+void TLParamLogic_cls::ToggleKilroy(int row) {
+    const TLRow_cls& r = mVCRow[row];
+    if (r.mpCGroup && GCClassProvider)
+        GCClassProvider->SetParamGroupConfCommand(r.mStrTag, "Kilroy=", !r.mpCGroup->IsKilroy());
 }
 
 void TLParamLogic_cls::PushText(int row) {
@@ -381,14 +419,20 @@ bool TLParamLogic_cls::RenameRow(int row, const wxString& strText) {
 bool TLParamLogic_cls::ProcessInput(int row, const wxString& strText) {
     if (row < 0 || row >= static_cast<int>(mVCRow.size()) || !mVCRow[row].mpCParam)
         return false;
-    const wxString strTrimmed = wxString(strText).Trim(true).Trim(false);
     double value = 0.0;
-    if (LuaMiniCalc_cls::IsStringExpression(strTrimmed))
-        value = LuaMiniCalc_cls::GetValue(strTrimmed);
-    else if (!strTrimmed.ToCDouble(&value))
+    if (!ParseNumber(strText, &value))
         return false;
     mVCRow[row].mpCParam->SetValueCommand(value, mVCRow[row].mStrTag, -1, 1.0);
     return true;
+}
+
+bool TLParamLogic_cls::ParseNumber(const wxString& strText, double* pValue) {
+    const wxString strTrimmed = wxString(strText).Trim(true).Trim(false);
+    if (LuaMiniCalc_cls::IsStringExpression(strTrimmed)) {
+        *pValue = LuaMiniCalc_cls::GetValue(strTrimmed);
+        return true;
+    }
+    return strTrimmed.ToCDouble(pValue);
 }
 
 void TLParamLogic_cls::SelectRow(int row, bool bAdditive, bool bToggle) {
@@ -408,19 +452,54 @@ bool TLParamLogic_cls::SetExtrapolateOfSelectedCommand(bool bExtrapolate) {
     return SetItemOfSelectedCommand("Extrapolate=", bExtrapolate);
 }
 
+std::vector<wxString> TLParamLogic_cls::GetVStrAllParamTags() {
+    std::vector<wxString> vStrTag;
+    if (GpCSceneObjCtrl) {
+        std::vector<SceneObj_cls*> vObj;
+        GpCSceneObjCtrl->GetVPCList(vObj);
+        for (SceneObj_cls* p : vObj)
+            p->GetVstrParamTag(vStrTag);
+    }
+    if (FilterTagHost_ifc* pHost = FilterTagHost_ifc::GetPCInstalled())
+        pHost->GetVstrParamTag(vStrTag);
+    return vStrTag;
+}
+
+bool TLParamLogic_cls::SetEaseOfSelectedCommand(double ease) {
+    if (!GpCUndo || !GCClassProvider)
+        return false;
+    const int before = GpCUndo->GetCurrent();
+    GpCUndo->OpenBlock("SetEaseOfSelected");
+    for (const wxString& strTag : GetVStrAllParamTags())
+        if (Parameter_cls* p = GCClassProvider->GetPCParameter(strTag))
+            for (int i = 0; i < p->GetKeyNum(); ++i)
+                if (p->mVCKey[i].mbSelected)
+                    p->SetKeyEaseFactorCommand(i, ease, strTag);
+    GpCUndo->CloseBlock("SetEaseOfSelected");
+    return GpCUndo->GetCurrent() != before;
+}
+
+bool TLParamLogic_cls::ProcessEaseInput(const wxString& strText) {
+    double ease = 0.0;
+    return ParseNumber(strText, &ease) && SetEaseOfSelectedCommand(ease);
+}
+
+double TLParamLogic_cls::GetEaseOfFirstSelected(double fallback) {
+    if (GCClassProvider)
+        for (const wxString& strTag : GetVStrAllParamTags())
+            if (const Parameter_cls* p = GCClassProvider->GetPCParameter(strTag))
+                for (const KeyFrame_cls& key : p->mVCKey)
+                    if (key.mbSelected)
+                        return key.mEaseFactor;
+    return fallback;
+}
+
 bool TLParamLogic_cls::SetItemOfSelectedCommand(const wxString& strKey, bool bValue) {
     if (!GpCSceneObjCtrl || !GpCUndo || !GCClassProvider)
         return false;
-    std::vector<SceneObj_cls*> vObj;
-    GpCSceneObjCtrl->GetVPCList(vObj);
-    std::vector<wxString> vStrTag;
-    for (SceneObj_cls* p : vObj)
-        p->GetVstrParamTag(vStrTag);
-    if (FilterTagHost_ifc* pHost = FilterTagHost_ifc::GetPCInstalled())
-        pHost->GetVstrParamTag(vStrTag);
     const int before = GpCUndo->GetCurrent();
     GpCUndo->OpenBlock("SetItemOfSelected");
-    for (const wxString& strTag : vStrTag) {
+    for (const wxString& strTag : GetVStrAllParamTags()) {
         Parameter_cls* p = GCClassProvider->GetPCParameter(strTag);
         ConfItem_cls* pItem = p ? p->GetPCItem(strKey) : nullptr;
         if (pItem && p->IsSelectedKeyExist() && pItem->GetBodyBOOL() != bValue)
@@ -507,6 +586,9 @@ void TLParamLogic_cls::PressRows(int x, int y, bool bAdditive, bool bToggle) {
         return;
     case HIT_KEY_TOGGLE:
         ToggleKey(row);
+        return;
+    case HIT_KILROY:
+        ToggleKilroy(row);
         return;
     case HIT_NAME:
         SelectRow(row, bAdditive, bToggle);

@@ -73,6 +73,7 @@ public:
         HIT_KEY_NEXT,
         HIT_KEY_TOGGLE,
         HIT_TEXT,
+        HIT_KILROY,
         HIT_NAME
     };
     // Half the width in pixels of a key mark.
@@ -106,6 +107,11 @@ public:
     void ToggleTimeDepend(int row);
     // Opens a group row's expression in the text editor.
     void PushText(int row);
+    // Opens the rows above every marked group of the scene and the filters, so that each shows;
+    // the number of marked groups.
+    int OpenMarkedRows();
+    // A group row's bookmark goes on or off through the group's "Kilroy=" item, undoable.
+    void ToggleKilroy(int row);
     // The time goes to the neighbouring key of the row (direction 1 next, -1 previous).
     void MoveKey(int direction, int row);
     // Adds a key at the current time, or removes the one there (unless bInsertOnly).
@@ -143,6 +149,15 @@ public:
     static bool SetExtrapolateOfSelectedCommand(bool bExtrapolate);
     // The same for any switch of the channels ("TimeDepend=", "Locked=", "Extrapolate=").
     static bool SetItemOfSelectedCommand(const wxString& strKey, bool bValue);
+    // The ease factor of every selected key of the scene and the filters, in one undo block;
+    // false when no key changed.
+    static bool SetEaseOfSelectedCommand(double ease);
+    // The same from the text of the ease box: a number or arithmetic; false for other text.
+    static bool ProcessEaseInput(const wxString& strText);
+    // The ease factor of the first selected key, or fallback when no key is selected.
+    static double GetEaseOfFirstSelected(double fallback);
+    // A number, or arithmetic such as "2*3"; false when the text is neither.
+    static bool ParseNumber(const wxString& strText, double* pValue);
     // The selected objects become shy (hidden from the rows), or all of them lose it when they
     // all have it; one undo block. False when nothing is selected.
     static bool ToggleShyOfSelectionCommand();
@@ -170,6 +185,8 @@ public:
     int mDragY = 0;
 
 private:
+    // The tags of every channel of the scene and the filters, as their commands take them.
+    static std::vector<wxString> GetVStrAllParamTags();
     void AddObjectRows(SceneObj_cls* pObj, int depth);
     void AddAttributeRows(Attribute_cls* pAttr, const wxString& strTag, SceneObj_cls* pObj, int depth);
     void AddGroupRows(ParamGroup_cls* pGroup, const wxString& strTag, SceneObj_cls* pObj, int depth);

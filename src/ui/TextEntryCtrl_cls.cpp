@@ -6,6 +6,7 @@
 #include "ParamGroup_cls.h"
 #include "PlaceholderPanel_cls.h"
 #include "SceneObjCtrl_cls.h"
+#include "Shortcut_cls.h"
 #include "SplittableWindow_cls.h"
 #include "UndoManager_cls.h"
 
@@ -34,6 +35,49 @@ TextEntryCtrl_cls::TextEntryCtrl_cls(SplittableWindow_cls* pOwner) : wxPanelEX(p
     SetSizer(pSizer);
     mpCTag->Bind(wxEVT_TEXT_ENTER, [this](wxCommandEvent&) { LoadExpression(mpCTag->GetValue()); });
     pApply->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { ApplyExpression(); });
+    // The editor's own keys come first while its text has the focus, before the frame's
+    // accelerators (Ctrl+Z is the project's undo elsewhere); the rest type as usual.
+    mpCText->Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+        if (!GpCTextShortcut || !GpCTextShortcut->ProcShortcutKey(event, this))
+            event.Skip();
+    });
+    mpCText->Bind(wxEVT_TEXT, [this](wxCommandEvent&) {
+        mVStrUndo.push_back(mStrShown);
+        mVStrRedo.clear();
+        mStrShown = mpCText->GetValue();
+    });
+    Bind(
+        wxEVT_MENU, [this](wxCommandEvent& event) { ProcCommand(event.GetId()); }, ID_TEXT_EDITOR_APPLY,
+        ID_TEXT_EDITOR_TAG);
+}
+
+bool TextEntryCtrl_cls::ProcCommand(int id) {
+    switch (id) {
+    case ID_TEXT_EDITOR_APPLY:
+        return ApplyExpression();
+    case ID_TEXT_EDITOR_REVERT:
+        return !mStrTag.empty() && LoadExpression(mStrTag);
+    case ID_TEXT_EDITOR_UNDO:
+        return StepTyping(mVStrUndo, mVStrRedo);
+    case ID_TEXT_EDITOR_REDO:
+        return StepTyping(mVStrRedo, mVStrUndo);
+    case ID_TEXT_EDITOR_TAG:
+        mpCTag->SetFocus();
+        mpCTag->SelectAll();
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool TextEntryCtrl_cls::StepTyping(std::vector<wxString>& vStrFrom, std::vector<wxString>& vStrTo) {
+    if (vStrFrom.empty())
+        return false;
+    vStrTo.push_back(mStrShown);
+    mStrShown = vStrFrom.back();
+    vStrFrom.pop_back();
+    mpCText->ChangeValue(mStrShown);
+    return true;
 }
 
 bool TextEntryCtrl_cls::LoadExpression(const wxString& strTag) {
@@ -41,6 +85,9 @@ bool TextEntryCtrl_cls::LoadExpression(const wxString& strTag) {
     mStrTag = pGroup ? strTag : wxString();
     mpCTag->ChangeValue(strTag);
     mpCText->ChangeValue(pGroup ? pGroup->mCExpression.GetBodySTR() : wxString());
+    mStrShown = mpCText->GetValue();
+    mVStrUndo.clear();
+    mVStrRedo.clear();
     mpCState->SetLabel(pGroup ? wxString() : wxString(_("No parameter group at this tag.")));
     ShowSwitch();
     return pGroup != nullptr;
@@ -85,8 +132,10 @@ void TextEntryCtrl_cls::UpdatePanelSelf(const wxString& strName, bool) {
         LoadExpression(mStrTag);
         return;
     }
-    if (pGroup->mCExpression.GetBodySTR() != mpCText->GetValue())
+    if (pGroup->mCExpression.GetBodySTR() != mpCText->GetValue()) {
         mpCText->ChangeValue(pGroup->mCExpression.GetBodySTR());
+        mStrShown = mpCText->GetValue();
+    }
     ShowSwitch();
 }
 

@@ -5,12 +5,29 @@
 
 #include "wxPanelEX.h"
 
+#include <vector>
+
 class wxStaticText;
 class wxTextCtrl;
+
+// The editor's commands, which its shortcut table (GpCTextShortcut) posts to it.
+enum TextEditorId_enum {
+    ID_TEXT_EDITOR_APPLY = 7310,
+    ID_TEXT_EDITOR_REVERT,
+    ID_TEXT_EDITOR_UNDO,
+    ID_TEXT_EDITOR_REDO,
+    ID_TEXT_EDITOR_TAG
+};
 
 class TextEntryCtrl_cls : public wxPanelEX {
 public:
     explicit TextEntryCtrl_cls(SplittableWindow_cls* pOwner);
+
+    // One of the editor's commands (ID_TEXT_EDITOR_...); false when it had nothing to do.
+    bool ProcCommand(int id);
+    // Typing steps back (undo into redo) or forth through the texts the editor held; false at
+    // either end.
+    bool StepTyping(std::vector<wxString>& vStrFrom, std::vector<wxString>& vStrTo);
 
     // Loads the expression of the group at the tag; false (and an empty editor) when there is
     // no such group.
@@ -26,6 +43,10 @@ public:
     wxTextCtrl* mpCText = nullptr;
     wxStaticText* mpCState = nullptr;
     wxString mStrTag; // the group being edited
+    // The texts before each change of the editor's text, and the ones undone; a load clears them.
+    std::vector<wxString> mVStrUndo;
+    std::vector<wxString> mVStrRedo;
+    wxString mStrShown; // the text as it stood after the last change
     wxString mStrBlock;
 
 protected:

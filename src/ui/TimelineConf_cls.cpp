@@ -1,14 +1,8 @@
 #include "TimelineConf_cls.h"
 
+#include "FontProvider_cls.h"
+
 #include <algorithm>
-
-namespace {
-
-// Row heights and font sizes of the seven zoom steps.
-const int kLineHeight[TimelineConf_cls::msFontSizeMax + 1] = {13, 16, 19, 22, 25, 29, 34};
-const int kPointSize[TimelineConf_cls::msFontSizeMax + 1] = {7, 8, 10, 11, 13, 15, 18};
-
-} // namespace
 
 TimelineConf_cls::TimelineConf_cls(int frameMax) {
     SetTag("TimeLine");
@@ -31,9 +25,9 @@ bool TimelineConf_cls::Zoom(int d) {
 }
 
 int TimelineConf_cls::GetLineHeight() const {
-    return kLineHeight[std::clamp(GetFontSize(), 0, msFontSizeMax)];
+    return FontProvider_cls::GetHeight(GetFontSize());
 }
 
 int TimelineConf_cls::GetFontPointSize() const {
-    return kPointSize[std::clamp(GetFontSize(), 0, msFontSizeMax)];
+    return FontProvider_cls::GetPointSize(GetFontSize());
 }

@@ -7,6 +7,7 @@
 #include "TimelineConf_cls.h"
 
 #include <wx/dc.h>
+#include <wx/intl.h>
 #include <wx/textctrl.h>
 
 #include <algorithm>
@@ -92,6 +93,20 @@ void DrawKeyMark(wxDC& dc, int x, int yMid, int half, long type, bool bSelected)
     std::vector<wxPoint> vPoint;
     std::vector<int> vCount;
     DrawKeyMarks(dc, {TLMark_cls{x, type}}, yMid, half, bSelected, vPoint, vCount);
+}
+
+// A group's bookmark: a pennant on a pole, filled when the group is marked, a faint outline where
+// a mark can be set.
+void DrawKilroyFlag(wxDC& dc, int cx, int y, int h, bool bMarked) {
+    const int top = y + std::max(h / 5, 2);
+    const int bottom = y + h - std::max(h / 5, 2);
+    const int s = std::max((bottom - top) / 2, 3);
+    const wxColour colour = bMarked ? wxColour(200, 40, 40) : kButtonOff;
+    dc.SetPen(wxPen(colour));
+    dc.DrawLine(cx - s / 2, top, cx - s / 2, bottom + 1);
+    dc.SetBrush(bMarked ? wxBrush(colour) : *wxTRANSPARENT_BRUSH);
+    const wxPoint flag[3] = {{cx - s / 2, top}, {cx + s, top + s / 2}, {cx - s / 2, top + s}};
+    dc.DrawPolygon(3, flag);
 }
 
 } // namespace
@@ -195,6 +210,9 @@ void TimelineParam_cls::DrawItem(wxDC& dc, const TLRow_cls& row, int& y) {
         button(TLParamLogic_cls::HIT_EXPR, "E", row.mpCGroup->IsUseExpr());
         // Bright when the group has an expression text.
         button(TLParamLogic_cls::HIT_TEXT, "{", !row.mpCGroup->mCExpression.GetBodySTR().empty());
+        const TLRect_cls rMark = mCRows.GetButtonRect(index, TLParamLogic_cls::HIT_KILROY);
+        if (rMark.mW > 0)
+            DrawKilroyFlag(dc, rMark.mX + rMark.mW / 2, y, h, row.mpCGroup->IsKilroy());
     }
     if (row.mpCParam)
         button(TLParamLogic_cls::HIT_TIMEDEPEND, "T", row.mpCParam->IsTimeDepend());
@@ -361,9 +379,18 @@ void TimelineParam_cls::ConstructRenameTextCtrl(int row) {
     mbRename = true;
 }
 
+void TimelineParam_cls::ConstructEaseTextCtrl() {
+    CloseValueTextCtrl();
+    OpenTextCtrl(-1, wxString::Format("%g", TLParamLogic_cls::GetEaseOfFirstSelected(1.0)),
+                 wxPoint(mpCConf->GetSashX() + 4, 0));
+    mpCValueText->SetToolTip(_("Ease factor of the selected keys"));
+    mbEase = true;
+}
+
 void TimelineParam_cls::OpenTextCtrl(int row, const wxString& strText, const wxPoint& point) {
     mValueRow = row;
     mbRename = false;
+    mbEase = false;
     mpCValueText = new wxTextCtrl(this, wxID_ANY, strText, point, wxSize(120, -1), wxTE_PROCESS_ENTER);
     mpCValueText->Bind(wxEVT_TEXT_ENTER, &TimelineParam_cls::OnValueInput, this);
     mpCValueText->Bind(wxEVT_KEY_DOWN, &TimelineParam_cls::OnValueKey, this);
@@ -388,7 +415,9 @@ void TimelineParam_cls::CloseValueTextCtrl() {
 void TimelineParam_cls::OnValueInput(wxCommandEvent&) {
     if (!mpCValueText)
         return;
-    if (mbRename)
+    if (mbEase)
+        TLParamLogic_cls::ProcessEaseInput(mpCValueText->GetValue());
+    else if (mbRename)
         mCRows.RenameRow(mValueRow, mpCValueText->GetValue());
     else
         mCRows.ProcessInput(mValueRow, mpCValueText->GetValue());

@@ -37,6 +37,9 @@ public:
     void ConstructValueTextCtrl(int row);
     // Opens the same box on an object row's name, to rename the object.
     void ConstructRenameTextCtrl(int row);
+    // Opens the box over the first row for the ease factor of the selected keys, holding the
+    // first selected key's.
+    void ConstructEaseTextCtrl();
     wxTextCtrl* GetPCValueTextCtrl() const { return mpCValueText; }
     // The row a right click was on, for the items of the row menu; -1 for none.
     int mMenuRow = -1;
@@ -66,6 +69,7 @@ private:
     wxTextCtrl* mpCValueText = nullptr; // a child window while the box is open
     int mValueRow = -1;
     bool mbRename = false; // the open box holds a name, not a value
+    bool mbEase = false;   // the open box holds the ease factor of the selected keys
     std::vector<wxPoint> mVMarkPoint;
     std::vector<int> mVMarkCount;
 };

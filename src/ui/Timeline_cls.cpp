@@ -120,6 +120,8 @@ Timeline_cls::Timeline_cls(SplittableWindow_cls* pOwner)
     Bind(wxEVT_MENU, &Timeline_cls::OnMenuShy, this, ID_TL_MENU_SHY);
     Bind(wxEVT_MENU, &Timeline_cls::OnMenuKeyType, this, ID_TL_MENU_KEY_TYPE_FIRST,
          ID_TL_MENU_KEY_TYPE_FIRST + 3);
+    Bind(wxEVT_MENU, &Timeline_cls::OnMenuKeyEase, this, ID_TL_MENU_KEY_EASE);
+    Bind(wxEVT_MENU, &Timeline_cls::OnMenuOpenMarked, this, ID_TL_MENU_OPEN_MARKED);
     mpCFrameCurrent->Bind(wxEVT_TEXT_ENTER, &Timeline_cls::OnFrame, this);
     mpCFrameMax->Bind(wxEVT_TEXT_ENTER, &Timeline_cls::OnFrame, this);
     Bind(wxEVT_MENU, &Timeline_cls::OnMenuZoom, this, ID_TL_MENU_ZOOM_IN, ID_TL_MENU_ZOOM_OUT);
@@ -306,6 +308,16 @@ void Timeline_cls::OnMenuKeyType(wxCommandEvent& event) {
         GCClassProvider->SetSelectedTLKeyTypeCommand(std::min(item, 2), item == 3 ? 0.0 : 1.0);
 }
 
+void Timeline_cls::OnMenuKeyEase(wxCommandEvent&) {
+    mpCParam->ConstructEaseTextCtrl();
+}
+
+void Timeline_cls::OnMenuOpenMarked(wxCommandEvent&) {
+    mCConf.mCKilroy.SetBodyFromDataBOOL(true);
+    mpCParam->mCRows.OpenMarkedRows();
+    UpdatePanels("ALL", true);
+}
+
 wxMenu* Timeline_cls::CreateDropMenu(int id) {
     auto* pMenu = new wxMenu;
     switch (id) {
@@ -317,6 +329,7 @@ wxMenu* Timeline_cls::CreateDropMenu(int id) {
         pMenu->AppendSeparator();
         pMenu->Append(ID_TL_TICS_MODE, _("Next Ruler Mode"));
         pMenu->AppendCheckItem(ID_TL_KILROY, _("Group Marks"))->Check(mCConf.mCKilroy.GetBodyBOOL());
+        pMenu->Append(ID_TL_MENU_OPEN_MARKED, _("Show Marked Groups"));
         pMenu->AppendCheckItem(ID_TL_TIME_DEPEND, _("Time Dependency Column"))
             ->Check(mCConf.mCTimeDepend.GetBodyBOOL());
         break;
@@ -338,6 +351,7 @@ wxMenu* Timeline_cls::CreateDropMenu(int id) {
         int i = ID_TL_MENU_KEY_TYPE_FIRST;
         for (const char* str : {"Step", "Linear", "Hermite", "Hermite Ease"})
             pMenu->Append(i++, wxGetTranslation(str));
+        pMenu->Append(ID_TL_MENU_KEY_EASE, _("Ease Factor..."));
         pMenu->AppendSeparator();
         pMenu->Append(ID_TL_MENU_DELETE, _("Delete Keys"));
         break;

@@ -40,7 +40,9 @@ enum TimelineId_enum {
     ID_TL_MENU_SHY = 6160,
     ID_TL_MENU_TL_IN = 6161,
     ID_TL_MENU_TL_OUT = 6162,
-    ID_TL_MENU_KEY_TYPE_FIRST = 6170 // 6170 - 6173: step, linear, Hermite, Hermite with ease
+    ID_TL_MENU_KEY_TYPE_FIRST = 6170, // 6170 - 6173: step, linear, Hermite, Hermite with ease
+    ID_TL_MENU_KEY_EASE = 6174,       // the ease factor of the selected keys, as a number
+    ID_TL_MENU_OPEN_MARKED = 6175     // opens the rows down to every marked group
 };
 
 class Timeline_cls : public wxPanelEX {
@@ -86,6 +88,10 @@ public:
     // The selected objects become shy, or lose it.
     void OnMenuShy(wxCommandEvent& event);
     void OnMenuKeyType(wxCommandEvent& event);
+    // Opens the ease box over the rows.
+    void OnMenuKeyEase(wxCommandEvent& event);
+    // Shows every marked group: the column goes on and the rows above them open.
+    void OnMenuOpenMarked(wxCommandEvent& event);
     // The drop-down menus of the buttons "View", "Select", "Timeline", "Channel" and "Key", by
     // the button's id; null for another id.
     wxMenu* CreateDropMenu(int id);

@@ -24,26 +24,35 @@ void RegisterUIServices() {
             delete GpCStringProvider;
             GpCStringProvider = nullptr;
         });
-    // The key table: the receiver of its lines while it lives.
-    ClassProvider_cls::SetServiceMaker(
-        SVC_Shortcut,
-        [] {
-            GpCShortcut = new Shortcut_cls();
-            GCClassProvider->SetReceiver(
-                RECV_SHORTCUT,
-                [](std::wistream& stream, const wxString& strHead, const wxString& strRest) {
-                    return GpCShortcut && GpCShortcut->ReadStrLine(stream, strHead, strRest);
-                },
-                [](wxString& strOut) {
-                    if (GpCShortcut)
-                        GpCShortcut->Serialize(strOut);
-                },
-                {Shortcut_cls::msStrHead});
-        },
-        [] {
-            if (GCClassProvider)
-                GCClassProvider->ClearReceiver(RECV_SHORTCUT);
-            delete GpCShortcut;
-            GpCShortcut = nullptr;
-        });
+    // The key tables, the frame's and the text editor's: each the receiver of its lines while it
+    // lives, so both are saved with the settings and the projects.
+    const auto registerTable = [](int slot, Shortcut_cls** ppTable, Receiver_enum receiver,
+                                  const wxString& strHead,
+                                  const std::vector<Shortcut_cls::Entry_cls>& (*funcDefault)()) {
+        ClassProvider_cls::SetServiceMaker(
+            slot,
+            [=] {
+                *ppTable = new Shortcut_cls(strHead, funcDefault());
+                GCClassProvider->SetReceiver(
+                    receiver,
+                    [=](std::wistream& stream, const wxString& strLineHead, const wxString& strRest) {
+                        return *ppTable && (*ppTable)->ReadStrLine(stream, strLineHead, strRest);
+                    },
+                    [=](wxString& strOut) {
+                        if (*ppTable)
+                            (*ppTable)->Serialize(strOut);
+                    },
+                    {strHead});
+            },
+            [=] {
+                if (GCClassProvider)
+                    GCClassProvider->ClearReceiver(receiver);
+                delete *ppTable;
+                *ppTable = nullptr;
+            });
+    };
+    registerTable(SVC_Shortcut, &GpCShortcut, RECV_SHORTCUT, Shortcut_cls::msStrHead,
+                  &Shortcut_cls::GetVDefault);
+    registerTable(SVC_TextShortcut, &GpCTextShortcut, RECV_TEXT_SHORTCUT, Shortcut_cls::msStrTextHead,
+                  &Shortcut_cls::GetVDefaultText);
 }
