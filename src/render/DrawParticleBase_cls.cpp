@@ -156,6 +156,7 @@ void DrawParticleBase_cls::ClearVBOBase() {
     }
     mbTwist = false;
     mbConstantBits = false;
+    mbAlphaOne = false;
 }
 
 // ---- drawing -----------------------------------------------------------------------------------
@@ -182,6 +183,20 @@ void DrawParticleBase_cls::SetBlend(int blendType) {
         ShadowVolumeCtrl_cls::SetBlend(true, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
         break;
     }
+}
+
+bool DrawParticleBase_cls::IsOpaqueRun(const ParticleDrawSetting_cls& setting, const DrawInput_cls& input,
+                                       int m) const {
+    using S = ParticleDrawSetting_cls;
+    const int prog = setting.mProgram[m];
+    if (!setting.mbOpaque[m] || !input.mbTableOpaque || !mbAlphaOne || input.mLightNumber != 0 ||
+        input.mDissolveMode != 0 || (GpCShaderCtrl && GpCShaderCtrl->mFogMode != 0))
+        return false;
+    if (prog == S::PROG_BILLBOARD)
+        return true;
+    // Points below a pixel fade by their area.
+    return (prog == S::PROG_POINT_SQUARE || prog == S::PROG_POINT_CIRCLE) && input.mBaseDistance <= 0.f &&
+           mMinSize * input.mPointSizeFactor >= 1.f;
 }
 
 void DrawParticleBase_cls::DrawPoints(const ParticleDrawSetting_cls& setting, const DrawInput_cls& input) {
@@ -294,7 +309,10 @@ void DrawParticleBase_cls::DrawLists(const ParticleDrawSetting_cls& setting, con
         glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mbSequential[list] ? 0 : mElement[list].Get());
         for (const ParticleRun_cls& run : mVRun[list]) {
             bindProgram(setting.mProgram[run.mMaterial]);
-            SetBlend(setting.mBlend[run.mMaterial]);
+            if (IsOpaqueRun(setting, input, run.mMaterial))
+                ShadowVolumeCtrl_cls::SetBlend(false, GL_ONE, GL_ZERO);
+            else
+                SetBlend(setting.mBlend[run.mMaterial]);
             if (mbSequential[list])
                 glDrawArrays(GL_POINTS, static_cast<GLint>(mSequentialFirst[list]) + run.mFirst, run.mCount);
             else
