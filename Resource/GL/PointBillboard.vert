@@ -38,10 +38,15 @@ void main() {
     vec4 eye = gl_ModelViewMatrix * gl_Vertex;
     float halfSide = pointSize * length(gl_ModelViewMatrix[0].xyz);
     // The golden angle spreads the twists of neighbouring identifiers evenly.
-    float twist = twistMode != 0 ? twistID * 2.39996323 : 0.0;
+    // (An if, not a choice of values: without twists no particle pays for the cosine and sine.)
     mat3 axes = mat3(baseInvMatrix) * mat3(rotationMatrix);
-    vAxisU = axes * vec3(cos(twist), sin(twist), 0.0);
-    vAxisV = axes * vec3(-sin(twist), cos(twist), 0.0);
+    vAxisU = axes[0];
+    vAxisV = axes[1];
+    if (twistMode != 0) {
+        float twist = twistID * 2.39996323;
+        vAxisU = axes * vec3(cos(twist), sin(twist), 0.0);
+        vAxisV = axes * vec3(-sin(twist), cos(twist), 0.0);
+    }
     vCenter = eye.xyz;
     vHalf = halfSide;
     vec4 clip = gl_ProjectionMatrix * eye;
