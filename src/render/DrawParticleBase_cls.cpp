@@ -157,6 +157,7 @@ void DrawParticleBase_cls::ClearVBOBase() {
     mbTwist = false;
     mbConstantBits = false;
     mbAlphaOne = false;
+    mMinSize = mMaxSize = std::numeric_limits<float>::quiet_NaN();
 }
 
 // ---- drawing -----------------------------------------------------------------------------------
@@ -197,6 +198,14 @@ bool DrawParticleBase_cls::IsOpaqueRun(const ParticleDrawSetting_cls& setting, c
     // Points below a pixel fade by their area.
     return (prog == S::PROG_POINT_SQUARE || prog == S::PROG_POINT_CIRCLE) && input.mBaseDistance <= 0.f &&
            mMinSize * input.mPointSizeFactor >= 1.f;
+}
+
+bool DrawParticleBase_cls::IsGridSize(const DrawInput_cls& input) const {
+    if (input.mBaseDistance > 0.f || !(mMinSize == mMaxSize))
+        return false;
+    // The programs draw anything below a pixel as one pixel.
+    const float px = mMinSize * input.mPointSizeFactor;
+    return px < 1.f || px == std::floor(px);
 }
 
 void DrawParticleBase_cls::DrawPoints(const ParticleDrawSetting_cls& setting, const DrawInput_cls& input) {
@@ -245,6 +254,7 @@ void DrawParticleBase_cls::DrawLists(const ParticleDrawSetting_cls& setting, con
         program = prog;
         if (!GpCShaderCtrl)
             return;
+        bool bGrid = false;
         if (prog == ParticleDrawSetting_cls::PROG_BILLBOARD) {
             PointBillboardParam_cls params;
             params.mEnsembleStep = input.mEnsembleStep;
@@ -273,10 +283,16 @@ void DrawParticleBase_cls::DrawLists(const ParticleDrawSetting_cls& setting, con
                 GpCShaderCtrl->BeginPointPseudoSphere(&params);
             else if (prog == ParticleDrawSetting_cls::PROG_POINT_SQUARE ||
                      prog == ParticleDrawSetting_cls::PROG_POINT_CIRCLE)
-                GpCShaderCtrl->BeginPointShape(&params, prog == ParticleDrawSetting_cls::PROG_POINT_CIRCLE);
+                bGrid = GpCShaderCtrl->BeginPointShape(
+                    &params, prog == ParticleDrawSetting_cls::PROG_POINT_CIRCLE, IsGridSize(input));
             else
                 GpCShaderCtrl->BeginPointBasic(&params);
         }
+        // Squares on the pixel grid: the rasteriser's fast path for points of whole pixels.
+        if (bGrid)
+            glDisable(GL_POINT_SPRITE);
+        else
+            glEnable(GL_POINT_SPRITE);
         const GLuint name = GpCShaderCtrl->GetCurrentProgram();
         if (name == 0)
             return;

@@ -11,6 +11,7 @@
 #include <wx/string.h>
 
 #include <cstddef>
+#include <limits>
 #include <vector>
 
 class ParticleForRender_cls;
@@ -137,13 +138,17 @@ public:
     // fragment, so blending can be left off: an opaque material, a table and particles of alpha
     // 1, no lights, fog or dissolve (which change alpha), and points no smaller than a pixel.
     bool IsOpaqueRun(const ParticleDrawSetting_cls& setting, const DrawInput_cls& input, int m) const;
+    // Whether every point is a whole number of pixels (one size, no distance): squares on the
+    // pixel grid then cover what sprites cover, and the rasteriser draws them faster.
+    bool IsGridSize(const DrawInput_cls& input) const;
 
     // Element counts of the two lists.
     int mNumElement[2] = {0, 0};
     // Of the particles in the buffers: every filter alpha is exactly 1 (NaN is not), and the
-    // smallest size (NaN when a size is NaN). Unknown (false) for batched drawing.
+    // smallest and largest size (NaN when a size is NaN). Unknown (false, NaN) for batched drawing.
     bool mbAlphaOne = false;
-    float mMinSize = 0.f;
+    float mMinSize = std::numeric_limits<float>::quiet_NaN();
+    float mMaxSize = std::numeric_limits<float>::quiet_NaN();
     // Bytes given to GL buffers since construction (a frame whose data did not change adds none).
     size_t mUploadedBytes = 0;
 

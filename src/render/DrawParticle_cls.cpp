@@ -100,9 +100,11 @@ void DrawParticle_cls::SetVBOBuffer(const ParticleForRender_cls* pSet, const Par
                    count * sizeof(float));
             const float* pSize = pSet->mSize.get();
             mbAlphaOne = std::all_of(pAlpha, pAlpha + count, [](float a) { return a == 1.f; });
-            mMinSize = pSize[0];
-            for (size_t i = 1; i < count && !std::isnan(mMinSize); ++i)
+            mMinSize = mMaxSize = pSize[0];
+            for (size_t i = 1; i < count && !std::isnan(mMinSize); ++i) {
                 mMinSize = std::isnan(pSize[i]) ? pSize[i] : std::min(mMinSize, pSize[i]);
+                mMaxSize = std::max(mMaxSize, pSize[i]);
+            }
         }
         int bits = setting.mBits[0];
         mbConstantBits = true;

@@ -46,6 +46,7 @@ enum ProgramIndex_enum {
     PRG_PointSquarePlain,
     PRG_PointCirclePlain,
     PRG_SVStreamlineTriangles,
+    PRG_PointCircleGridPlain,
 };
 
 struct ProgramRow_cls {
@@ -223,6 +224,9 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
          with(sv,
               {"lineWidth", "viewport", "useClip", "clipBoxMin", "clipBoxMax", "matrix16", "thinningFactor"}),
          {}},
+        // Plain circles drawn as squares on the pixel grid: the disc by the window position.
+        {"PointCircleGridPlain", "GL/PointBasic", false, false, point, pointAttributes,
+         "PLAIN\n#define CIRCLE\n#define GRID"},
     };
     return table;
 }
@@ -633,12 +637,13 @@ void ShaderCtrl_cls::BeginPointBasic(PointBasicParam_cls* p) {
     BeginPoint(IsPlain(p) ? PRG_PointBasicPlain : PRG_PointBasic, p);
 }
 
-void ShaderCtrl_cls::BeginPointShape(PointBasicParam_cls* p, bool bCircle) {
+bool ShaderCtrl_cls::BeginPointShape(PointBasicParam_cls* p, bool bCircle, bool bGrid) {
     if (!IsPlain(p)) {
         BeginPointBasic(p);
-        return;
+        return false;
     }
-    BeginPoint(bCircle ? PRG_PointCirclePlain : PRG_PointSquarePlain, p);
+    BeginPoint(!bCircle ? PRG_PointSquarePlain : bGrid ? PRG_PointCircleGridPlain : PRG_PointCirclePlain, p);
+    return bGrid;
 }
 
 void ShaderCtrl_cls::BeginPointPseudoSphere(PointBasicParam_cls* p) {

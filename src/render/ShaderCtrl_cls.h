@@ -44,8 +44,10 @@ public:
     // point programs bind their plain variant for draws without lights, fog, dissolve or images.
     void BeginPointBasic(PointBasicParam_cls* pParams);
     // "Point" (square) or "Circle" points without an image: in a plain draw the variant of that one
-    // shape, else BeginPointBasic.
-    void BeginPointShape(PointBasicParam_cls* pParams, bool bCircle);
+    // shape, else BeginPointBasic. bGrid: every point has a whole number of pixels, and may be
+    // drawn without sprite coordinates (the plain variants then need none); returns whether the
+    // bound program needs none.
+    bool BeginPointShape(PointBasicParam_cls* pParams, bool bCircle, bool bGrid = false);
     void BeginPointBillboard(PointBillboardParam_cls* pParams);
     // The ray-cast sphere of a point ("PseudoSphere"): writes each fragment's true depth.
     void BeginPointPseudoSphere(PointBasicParam_cls* pParams);

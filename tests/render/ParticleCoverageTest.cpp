@@ -1,5 +1,6 @@
 // Billboards leave the depth of their tilted square where each pixel's ray meets it, in both
-// projections; particles blend over what stands unless every fragment is opaque.
+// projections; squares and circles of whole and of fractional pixels cover the pixel centres inside
+// them; particles blend over what stands unless every fragment is opaque.
 #include "MaterialParticle_cls.h"
 #include "OrthoDrawFixture.h"
 #include "ParticleDraw_cls.h"
@@ -9,7 +10,7 @@
 #include <cmath>
 #include <sstream>
 
-class ParticleBoardDepthTest : public OrthoDrawFixture {
+class ParticleCoverageTest : public OrthoDrawFixture {
 protected:
     Particle_cls* Add(const wxString& strName, float size, int base) {
         std::ostringstream text;
@@ -28,7 +29,7 @@ protected:
     ParticleDraw_cls mDraw{nullptr};
 };
 
-TEST_F(ParticleBoardDepthTest, TiltedSquaresWriteTheDepthOfTheirPlane) {
+TEST_F(ParticleCoverageTest, TiltedSquaresWriteTheDepthOfTheirPlane) {
     if (IsSkipped())
         GTEST_SKIP();
     const struct {
@@ -61,7 +62,7 @@ TEST_F(ParticleBoardDepthTest, TiltedSquaresWriteTheDepthOfTheirPlane) {
     }
 }
 
-TEST_F(ParticleBoardDepthTest, OnlyFullyOpaqueParticlesReplaceWhatStands) {
+TEST_F(ParticleCoverageTest, OnlyFullyOpaqueParticlesReplaceWhatStands) {
     if (IsSkipped())
         GTEST_SKIP();
     // Over blue: white at alpha a leaves red a. Table alpha from a flat curve; points of half a
@@ -87,5 +88,32 @@ TEST_F(ParticleBoardDepthTest, OnlyFullyOpaqueParticlesReplaceWhatStands) {
         End();
         EXPECT_NEAR(At(32, 32).r, c.red, 0.01f);
         EXPECT_NEAR(At(32, 32).b, 1.f, 0.01f);
+    }
+}
+
+TEST_F(ParticleCoverageTest, PointsCoverThePixelCentresInsideTheirShape) {
+    if (IsSkipped())
+        GTEST_SKIP();
+    const struct {
+        const char* shader; // "Point" 0 or "Circle" 1
+        float size;
+    } cases[] = {{"0", 2.f}, {"0", 7.f}, {"0", 2.5f}, {"1", 3.f}, {"1", 8.f}, {"1", 4.5f}};
+    const float x = 32.3f, y = 31.8f; // window position of the particle (0.3, -0.2)
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << "shader " << c.shader << " size " << c.size);
+        Particle_cls* p = Add(wxString::Format("S%d", static_cast<int>(&c - cases)), c.size, 0);
+        Set(p->GetPCMaterialParticle(0)->mCShaderTypePoint, c.shader);
+        GLDrawStatus_cls status = Begin(true, kSize / 2, false);
+        glTranslatef(-0.2f, -0.7f, 0.f);
+        mDraw.GLDraw(*p, status);
+        End();
+        int wrong = 0;
+        for (int i = 0; i < kSize * kSize; ++i) {
+            const float dx = i % kSize + 0.5f - x, dy = i / kSize + 0.5f - y, r = 0.5f * c.size;
+            const bool bInside =
+                c.shader[0] == '0' ? std::fabs(dx) < r && std::fabs(dy) < r : dx * dx + dy * dy <= r * r;
+            wrong += bInside == IsEmpty(mVFrame[static_cast<size_t>(i)]) ? 1 : 0;
+        }
+        EXPECT_EQ(wrong, 0);
     }
 }
