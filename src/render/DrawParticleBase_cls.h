@@ -134,7 +134,7 @@ public:
 
     // Premultiplied blending of a material's blend type.
     static void SetBlend(int blendType);
-    // Whether a run of material m with program prog writes colours of alpha exactly 1 in every
+    // Whether a run of material m writes colours of alpha exactly 1 in every
     // fragment, so blending can be left off: an opaque material, a table and particles of alpha
     // 1, no lights, fog or dissolve (which change alpha), and points no smaller than a pixel.
     bool IsOpaqueRun(const ParticleDrawSetting_cls& setting, const DrawInput_cls& input, int m) const;
