@@ -1,7 +1,8 @@
 #version 130
 // The billboard's square met along this pixel's view ray: its image (or the plain square) in the
 // colour of the colour table, at its true depth; premultiplied alpha. Where the ray meets the
-// plane comes from the sprite's per-particle functions of the window position.
+// plane comes from the sprite's per-particle functions of the window position. Built with
+// FAR_DEPTH (plain only) for draws whose depth test is "less" with no stencil test.
 #define MAX_LIGHT_RECIEVE 7
 uniform int lightNumber;
 uniform int lightRecieve[MAX_LIGHT_RECIEVE];
@@ -23,9 +24,15 @@ flat in int vImage;
 void main() {
     vec2 d = gl_FragCoord.xy - vOrigin;
     vec2 local = vec2(dot(vRowU, d), dot(vRowV, d)) / (vRowW.z + dot(vRowW.xy, d));
+#ifdef FAR_DEPTH
+    // Outside the square the far end of the depth range, which a "less" depth test rejects: the
+    // fragment leaves nothing, as if discarded, and the shader needs no discard.
+    gl_FragDepth = abs(local.x) > 1.0 || abs(local.y) > 1.0 ? 1.0 : vDepth.z + dot(vDepth.xy, d);
+#else
     if (abs(local.x) > 1.0 || abs(local.y) > 1.0)
         discard;
     gl_FragDepth = vDepth.z + dot(vDepth.xy, d);
+#endif
     vec2 tc = local * 0.5 + 0.5;
     vec4 image = vec4(1.0);
 #ifndef PLAIN

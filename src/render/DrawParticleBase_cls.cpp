@@ -234,6 +234,11 @@ void DrawParticleBase_cls::DrawLists(const ParticleDrawSetting_cls& setting, con
     SetBlend(0);
     GLint viewport[4];
     glGetIntegerv(GL_VIEWPORT, viewport);
+    // A fragment at the far depth fails a "less" test and, with no stencil test, leaves nothing.
+    GLint depthFunc = GL_LESS;
+    glGetIntegerv(GL_DEPTH_FUNC, &depthFunc);
+    const bool bFarDepth =
+        depthFunc == GL_LESS && glIsEnabled(GL_DEPTH_TEST) && !glIsEnabled(GL_STENCIL_TEST);
 
     glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
     glEnableClientState(GL_VERTEX_ARRAY);
@@ -267,7 +272,7 @@ void DrawParticleBase_cls::DrawLists(const ParticleDrawSetting_cls& setting, con
             for (int i = 0; i < 4; ++i)
                 params.mViewport[i] = static_cast<float>(viewport[i]);
             params.mAlphaCrit = input.mAlphaCrit;
-            GpCShaderCtrl->BeginPointBillboard(&params);
+            GpCShaderCtrl->BeginPointBillboard(&params, bFarDepth);
         } else {
             PointBasicParam_cls params;
             params.mEnsembleStep = input.mEnsembleStep;

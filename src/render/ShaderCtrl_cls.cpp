@@ -47,6 +47,7 @@ enum ProgramIndex_enum {
     PRG_PointCirclePlain,
     PRG_SVStreamlineTriangles,
     PRG_PointCircleGridPlain,
+    PRG_PointBillboardFarPlain,
 };
 
 struct ProgramRow_cls {
@@ -227,6 +228,9 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
         // Plain circles drawn as squares on the pixel grid: the disc by the window position.
         {"PointCircleGridPlain", "GL/PointBasic", false, false, point, pointAttributes,
          "PLAIN\n#define CIRCLE\n#define GRID"},
+        // Plain billboards under a "less" depth test: the far depth in place of a discard.
+        {"PointBillboardFarPlain", "GL/PointBillboard", false, false, billboard, billboardAttributes,
+         "PLAIN\n#define FAR_DEPTH"},
     };
     return table;
 }
@@ -650,8 +654,10 @@ void ShaderCtrl_cls::BeginPointPseudoSphere(PointBasicParam_cls* p) {
     BeginPoint(IsPlain(p) ? PRG_PointPseudoSpherePlain : PRG_PointPseudoSphere, p);
 }
 
-void ShaderCtrl_cls::BeginPointBillboard(PointBillboardParam_cls* p) {
-    ShaderItem_cls& item = Item(IsPlain(p) ? PRG_PointBillboardPlain : PRG_PointBillboard);
+void ShaderCtrl_cls::BeginPointBillboard(PointBillboardParam_cls* p, bool bFarDepth) {
+    ShaderItem_cls& item = Item(!IsPlain(p) ? PRG_PointBillboard
+                                : bFarDepth ? PRG_PointBillboardFarPlain
+                                            : PRG_PointBillboardPlain);
     if (!Prepare(item) || !p)
         return;
     SetEnsembleAndFog(item, *p);

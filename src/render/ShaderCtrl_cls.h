@@ -48,7 +48,9 @@ public:
     // drawn without sprite coordinates (the plain variants then need none); returns whether the
     // bound program needs none.
     bool BeginPointShape(PointBasicParam_cls* pParams, bool bCircle, bool bGrid = false);
-    void BeginPointBillboard(PointBillboardParam_cls* pParams);
+    // bFarDepth: the depth test is "less" and the stencil test off, so a plain draw may reject the
+    // fragments outside the square by the far depth instead of a discard.
+    void BeginPointBillboard(PointBillboardParam_cls* pParams, bool bFarDepth = false);
     // The ray-cast sphere of a point ("PseudoSphere"): writes each fragment's true depth.
     void BeginPointPseudoSphere(PointBasicParam_cls* pParams);
     void BeginSphereGouraud(SphereGouraudParam_cls* pParams);
