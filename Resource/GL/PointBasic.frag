@@ -21,9 +21,10 @@ flat in vec3 vDisc;
 // square has no discard at all, which keeps the depth test ahead of the shader.
 void main() {
 #if defined(GRID)
+    // Outside the disc the far end of the depth range, which the "less" depth test these draws
+    // run under rejects: the fragment leaves nothing, as if discarded, and needs no discard.
     vec2 d = gl_FragCoord.xy - vDisc.xy;
-    if (dot(d, d) > vDisc.z)
-        discard;
+    gl_FragDepth = dot(d, d) > vDisc.z ? 1.0 : gl_FragCoord.z;
 #elif defined(CIRCLE)
     vec2 pc = gl_PointCoord * 2.0 - 1.0;
     if (dot(pc, pc) > 1.0)

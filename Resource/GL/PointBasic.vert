@@ -6,7 +6,8 @@
 // 2 the point's image (0: none, 1 to 3: textureImage[0 to 2]), bit 3 a square point. Built once
 // more with SQUARE or CIRCLE (and PLAIN) for points of one shape without an image, which hand
 // their colour over premultiplied, and with GRID for circles of whole pixels drawn without sprite
-// coordinates (squares on the pixel grid cover the same pixels as sprites of a whole size).
+// coordinates (squares on the pixel grid cover the same pixels as sprites of a whole size) under
+// a "less" depth test with no stencil test.
 uniform vec4 viewport;
 uniform float baseDistance;
 uniform float pointSizeFactor;

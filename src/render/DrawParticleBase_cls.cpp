@@ -289,7 +289,8 @@ void DrawParticleBase_cls::DrawLists(const ParticleDrawSetting_cls& setting, con
             else if (prog == ParticleDrawSetting_cls::PROG_POINT_SQUARE ||
                      prog == ParticleDrawSetting_cls::PROG_POINT_CIRCLE)
                 bGrid = GpCShaderCtrl->BeginPointShape(
-                    &params, prog == ParticleDrawSetting_cls::PROG_POINT_CIRCLE, IsGridSize(input));
+                    &params, prog == ParticleDrawSetting_cls::PROG_POINT_CIRCLE,
+                    IsGridSize(input) && (prog != ParticleDrawSetting_cls::PROG_POINT_CIRCLE || bFarDepth));
             else
                 GpCShaderCtrl->BeginPointBasic(&params);
         }

@@ -225,7 +225,8 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
          with(sv,
               {"lineWidth", "viewport", "useClip", "clipBoxMin", "clipBoxMax", "matrix16", "thinningFactor"}),
          {}},
-        // Plain circles drawn as squares on the pixel grid: the disc by the window position.
+        // Plain circles drawn as squares on the pixel grid: the disc by the window position, the
+        // rest rejected by the far depth.
         {"PointCircleGridPlain", "GL/PointBasic", false, false, point, pointAttributes,
          "PLAIN\n#define CIRCLE\n#define GRID"},
         // Plain billboards under a "less" depth test: the far depth in place of a discard.

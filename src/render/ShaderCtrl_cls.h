@@ -45,8 +45,8 @@ public:
     void BeginPointBasic(PointBasicParam_cls* pParams);
     // "Point" (square) or "Circle" points without an image: in a plain draw the variant of that one
     // shape, else BeginPointBasic. bGrid: every point has a whole number of pixels, and may be
-    // drawn without sprite coordinates (the plain variants then need none); returns whether the
-    // bound program needs none.
+    // drawn without sprite coordinates (the plain variants then need none; for circles the depth
+    // test must be "less" and the stencil test off); returns whether the bound program needs none.
     bool BeginPointShape(PointBasicParam_cls* pParams, bool bCircle, bool bGrid = false);
     // bFarDepth: the depth test is "less" and the stencil test off, so a plain draw may reject the
     // fragments outside the square by the far depth instead of a discard.

@@ -85,5 +85,8 @@ TEST_F(ParticleCoverageTest, PointsCoverTheCentresInsideTheirShapeAndBlendUnless
             wrong += std::fabs(px.r - (bIn ? c.red : 0.f)) > 0.01f || std::fabs(px.b - 1.f) > 0.01f ? 1 : 0;
         }
         EXPECT_EQ(wrong, 0);
+        // Depth where the particle is, and none in the corner of a circle's square.
+        EXPECT_NEAR(ReadDepth(32, 31), 0.5, 1e-6);
+        EXPECT_EQ(ReadDepth(28, 28), 1.f);
     }
 }
