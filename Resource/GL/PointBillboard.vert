@@ -86,10 +86,9 @@ void main() {
     // The met point is (centre / clip.w + mx dx + my dy) in homogeneous eye coordinates: its
     // offset from the centre, along each axis, over its w.
     vec2 toDevice = 2.0 / viewport.zw;
-    vec3 du = vec3(dot(mx.xyz - eye.xyz * mx.w, vAxisU), dot(my.xyz - eye.xyz * my.w, vAxisU), 0.0);
-    vec3 dv = vec3(dot(mx.xyz - eye.xyz * mx.w, vAxisV), dot(my.xyz - eye.xyz * my.w, vAxisV), 0.0);
-    vRowU = du.xy * toDevice / halfSide;
-    vRowV = dv.xy * toDevice / halfSide;
+    vec3 ex = mx.xyz - eye.xyz * mx.w, ey = my.xyz - eye.xyz * my.w;
+    vRowU = vec2(dot(ex, vAxisU), dot(ey, vAxisU)) * toDevice / halfSide;
+    vRowV = vec2(dot(ex, vAxisV), dot(ey, vAxisV)) * toDevice / halfSide;
     vRowW = vec3(vec2(mx.w, my.w) * toDevice, 1.0 / clip.w);
     float halfRange = 0.5 * gl_DepthRange.diff;
     vDepth = vec3(vec2(zx, zy) * toDevice * halfRange,
