@@ -13,11 +13,19 @@ flat in int vImage;
 flat in int vSquare;
 //##FUNC_FOG_EFFECT##
 //##FUNC_ENSEMBLE_DITHERING##
+#ifdef GRID
+flat in vec3 vDisc;
+#endif
 #if defined(SQUARE) || defined(CIRCLE)
 // One shape, no image, no light: the premultiplied colour as it came, the circle cut round. A
 // square has no discard at all, which keeps the depth test ahead of the shader.
 void main() {
-#ifdef CIRCLE
+#if defined(GRID)
+    // Outside the disc the far end of the depth range, which the "less" depth test these draws
+    // run under rejects: the fragment leaves nothing, as if discarded, and needs no discard.
+    vec2 d = gl_FragCoord.xy - vDisc.xy;
+    gl_FragDepth = dot(d, d) > vDisc.z ? 1.0 : gl_FragCoord.z;
+#elif defined(CIRCLE)
     vec2 pc = gl_PointCoord * 2.0 - 1.0;
     if (dot(pc, pc) > 1.0)
         discard;

@@ -5,7 +5,9 @@
 // area it would cover; a point whose alpha falls below alphaCrit is not drawn. paramBit: bit 1 and
 // 2 the point's image (0: none, 1 to 3: textureImage[0 to 2]), bit 3 a square point. Built once
 // more with SQUARE or CIRCLE (and PLAIN) for points of one shape without an image, which hand
-// their colour over premultiplied.
+// their colour over premultiplied, and with GRID for circles of whole pixels drawn without sprite
+// coordinates (squares on the pixel grid cover the same pixels as sprites of a whole size) under
+// a "less" depth test with no stencil test.
 uniform vec4 viewport;
 uniform float baseDistance;
 uniform float pointSizeFactor;
@@ -21,6 +23,10 @@ flat out vec4 vColor;
 varying vec3 vEyePosition;
 flat out int vImage;
 flat out int vSquare;
+#ifdef GRID
+// The disc in window units: its centre and squared radius.
+flat out vec3 vDisc;
+#endif
 void main() {
     vec4 eye = gl_ModelViewMatrix * gl_Vertex;
     vEyePosition = eye.xyz;
@@ -42,6 +48,9 @@ void main() {
     vImage = (paramBit >> 1) & 3;
     vSquare = (paramBit >> 3) & 1;
     gl_Position = gl_ProjectionMatrix * eye;
+#ifdef GRID
+    vDisc = vec3(viewport.xy + (gl_Position.xy / gl_Position.w + 1.0) * 0.5 * viewport.zw, 0.25 * px * px);
+#endif
     // Outside the clip volume: the point is dropped before rasterisation.
     if (!(a >= alphaCrit))
         gl_Position = vec4(2.0, 2.0, 2.0, 1.0);

@@ -156,6 +156,8 @@ void DrawParticleBase_cls::ClearVBOBase() {
     }
     mbTwist = false;
     mbConstantBits = false;
+    mbAlphaOne = false;
+    mMinSize = mMaxSize = std::numeric_limits<float>::quiet_NaN();
 }
 
 // ---- drawing -----------------------------------------------------------------------------------
@@ -184,6 +186,28 @@ void DrawParticleBase_cls::SetBlend(int blendType) {
     }
 }
 
+bool DrawParticleBase_cls::IsOpaqueRun(const ParticleDrawSetting_cls& setting, const DrawInput_cls& input,
+                                       int m) const {
+    using S = ParticleDrawSetting_cls;
+    const int prog = setting.mProgram[m];
+    if (!setting.mbOpaque[m] || !input.mbTableOpaque || !mbAlphaOne || input.mLightNumber != 0 ||
+        input.mDissolveMode != 0 || (GpCShaderCtrl && GpCShaderCtrl->mFogMode != 0))
+        return false;
+    if (prog == S::PROG_BILLBOARD)
+        return true;
+    // Points below a pixel fade by their area.
+    return (prog == S::PROG_POINT_SQUARE || prog == S::PROG_POINT_CIRCLE) && input.mBaseDistance <= 0.f &&
+           mMinSize * input.mPointSizeFactor >= 1.f;
+}
+
+bool DrawParticleBase_cls::IsGridSize(const DrawInput_cls& input) const {
+    if (input.mBaseDistance > 0.f || !(mMinSize == mMaxSize))
+        return false;
+    // The programs draw anything below a pixel as one pixel.
+    const float px = mMinSize * input.mPointSizeFactor;
+    return px < 1.f || px == std::floor(px);
+}
+
 void DrawParticleBase_cls::DrawPoints(const ParticleDrawSetting_cls& setting, const DrawInput_cls& input) {
     DrawLists(setting, input, false);
     GLCheckError_cls::CheckGLError("DrawParticle::DrawPoints");
@@ -210,6 +234,11 @@ void DrawParticleBase_cls::DrawLists(const ParticleDrawSetting_cls& setting, con
     SetBlend(0);
     GLint viewport[4];
     glGetIntegerv(GL_VIEWPORT, viewport);
+    // A fragment at the far depth fails a "less" test and, with no stencil test, leaves nothing.
+    GLint depthFunc = GL_LESS;
+    glGetIntegerv(GL_DEPTH_FUNC, &depthFunc);
+    const bool bFarDepth =
+        depthFunc == GL_LESS && glIsEnabled(GL_DEPTH_TEST) && !glIsEnabled(GL_STENCIL_TEST);
 
     glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
     glEnableClientState(GL_VERTEX_ARRAY);
@@ -230,6 +259,7 @@ void DrawParticleBase_cls::DrawLists(const ParticleDrawSetting_cls& setting, con
         program = prog;
         if (!GpCShaderCtrl)
             return;
+        bool bGrid = false;
         if (prog == ParticleDrawSetting_cls::PROG_BILLBOARD) {
             PointBillboardParam_cls params;
             params.mEnsembleStep = input.mEnsembleStep;
@@ -242,7 +272,7 @@ void DrawParticleBase_cls::DrawLists(const ParticleDrawSetting_cls& setting, con
             for (int i = 0; i < 4; ++i)
                 params.mViewport[i] = static_cast<float>(viewport[i]);
             params.mAlphaCrit = input.mAlphaCrit;
-            GpCShaderCtrl->BeginPointBillboard(&params);
+            GpCShaderCtrl->BeginPointBillboard(&params, bFarDepth);
         } else {
             PointBasicParam_cls params;
             params.mEnsembleStep = input.mEnsembleStep;
@@ -258,10 +288,17 @@ void DrawParticleBase_cls::DrawLists(const ParticleDrawSetting_cls& setting, con
                 GpCShaderCtrl->BeginPointPseudoSphere(&params);
             else if (prog == ParticleDrawSetting_cls::PROG_POINT_SQUARE ||
                      prog == ParticleDrawSetting_cls::PROG_POINT_CIRCLE)
-                GpCShaderCtrl->BeginPointShape(&params, prog == ParticleDrawSetting_cls::PROG_POINT_CIRCLE);
+                bGrid = GpCShaderCtrl->BeginPointShape(
+                    &params, prog == ParticleDrawSetting_cls::PROG_POINT_CIRCLE,
+                    IsGridSize(input) && (prog != ParticleDrawSetting_cls::PROG_POINT_CIRCLE || bFarDepth));
             else
                 GpCShaderCtrl->BeginPointBasic(&params);
         }
+        // Squares on the pixel grid: the rasteriser's fast path for points of whole pixels.
+        if (bGrid)
+            glDisable(GL_POINT_SPRITE);
+        else
+            glEnable(GL_POINT_SPRITE);
         const GLuint name = GpCShaderCtrl->GetCurrentProgram();
         if (name == 0)
             return;
@@ -294,7 +331,10 @@ void DrawParticleBase_cls::DrawLists(const ParticleDrawSetting_cls& setting, con
         glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mbSequential[list] ? 0 : mElement[list].Get());
         for (const ParticleRun_cls& run : mVRun[list]) {
             bindProgram(setting.mProgram[run.mMaterial]);
-            SetBlend(setting.mBlend[run.mMaterial]);
+            if (IsOpaqueRun(setting, input, run.mMaterial))
+                ShadowVolumeCtrl_cls::SetBlend(false, GL_ONE, GL_ZERO);
+            else
+                SetBlend(setting.mBlend[run.mMaterial]);
             if (mbSequential[list])
                 glDrawArrays(GL_POINTS, static_cast<GLint>(mSequentialFirst[list]) + run.mFirst, run.mCount);
             else

@@ -11,6 +11,7 @@
 #include <wx/string.h>
 
 #include <cstddef>
+#include <limits>
 #include <vector>
 
 class ParticleForRender_cls;
@@ -94,6 +95,9 @@ public:
         GLuint mColorTable = 0; // the 2D colour table (rows of the materials)
         GLuint mImage[3] = {0, 0, 0};
         bool mbImage = false; // a material draws with an image
+        // Every texel of the colour table has alpha 1: with opaque materials and particles whose
+        // own alpha is 1 too, blending gives what replacing gives.
+        bool mbTableOpaque = false;
         int mEnsembleStep = 0;
         int mDissolveMode = 0;
         int mLightNumber = 0;
@@ -130,9 +134,21 @@ public:
 
     // Premultiplied blending of a material's blend type.
     static void SetBlend(int blendType);
+    // Whether a run of material m writes colours of alpha exactly 1 in every
+    // fragment, so blending can be left off: an opaque material, a table and particles of alpha
+    // 1, no lights, fog or dissolve (which change alpha), and points no smaller than a pixel.
+    bool IsOpaqueRun(const ParticleDrawSetting_cls& setting, const DrawInput_cls& input, int m) const;
+    // Whether every point is a whole number of pixels (one size, no distance): squares on the
+    // pixel grid then cover what sprites cover, and the rasteriser draws them faster.
+    bool IsGridSize(const DrawInput_cls& input) const;
 
     // Element counts of the two lists.
     int mNumElement[2] = {0, 0};
+    // Of the particles in the buffers: every filter alpha is exactly 1 (NaN is not), and the
+    // smallest and largest size (NaN when a size is NaN). Unknown (false, NaN) for batched drawing.
+    bool mbAlphaOne = false;
+    float mMinSize = std::numeric_limits<float>::quiet_NaN();
+    float mMaxSize = std::numeric_limits<float>::quiet_NaN();
     // Bytes given to GL buffers since construction (a frame whose data did not change adds none).
     size_t mUploadedBytes = 0;
 

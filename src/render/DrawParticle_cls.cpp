@@ -9,6 +9,7 @@
 #include <epoxy/gl.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <map>
 #include <utility>
@@ -97,6 +98,13 @@ void DrawParticle_cls::SetVBOBuffer(const ParticleForRender_cls* pSet, const Par
             Upload(mBuffer[BUF_ALPHA], mCapacity[BUF_ALPHA], GL_ARRAY_BUFFER, pAlpha, count * sizeof(float));
             Upload(mBuffer[BUF_SIZE], mCapacity[BUF_SIZE], GL_ARRAY_BUFFER, pSet->mSize.get(),
                    count * sizeof(float));
+            const float* pSize = pSet->mSize.get();
+            mbAlphaOne = std::all_of(pAlpha, pAlpha + count, [](float a) { return a == 1.f; });
+            mMinSize = mMaxSize = pSize[0];
+            for (size_t i = 1; i < count && !std::isnan(mMinSize); ++i) {
+                mMinSize = std::isnan(pSize[i]) ? pSize[i] : std::min(mMinSize, pSize[i]);
+                mMaxSize = std::max(mMaxSize, pSize[i]);
+            }
         }
         int bits = setting.mBits[0];
         mbConstantBits = true;

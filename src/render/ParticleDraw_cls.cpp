@@ -307,6 +307,9 @@ void ParticleDraw_cls::UpdateColorTable(Particle_cls& obj, Object_cls& o,
             px[3] *= vAlpha[r];
         }
     }
+    o.mbTableOpaque = true;
+    for (size_t i = 3; i < vTable.size(); i += 4)
+        o.mbTableOpaque = o.mbTableOpaque && vTable[i] == 1.f;
     if (!o.mColorTable)
         o.mColorTable = GLTexture_cls::Make();
     glBindTexture(GL_TEXTURE_2D, o.mColorTable.Get());
@@ -375,6 +378,7 @@ void ParticleDraw_cls::GLDraw(Particle_cls& obj, GLDrawStatus_cls& status) {
 
     DrawParticleBase_cls::DrawInput_cls input;
     input.mColorTable = o.mColorTable.Get();
+    input.mbTableOpaque = o.mbTableOpaque;
     std::copy(o.mImage, o.mImage + 3, input.mImage);
     for (int m = 0; m < ParticleDrawSetting_cls::kMaterialMax; ++m)
         input.mbImage = input.mbImage || (setting.mBits[m] >> ParticleDrawSetting_cls::SHIFT_IMAGE) & 3;

@@ -62,6 +62,7 @@ private:
         DrawParticleLargeVBO_cls mCLarge;
         GLTexture_cls mColorTable;
         wxString mStrTableStamp;
+        bool mbTableOpaque = false; // every texel of the table has alpha 1
         wxString mStrImagePath[3];
         GLuint mImage[3] = {0, 0, 0};
         wxString mStrLastProblem;

@@ -46,6 +46,8 @@ enum ProgramIndex_enum {
     PRG_PointSquarePlain,
     PRG_PointCirclePlain,
     PRG_SVStreamlineTriangles,
+    PRG_PointCircleGridPlain,
+    PRG_PointBillboardFarPlain,
 };
 
 struct ProgramRow_cls {
@@ -223,6 +225,13 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
          with(sv,
               {"lineWidth", "viewport", "useClip", "clipBoxMin", "clipBoxMax", "matrix16", "thinningFactor"}),
          {}},
+        // Plain circles drawn as squares on the pixel grid: the disc by the window position, the
+        // rest rejected by the far depth.
+        {"PointCircleGridPlain", "GL/PointBasic", false, false, point, pointAttributes,
+         "PLAIN\n#define CIRCLE\n#define GRID"},
+        // Plain billboards under a "less" depth test: the far depth in place of a discard.
+        {"PointBillboardFarPlain", "GL/PointBillboard", false, false, billboard, billboardAttributes,
+         "PLAIN\n#define FAR_DEPTH"},
     };
     return table;
 }
@@ -633,20 +642,23 @@ void ShaderCtrl_cls::BeginPointBasic(PointBasicParam_cls* p) {
     BeginPoint(IsPlain(p) ? PRG_PointBasicPlain : PRG_PointBasic, p);
 }
 
-void ShaderCtrl_cls::BeginPointShape(PointBasicParam_cls* p, bool bCircle) {
+bool ShaderCtrl_cls::BeginPointShape(PointBasicParam_cls* p, bool bCircle, bool bGrid) {
     if (!IsPlain(p)) {
         BeginPointBasic(p);
-        return;
+        return false;
     }
-    BeginPoint(bCircle ? PRG_PointCirclePlain : PRG_PointSquarePlain, p);
+    BeginPoint(!bCircle ? PRG_PointSquarePlain : bGrid ? PRG_PointCircleGridPlain : PRG_PointCirclePlain, p);
+    return bGrid;
 }
 
 void ShaderCtrl_cls::BeginPointPseudoSphere(PointBasicParam_cls* p) {
     BeginPoint(IsPlain(p) ? PRG_PointPseudoSpherePlain : PRG_PointPseudoSphere, p);
 }
 
-void ShaderCtrl_cls::BeginPointBillboard(PointBillboardParam_cls* p) {
-    ShaderItem_cls& item = Item(IsPlain(p) ? PRG_PointBillboardPlain : PRG_PointBillboard);
+void ShaderCtrl_cls::BeginPointBillboard(PointBillboardParam_cls* p, bool bFarDepth) {
+    ShaderItem_cls& item = Item(!IsPlain(p) ? PRG_PointBillboard
+                                : bFarDepth ? PRG_PointBillboardFarPlain
+                                            : PRG_PointBillboardPlain);
     if (!Prepare(item) || !p)
         return;
     SetEnsembleAndFog(item, *p);

@@ -44,9 +44,13 @@ public:
     // point programs bind their plain variant for draws without lights, fog, dissolve or images.
     void BeginPointBasic(PointBasicParam_cls* pParams);
     // "Point" (square) or "Circle" points without an image: in a plain draw the variant of that one
-    // shape, else BeginPointBasic.
-    void BeginPointShape(PointBasicParam_cls* pParams, bool bCircle);
-    void BeginPointBillboard(PointBillboardParam_cls* pParams);
+    // shape, else BeginPointBasic. bGrid: every point has a whole number of pixels, and may be
+    // drawn without sprite coordinates (the plain variants then need none; for circles the depth
+    // test must be "less" and the stencil test off); returns whether the bound program needs none.
+    bool BeginPointShape(PointBasicParam_cls* pParams, bool bCircle, bool bGrid = false);
+    // bFarDepth: the depth test is "less" and the stencil test off, so a plain draw may reject the
+    // fragments outside the square by the far depth instead of a discard.
+    void BeginPointBillboard(PointBillboardParam_cls* pParams, bool bFarDepth = false);
     // The ray-cast sphere of a point ("PseudoSphere"): writes each fragment's true depth.
     void BeginPointPseudoSphere(PointBasicParam_cls* pParams);
     void BeginSphereGouraud(SphereGouraudParam_cls* pParams);

@@ -58,16 +58,20 @@ TEST_F(ShaderCtrlTest, EveryResourceProgramLinksAndHasTheUniformsTheHostLooksUp)
         {"PointBillboardPlain",
          {"baseInvModelMatrix", "modelInvBaseMatrix", "lightNumber", "lightRecieve", "dissolveMode",
           "textureImage", "paramBit"}},
+        {"PointBillboardFarPlain",
+         {"baseInvModelMatrix", "modelInvBaseMatrix", "lightNumber", "lightRecieve", "dissolveMode",
+          "textureImage", "paramBit"}},
         {"PointBasicPlain", {"viewport", "lightNumber", "lightRecieve", "dissolveMode", "textureImage"}},
         {"PointSquarePlain",
          {"viewport", "lightNumber", "lightRecieve", "dissolveMode", "textureImage", "paramBit"}},
         {"PointCirclePlain",
          {"viewport", "lightNumber", "lightRecieve", "dissolveMode", "textureImage", "paramBit"}},
+        {"PointCircleGridPlain", {"lightNumber", "lightRecieve", "dissolveMode", "textureImage", "paramBit"}},
         {"PointPseudoSpherePlain",
          {"baseDistance", "pointSizeFactor", "lightNumber", "lightRecieve", "dissolveMode", "textureImage",
           "paramBit"}}};
     ShaderCtrl_cls ctrl;
-    ASSERT_EQ(ctrl.GetVItems().size(), 37u);
+    ASSERT_EQ(ctrl.GetVItems().size(), 39u);
     int built = 0;
     LogCapture_cls log;
     for (ShaderItem_cls& item : ctrl.GetVItems()) {
@@ -120,8 +124,8 @@ TEST_F(ShaderCtrlTest, EveryResourceProgramLinksAndHasTheUniformsTheHostLooksUp)
             }
         }
     }
-    std::cout << built << " of 37 programs have resource files and were built\n";
-    EXPECT_EQ(built, 37); // the programs whose files exist so far
+    std::cout << built << " of 39 programs have resource files and were built\n";
+    EXPECT_EQ(built, 39); // the programs whose files exist so far
     // The only GL errors: the old geometry parameters, which this driver does not know.
     for (const wxString& line : log.mVStrLines) {
         if (line.Contains("error = ")) {
