@@ -241,6 +241,9 @@ void Particle_cls::WaitForReads(const std::vector<ParticleSnap_cls*>& vReading) 
             bAny = bAny || pSnap->IsReading();
             percent += pSnap->GetReadPercent();
         }
+        // Until the readers have given the sequence back too, so that the read ahead which
+        // follows the wait is not refused.
+        bAny = bAny || mCSequence.GetReadersHandingBack() > 0;
         if (!bAny)
             break;
         ReadEventSink_cls::ShowProgress(percent / static_cast<int>(vReading.size()), false);
@@ -268,6 +271,17 @@ bool Particle_cls::WaitPrepareNext() {
     // Joining twice is harmless: the result of the last job stays until the next one starts.
     const bool bOK = mCThreadNext.Join();
     return mbNextStarted && bOK;
+}
+
+void Particle_cls::StartReadsAt(double nt) {
+    if (IsDataChanged())
+        CheckFileSequence();
+    FrameInfo_cls info;
+    if (!GetFrameInfo(nt, info))
+        return;
+    AdjustFrameForComposer(info, 0);
+    bool bRead = false;
+    LoadSnapsNow(info, bRead, false);
 }
 
 bool Particle_cls::PrepareDraw(int step, int composite) {
