@@ -166,16 +166,6 @@ bool DataSequence_cls::ReleaseMemoryData(SequenceRemapBase_cls* pRemap) {
     return true;
 }
 
-int DataSequence_cls::GetReadersHandingBack() const {
-    // The lock first: a reader that finishes in between counts as handing back, never as gone.
-    const int lock = mReadingLock.load(std::memory_order_acquire);
-    int reading = 0;
-    for (const auto& pSnap : mSnaps)
-        if (pSnap && pSnap->IsReading())
-            ++reading;
-    return std::max(0, lock - reading);
-}
-
 void DataSequence_cls::PopLock() {
     int before = mReadingLock.fetch_sub(1, std::memory_order_acq_rel);
     wxASSERT(before > 0); // mReadingLock > 0

@@ -51,9 +51,6 @@ public:
     // Number of running reads. Any thread.
     void PushLock() { mReadingLock.fetch_add(1, std::memory_order_acq_rel); }
     void PopLock();
-    // Readers whose snap is finished but which have not yet popped the lock (a reader sets the
-    // flag first): a read ahead started now would be refused. Main thread.
-    int GetReadersHandingBack() const;
     // The last acts of a reader thread whose read began at start: logs "ReadLog :: " with the
     // file and the milliseconds, sets the finished flag, pops the lock of pSequence (may be null)
     // and wakes the main loop. Only copies are used once the flag is set, since the main thread

@@ -241,9 +241,6 @@ void Particle_cls::WaitForReads(const std::vector<ParticleSnap_cls*>& vReading) 
             bAny = bAny || pSnap->IsReading();
             percent += pSnap->GetReadPercent();
         }
-        // Until the readers have given the sequence back too, so that the read ahead which
-        // follows the wait is not refused.
-        bAny = bAny || mCSequence.GetReadersHandingBack() > 0;
         if (!bAny)
             break;
         ReadEventSink_cls::ShowProgress(percent / static_cast<int>(vReading.size()), false);
