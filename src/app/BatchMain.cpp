@@ -19,6 +19,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <memory>
 #include <string>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -124,11 +125,6 @@ int main(int argc, char** argv) {
         return 2;
     }
 
-    EGLContext_cls context;
-    if (!context.Create()) {
-        fprintf(stderr, "orvantis4-batch: no GL context: %s\n", context.GetStrError().utf8_str().data());
-        return 2;
-    }
     // The shaders read their sources when the services are made: find the folder first.
     wxString strResourceDir;
     for (const wxString& strRoot :
@@ -153,10 +149,25 @@ int main(int argc, char** argv) {
         return 2;
     }
     BatchRenderer_cls renderer(options, strOut);
-    int result = renderer.Run(strProjectText);
-    // GL objects go while the context is current.
+    // Made once the project is open, as the window makes its context at the first paint: the
+    // first frame's files are read meanwhile.
+    std::unique_ptr<EGLContext_cls> pContext;
+    int result = renderer.Prepare(strProjectText);
+    if (result == 0) {
+        renderer.StartReading();
+        pContext = std::make_unique<EGLContext_cls>();
+        if (pContext->Create()) {
+            result = renderer.Run();
+        } else {
+            fprintf(stderr, "orvantis4-batch: no GL context: %s\n",
+                    pContext->GetStrError().utf8_str().data());
+            result = 2;
+        }
+    }
+    // GL objects go while the context is current; deleting the core waits for the reads.
     FramePasses_cls::DeleteGLCommon();
     delete pMain;
+    pContext.reset();
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     if (result != 2) {
         for (const std::string& strFailed : renderer.mVStrFailed)

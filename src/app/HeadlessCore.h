@@ -7,14 +7,15 @@
 #include "Main_cls.h"
 
 #include <atomic>
+#include <utility>
 
 inline Main_cls* NewHeadlessCore() {
     // The pause after a save shows the window's busy state; there is no window here.
     Main_cls::msSaveBusyMillis = 0;
     Main_cls* pMain = new Main_cls();
     std::atomic<bool> bFinished{false};
-    InitializeParallel_cls::Start(&bFinished, &pMain->mMillisParallel);
-    InitializeParallel_cls::WaitFinished(bFinished);
+    auto pWorker = InitializeParallel_cls::Start(&bFinished, &pMain->mMillisParallel);
+    InitializeParallel_cls::WaitFinished(bFinished, std::move(pWorker));
     pMain->CreateSingletonSerial();
     return pMain;
 }

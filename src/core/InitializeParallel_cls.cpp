@@ -24,16 +24,20 @@ wxThread::ExitCode InitializeParallel_cls::Entry() {
     return 0;
 }
 
-void InitializeParallel_cls::Start(std::atomic<bool>* pbFinished, int* pnMillis) {
-    auto* pThread = new InitializeParallel_cls();
+std::unique_ptr<InitializeParallel_cls> InitializeParallel_cls::Start(std::atomic<bool>* pbFinished,
+                                                                      int* pnMillis) {
+    auto pThread = std::make_unique<InitializeParallel_cls>();
     pThread->SetParameters(pbFinished, pnMillis);
     if (pThread->Run() == wxTHREAD_NO_ERROR)
-        return;
-    delete pThread;
+        return pThread;
     RunAndSignal(pbFinished, pnMillis);
+    return nullptr;
 }
 
-void InitializeParallel_cls::WaitFinished(const std::atomic<bool>& bFinished) {
+void InitializeParallel_cls::WaitFinished(const std::atomic<bool>& bFinished,
+                                          std::unique_ptr<InitializeParallel_cls> pThread) {
     while (!bFinished.load(std::memory_order_acquire))
         wxMilliSleep(3);
+    if (pThread)
+        pThread->Wait();
 }

@@ -39,6 +39,8 @@ bool FileExists(const std::string& strPath) {
 BatchRenderer_cls::BatchRenderer_cls(const BatchOptions_cls& options, const std::string& strOutAbsolute)
     : mCOptions(options), mStrOut(strOutAbsolute) {}
 
+BatchRenderer_cls::~BatchRenderer_cls() = default;
+
 void BatchRenderer_cls::ApplyFirstViewBlock(const std::string& strProjectText, View3D_cls& view) {
     std::istringstream in(strProjectText);
     std::string strLine;
@@ -109,8 +111,9 @@ void BatchRenderer_cls::Drain(const std::vector<ImageIO_cls::Result_cls>& vResul
     }
 }
 
-int BatchRenderer_cls::Run(const std::string& strProjectText) {
-    View3D_cls view;
+int BatchRenderer_cls::Prepare(const std::string& strProjectText) {
+    mpCView = std::make_unique<View3D_cls>();
+    View3D_cls& view = *mpCView;
     ApplyFirstViewBlock(strProjectText, view);
     ImageOutput_cls& output = *GpCImageOutput;
     if (!mStrOut.empty())
@@ -144,11 +147,11 @@ int BatchRenderer_cls::Run(const std::string& strProjectText) {
     }
     // --size wins over the size override of the view's camera.
     const wxString strCamera = mCOptions.mWidth > 0 ? wxString() : view.GetStrCameraName();
-    const wxSize size = RecordOutput_cls::GetOutputImageSize(strCamera);
+    mSize = RecordOutput_cls::GetOutputImageSize(strCamera);
     if (RecordOutput_cls* pRecord = dynamic_cast<RecordOutput_cls*>(GpCFrameOutput))
         pRecord->mStrCameraName = strCamera;
-    if (size.x < 1 || size.y < 1) {
-        fprintf(stderr, "orvantis4-batch: the image size %dx%d is empty\n", size.x, size.y);
+    if (mSize.x < 1 || mSize.y < 1) {
+        fprintf(stderr, "orvantis4-batch: the image size %dx%d is empty\n", mSize.x, mSize.y);
         return 2;
     }
     FileSequence_cls sequence;
@@ -158,12 +161,37 @@ int BatchRenderer_cls::Run(const std::string& strProjectText) {
     TimeCtrl_cls& time = *GpCTimeCtrl;
     const int first = mCOptions.mbFrames ? mCOptions.mFrameFirst : time.GetWAMin();
     const int last = mCOptions.mbFrames ? mCOptions.mFrameLast : time.GetWAMax();
-    const std::vector<std::pair<int, int>> vPositions = BatchOptions_cls::GetPositions(
-        first, last, mCOptions.mFrameStep, time.GetSubFrameMax(), time.GetSubFrameStepping(),
-        mCOptions.mShardIndex, mCOptions.mShardCount);
+    mVPositions = BatchOptions_cls::GetPositions(first, last, mCOptions.mFrameStep, time.GetSubFrameMax(),
+                                                 time.GetSubFrameStepping(), mCOptions.mShardIndex,
+                                                 mCOptions.mShardCount);
     mFirstNumber = sequence.mOffset + time.GetStep(first, 0) * sequence.mStep;
-    mTotal = static_cast<int>(vPositions.size());
-    mVPending.assign(vPositions.size(), Pending_cls());
+    mTotal = static_cast<int>(mVPositions.size());
+    mVPending.assign(mVPositions.size(), Pending_cls());
+    return 0;
+}
+
+void BatchRenderer_cls::StartReading() {
+    if (mVPositions.empty() || !GpCSceneObjCtrl)
+        return;
+    TimeCtrl_cls& time = *GpCTimeCtrl;
+    time.ProcSetFrameCurrent(mVPositions[0].first);
+    time.ProcSetSubFrameCurrent(mVPositions[0].second);
+    // What the window's idle loop reads ahead, and every step that a particle object's first
+    // frame needs (the read ahead starts one file at a time).
+    GpCSceneObjCtrl->Prefetch();
+    const double nt = time.GetCurrentNT(false);
+    std::vector<SceneObj_cls*> vObjects;
+    GpCSceneObjCtrl->GetVPCList(vObjects);
+    for (SceneObj_cls* p : vObjects)
+        if (Particle_cls* pParticle = Particle_cls::GetPCParticle(p))
+            pParticle->StartReadsAt(nt);
+}
+
+int BatchRenderer_cls::Run() {
+    const std::vector<std::pair<int, int>>& vPositions = mVPositions;
+    const wxSize size = mSize;
+    TimeCtrl_cls& time = *GpCTimeCtrl;
+    ImageOutput_cls& output = *GpCImageOutput;
     // The picture the window would show goes to a small buffer; the file comes from the record.
     FBO_cls target(16, 16, nullptr);
     target.SetGeometryFBO(16, 16);
@@ -173,7 +201,7 @@ int BatchRenderer_cls::Run(const std::string& strProjectText) {
     ImageIO_cls& io = *GpCImageIO;
     // One set of passes for the run: its buffers are cleared by every frame and its uploads are
     // keyed by the data they hold, so only what a frame changes is made again.
-    FramePasses_cls passes(&view);
+    FramePasses_cls passes(mpCView.get());
     for (size_t i = 0; i < vPositions.size(); ++i) {
         if (TimeCtrl_cls::msbForceAbort.load(std::memory_order_acquire))
             break;

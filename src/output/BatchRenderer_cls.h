@@ -11,7 +11,9 @@
 #include "ImageIO_cls.h"
 
 #include <cstdio>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 class View3D_cls;
@@ -20,14 +22,21 @@ class BatchRenderer_cls {
 public:
     // The options are checked already; strOutAbsolute is --out made absolute (or empty).
     BatchRenderer_cls(const BatchOptions_cls& options, const std::string& strOutAbsolute);
+    ~BatchRenderer_cls();
 
     // Applies the first "View3D" settings block of the project text to the view.
     static void ApplyFirstViewBlock(const std::string& strProjectText, View3D_cls& view);
 
-    // Renders; the project is loaded and the services exist. Returns the exit code: 0 all
-    // written (or already there), 1 some failed (named on stderr), 2 the output folder or
-    // format cannot be used.
-    int Run(const std::string& strProjectText);
+    // Checks the output (folder, format, size) and works out this shard's frames; the project
+    // is loaded and the services exist, no GL context is needed. 0, or the exit code 2 when the
+    // output folder or format cannot be used (said on stderr).
+    int Prepare(const std::string& strProjectText);
+    // Sets the clock on the shard's first frame and starts reading that frame's data without
+    // waiting, so that the files are read while the GL context and its programs are made.
+    void StartReading();
+    // Renders what Prepare planned, with a GL context current. Returns the exit code: 0 all
+    // written (or already there), 1 some failed (named on stderr).
+    int Run();
 
     // Drops what an earlier frame left: the accumulation buffers and the particle objects'
     // prepared sets with their last sort and camera.
@@ -54,6 +63,10 @@ private:
 
     const BatchOptions_cls& mCOptions;
     std::string mStrOut;
+    // Set by Prepare.
+    std::unique_ptr<View3D_cls> mpCView;
+    std::vector<std::pair<int, int>> mVPositions;
+    wxSize mSize;
     std::vector<Pending_cls> mVPending;
     int mTotal = 0;
     int mDone = 0;

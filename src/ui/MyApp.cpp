@@ -16,6 +16,7 @@
 #include <atomic>
 #include <cstdio>
 #include <thread>
+#include <utility>
 
 MyApp::MyApp() {
     mLocale.Init(wxLANGUAGE_DEFAULT, wxLOCALE_LOAD_DEFAULT);
@@ -53,12 +54,12 @@ FrameMain_cls* MyApp::StartCore(Main_cls* pMain) {
     wxToolTip::SetReshow(10);
 
     std::atomic<bool> bFinished{false};
-    InitializeParallel_cls::Start(&bFinished, &pMain->mMillisParallel);
+    auto pWorker = InitializeParallel_cls::Start(&bFinished, &pMain->mMillisParallel);
 
     // Built while the worker makes the services; it uses none of them.
     auto* pFrame = new FrameMain_cls("Orvantis4 ver " + Main_cls::msStrVersion, pMain, 0, 0, 1280, 960);
 
-    InitializeParallel_cls::WaitFinished(bFinished);
+    InitializeParallel_cls::WaitFinished(bFinished, std::move(pWorker));
     pMain->CreateSingletonSerial();
     if (GpCwxLogGuiEX)
         delete wxLog::SetActiveTarget(GpCwxLogGuiEX);

@@ -270,6 +270,17 @@ bool Particle_cls::WaitPrepareNext() {
     return mbNextStarted && bOK;
 }
 
+void Particle_cls::StartReadsAt(double nt) {
+    if (IsDataChanged())
+        CheckFileSequence();
+    FrameInfo_cls info;
+    if (!GetFrameInfo(nt, info))
+        return;
+    AdjustFrameForComposer(info, 0);
+    bool bRead = false;
+    LoadSnapsNow(info, bRead, false);
+}
+
 bool Particle_cls::PrepareDraw(int step, int composite) {
     if (step == 0 && IsDataChanged())
         CheckFileSequence();

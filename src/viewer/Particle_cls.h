@@ -81,6 +81,9 @@ public:
     // drawn next (the composer's second image of this time, or the next frame). False when the
     // frame has no data.
     bool PrepareDraw(int step, int composite);
+    // Starts the reads of the steps that the frame at normalised time nt needs and returns
+    // without waiting for them. Main thread.
+    void StartReadsAt(double nt);
     // Starts the preparation of the frame at time on mpCNext, when all its snaps are read; else
     // frees the clones and returns false. Takes the clones.
     bool PrepareDataNext(ViewerClone_cls* pViewer, ViewerClone_cls* pMaterial, int composite, double time,
