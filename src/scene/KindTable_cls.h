@@ -53,6 +53,8 @@ public:
         std::function<Attribute_cls*(SceneObj_cls*, const wxString& strName)> mFuncNewMaterial;
         // Whether the object takes one more material; logs why not. Unset: always.
         std::function<bool(SceneObj_cls*)> mFuncCanAddMaterial;
+        // Whether saving writes this own attribute; unset: every one.
+        std::function<bool(SceneObj_cls*, Attribute_cls*)> mFuncSavesOwnAttribute;
         std::function<double(SceneObj_cls*)> mFuncUsedMemoryMB;
         std::function<void(SceneObj_cls*)> mFuncPrefetch;
         std::function<void(SceneObj_cls*)> mFuncRelease;

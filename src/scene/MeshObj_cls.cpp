@@ -99,6 +99,18 @@ void MeshObj_cls::AdoptMtlMaterials() {
     }
 }
 
+bool MeshObj_cls::IsSavedMaterial(const wxString& strAttr) {
+    // The materials of a file the object showed before (a name changed and undone) stay in memory,
+    // edits and all, in case it shows it again; the project keeps those of the file it shows. While
+    // the file cannot be read, its library is unknown and every material is kept.
+    if (!strAttr.StartsWith(kMtlPrefix) || !LoadMesh())
+        return true;
+    for (const WavefrontMaterial_cls& m : mCLoader.mVMaterial)
+        if (GetStrMtlAttribute(m.mStrName) == strAttr)
+            return true;
+    return false;
+}
+
 WavefrontLoader_cls* MeshObj_cls::GetPCMesh() {
     LoadMesh();
     return &mCLoader;

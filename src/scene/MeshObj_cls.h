@@ -31,6 +31,9 @@ public:
     Material_cls* GetPCMtlMaterial(const wxString& strMtl);
     // The names of the .mtl materials of the file read, in the file's order (read first if needed).
     wxArrayString GetAStrMtlNames();
+    // Whether saving writes the own attribute strAttr: not a .mtl material that the file read
+    // does not have.
+    bool IsSavedMaterial(const wxString& strAttr);
     // What "New::Material::<name>" makes on a mesh: a material for a .mtl material; null for any
     // other name. Not owned: the caller gives it to the object.
     static Material_cls* GetPNewMtlMaterial(const wxString& strName);

@@ -846,7 +846,10 @@ void SceneObj_cls::Serialize(wxString& strOut) {
 void SceneObj_cls::SerializeClassBlocks(wxString& strOut) {
     // The own attributes: the materials of the kinds that have them, the fog of the world (a
     // camera has none); then what a kind of a layer above writes (the formats of particles).
+    const KindTable_cls::Entry_cls* pKind = KindTable_cls::Find(mStrClassWord);
     for (Attribute_cls* p : mVPCOwnAttribute) {
+        if (pKind && pKind->mFuncSavesOwnAttribute && !pKind->mFuncSavesOwnAttribute(this, p))
+            continue;
         // A material the user added comes back through its line; a built-in one is there
         // again when the object is made.
         if (mAstrBuiltInOwnAttribute.Index(p->GetStrName()) == wxNOT_FOUND)
@@ -861,9 +864,8 @@ void SceneObj_cls::SerializeClassBlocks(wxString& strOut) {
         if (!bPresent)
             strOut += "Delete::Material::" + strName + "\n";
     }
-    if (const KindTable_cls::Entry_cls* pKind = KindTable_cls::Find(mStrClassWord))
-        if (pKind->mFuncSerializeExtra)
-            pKind->mFuncSerializeExtra(this, strOut);
+    if (pKind && pKind->mFuncSerializeExtra)
+        pKind->mFuncSerializeExtra(this, strOut);
 }
 
 bool SceneObj_cls::ReadStrLineClassBlocks(std::wistream& stream, const wxString& strHead,

@@ -44,6 +44,9 @@ void RegisterSceneServices() {
         return MeshObj_cls::GetPNewMtlMaterial(strName);
     };
     mesh.mFuncCanAddMaterial = [](SceneObj_cls*) { return false; };
+    mesh.mFuncSavesOwnAttribute = [](SceneObj_cls* p, Attribute_cls* pAttr) {
+        return static_cast<MeshObj_cls*>(p)->IsSavedMaterial(pAttr->GetStrName());
+    };
     RegisterObject<TextObj_cls>("TextObj_cls");
     RegisterObject<LightSource_cls>("LightSource_cls");
     RegisterObject<Camera_cls>("Camera_cls");

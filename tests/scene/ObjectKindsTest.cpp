@@ -190,3 +190,30 @@ TEST_F(SceneFixture, MeshLoadsItsFileLazily) {
     GpCUndo->Undo();
     EXPECT_EQ(pMesh->GetPCMesh()->GetNumTriangle(), 12);
 }
+
+TEST_F(SceneFixture, MeshSavesTheMaterialsOfTheFileItShows) {
+    Ctrl()->AppendSceneObjCommand("MeshObj", "Mesh");
+    MeshObj_cls* pMesh = static_cast<MeshObj_cls*>(Obj("Mesh"));
+    const wxString strDir = wxString(ORV_TEST_DATA_DIR) + "/obj/";
+    const auto saved = [pMesh] {
+        wxString str;
+        pMesh->Serialize(str);
+        return str;
+    };
+    pMesh->mCFileName.PushCommandPair(strDir + "cube.obj");
+    ASSERT_EQ(pMesh->GetAStrMtlNames().GetCount(), 2u);
+    pMesh->mCFileName.PushCommandPair(strDir + "plane.obj");
+    ASSERT_EQ(pMesh->GetAStrMtlNames().GetCount(), 1u);
+    EXPECT_TRUE(saved().Contains("New::Material::Mtl_Quadrants\n"));
+    EXPECT_FALSE(saved().Contains("Mtl_Red"));
+    // Undone, the cube's materials come back as they were and the plane's stay out of the project.
+    GpCUndo->Undo();
+    EXPECT_TRUE(saved().Contains("New::Material::Mtl_Red\n"));
+    EXPECT_TRUE(saved().Contains("New::Material::Mtl_Blue\n"));
+    EXPECT_FALSE(saved().Contains("Mtl_Quadrants"));
+    // A file that cannot be read has no known library: nothing is dropped.
+    LogCapture_cls log;
+    pMesh->mCFileName.PushCommandPair(strDir + "missing.obj");
+    EXPECT_TRUE(saved().Contains("New::Material::Mtl_Red\n"));
+    EXPECT_TRUE(saved().Contains("New::Material::Mtl_Quadrants\n"));
+}
