@@ -2,7 +2,8 @@
 // The sphere of the sprite along this pixel's view ray: the nearer hit gives the light (its true
 // normal) and the true depth, so imposters cut each other and meshes exactly. The vertex shader
 // hands over the solve across the sprite; here it is evaluated for this pixel. Built a second time
-// with PLAIN defined, for draws without lights, fog or dissolve.
+// with PLAIN defined, for draws without lights, fog or dissolve, and a third time with PLAIN and
+// FAR_DEPTH for plain draws whose depth test is "less" with no stencil test.
 #define MAX_LIGHT_RECIEVE 7
 uniform int lightNumber;
 uniform int lightRecieve[MAX_LIGHT_RECIEVE];
@@ -25,10 +26,17 @@ void main() {
     vec2 pc = gl_PointCoord * 2.0 - 1.0; // the drawing sets the sprite origin to the lower left
     float m = vSphere.x + dot(pc, vSphere.yz);
     float disc = m * m + vSphere.w - dot(pc, pc);
+#ifdef FAR_DEPTH
+    // Off the sphere the far end of the depth range, which a "less" depth test rejects: the
+    // fragment leaves nothing, as if discarded, and the shader needs no discard.
+    float root = sqrt(max(disc, 0.0));
+    gl_FragDepth = disc < 0.0 ? 1.0 : vDepth.x + vDepth.y * (m + root);
+#else
     if (disc < 0.0)
         discard;
     float root = sqrt(disc);
     gl_FragDepth = vDepth.x + vDepth.y * (m + root);
+#endif
 #ifdef PLAIN
     gl_FragColor = vColor;
 #else

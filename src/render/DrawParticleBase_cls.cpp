@@ -285,7 +285,7 @@ void DrawParticleBase_cls::DrawLists(const ParticleDrawSetting_cls& setting, con
             params.mPointSizeFactor = input.mPointSizeFactor;
             params.mAlphaCrit = input.mAlphaCrit;
             if (prog == ParticleDrawSetting_cls::PROG_PSEUDO_SPHERE)
-                GpCShaderCtrl->BeginPointPseudoSphere(&params);
+                GpCShaderCtrl->BeginPointPseudoSphere(&params, bFarDepth);
             else if (prog == ParticleDrawSetting_cls::PROG_POINT_SQUARE ||
                      prog == ParticleDrawSetting_cls::PROG_POINT_CIRCLE)
                 bGrid = GpCShaderCtrl->BeginPointShape(

@@ -48,6 +48,7 @@ enum ProgramIndex_enum {
     PRG_SVStreamlineTriangles,
     PRG_PointCircleGridPlain,
     PRG_PointBillboardFarPlain,
+    PRG_PointPseudoSphereFarPlain,
 };
 
 struct ProgramRow_cls {
@@ -231,6 +232,9 @@ const std::vector<ProgramRow_cls>& ProgramTable() {
          "PLAIN\n#define CIRCLE\n#define GRID"},
         // Plain billboards under a "less" depth test: the far depth in place of a discard.
         {"PointBillboardFarPlain", "GL/PointBillboard", false, false, billboard, billboardAttributes,
+         "PLAIN\n#define FAR_DEPTH"},
+        // Plain imposter spheres under a "less" depth test: the far depth in place of a discard.
+        {"PointPseudoSphereFarPlain", "GL/PointPseudoSphere", false, false, point, pointAttributes,
          "PLAIN\n#define FAR_DEPTH"},
     };
     return table;
@@ -651,8 +655,11 @@ bool ShaderCtrl_cls::BeginPointShape(PointBasicParam_cls* p, bool bCircle, bool 
     return bGrid;
 }
 
-void ShaderCtrl_cls::BeginPointPseudoSphere(PointBasicParam_cls* p) {
-    BeginPoint(IsPlain(p) ? PRG_PointPseudoSpherePlain : PRG_PointPseudoSphere, p);
+void ShaderCtrl_cls::BeginPointPseudoSphere(PointBasicParam_cls* p, bool bFarDepth) {
+    BeginPoint(!IsPlain(p) ? PRG_PointPseudoSphere
+               : bFarDepth ? PRG_PointPseudoSphereFarPlain
+                           : PRG_PointPseudoSpherePlain,
+               p);
 }
 
 void ShaderCtrl_cls::BeginPointBillboard(PointBillboardParam_cls* p, bool bFarDepth) {

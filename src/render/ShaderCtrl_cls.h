@@ -51,8 +51,9 @@ public:
     // bFarDepth: the depth test is "less" and the stencil test off, so a plain draw may reject the
     // fragments outside the square by the far depth instead of a discard.
     void BeginPointBillboard(PointBillboardParam_cls* pParams, bool bFarDepth = false);
-    // The ray-cast sphere of a point ("PseudoSphere"): writes each fragment's true depth.
-    void BeginPointPseudoSphere(PointBasicParam_cls* pParams);
+    // The ray-cast sphere of a point ("PseudoSphere"): writes each fragment's true depth. bFarDepth
+    // as for the billboards, for the fragments outside the sphere's outline.
+    void BeginPointPseudoSphere(PointBasicParam_cls* pParams, bool bFarDepth = false);
     void BeginSphereGouraud(SphereGouraudParam_cls* pParams);
     void BeginSpherePhong(SpherePhongParam_cls* pParams);
     void BeginSphereToon(SphereToonParam_cls* pParams);

@@ -69,9 +69,12 @@ TEST_F(ShaderCtrlTest, EveryResourceProgramLinksAndHasTheUniformsTheHostLooksUp)
         {"PointCircleGridPlain", {"lightNumber", "lightRecieve", "dissolveMode", "textureImage", "paramBit"}},
         {"PointPseudoSpherePlain",
          {"baseDistance", "pointSizeFactor", "lightNumber", "lightRecieve", "dissolveMode", "textureImage",
+          "paramBit"}},
+        {"PointPseudoSphereFarPlain",
+         {"baseDistance", "pointSizeFactor", "lightNumber", "lightRecieve", "dissolveMode", "textureImage",
           "paramBit"}}};
     ShaderCtrl_cls ctrl;
-    ASSERT_EQ(ctrl.GetVItems().size(), 39u);
+    ASSERT_EQ(ctrl.GetVItems().size(), 40u);
     int built = 0;
     LogCapture_cls log;
     for (ShaderItem_cls& item : ctrl.GetVItems()) {
@@ -124,8 +127,8 @@ TEST_F(ShaderCtrlTest, EveryResourceProgramLinksAndHasTheUniformsTheHostLooksUp)
             }
         }
     }
-    std::cout << built << " of 39 programs have resource files and were built\n";
-    EXPECT_EQ(built, 39); // the programs whose files exist so far
+    std::cout << built << " of 40 programs have resource files and were built\n";
+    EXPECT_EQ(built, 40); // the programs whose files exist so far
     // The only GL errors: the old geometry parameters, which this driver does not know.
     for (const wxString& line : log.mVStrLines) {
         if (line.Contains("error = ")) {
