@@ -318,14 +318,23 @@ void Timeline_cls::OnMenuOpenMarked(wxCommandEvent&) {
     UpdatePanels("ALL", true);
 }
 
+namespace {
+
+// The row and time zoom of the View menu and the row menu.
+void AppendZoomItems(wxMenu* pMenu) {
+    pMenu->Append(ID_TL_MENU_ZOOM_IN, _("Larger Rows"));
+    pMenu->Append(ID_TL_MENU_ZOOM_OUT, _("Smaller Rows"));
+    pMenu->Append(ID_TL_MENU_TL_IN, _("Zoom In Time"));
+    pMenu->Append(ID_TL_MENU_TL_OUT, _("Zoom Out Time"));
+}
+
+} // namespace
+
 wxMenu* Timeline_cls::CreateDropMenu(int id) {
     auto* pMenu = new wxMenu;
     switch (id) {
     case ID_TL_MENU_VIEW:
-        pMenu->Append(ID_TL_MENU_ZOOM_IN, _("Larger Rows"));
-        pMenu->Append(ID_TL_MENU_ZOOM_OUT, _("Smaller Rows"));
-        pMenu->Append(ID_TL_MENU_TL_IN, _("Zoom In Time"));
-        pMenu->Append(ID_TL_MENU_TL_OUT, _("Zoom Out Time"));
+        AppendZoomItems(pMenu);
         pMenu->AppendSeparator();
         pMenu->Append(ID_TL_TICS_MODE, _("Next Ruler Mode"));
         pMenu->AppendCheckItem(ID_TL_KILROY, _("Group Marks"))->Check(mCConf.mCKilroy.GetBodyBOOL());
@@ -373,10 +382,7 @@ void Timeline_cls::OnMenuDrop(wxCommandEvent& event) {
 
 wxMenu* Timeline_cls::CreateRowMenu() {
     auto* pMenu = new wxMenu;
-    pMenu->Append(ID_TL_MENU_ZOOM_IN, _("Larger Rows"));
-    pMenu->Append(ID_TL_MENU_ZOOM_OUT, _("Smaller Rows"));
-    pMenu->Append(ID_TL_MENU_TL_IN, _("Zoom In Time"));
-    pMenu->Append(ID_TL_MENU_TL_OUT, _("Zoom Out Time"));
+    AppendZoomItems(pMenu);
     pMenu->AppendSeparator();
     pMenu->Append(ID_TL_MENU_DESELECT, _("Deselect Keys"));
     pMenu->Append(ID_TL_MENU_EXTRAPOLATE_ON, _("Extrapolate On"));
